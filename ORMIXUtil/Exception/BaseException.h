@@ -1,0 +1,33 @@
+#pragma once
+
+#include <ORMIXUtil/Export.h>
+
+#include <exception>
+#include <string>
+
+namespace ormix {
+
+/// Root of every exception of the family: what went wrong, and where it was noticed.
+class ORMIX_UTIL_API BaseException : public std::exception {
+ public:
+  /// \param message what went wrong, for a person
+  /// \param function name or signature of the throwing function
+  /// \param file,line source position of the throw
+  BaseException(std::string message, std::string function, std::string file, int line);
+  ~BaseException() override;
+
+  /// The message; valid as long as the exception.
+  const char* what() const noexcept override;
+  const std::string& getMessage() const { return _message; }
+  const std::string& getFunction() const { return _function; }
+  const std::string& getFile() const { return _file; }
+  int getLine() const { return _line; }
+
+ private:
+  std::string _message;
+  std::string _function;
+  std::string _file;
+  int _line;
+};
+
+}  // namespace ormix

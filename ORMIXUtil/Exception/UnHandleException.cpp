@@ -1,0 +1,7 @@
+#include <ORMIXUtil/Exception/UnHandleException.h>
+
+namespace ormix {
+
+UnHandleException::~UnHandleException() = default;
+
+}  // namespace ormix

@@ -1,0 +1,42 @@
+#include <ORMIXUtil/Message/LogMessageFormater.h>
+
+#include <boost/format.hpp>
+#include <locale>
+
+namespace ormix {
+
+struct LogMessageFormater::Format {
+  // The classic locale: a text must not change with the application's number format.
+  boost::format format{"", std::locale::classic()};
+};
+
+namespace {
+template <class T>
+void feedTo(boost::format& format, const T& argument) {
+  // Exceptions are off, but an argument beyond the last placeholder is still counted: drop it here.
+  if (format.remaining_args() > 0) format % argument;
+}
+}  // namespace
+
+LogMessageFormater::LogMessageFormater(const LogMessageManager& manager)
+    : _manager(manager), _format(std::make_unique<Format>()) {
+  _format->format.exceptions(boost::io::no_error_bits);
+}
+LogMessageFormater::~LogMessageFormater() = default;
+
+void LogMessageFormater::setMsgId(const std::string& domain, int id) {
+  _format->format.clear();
+  _format->format.exceptions(boost::io::no_error_bits);
+  _format->format.parse(_manager.getMessage(domain, id));
+}
+
+std::string LogMessageFormater::string() const { return _format->format.str(); }
+
+void LogMessageFormater::feed(std::string_view argument) { feedTo(_format->format, std::string(argument)); }
+void LogMessageFormater::feed(bool argument) { feedTo(_format->format, argument); }
+void LogMessageFormater::feed(char argument) { feedTo(_format->format, argument); }
+void LogMessageFormater::feed(omInt64 argument) { feedTo(_format->format, argument); }
+void LogMessageFormater::feed(omUInt64 argument) { feedTo(_format->format, argument); }
+void LogMessageFormater::feed(omReal64 argument) { feedTo(_format->format, argument); }
+
+}  // namespace ormix

@@ -1,0 +1,26 @@
+# ormix_add_library(<Name> SOURCES ... HEADERS ... [PUBLIC libs...] [PRIVATE libs...])
+# Adds the shared library ORMIX<Name> with the alias ORMIX::<Name>. Paths are relative to the library's folder, which
+# is also its include prefix. Only our own names leave the library: hidden visibility and a linker version script.
+function(ormix_add_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
+  set(target ORMIX${name})
+  add_library(${target} SHARED ${ARG_SOURCES} ${ARG_HEADERS})
+  add_library(ORMIX::${name} ALIAS ${target})
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:ormix_flags>)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed
+                                        -Wl,-z,defs)
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  if(ORMIX_TOP_LEVEL)
+    install(TARGETS ${target} EXPORT ORMIXGeometryTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    foreach(header IN LISTS ARG_HEADERS)
+      get_filename_component(folder ${target}/${header} DIRECTORY)
+      install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+    endforeach()
+  endif()
+endfunction()
