@@ -6,6 +6,8 @@ target_compile_options(ormix_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
   # Prescribed orders of operation must give the same bits on every processor.
   -ffp-contract=off
+  # Nobody reads errno of a square root, and without this no loop over one is vectorised; the results are the same bits.
+  -fno-math-errno
   # Log messages and exceptions name sources by their path inside the project.
   -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 if(ORMIX_WARNINGS_AS_ERRORS)
@@ -15,4 +17,22 @@ endif()
 check_cxx_compiler_flag(-fno-gnu-unique ORMIX_HAS_NO_GNU_UNIQUE)
 if(ORMIX_HAS_NO_GNU_UNIQUE)
   target_compile_options(ormix_flags INTERFACE -fno-gnu-unique)
+endif()
+
+# A comma-separated list as -fsanitize takes it; the first finding ends the program, so that a test cannot pass over it.
+set(ORMIX_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined,float-cast-overflow")
+if(ORMIX_SANITIZE)
+  target_compile_options(ormix_flags INTERFACE
+    -fsanitize=${ORMIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+    # Sanitizer code confuses the analysis behind this warning; the plain build has it.
+    -Wno-maybe-uninitialized)
+  target_link_options(ormix_flags INTERFACE -fsanitize=${ORMIX_SANITIZE})
+endif()
+
+if(ORMIX_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  find_program(ORMIX_CCACHE ccache)
+  mark_as_advanced(ORMIX_CCACHE)
+  if(ORMIX_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ORMIX_CCACHE})
+  endif()
 endif()

@@ -4,17 +4,24 @@
 function(ormix_add_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
   set(target ORMIX${name})
+  # A consumer never links what a library uses privately; keep it out of the exported targets altogether.
+  list(TRANSFORM ARG_PRIVATE REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
   add_library(${target} SHARED ${ARG_SOURCES} ${ARG_HEADERS})
   add_library(ORMIX::${name} ALIAS ${target})
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                                               $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:ormix_flags>)
-  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed
-                                        -Wl,-z,defs)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed)
+  # Nothing may stay undefined; clang's sanitizers leave their own calls to the executable.
+  if(NOT (ORMIX_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang"))
+    target_link_options(${target} PRIVATE -Wl,-z,defs)
+  endif()
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    # The libraries find each other side by side, wherever they are installed.
+    INSTALL_RPATH "$ORIGIN"
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
   if(ORMIX_TOP_LEVEL)
     install(TARGETS ${target} EXPORT ORMIXGeometryTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})

@@ -1,5 +1,6 @@
 #include <ORMIXUtil/Message/LogMessageFormater.h>
 
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/format.hpp>
 #include <locale>
 
@@ -27,7 +28,10 @@ LogMessageFormater::~LogMessageFormater() = default;
 void LogMessageFormater::setMsgId(const std::string& domain, int id) {
   _format->format.clear();
   _format->format.exceptions(boost::io::no_error_bits);
-  _format->format.parse(_manager.getMessage(domain, id));
+  std::string text = _manager.getMessage(domain, id);
+  // The text that stands for an unknown message is no format, whatever the domain is called.
+  if (!_manager.hasMessage(domain, id)) boost::replace_all(text, "%", "%%");
+  _format->format.parse(text);
 }
 
 std::string LogMessageFormater::string() const { return _format->format.str(); }

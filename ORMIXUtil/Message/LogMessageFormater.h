@@ -4,6 +4,7 @@
 #include <ORMIXUtil/Message/LogMessageManager.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
+#include <locale>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -47,6 +48,7 @@ class ORMIX_UTIL_API LogMessageFormater {
   template <class T>
   void feedPrinted(const T& argument) {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << argument;
     feed(std::string_view(text.str()));
   }

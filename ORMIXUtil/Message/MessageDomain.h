@@ -16,8 +16,8 @@ struct MessageText {
 };
 
 /// A message domain `D` is a struct that holds an enumeration of ids, a tag type `domain`, the array `texts` of
-/// `MessageText` and `manager()`, the catalogue of its library. The domain's name in the catalogue is the tag's run-time
-/// type name, which is why the libraries' namespaces carry no inline version.
+/// `MessageText` and `manager()`, the catalogue of its library. The domain's name in the catalogue is the tag's
+/// run-time type name, which is why the libraries' namespaces carry no inline version.
 template <class D>
 std::string domainName() {
   return typeid(typename D::domain).name();
