@@ -1,0 +1,7 @@
+#include <ORMIXSerialization/Archive/BaseIArchive.h>
+
+namespace ormix {
+
+BaseIArchive::~BaseIArchive() = default;
+
+}  // namespace ormix

@@ -1,0 +1,7 @@
+#include <ORMIXSerialization/Archive/BaseOArchive.h>
+
+namespace ormix {
+
+BaseOArchive::~BaseOArchive() = default;
+
+}  // namespace ormix

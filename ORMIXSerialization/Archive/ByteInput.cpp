@@ -1,0 +1,70 @@
+#include <ORMIXSerialization/Archive/ByteInput.h>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <istream>
+
+namespace ormix {
+
+ByteInput::ByteInput(std::istream& stream) : _stream(stream), _block(new unsigned char[s_archiveBlockSize]) {}
+
+// The stream's owner may have asked it for exceptions; here the end of the stream is nothing exceptional.
+std::size_t ByteInput::readStream(void* target, std::size_t size) {
+  if (!_stream.good()) return 0;
+  try {
+    _stream.read(static_cast<char*>(target), static_cast<std::streamsize>(size));
+  } catch (const std::exception&) {
+    // The bits below tell what happened.
+  }
+  const auto count = static_cast<std::size_t>(_stream.gcount());
+  _broken = _broken || _stream.bad();
+  if (_streamLeft) *_streamLeft -= std::min<omUInt64>(*_streamLeft, count);
+  return count;
+}
+
+const unsigned char* ByteInput::refill(std::size_t size) {
+  std::memmove(_block.get(), _block.get() + _begin, _end - _begin);
+  _end -= _begin;
+  _begin = 0;
+  _end += readStream(_block.get() + _end, s_archiveBlockSize - _end);
+  return _end >= size ? _block.get() : nullptr;
+}
+
+std::size_t ByteInput::read(void* target, std::size_t size) {
+  const std::size_t buffered = std::min(size, _end - _begin);
+  if (buffered != 0) std::memcpy(target, _block.get() + _begin, buffered);
+  _begin += buffered;
+  if (buffered == size) return size;
+  return buffered + readStream(static_cast<unsigned char*>(target) + buffered, size - buffered);
+}
+
+// A device that says nothing remains is not believed: it may deliver all the same.
+void ByteInput::measureStream() {
+  _measured = true;
+  std::streambuf& buffer = *_stream.rdbuf();
+  const std::streamoff here = buffer.pubseekoff(0, std::ios::cur, std::ios::in);
+  if (here < 0) return;
+  const std::streamoff end = buffer.pubseekoff(0, std::ios::end, std::ios::in);
+  if (end < 0) return;
+  const std::streamoff back = buffer.pubseekpos(here, std::ios::in);
+  if (back != here)
+    _broken = true;
+  else if (end > here)
+    _streamLeft = static_cast<omUInt64>(end - here);
+}
+
+std::optional<omUInt64> ByteInput::remaining() {
+  if (!_measured) measureStream();
+  if (_streamLeft) return *_streamLeft + (_end - _begin);
+  if (_stream.good()) return std::nullopt;
+  return _end - _begin;
+}
+
+omUInt64 ByteInput::available() {
+  if (const auto known = remaining()) return *known;
+  const std::streamsize waiting = _stream.rdbuf()->in_avail();
+  return (_end - _begin) + (waiting > 0 ? static_cast<omUInt64>(waiting) : 0);
+}
+
+}  // namespace ormix

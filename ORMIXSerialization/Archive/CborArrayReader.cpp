@@ -1,0 +1,165 @@
+#include <ORMIXSerialization/Archive/ArrayScalar.h>
+#include <ORMIXSerialization/Archive/CborArrayReader.h>
+#include <ORMIXSerialization/Archive/CborTags.h>
+#include <ORMIXSerialization/Archive/ForeignNumber.h>
+#include <ORMIXSerialization/Archive/NumberBlock.h>
+#include <ORMIXSerialization/Archive/Utf8.h>
+
+namespace ormix {
+
+using Message = eORMIXSerializationMessage;
+
+bool CborArrayReader::badShape(const char* found) {
+  return _entries.failure.set(Message::eSM_ArrayShape, shownText(_key), _sink.nbColumns, found);
+}
+
+bool CborArrayReader::truncated() { return _entries.refuse(_key, "an array", CborToken{eCborKind::End}); }
+
+// Told to the sink before the first number: rows that are really there, whatever was declared.
+void CborArrayReader::reserve(omUInt64 nbRows, omUInt64 rowSize) {
+  const omUInt64 present = _entries.decoder.input.available() / rowSize;
+  _sink.reserve(static_cast<std::size_t>(std::min(nbRows, present)));
+}
+
+bool CborArrayReader::read() {
+  return withScalar(_sink.scalar, [this](auto zero) { return readAs<decltype(zero)>(); });
+}
+
+template <class T>
+bool CborArrayReader::readAs() {
+  const CborToken head = _entries.decoder.next();
+  if (head.kind == eCborKind::Tag && head.number == s_rowMajorTag) {
+    omUInt64 nbRows = 0;
+    return readShape(nbRows) && readElements<T>(_entries.decoder.next(), nbRows);
+  }
+  if (head.kind == eCborKind::Array && _sink.nbColumns != 0) return readRows<T>(head);
+  return readElements<T>(head, std::nullopt);
+}
+
+bool CborArrayReader::readShape(omUInt64& nbRows) {
+  CborToken token;
+  if (_sink.nbColumns == 0) return badShape("an array of several dimensions was found");
+  if (!_entries.expect(_key, eCborKind::Array, "an array's shape and numbers", token)) return false;
+  if (token.indefinite || token.number != 2) return badShape("a shape without numbers was found");
+  if (!_entries.expect(_key, eCborKind::Array, "an array's shape", token)) return false;
+  if (token.indefinite || token.number != 2) return badShape("a shape of other than two dimensions was found");
+  if (!_entries.expect(_key, eCborKind::Unsigned, "a number of rows", token)) return false;
+  nbRows = token.number;
+  if (!_entries.expect(_key, eCborKind::Unsigned, "a number of columns", token)) return false;
+  return token.number == _sink.nbColumns || badShape("rows of another length were found");
+}
+
+template <class T>
+bool CborArrayReader::readElements(const CborToken& head, std::optional<omUInt64> nbRows) {
+  const bool shaped = nbRows || _sink.nbColumns == 0;
+  if (head.kind == eCborKind::Array) return readPlain<T>(head, nbRows);
+  if (head.kind != eCborKind::Tag || !TypedArrayTag::understands(head.number))
+    return _entries.refuse(_key, "an array of numbers", head);
+  return shaped ? readTyped<T>(head.number, nbRows) : badShape("an array without its shape was found");
+}
+
+template <class T>
+bool CborArrayReader::readTyped(omUInt64 tag, std::optional<omUInt64> nbRows) {
+  const TypedArrayTag type(tag);
+  CborToken bytes;
+  if (!_entries.expect(_key, eCborKind::Bytes, "a typed array's bytes", bytes)) return false;
+  if (bytes.indefinite) return _entries.refuse(_key, "a typed array of stated length", bytes);
+  if (bytes.number % type.size != 0) return badShape("a part of a number was found");
+  const omUInt64 count = bytes.number / type.size;
+  if (nbRows && (count % _sink.nbColumns != 0 || count / _sink.nbColumns != *nbRows))
+    return badShape("another number of numbers than the shape says was found");
+  if (!_entries.canHold(_key, bytes.number)) return false;
+  reserve(count / std::max<std::size_t>(_sink.nbColumns, 1), type.size * std::max<std::size_t>(_sink.nbColumns, 1));
+  return tag == typedArrayTag(_sink.scalar) ? readBytes<T>(bytes.number) : readForeign<T>(tag, bytes.number);
+}
+
+template <class T>
+bool CborArrayReader::readBytes(omUInt64 size) {
+  NumberBlock<T> block(_sink, size / sizeof(T));
+  while (size != 0) {
+    const auto piece = static_cast<std::size_t>(std::min<omUInt64>(size, block.capacity() * sizeof(T)));
+    if (_entries.decoder.input.read(block.data(), piece) != piece) return truncated();
+    block.take(piece / sizeof(T));
+    size -= piece;
+  }
+  return true;
+}
+
+template <class T>
+bool CborArrayReader::readForeign(omUInt64 tag, omUInt64 size) {
+  const TypedArrayTag type(tag);
+  NumberBlock<T> block(_sink, size / type.size);
+  for (; size != 0; size -= type.size) {
+    const unsigned char* bytes = _entries.decoder.input.peek(type.size);
+    if (!bytes) return truncated();
+    T number = 0;
+    if (!convert(foreignNumber(type, bytes), number)) return false;
+    _entries.decoder.input.skip(type.size);
+    block.push(number);
+  }
+  block.flush();
+  return true;
+}
+
+template <class T>
+bool CborArrayReader::convert(const CborToken& number, T& result) {
+  bool fits = false;
+  if (number.kind == eCborKind::Unsigned) {
+    fits = convertInteger(number.number, result);
+  } else if (number.kind == eCborKind::Negative) {
+    const auto value = static_cast<omInt64>(~number.number);
+    fits = value < 0 && convertInteger(value, result);
+  } else if (number.kind == eCborKind::Real && std::is_floating_point_v<T>) {
+    if constexpr (std::is_same_v<T, omReal32>)
+      if (number.isSingle) return result = number.single, true;
+    fits = convertReal(number.real, result);
+  } else {
+    return _entries.refuse(_key, std::is_integral_v<T> ? "an integer" : "a number", number);
+  }
+  return fits || _entries.failure.set(Message::eSM_OutOfRange, shownText(_key), "a number", "the array's type");
+}
+
+template <class T, class Push>
+bool CborArrayReader::readNumbers(const CborToken& list, Push&& push, omUInt64& count) {
+  for (count = 0; list.indefinite ? !_entries.decoder.takeBreak() : count < list.number; ++count) {
+    T number = 0;
+    if (!convert(_entries.decoder.next(), number)) return false;
+    if (!push(number)) return false;
+  }
+  return true;
+}
+
+template <class T>
+bool CborArrayReader::readPlain(const CborToken& list, std::optional<omUInt64> nbRows) {
+  const omUInt64 width = std::max<std::size_t>(_sink.nbColumns, 1);
+  if (!list.indefinite && !_entries.canHold(_key, list.number)) return false;
+  NumberBlock<T> block(_sink);
+  const auto push = [&block](T number) { return block.push(number), true; };
+  omUInt64 count = 0;
+  _sink.reserve(0);
+  if (!readNumbers<T>(list, push, count)) return false;
+  if (nbRows && (count % width != 0 || count / width != *nbRows))
+    return badShape("another number of numbers than the shape says was found");
+  block.flush();
+  return true;
+}
+
+template <class T>
+bool CborArrayReader::readRows(const CborToken& list) {
+  if (!list.indefinite && !_entries.canHold(_key, list.number)) return false;
+  NumberBlock<T> block(_sink);
+  const auto push = [&block](T number) { return block.push(number), true; };
+  _sink.reserve(0);
+  for (omUInt64 row = 0; list.indefinite ? !_entries.decoder.takeBreak() : row < list.number; ++row) {
+    CborToken head;
+    omUInt64 count = 0;
+    if (!_entries.expect(_key, eCborKind::Array, "a row of numbers", head)) return false;
+    if (!head.indefinite && head.number != _sink.nbColumns) return badShape("a row of another length was found");
+    if (!readNumbers<T>(head, push, count)) return false;
+    if (count != _sink.nbColumns) return badShape("a row of another length was found");
+  }
+  block.flush();
+  return true;
+}
+
+}  // namespace ormix

@@ -1,0 +1,189 @@
+#pragma once
+
+// The On-Demand part of simdjson is compiled where it is included: once, by JsonIArchive.cpp. Its checks of our own
+// misuse would bound the nesting by a fixed table.
+#define SIMDJSON_DEVELOPMENT_CHECKS 0
+
+#include <ORMIXSerialization/Archive/FirstFailure.h>
+#include <ORMIXSerialization/Archive/JsonSource.h>
+#include <ORMIXSerialization/Archive/Utf8.h>
+#include <ORMIXSerialization/Archive/WriterState.h>
+#include <simdjson.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ormix {
+
+namespace json = simdjson::ondemand;
+
+/// Walks through the entries of a JSON archive and its sections: finds each entry's key and leaves the value to the
+/// caller. Its operations answer false after the first failure, which `failure` holds.
+class JsonEntries {
+ public:
+  explicit JsonEntries(std::istream& stream)
+      : _source(stream, simdjson::SIMDJSON_PADDING, simdjson::SIMDJSON_MAXSIZE_BYTES) {
+    openArchive();
+  }
+
+  /// Takes the start of the next entry, which must bear `key`; the caller then takes `value` and calls `leaveEntry`.
+  bool enterEntry(std::string_view key);
+  bool leaveEntry();
+  /// Looks at the key of the next entry, null at the section's end.
+  const std::string* peekKey();
+  bool enterSection(std::string_view key);
+  bool leaveSection();
+  /// Leaves the archive itself.
+  bool leaveArchive();
+
+  /// Fails with what was found instead of what was wanted.
+  bool refuse(std::string_view key, const char* wanted, json::value found);
+  bool malformed(std::string_view key, simdjson::error_code error) {
+    return failure.set(Message::eSM_Malformed, shownText(key), simdjson::error_message(error));
+  }
+
+  json::value value;
+  FirstFailure failure;
+
+ private:
+  using Message = eORMIXSerializationMessage;
+
+  /// A list of entries being read, and the one-member object of the entry that is open in it.
+  struct List {
+    json::array_iterator entries;
+    json::object_iterator entry;
+  };
+  template <class Iterator>
+  static bool isOpen(const Iterator& iterator) {
+    return iterator != Iterator();
+  }
+
+  bool openArchive();
+  bool openList(std::string_view key, json::array array);
+  bool takeStart(std::string_view key);
+  bool notOnePair(std::string_view key) {
+    return failure.set(Message::eSM_Malformed, shownText(key), "an entry is not one key with one value");
+  }
+  bool finish();
+
+  JsonSource _source;
+  json::parser _parser;
+  json::document _document;
+  std::vector<List> _lists;
+  std::string _key;
+  bool _pending = false;  ///< `_key` belongs to an entry whose start is taken
+};
+
+inline bool JsonEntries::openArchive() {
+  if (_source.state() == JsonSource::eState::Broken) return failure.set(Message::eSM_StreamNotReadable);
+  if (_source.state() == JsonSource::eState::TooLong)
+    return failure.set(Message::eSM_NotAnArchive, "JSON of 4 GiB or more");
+  const simdjson::padded_string_view text(_source.data(), _source.size(), _source.capacity());
+  simdjson::error_code error = _parser.iterate(text).get(_document);
+  json::array array;
+  if (error == simdjson::SUCCESS) error = _document.get_array().get(array);
+  if (error == simdjson::EMPTY) return failure.set(Message::eSM_EmptyArchive);
+  if (error != simdjson::SUCCESS) return failure.set(Message::eSM_NotAnArchive, simdjson::error_message(error));
+  return openList("", array);
+}
+
+inline bool JsonEntries::openList(std::string_view key, json::array array) {
+  List list;
+  const simdjson::error_code error = array.begin().get(list.entries);
+  if (error != simdjson::SUCCESS) return malformed(key, error);
+  _lists.push_back(list);
+  return true;
+}
+
+/// "a text", "a list" and so on, for messages; a number as it stands.
+inline std::string describe(json::value value) {
+  std::string_view token = value.raw_json_token();
+  token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+  if (token == "true" || token == "false") return "a bool";
+  if (token == "null") return "a null";
+  if (!token.empty() && token.front() == '[') return "a list";
+  if (!token.empty() && token.front() == '{') return "a map";
+  if (!token.empty() && token.front() == '"') return "a text";
+  return "the value " + shownText(token);
+}
+
+inline bool JsonEntries::refuse(std::string_view key, const char* wanted, json::value found) {
+  return failure.set(Message::eSM_WrongKind, shownText(key), wanted, describe(found));
+}
+
+inline bool JsonEntries::takeStart(std::string_view key) {
+  List& list = _lists.back();
+  json::value element;
+  json::object object;
+  json::field field;
+  std::string_view found;
+  simdjson::error_code error = (*list.entries).get(element);
+  if (error == simdjson::SUCCESS) error = element.get_object().get(object);
+  if (error == simdjson::INCORRECT_TYPE) return refuse(key, "an entry", element);
+  if (error == simdjson::SUCCESS) error = object.begin().get(list.entry);
+  if (error == simdjson::SUCCESS && !isOpen(list.entry)) return notOnePair(key);
+  if (error == simdjson::SUCCESS) error = (*list.entry).get(field);
+  if (error == simdjson::SUCCESS) error = field.unescaped_key().get(found);
+  if (error != simdjson::SUCCESS) return malformed(key, error);
+  if (!isUtf8(found)) return failure.set(Message::eSM_InvalidText, shownText(key));
+  _key = found;
+  value = field.value();
+  return true;
+}
+
+inline bool JsonEntries::enterEntry(std::string_view key) {
+  if (failure.failed()) return false;
+  if (!_pending && !isOpen(_lists.back().entries)) return failure.set(Message::eSM_KeyMissing, shownText(key));
+  if (!_pending && !takeStart(key)) return false;
+  _pending = false;
+  return _key == key || failure.set(Message::eSM_KeyMismatch, shownText(key), shownText(_key));
+}
+
+inline bool JsonEntries::leaveEntry() {
+  List& list = _lists.back();
+  ++list.entry;
+  if (isOpen(list.entry)) return notOnePair(_key);
+  ++list.entries;
+  return true;
+}
+
+inline const std::string* JsonEntries::peekKey() {
+  if (failure.failed()) return nullptr;
+  if (_pending) return &_key;
+  if (!isOpen(_lists.back().entries) || !takeStart("")) return nullptr;
+  _pending = true;
+  return &_key;
+}
+
+inline bool JsonEntries::enterSection(std::string_view key) {
+  if (!enterEntry(key)) return false;
+  if (_lists.size() > s_maxArchiveDepth) return failure.set(Message::eSM_TooDeep, shownText(key), s_maxArchiveDepth);
+  json::array array;
+  const simdjson::error_code error = value.get_array().get(array);
+  if (error == simdjson::INCORRECT_TYPE) return refuse(key, "a section", value);
+  return error == simdjson::SUCCESS ? openList(key, array) : malformed(key, error);
+}
+
+inline bool JsonEntries::finish() {
+  if (const std::string* key = peekKey()) return failure.set(Message::eSM_UnreadEntry, shownText(*key));
+  return !failure.failed();
+}
+
+inline bool JsonEntries::leaveSection() {
+  if (failure.failed()) return false;
+  if (_lists.size() == 1) return failure.set(Message::eSM_NoSectionOpen);
+  if (!finish()) return false;
+  _lists.pop_back();
+  return leaveEntry();
+}
+
+inline bool JsonEntries::leaveArchive() {
+  if (failure.failed()) return false;
+  if (_lists.size() != 1) return failure.set(Message::eSM_SectionsOpen, _lists.size() - 1);
+  if (!finish()) return false;
+  const char* next = nullptr;
+  return _document.current_location().get(next) == simdjson::OUT_OF_BOUNDS || failure.set(Message::eSM_TrailingData);
+}
+
+}  // namespace ormix

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ORMIXSerialization/Archive/BaseIArchive.h>
+
+#include <iosfwd>
+#include <memory>
+
+namespace ormix {
+
+/// Reads what `JsonOArchive` writes, however it is laid out. The whole stream is taken into memory first (at most 4
+/// GiB); it needs no seeking.
+class ORMIX_SERIALIZATION_API JsonIArchive final : public BaseIArchive {
+ public:
+  /// Reads the stream and the archive's first entry.
+  explicit JsonIArchive(std::istream& stream);
+  ~JsonIArchive() override;
+
+  BoolResult beginSection(std::string_view key) override;
+  BoolResult endSection() override;
+  std::optional<std::string> nextKey() override;
+  BoolResult readBool(std::string_view key, bool& value) override;
+  BoolResult readInteger(std::string_view key, omInt64& value) override;
+  BoolResult readUnsigned(std::string_view key, omUInt64& value) override;
+  BoolResult readReal(std::string_view key, omReal64& value) override;
+  BoolResult readReal(std::string_view key, omReal32& value) override;
+  BoolResult readText(std::string_view key, std::string& value) override;
+  BoolResult readArray(std::string_view key, NumericArraySink& sink) override;
+  BoolResult close() override;
+  BoolResult state() const override;
+
+ private:
+  struct Reader;
+  std::unique_ptr<Reader> _reader;
+};
+
+}  // namespace ormix

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <ORMIXSerialization/Archive/NumericArray.h>
+
+#include <type_traits>
+#include <vector>
+
+namespace ormix {
+
+/// Says that a type is nothing but coordinates: a specialisation holds `using Scalar` and
+/// `static constexpr std::size_t nbColumns`. A vector of such values is archived as one numeric array, a row a value.
+template <class P>
+struct PackedCoordinates;
+
+namespace detail {
+
+template <class P, class = void>
+struct HasPackedCoordinates : std::false_type {};
+template <class P>
+struct HasPackedCoordinates<P, std::void_t<typename PackedCoordinates<P>::Scalar>> : std::true_type {
+  using Scalar = typename PackedCoordinates<P>::Scalar;
+  static_assert(std::is_trivially_copyable_v<P>, "coordinates are archived as they lie in memory");
+  static_assert(sizeof(P) == PackedCoordinates<P>::nbColumns * sizeof(Scalar), "coordinates have no padding");
+  static_assert(alignof(P) <= alignof(Scalar), "the archive aligns its blocks for the scalar");
+};
+
+/// Appends the blocks that an archive reads to a vector of coordinates or numbers.
+template <class P>
+class VectorSink final : public NumericArraySink {
+ public:
+  VectorSink(std::vector<P>& target, eArrayScalar scalarType, std::size_t columns)
+      : NumericArraySink(scalarType, columns), _target(target) {}
+
+  void reserve(std::size_t nbRows) override { _target.reserve(nbRows); }
+  void append(const void* rows, std::size_t nbRows) override {
+    const P* first = static_cast<const P*>(rows);
+    _target.insert(_target.end(), first, first + nbRows);
+  }
+
+ private:
+  std::vector<P>& _target;
+};
+
+}  // namespace detail
+
+}  // namespace ormix

@@ -1,0 +1,64 @@
+#include <ORMIXSerialization/Archive/Utf8.h>
+#include <ORMIXUtil/ScalarTypes.h>
+
+#include <cstring>
+
+namespace ormix {
+
+namespace {
+
+/// Length of the run of ASCII at the start; most keys and texts are nothing else.
+std::size_t asciiPrefix(const unsigned char* text, std::size_t size) {
+  std::size_t at = 0;
+  for (; at + sizeof(omUInt64) <= size; at += sizeof(omUInt64)) {
+    omUInt64 word;
+    std::memcpy(&word, text + at, sizeof word);
+    if (word & 0x8080808080808080u) break;
+  }
+  while (at < size && text[at] < 0x80) ++at;
+  return at;
+}
+
+/// Length of the multi-byte character at `text`, 0 when it is not well formed.
+std::size_t characterLength(const unsigned char* text, std::size_t size) {
+  const unsigned char lead = text[0];
+  const std::size_t length = lead >= 0xC2 && lead < 0xE0 ? 2
+                             : (lead & 0xF0) == 0xE0     ? 3
+                             : (lead & 0xF8) == 0xF0     ? 4
+                                                         : 0;
+  if (length == 0 || length > size) return 0;
+  for (std::size_t at = 1; at < length; ++at)
+    if ((text[at] & 0xC0) != 0x80) return 0;
+  const bool overlong = (lead == 0xE0 && text[1] < 0xA0) || (lead == 0xF0 && text[1] < 0x90);
+  const bool surrogate = lead == 0xED && text[1] >= 0xA0;
+  const bool beyond = lead > 0xF4 || (lead == 0xF4 && text[1] >= 0x90);
+  return overlong || surrogate || beyond ? 0 : length;
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+  std::size_t at = asciiPrefix(bytes, text.size());
+  while (at < text.size()) {
+    const std::size_t length = characterLength(bytes + at, text.size() - at);
+    if (length == 0) return false;
+    at += length;
+    at += asciiPrefix(bytes + at, text.size() - at);
+  }
+  return true;
+}
+
+std::string shownText(std::string_view text) {
+  constexpr std::size_t longest = 80;
+  if (!isUtf8(text)) return "(not UTF-8)";
+  std::string shown(text.substr(0, longest));
+  for (char& c : shown)
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
+  if (shown.size() == text.size()) return shown;
+  // Cut between characters, not inside one.
+  while (!shown.empty() && !isUtf8(shown)) shown.pop_back();
+  return shown + "...";
+}
+
+}  // namespace ormix

@@ -1,0 +1,7 @@
+#include <ORMIXSerialization/ORMIXSerializationException.h>
+
+namespace ormix {
+
+ORMIXSerializationException::~ORMIXSerializationException() = default;
+
+}  // namespace ormix

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <ORMIXSerialization/Export.h>
+#include <ORMIXUtil/Exception/BaseException.h>
+
+namespace ormix {
+
+/// Thrown when an archive was written by a newer version of a class, and by `load` when a file gives no object.
+class ORMIX_SERIALIZATION_API ORMIXSerializationException : public BaseException {
+ public:
+  using BaseException::BaseException;
+  ~ORMIXSerializationException() override;
+};
+
+}  // namespace ormix

@@ -1,0 +1,7 @@
+#include <ORMIXSerialization/Object/BaseObjectWithSkeleton.h>
+
+namespace ormix {
+
+BaseObjectWithSkeleton::~BaseObjectWithSkeleton() = default;
+
+}  // namespace ormix

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <ORMIXSerialization/Object/VersionedLevel.h>
+
+namespace ormix {
+
+/// Reaches the private `fields` of a class that befriends it.
+struct FieldAccess {
+  template <class Self, class Visitor>
+  static bool visit(Self& self, Visitor& visitor) {
+    return Self::fields(self, visitor);
+  }
+};
+
+/// The uniform part of a concrete class: creation, duplication, copying, and the archive of its fields. `Self` is
+/// default-constructible and copyable, befriends `FieldAccess` and names its fields once, in archive order:
+/// \code
+/// template <class S, class F>
+/// static bool fields(S& self, F&& item) { return item("_centerPt", self._centerPt) && item("_radius", self._radius); }
+/// \endcode
+/// The bodies are in RegisteredObject.ipp, for the source that instantiates the class.
+template <class Self, class Base>
+class __attribute__((visibility("default"))) RegisteredObject : public VersionedLevel<Self, Base> {
+ public:
+  /// A new default-constructed `Self`; the caller owns it.
+  static BaseDynamicObject* createNewObject();
+  /// The same in one allocation with its counter.
+  static boost::shared_ptr<BaseDynamicObject> createSharedObject();
+
+  BaseDynamicObject* createNew() const override;
+  boost::shared_ptr<BaseDynamicObject> createShared() const override;
+  bool hasCopySupport() const override;
+  BaseDynamicObject* duplicate() const override;
+  boost::shared_ptr<BaseDynamicObject> duplicateShared() const override;
+  void copy(const BaseDynamicObject& other) override;
+  BoolResult write(BaseOArchive& archive) const override;
+  BoolResult read(BaseIArchive& archive) override;
+
+ protected:
+  RegisteredObject() = default;
+  RegisteredObject(const RegisteredObject&) = default;
+  RegisteredObject(RegisteredObject&&) = default;
+  RegisteredObject& operator=(const RegisteredObject&) = default;
+  RegisteredObject& operator=(RegisteredObject&&) = default;
+  ~RegisteredObject() override = default;
+};
+
+}  // namespace ormix
