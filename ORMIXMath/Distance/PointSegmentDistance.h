@@ -1,0 +1,41 @@
+#pragma once
+
+#include <ORMIXMath/Distance/PlanarSegment.h>
+#include <ORMIXMath/Export.h>
+
+namespace ormix {
+
+/// Distance from a point to a closed segment and the segment's nearest point to it.
+///
+/// Exact zero when and only when the point lies on the segment, as orientation() decides it, the nearest point then
+/// being the point itself; otherwise right to a few units in the last place of the largest coordinate (4 is the most
+/// seen), for every direction, offset and length, a zero length included (the distance to that point). The nearest
+/// point stays in the segment's box and is an end itself where an end is nearest. NaN, and a nearest point of NaN, when
+/// a coordinate is not finite; infinite when the distance exceeds every finite value. Constant time, no allocation.
+ORMIX_MATH_API omReal64 pointSegmentDistance(const PlanarPoint& point, const PlanarSegment& segment,
+                                             PlanarPoint& nearest);
+
+/// The same from the coordinates of the point and of the segment's ends, computed in omReal64 for every type; no
+/// integer product can wrap.
+template <class T>
+omReal64 pointSegmentDistance(T px, T py, T x0, T y0, T x1, T y1, PlanarPoint& nearest) {
+  return pointSegmentDistance(toPlanarPoint(px, py), toPlanarSegment(x0, y0, x1, y1), nearest);
+}
+
+template <class T>
+omReal64 pointSegmentDistance(T px, T py, T x0, T y0, T x1, T y1) {
+  PlanarPoint nearest;
+  return pointSegmentDistance(px, py, x0, y0, x1, y1, nearest);
+}
+
+/// The same with the nearest point as two values.
+template <class T>
+omReal64 pointSegmentDistance(T px, T py, T x0, T y0, T x1, T y1, omReal64& nearestX, omReal64& nearestY) {
+  PlanarPoint nearest;
+  const omReal64 distance = pointSegmentDistance(px, py, x0, y0, x1, y1, nearest);
+  nearestX = nearest.x;
+  nearestY = nearest.y;
+  return distance;
+}
+
+}  // namespace ormix

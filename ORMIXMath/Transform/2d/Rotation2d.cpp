@@ -1,0 +1,16 @@
+#include <ORMIXMath/Transform/2d/Rotation2d.h>
+#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+
+#include <cmath>
+
+namespace ormix {
+
+template class ParametricTransform2d<Rotation2d, 1>;
+
+AffineCoefficients2d Rotation2d::coefficients(const Params& params) {
+  const omReal64 cosTheta = std::cos(params[0]);
+  const omReal64 sinTheta = std::sin(params[0]);
+  return {cosTheta, -sinTheta, 0, sinTheta, cosTheta, 0};
+}
+
+}  // namespace ormix

@@ -1,0 +1,16 @@
+#include <ORMIXMath/Transform/2d/Similarity2d.h>
+#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+
+#include <cmath>
+
+namespace ormix {
+
+template class ParametricTransform2d<Similarity2d, 4>;
+
+AffineCoefficients2d Similarity2d::coefficients(const Params& params) {
+  const omReal64 scaledCos = params[0] * std::cos(params[1]);
+  const omReal64 scaledSin = params[0] * std::sin(params[1]);
+  return {scaledCos, -scaledSin, params[2], scaledSin, scaledCos, params[3]};
+}
+
+}  // namespace ormix

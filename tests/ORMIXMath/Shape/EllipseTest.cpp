@@ -1,0 +1,148 @@
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Shape/Ellipse.h>
+
+#include <gtest/gtest.h>
+
+#include <boost/math/constants/constants.hpp>
+#include <boost/multiprecision/cpp_bin_float.hpp>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace ormix {
+namespace {
+
+using Wide = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<60>, boost::multiprecision::et_off>;
+
+/// The perimeter by the arithmetic-geometric mean (Gauss): 2π (a² − Σ 2^(n−1) c_n²) / M(a, b), c_0² = a² − b².
+Wide perimeter(omReal64 larger, omReal64 smaller) {
+  if (smaller == 0) return 4 * Wide(larger);
+  Wide a = larger;
+  Wide b = smaller;
+  Wide sum = (a * a + b * b) / 2;
+  Wide weight = 1;
+  for (int step = 0; step < 60 && a != b; ++step, weight *= 2) {
+    const Wide c = (a - b) / 2;
+    const Wide mean = (a + b) / 2;
+    b = sqrt(a * b);
+    a = mean;
+    sum -= weight * c * c;
+  }
+  return 2 * boost::math::constants::pi<Wide>() * sum / a;
+}
+
+TEST(Ellipse, BoundsHoldTheTruePerimeterAtEveryRatioAndScale) {
+  const unsigned seed = 5150;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(0, 1);
+  omReal64 worstLower = 0;
+  omReal64 worstUpper = 0;
+  for (int i = 0; i < 20000; ++i) {
+    const omReal64 a = std::pow(10.0, -280 + 580 * unit(draw));
+    const int kind = i % 4;
+    const omReal64 ratio = kind == 0   ? unit(draw)
+                           : kind == 1 ? 1 - std::pow(10.0, -16 * unit(draw))
+                           : kind == 2 ? std::pow(10.0, -20 * unit(draw))
+                                       : std::pow(10.0, -300 * unit(draw));
+    const omReal64 b = a * ratio;
+    const Wide exact = perimeter(a, b);
+    const omReal64 lower = ellipsePerimeterLowerBound(b, a);
+    const omReal64 upper = ellipsePerimeterUpperBound(a, b);
+    ASSERT_LE(lower, exact) << a << ' ' << b;
+    ASSERT_GE(upper, exact) << a << ' ' << b;
+    worstLower = std::max(worstLower, Wide(1 - lower / exact).convert_to<omReal64>());
+    worstUpper = std::max(worstUpper, Wide(upper / exact - 1).convert_to<omReal64>());
+  }
+  std::cout << "largest relative slack: lower bound " << worstLower << ", upper bound " << worstUpper << '\n';
+  EXPECT_LE(worstLower, 4.1e-4);
+  EXPECT_LE(worstUpper, 1.3e-4);
+}
+
+TEST(Ellipse, BoundsEncloseRamanujansApproximationAsMeasuresComputeIt) {
+  for (int step = 0; step <= 1000; ++step) {
+    const omReal64 a = 3.7;
+    const omReal64 b = a * step / 1000;
+    const omReal64 h = (a - b) * (a - b) / ((a + b) * (a + b));
+    const omReal64 measured = s_pi * (a + b) * (1 + 3 * h / (10 + std::sqrt(4 - 3 * h)));
+    EXPECT_LE(ellipsePerimeterLowerBound(a, b), measured) << step;
+    EXPECT_GE(ellipsePerimeterUpperBound(a, b), measured) << step;
+  }
+}
+
+TEST(Ellipse, BoundsAreTightForCirclesAndZeroForPoints) {
+  EXPECT_NEAR(ellipsePerimeterLowerBound(1, 1), s_twoPi, 2e-14);
+  EXPECT_NEAR(ellipsePerimeterUpperBound(1, 1), s_twoPi, 2e-14);
+  EXPECT_NEAR(ellipsePerimeterUpperBound(3, 0), 12, 1e-13);
+  EXPECT_LE(ellipsePerimeterLowerBound(-2, 0), 8);
+  EXPECT_EQ(ellipsePerimeterLowerBound(0, 0), 0);
+  EXPECT_EQ(ellipsePerimeterUpperBound(0, 0), 0);
+  EXPECT_EQ(ellipsePerimeterUpperBound(1, -2), ellipsePerimeterUpperBound(2, 1));
+}
+
+TEST(Ellipse, ExcentricityIsAccurateForNearlyEqualRadii) {
+  const unsigned seed = 616;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(0, 1);
+  for (int i = 0; i < 2000; ++i) {
+    const omReal64 a = std::pow(10.0, -300 + 600 * unit(draw));
+    const omReal64 b = a * (1 - std::pow(10.0, -16 * unit(draw)));
+    const Wide exact = sqrt((1 - Wide(b) / a) * (1 + Wide(b) / a));
+    const omReal64 value = ellipseExcentricity(a, b);
+    ASSERT_EQ(ellipseExcentricity(b, a), value);
+    ASSERT_TRUE(value >= 0 && value <= 1);
+    ASSERT_EQ(value == 0, exact.is_zero());
+    ASSERT_LE(abs(value - exact), 5e-16 * exact) << a << ' ' << b;
+  }
+  EXPECT_DOUBLE_EQ(ellipseExcentricity(5, 4), 0.6);
+  EXPECT_EQ(ellipseExcentricity(7, 7), 0);
+  EXPECT_EQ(ellipseExcentricity(0, 0), 0);
+  EXPECT_EQ(ellipseExcentricity(0, 2), 1);
+}
+
+TEST(Ellipse, BoundaryPointsSatisfyTheEquation) {
+  for (const auto& [a, b] : {std::pair{5.0, 3.0}, {3.0, 5.0}, {2.0, 2.0}, {1e6, 1.0}, {1e200, 1e190}}) {
+    for (int step = -20; step <= 20; ++step) {
+      const omReal64 angle = 0.37 * step;
+      const omReal64 theta = 0.7;
+      omReal64 x = 0;
+      omReal64 y = 0;
+      ellipsePoint(0, 0, a, b, std::cos(theta), std::sin(theta), angle, x, y);
+      const omReal64 along = (std::cos(theta) * x + std::sin(theta) * y) / a;
+      const omReal64 across = (std::cos(theta) * y - std::sin(theta) * x) / b;
+      EXPECT_NEAR(along * along + across * across, 1, 1e-9) << a << ' ' << b << ' ' << angle;
+      EXPECT_NEAR(std::hypot(x, y) / ellipseRadius(a, b, angle), 1, 1e-15);
+      EXPECT_NEAR(std::remainder(std::atan2(y, x) - theta - angle, s_twoPi), 0, 1e-14);
+    }
+  }
+}
+
+TEST(Ellipse, RadiusIsDefinedForFlatOnesAndPoints) {
+  EXPECT_EQ(ellipseRadius(5, 3, 0), 5);
+  EXPECT_DOUBLE_EQ(ellipseRadius(5, 3, s_pi / 2), 3);
+  EXPECT_DOUBLE_EQ(ellipseRadius(3, 5, s_pi / 2), 5);
+  EXPECT_EQ(ellipseRadius(5, 0, 0), 5);
+  EXPECT_EQ(ellipseRadius(5, 0, s_pi), 5);
+  EXPECT_EQ(ellipseRadius(5, 0, 0.1), 0);
+  EXPECT_EQ(ellipseRadius(0, 5, s_pi / 2), 5);
+  EXPECT_EQ(ellipseRadius(0, 0, 1), 0);
+  EXPECT_EQ(ellipseRadius(1e300, 1e-300, 0), 1e300);
+  EXPECT_EQ(ellipseRadius(-5, 3, 0), 5);
+}
+
+TEST(Ellipse, NaNComesThrough) {
+  const omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
+  for (const auto& [a, b] : {std::pair{nan, 1.0}, {1.0, nan}, {nan, nan}, {0.0, nan}}) {
+    EXPECT_TRUE(std::isnan(ellipseArea(a, b)));
+    EXPECT_TRUE(std::isnan(ellipsePerimeterLowerBound(a, b)));
+    EXPECT_TRUE(std::isnan(ellipsePerimeterUpperBound(a, b)));
+    EXPECT_TRUE(std::isnan(ellipseExcentricity(a, b)));
+    EXPECT_TRUE(std::isnan(ellipseRadius(a, b, 1)));
+  }
+  EXPECT_TRUE(std::isnan(ellipseRadius(2, 1, nan)));
+  EXPECT_DOUBLE_EQ(ellipseArea(2, 3), 6 * s_pi);
+}
+
+}  // namespace
+}  // namespace ormix

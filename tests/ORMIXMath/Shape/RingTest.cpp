@@ -1,0 +1,168 @@
+#include <ORMIXMath/Shape/Ring.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <type_traits>
+#include <vector>
+
+namespace ormix {
+namespace {
+
+#if defined(__SIZEOF_FLOAT128__)
+__extension__ using Wide = __float128;
+#else
+using Wide = long double;
+#endif
+
+constexpr omReal64 inf = std::numeric_limits<omReal64>::infinity();
+constexpr omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
+
+omUInt64 bits(omReal64 value) {
+  omUInt64 result;
+  std::memcpy(&result, &value, sizeof result);
+  return result;
+}
+
+/// The whole range for integers; for reals magnitudes spread over many decades, so that sums round at every addition.
+template <class T>
+std::vector<T> randomCoordinates(std::size_t nbPoints, unsigned seed) {
+  std::mt19937_64 generator(seed);
+  std::vector<T> xy(2 * nbPoints);
+  for (T& c : xy) {
+    if constexpr (std::is_integral_v<T>) {
+      c = std::uniform_int_distribution<T>(std::numeric_limits<T>::min(), std::numeric_limits<T>::max())(generator);
+    } else {
+      const omReal64 decades = std::is_same_v<T, omReal32> ? 18 : 70;
+      const omReal64 exponent = std::uniform_real_distribution<omReal64>(-decades, decades)(generator);
+      c = static_cast<T>(std::uniform_real_distribution<omReal64>(-1, 1)(generator) * std::pow(10.0, exponent));
+    }
+  }
+  return xy;
+}
+
+template <class T>
+omReal64 x(const T* xy, std::size_t i) {
+  return static_cast<omReal64>(xy[2 * i]);
+}
+template <class T>
+omReal64 y(const T* xy, std::size_t i) {
+  return static_cast<omReal64>(xy[2 * i + 1]);
+}
+template <class Sum, class T>
+omReal64 lengthSummedAs(const T* xy, std::size_t n) {
+  Sum sum = 0;
+  for (std::size_t i = 1; i < n; ++i) {
+    const omReal64 dx = x(xy, i) - x(xy, i - 1);
+    const omReal64 dy = y(xy, i) - y(xy, i - 1);
+    sum += std::sqrt(dx * dx + dy * dy);
+  }
+  return static_cast<omReal64>(sum);
+}
+
+template <class T>
+class RingTest : public testing::Test {};
+using Scalars = testing::Types<omInt32, omUInt32, omReal32, omReal64>;
+TYPED_TEST_SUITE(RingTest, Scalars);
+
+/// Every number of vertices around the width of the vectors, from starts at every alignment of a vertex.
+template <class T, class Check>
+void forSizesAndStarts(Check check) {
+  constexpr std::size_t largest = 70;
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    const std::vector<T> xy = randomCoordinates<T>(largest + 4, seed);
+    for (std::size_t start = 0; start < 4; ++start) {
+      for (std::size_t n = 0; n <= largest; ++n) check(xy.data() + 2 * start, n);
+    }
+  }
+}
+
+TYPED_TEST(RingTest, areaAddsFromTheLastVertexBackwards) {
+  forSizesAndStarts<TypeParam>([](const TypeParam* xy, std::size_t n) {
+    omReal64 sum = 0;
+    for (std::size_t k = n; k-- > 1 && n > 3;) sum += (x(xy, k) + x(xy, k - 1)) * (y(xy, k) - y(xy, k - 1));
+    ASSERT_EQ(bits(ringSignedArea(xy, n)), bits(0.5 * sum)) << n;
+  });
+}
+
+TYPED_TEST(RingTest, reversedAreaAddsForwards) {
+  forSizesAndStarts<TypeParam>([](const TypeParam* xy, std::size_t n) {
+    omReal64 sum = 0;
+    for (std::size_t i = 0; i + 1 < n && n > 3; ++i) sum += (x(xy, i) + x(xy, i + 1)) * (y(xy, i) - y(xy, i + 1));
+    ASSERT_EQ(bits(ringSignedAreaReversed(xy, n)), bits(0.5 * sum)) << n;
+  });
+}
+
+TYPED_TEST(RingTest, areaIsSignedByTheTurn) {
+  const TypeParam square[] = {1, 1, 2, 1, 2, 2, 1, 2, 1, 1};
+  EXPECT_EQ(ringSignedArea(square, 5), 1);
+  EXPECT_EQ(ringSignedAreaReversed(square, 5), -1);
+  EXPECT_EQ(ringSignedArea(square, 3), 0) << "an open triangle encloses nothing";
+  EXPECT_EQ(ringSignedArea<TypeParam>(nullptr, 0), 0);
+  EXPECT_EQ(ringSignedAreaReversed<TypeParam>(nullptr, 0), 0);
+}
+
+TYPED_TEST(RingTest, lengthIsTheExactSumToOneUnitInTheLastPlace) {
+  forSizesAndStarts<TypeParam>([](const TypeParam* xy, std::size_t n) {
+    const omReal64 expected = lengthSummedAs<Wide>(xy, n);
+    ASSERT_LE(std::abs(pathLength(xy, n) - expected), expected * std::numeric_limits<omReal64>::epsilon()) << n;
+  });
+}
+
+TYPED_TEST(RingTest, lengthHasTheSameBitsWithoutVectors) {
+  forSizesAndStarts<TypeParam>([](const TypeParam* xy, std::size_t n) {
+    ASSERT_EQ(bits(pathLength(xy, n)), bits(detail::pathLengthPortable(xy, n))) << n;
+  });
+}
+
+TYPED_TEST(RingTest, lengthOfManyEdgesLosesNothing) {
+  const std::size_t n = 300'001;
+  const std::vector<TypeParam> xy = randomCoordinates<TypeParam>(n, 7);
+  EXPECT_DOUBLE_EQ(pathLength(xy.data(), n), lengthSummedAs<Wide>(xy.data(), n));
+  EXPECT_EQ(bits(pathLength(xy.data(), n)), bits(detail::pathLengthPortable(xy.data(), n)));
+}
+
+TYPED_TEST(RingTest, lengthLeavesThePathOpen) {
+  const TypeParam path[] = {0, 0, 3, 4, 3, 9};
+  EXPECT_EQ(pathLength(path, 3), 10);
+  EXPECT_EQ(pathLength(path, 1), 0);
+  EXPECT_EQ(pathLength<TypeParam>(nullptr, 0), 0);
+}
+
+TEST(RingLength, sumOfEqualInexactEdgesIsTheirProduct) {
+  const std::size_t nbEdges = 1'000'003;
+  std::vector<omReal64> xy(2 * (nbEdges + 1), 0.0);
+  for (std::size_t i = 1; i <= nbEdges; i += 2) xy[2 * i] = 0.1;
+  EXPECT_EQ(pathLength(xy.data(), nbEdges + 1), 0.1 * static_cast<omReal64>(nbEdges));
+}
+
+TEST(RingLength, integerExtremesNeitherWrapNorOverflow) {
+  constexpr omInt32 low = std::numeric_limits<omInt32>::min();
+  constexpr omInt32 high = std::numeric_limits<omInt32>::max();
+  const omInt32 square[] = {low, low, high, low, high, high, low, high, low, low};
+  EXPECT_EQ(pathLength(square, 5), 4 * 4294967295.0);
+  EXPECT_EQ(ringSignedArea(square, 5), 4294967295.0 * 4294967295.0);
+  constexpr omUInt32 top = std::numeric_limits<omUInt32>::max();
+  const omUInt32 unsignedSquare[] = {0, 0, top, 0, top, top, 0, top, 0, 0};
+  EXPECT_EQ(pathLength(unsignedSquare, 5), 4 * 4294967295.0);
+}
+
+/// One odd coordinate at any place: in a block, in the rest, at either end.
+TEST(RingLength, infinityAndNanComeOutAsFromAPlainSum) {
+  for (const omReal64 odd : {inf, -inf, nan, 1e200, 1e154}) {
+    for (std::size_t at = 0; at < 2 * 29; ++at) {
+      std::vector<omReal64> xy = randomCoordinates<omReal64>(29, 11);
+      xy[at] = odd;
+      const omReal64 plain = lengthSummedAs<omReal64>(xy.data(), 29);
+      for (const omReal64 length : {pathLength(xy.data(), 29), detail::pathLengthPortable(xy.data(), 29)}) {
+        ASSERT_EQ(std::fpclassify(length), std::fpclassify(plain)) << odd << " at " << at;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ormix
