@@ -1,0 +1,47 @@
+#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
+
+#include <cmath>
+#include <ostream>
+
+namespace ormix::geom {
+
+namespace {
+const ScalarRegistrators<Circle2d> g_classRegistrator;
+}  // namespace
+
+template <class T>
+omReal64 Circle2d<T>::area() const {
+  const auto radius = static_cast<omReal64>(_radius);
+  return s_pi * radius * radius;
+}
+
+template <class T>
+omReal64 Circle2d<T>::perimeter() const {
+  return s_twoPi * static_cast<omReal64>(_radius);
+}
+
+template <class T>
+omReal64 Circle2d<T>::signedDistance(const Point2dData<T>& point) const {
+  return geom::distance(_centerPt, point) - static_cast<omReal64>(_radius);
+}
+
+template <class T>
+omReal64 Circle2d<T>::distance(const Point2dData<T>& point) const {
+  return std::abs(signedDistance(point));
+}
+
+template <class T>
+std::ostream& operator<<(std::ostream& stream, const Circle2d<T>& circle) {
+  return stream << "[center=" << circle.center() << ", radius=" << circle.getRadius() << ']';
+}
+
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omInt32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omUInt32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omReal32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omReal64>&);
+
+}  // namespace ormix::geom
+
+ORMIX_GEOMETRY_ENTITY2D_TEMPLATE_LEVELS(, Circle2d)

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <ORMIXGeometry/Export.h>
+
+// Every planar class, declared once. The first declaration decides the visibility of what is instantiated for a class
+// before it is defined, so nobody declares one again without including this.
+
+namespace ormix::geom {
+
+/// \name Entities.
+/// @{
+template <class T>
+class ORMIX_GEOMETRY_API BoundingBox2d;
+template <class T>
+class ORMIX_GEOMETRY_API Circle2d;
+template <class T>
+class ORMIX_GEOMETRY_API Ellipse2d;
+template <class T>
+class ORMIX_GEOMETRY_API Point2d;
+template <class T>
+class ORMIX_GEOMETRY_API PointCloud2d;
+template <class T>
+class ORMIX_GEOMETRY_API Polygon2d;
+template <class T>
+class ORMIX_GEOMETRY_API PolygonWithHoles2d;
+template <class T>
+class ORMIX_GEOMETRY_API Rectangle2d;
+template <class T>
+class ORMIX_GEOMETRY_API Segment2d;
+template <class T>
+class ORMIX_GEOMETRY_API Square2d;
+class ORMIX_GEOMETRY_API Line2d;
+class ORMIX_GEOMETRY_API Parabola2d;
+class ORMIX_GEOMETRY_API Vector2d;
+/// @}
+
+/// \name Transforms, in order of their visits.
+/// @{
+class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d;
+class ORMIX_GEOMETRY_API HomographyTransform2d;
+class ORMIX_GEOMETRY_API RigidTransform2d;
+class ORMIX_GEOMETRY_API RotationTransform2d;
+class ORMIX_GEOMETRY_API ScaleTransform2d;
+class ORMIX_GEOMETRY_API SimilarityTransform2d;
+class ORMIX_GEOMETRY_API TranslationTransform2d;
+class ORMIX_GEOMETRY_API CentroidTransform2d;
+class ORMIX_GEOMETRY_API ConvexHullTransform2d;
+class ORMIX_GEOMETRY_API EnvelopeTransform2d;
+class ORMIX_GEOMETRY_API SimplifyTransform2d;
+class ORMIX_GEOMETRY_API MinEnclosingCircleTransform2d;
+/// @}
+
+/// \name Measures, in order of their visits, and the results that are not scalars.
+/// @{
+class ORMIX_GEOMETRY_API PerimeterMsr2d;
+class ORMIX_GEOMETRY_API AreaMsr2d;
+class ORMIX_GEOMETRY_API MomentsMsr2d;
+class ORMIX_GEOMETRY_API HuMomentsMsr2d;
+class ORMIX_GEOMETRY_API Moments2dO3;
+class ORMIX_GEOMETRY_API HuMoments2dO3;
+/// @}
+
+}  // namespace ormix::geom

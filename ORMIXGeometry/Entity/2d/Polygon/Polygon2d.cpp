@@ -1,0 +1,90 @@
+#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
+#include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
+
+#include <ostream>
+
+namespace ormix::geom {
+
+namespace {
+
+const ScalarRegistrators<Polygon2d> g_classRegistrator;
+
+/// The snapping of `closePolygon`, for at least three points.
+template <class T>
+void snapSeam(std::vector<Point2dData<T>>& points) {
+  const T seamX = points.front().getX();
+  if (points.back().getX() != seamX) return;
+  // Only x decides, and the two ends are treated differently: both intended.
+  if (points[points.size() - 2].getX() == seamX) points.back() = points.front();
+  if (points[1].getX() == seamX) points.front() = points.back();
+}
+
+}  // namespace
+
+template <class T>
+std::ostream& operator<<(std::ostream& stream, const Polygon2d<T>& polygon) {
+  return printPoints(stream, polygon.getPointColl());
+}
+
+template <class T>
+bool isClosed(const Polygon2d<T>& polygon) {
+  const auto& points = polygon.getPointColl();
+  return points.size() >= 2 && points.front() == points.back();
+}
+
+template <class T>
+void closePolygon(Polygon2d<T>& polygon) {
+  auto& points = polygon.getPointColl();
+  if (points.empty()) return;
+  if (points.size() >= 3) snapSeam(points);
+  if (points.size() == 1 || points.back() != points.front()) points.push_back(points.front());
+}
+
+template <class T>
+void fromString(Polygon2d<T>& polygon, const std::string& text) {
+  polygon.clear();
+  try {
+    readRing(text, polygon.getPointColl());
+  } catch (...) {
+    polygon.clear();
+    throw;
+  }
+  closePolygon(polygon);
+}
+
+template <class TOut, class TIn>
+Polygon2d<TOut> cast(const Polygon2d<TIn>& polygon) {
+  Polygon2d<TOut> result;
+  cast(polygon, result);
+  return result;
+}
+
+template <class TOut, class TIn>
+void cast(const Polygon2d<TIn>& polygon, Polygon2d<TOut>& result) {
+  result.setPolygon2dType(polygon.getPolygon2dType());
+  castPoints(polygon.getPointColl(), result.getPointColl());
+}
+
+#define ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(TOut, TIn)                       \
+  template ORMIX_GEOMETRY_API Polygon2d<TOut> cast<TOut>(const Polygon2d<TIn>&); \
+  template ORMIX_GEOMETRY_API void cast(const Polygon2d<TIn>&, Polygon2d<TOut>&);
+#define ORMIX_GEOMETRY_INSTANTIATE_POLYGON(T)                                               \
+  template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Polygon2d<T>&); \
+  template ORMIX_GEOMETRY_API bool isClosed(const Polygon2d<T>&);                           \
+  template ORMIX_GEOMETRY_API void closePolygon(Polygon2d<T>&);                             \
+  template ORMIX_GEOMETRY_API void fromString(Polygon2d<T>&, const std::string&);           \
+  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omInt32, T)                                       \
+  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omUInt32, T)                                      \
+  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omReal32, T)                                      \
+  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omReal64, T)
+ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omInt32)
+ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omUInt32)
+ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omReal32)
+ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omReal64)
+#undef ORMIX_GEOMETRY_INSTANTIATE_POLYGON
+#undef ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST
+
+}  // namespace ormix::geom
+
+ORMIX_GEOMETRY_ENTITY2D_TEMPLATE_LEVELS(, Polygon2d)

@@ -1,0 +1,37 @@
+#include <ORMIXGeometry/Entity/2d/Rectangle/OrientedCorner.h>
+#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
+#include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
+
+#include <ostream>
+
+namespace ormix::geom {
+
+namespace {
+const ScalarRegistrators<Square2d> g_classRegistrator;
+}  // namespace
+
+template <class T>
+T Square2d<T>::getLength() const {
+  return detail::fullSize(_halfLength);
+}
+
+template <class T>
+Point2dData<omReal64> Square2d<T>::corner(omReal64 sideX, omReal64 sideY) const {
+  const auto halfLength = static_cast<omReal64>(_halfLength);
+  return detail::orientedCorner(_centerPt, sideX * halfLength, sideY * halfLength, _orientation);
+}
+
+template <class T>
+std::ostream& operator<<(std::ostream& stream, const Square2d<T>& square) {
+  return stream << "[center=" << square.center() << ", l=" << square.getLength()
+                << ", theta=" << square.getOrientation() << ']';
+}
+
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omInt32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omUInt32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omReal32>&);
+template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omReal64>&);
+
+}  // namespace ormix::geom
+
+ORMIX_GEOMETRY_ENTITY2D_TEMPLATE_LEVELS(, Square2d)

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <ORMIXGeometry/Export.h>
+#include <ORMIXUtil/Message/MessageDomain.h>
+
+#include <array>
+
+namespace ormix::geom {
+
+/// Texts of the library as a whole; registers nothing (intended).
+struct ORMIX_GEOMETRY_API eORMIXGeometryMessage {
+  struct ORMIX_GEOMETRY_API domain {};
+
+  static constexpr std::array<MessageText, 0> texts{};
+
+  /// The library's catalogue.
+  static LogMessageManager& manager();
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
+#include <ORMIXMath/Transform/2d/AnisotropicScale2d.h>
+
+#include <boost/smart_ptr/make_shared_object.hpp>
+#include <utility>
+
+namespace ormix {
+extern template class VersionedLevel<geom::AnisotropicScaleTransform2d, geom::BaseGeometryTransform2d>;
+extern template class RegisteredObject<geom::AnisotropicScaleTransform2d, geom::BaseGeometryTransform2d>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class LinearTransform2d<AnisotropicScaleTransform2d, AnisotropicScale2d>;
+
+/// Scales planar entities about the origin by one factor along x and one along y. The one linear transform that can
+/// turn an entity into one of another class: a circle becomes an ellipse, and so has no image in place.
+class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d
+    : public LinearTransform2d<AnisotropicScaleTransform2d, AnisotropicScale2d> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::AnisotropicScaleTransform2d";
+  static constexpr eTransform2dType s_transform2dType = eT2DT_AnisotropicScale;
+
+  /// The identity.
+  AnisotropicScaleTransform2d() = default;
+  explicit AnisotropicScaleTransform2d(const AnisotropicScale2d& transform) : LinearTransform2d(transform) {}
+  AnisotropicScaleTransform2d(omReal64 sx, omReal64 sy) : LinearTransform2d(AnisotropicScale2d(sx, sy)) {}
+
+  /// The image of an entity that has one in place.
+  template <class Entity, class Base = LinearTransform2d,
+            class = decltype(std::declval<const Base&>().processInSitu(std::declval<Entity&>()))>
+  GeometryEntity2dPtr process(const Entity& entity) const {
+    const auto image = boost::make_shared<Entity>(entity);
+    return this->processInSitu(*image) ? image : boost::shared_ptr<Entity>();
+  }
+  /// The ellipse that is the image of a circle: its major radius the larger of the two, at an angle of 0 when the x
+  /// radius is strictly larger, of pi/2 otherwise.
+  template <class T>
+  GeometryEntity2dPtr process(const Circle2d<T>& circle) const;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
+#include <ORMIXMath/Transform/2d/Homography2d.h>
+
+namespace ormix {
+extern template class VersionedLevel<geom::HomographyTransform2d, geom::BaseGeometryTransform2d>;
+extern template class RegisteredObject<geom::HomographyTransform2d, geom::BaseGeometryTransform2d>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class LinearTransform2d<HomographyTransform2d, Homography2d>;
+
+/// Maps planar entities by a projective map.
+class ORMIX_GEOMETRY_API HomographyTransform2d : public LinearTransform2d<HomographyTransform2d, Homography2d> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::HomographyTransform2d";
+  static constexpr eTransform2dType s_transform2dType = eT2DT_HomographyTransform;
+
+  /// The identity.
+  HomographyTransform2d() = default;
+  explicit HomographyTransform2d(const Homography2d& transform) : LinearTransform2d(transform) {}
+  explicit HomographyTransform2d(const Matrix3x3& matrix) : LinearTransform2d(Homography2d(matrix)) {}
+
+  /// Replaces the matrix.
+  void init(const Matrix3x3& matrix) { _transform = Homography2d(matrix); }
+};
+
+}  // namespace ormix::geom

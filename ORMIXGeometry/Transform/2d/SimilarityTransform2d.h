@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
+#include <ORMIXMath/Transform/2d/Similarity2d.h>
+
+namespace ormix {
+extern template class VersionedLevel<geom::SimilarityTransform2d, geom::BaseGeometryTransform2d>;
+extern template class RegisteredObject<geom::SimilarityTransform2d, geom::BaseGeometryTransform2d>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class LinearTransform2d<SimilarityTransform2d, Similarity2d>;
+
+/// Rotates and scales planar entities about the origin, then shifts them.
+class ORMIX_GEOMETRY_API SimilarityTransform2d : public LinearTransform2d<SimilarityTransform2d, Similarity2d> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::SimilarityTransform2d";
+  static constexpr eTransform2dType s_transform2dType = eT2DT_SimilarityTransform;
+
+  /// The identity.
+  SimilarityTransform2d() = default;
+  explicit SimilarityTransform2d(const Similarity2d& transform) : LinearTransform2d(transform) {}
+  SimilarityTransform2d(omReal64 scale, omReal64 theta, omReal64 tx, omReal64 ty)
+      : LinearTransform2d(Similarity2d(scale, theta, tx, ty)) {}
+};
+
+}  // namespace ormix::geom

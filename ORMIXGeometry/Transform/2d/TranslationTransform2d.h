@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
+#include <ORMIXMath/Transform/2d/Translation2d.h>
+
+namespace ormix {
+extern template class VersionedLevel<geom::TranslationTransform2d, geom::BaseGeometryTransform2d>;
+extern template class RegisteredObject<geom::TranslationTransform2d, geom::BaseGeometryTransform2d>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class LinearTransform2d<TranslationTransform2d, Translation2d>;
+
+/// Shifts planar entities.
+class ORMIX_GEOMETRY_API TranslationTransform2d : public LinearTransform2d<TranslationTransform2d, Translation2d> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::TranslationTransform2d";
+  static constexpr eTransform2dType s_transform2dType = eT2DT_Translation;
+
+  /// The identity.
+  TranslationTransform2d() = default;
+  explicit TranslationTransform2d(const Translation2d& transform) : LinearTransform2d(transform) {}
+  TranslationTransform2d(omReal64 tx, omReal64 ty) : LinearTransform2d(Translation2d(tx, ty)) {}
+};
+
+}  // namespace ormix::geom

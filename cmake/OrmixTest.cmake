@@ -1,0 +1,12 @@
+# ormix_add_test(<target> SOURCES ... [LIBRARIES libs...])
+# Adds an executable of GoogleTest cases, each of them a test of its own for ctest.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+function(ormix_add_test target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${target} ${ARG_SOURCES})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${target} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main ormix_flags)
+  # Asked when the tests run, not while they are built: a broken test program fails as a test.
+  gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

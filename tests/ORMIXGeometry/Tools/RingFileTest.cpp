@@ -1,0 +1,104 @@
+#include <ORMIXGeometry/Tools/PointsBoundingBox.h>
+#include <ORMIXGeometry/Tools/RingFile.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <locale>
+#include <sstream>
+
+using namespace ormix;
+using namespace ormix::geom;
+
+namespace {
+
+RingFile read(const std::string& text) {
+  std::istringstream stream(text);
+  return readRings(stream);
+}
+
+/// Rings as text, problems as their line numbers.
+std::string summary(const RingFile& file) {
+  std::ostringstream text;
+  for (const auto& ring : file.rings) text << ring << ' ';
+  for (const auto& problem : file.problems) text << '!' << problem.line;
+  return text.str();
+}
+
+}  // namespace
+
+TEST(RingFile, blocksAreKeptAsTheyStand) {
+  EXPECT_EQ(summary(read("0 0\n4 0\n4 3\n\n\n \t\n 1 1 \n2\t2\n1 1\n")),
+            "[[0, 0], [4, 0], [4, 3]] [[1, 1], [2, 2], [1, 1]] ");
+}
+
+TEST(RingFile, ringsOfOneLineAreClosed) {
+  EXPECT_EQ(summary(read("0 0, 4 0, 4 3\n1 1,\t2 2, 3 1, 1 1")),
+            "[[0, 0], [4, 0], [4, 3], [0, 0]] [[1, 1], [2, 2], [3, 1], [1, 1]] ");
+}
+
+TEST(RingFile, bothSpellingsMayBeMixed) {
+  EXPECT_EQ(summary(read("7 7\n8 8\n0 0, 4 0, 4 3\n9 9")),
+            "[[7, 7], [8, 8]] [[0, 0], [4, 0], [4, 3], [0, 0]] [[9, 9]] ");
+}
+
+TEST(RingFile, commentsDoNotEndABlock) {
+  EXPECT_EQ(summary(read("# coast\n0 0\n# a remark\n4 0 # cape\n\n#\n1 1")), "[[0, 0], [4, 0]] [[1, 1]] ");
+}
+
+TEST(RingFile, foreignLineEndsAndByteOrderMarkAreRead) {
+  EXPECT_EQ(summary(read("\xEF\xBB\xBF"
+                         "0 0\r\n4 0\r\n\r\n1 1\r\n")),
+            "[[0, 0], [4, 0]] [[1, 1]] ");
+}
+
+TEST(RingFile, malformedLinesAreNamedAndSkipped) {
+  for (const char* line : {"x", "1", "1 2 3", "1 y", "1,5 x", "0x10 1", "nan 1", "1 inf", "1e999 1", "1 2,",
+                           "0 0, 1 1, 2", "0 0), (1 1, 2 2", "nan nan, 1 1", "++1 2", "+-1 2", "1-2"}) {
+    const RingFile file = read(std::string("5 5\n") + line + "\n6 6\n");
+    ASSERT_LE(file.nbProblems, 1u) << line;
+    if (std::string(line) == "1 2,") continue;  // a ring of one point: fromString takes a comma at the end
+    ASSERT_EQ(file.nbProblems, 1u) << line;
+    EXPECT_EQ(file.problems[0].line, 2u) << line;
+    EXPECT_NE(file.problems[0].message.find(std::string(line).substr(0, 3)), std::string::npos)
+        << file.problems[0].message;
+  }
+  EXPECT_EQ(summary(read("5 5\noops\n6 6\n")), "[[5, 5], [6, 6]] !2") << "the block goes on";
+}
+
+TEST(RingFile, hostileTextIsBounded) {
+  std::string text;
+  for (int line = 0; line < 5000; ++line) text += "\x01\xFF" + std::string(200, 'z') + "\n";
+  const RingFile file = read(text);
+  EXPECT_EQ(file.nbProblems, 5000u);
+  EXPECT_EQ(file.problems.size(), RingFile::s_maxProblems);
+  EXPECT_LT(file.problems[0].message.size(), 200u);
+  EXPECT_EQ(file.problems[0].message.find('\x01'), std::string::npos);
+}
+
+TEST(RingFile, numbersDoNotDependOnTheLocale) {
+  struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+  };
+  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Comma));
+  const RingFile file = read("0.5 1e3\n+1 -2\n\n0.5 1, 2 2, 3 1\n");
+  std::locale::global(before);
+  EXPECT_EQ(summary(file), "[[0.5, 1000], [1, -2]] [[0.5, 1], [2, 2], [3, 1], [0.5, 1]] ");
+}
+
+TEST(RingFile, filesThatCannotBeReadAreNamed) {
+  for (const std::string& path : {::testing::TempDir(), std::string("/no/such/file")}) {
+    const ProcessingResult<RingFile> result = readRings(path);
+    EXPECT_NE(result.getMessage().find(path), std::string::npos) << result.getMessage();
+    EXPECT_TRUE(result.getResult().rings.empty());
+  }
+  const std::string path = ::testing::TempDir() + "ormix_rings.txt";
+  std::ofstream(path) << "0 0, 1 0, 1 1\n";
+  EXPECT_EQ(readRings(path).getMessage(), "");
+  EXPECT_EQ(readRings(path).getResult().rings.size(), 1u);
+}
+
+TEST(PointsBoundingBox, enclosesEveryPoint) {
+  const std::vector<Point2dData<omInt32>> points{{3, -7}, {-2, 5}, {9, 0}};
+  EXPECT_EQ(pointsBoundingBox(points), BoundingBox2d<omInt32>(-2, -7, 9, 5));
+  EXPECT_EQ(pointsBoundingBox(std::vector<Point2dData<omReal32>>()), BoundingBox2d<omReal32>(0, 0, 0, 0));
+}

@@ -1,0 +1,267 @@
+#include <ORMIXGeometry/ORMIXGeometry.h>
+#include <gtest/gtest.h>
+
+#include <boost/smart_ptr/make_shared_object.hpp>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "support/LogCapture.h"
+#include "support/SampleObjects.h"
+
+namespace {
+
+using namespace samples;
+
+constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
+constexpr omReal64 s_piValue = 3.141592653589793;
+
+const TranslationTransform2d s_translation(3, 5);
+const RotationTransform2d s_rotation(0.5);
+const RigidTransform2d s_rigid(0.5, 30, 5);
+const ScaleTransform2d s_scale(2);
+const SimilarityTransform2d s_similarity(2, 0.5, 30, 5);
+const AnisotropicScaleTransform2d s_anisotropic(2, 3);
+const HomographyTransform2d s_homography(matrix({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
+
+/// In place and, after the bar, as a copy: which of the seven transforms, in this order, accept the class.
+// clang-format off
+template <class T> const char* supportRow(const Point2d<T>*)            { return "1111111|1111111"; }
+const char* supportRow(const Vector2d*)                                 { return "1111111|1111111"; }
+template <class T> const char* supportRow(const BoundingBox2d<T>*)      { return "1001010|1001010"; }
+template <class T> const char* supportRow(const Segment2d<T>*)          { return "1111111|1111111"; }
+const char* supportRow(const Line2d*)                                   { return "1110000|1110000"; }
+template <class T> const char* supportRow(const Circle2d<T>*)           { return "1111100|1111110"; }
+template <class T> const char* supportRow(const Ellipse2d<T>*)          { return "1111100|1111100"; }
+template <class T> const char* supportRow(const Square2d<T>*)           { return "1111100|1111100"; }
+template <class T> const char* supportRow(const Rectangle2d<T>*)        { return "1111100|1111100"; }
+const char* supportRow(const Parabola2d*)                               { return "1110000|1110000"; }
+template <class T> const char* supportRow(const Polygon2d<T>*)          { return "1111111|1111111"; }
+template <class T> const char* supportRow(const PolygonWithHoles2d<T>*) { return "1111111|1111111"; }
+template <class T> const char* supportRow(const PointCloud2d<T>*)       { return "1111111|1111111"; }
+// clang-format on
+
+const std::array<const BaseGeometryTransform2d*, 7> s_transforms{&s_translation, &s_rotation,    &s_rigid,     &s_scale,
+                                                                 &s_similarity,  &s_anisotropic, &s_homography};
+
+template <class Entity>
+class LinearTransform : public ::testing::Test {};
+TYPED_TEST_SUITE(LinearTransform, AllEntities2d);
+
+TYPED_TEST(LinearTransform, SupportsWhatTheTableSays) {
+  const TypeParam sample = Sample<TypeParam>::make();
+  std::string inSitu;
+  std::string copied;
+  for (const BaseGeometryTransform2d* transform : s_transforms) {
+    TypeParam entity = sample;
+    const BoolResult result = transform->applyInSitu(entity);
+    inSitu += result ? '1' : '0';
+    EXPECT_EQ(describe(entity) != describe(sample), static_cast<bool>(result)) << transform->getClassName();
+    EXPECT_EQ(result.getMessage(), result ? ""
+                                          : "Transform " + transform->getClassName() + " failed for geometry entity " +
+                                                toString(sample.getEntity2dType()));
+    const GeometryEntity2dPtr image = transform->apply(sample);
+    copied += image ? '1' : '0';
+    if (result) {
+      ASSERT_TRUE(image);
+      EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*image)), describe(entity));
+    }
+  }
+  EXPECT_EQ(inSitu + "|" + copied, supportRow(static_cast<const TypeParam*>(nullptr)));
+}
+
+// Boundary points of the image are images of boundary points: whatever the fields say, the entity is the image.
+TEST(LinearTransformImage, OfRoundAndRectangularEntities) {
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<omReal64> number(-10, 10);
+  for (int count = 0; count < 50; ++count) {
+    const Similarity2d map(number(random), number(random), number(random), number(random));
+    const SimilarityTransform2d transform(map);
+    const Point2dData<omReal64> center(number(random), number(random));
+    const auto mapped = [&map](Point2dData<omReal64> point) {
+      omReal64 x = 0;
+      omReal64 y = 0;
+      EXPECT_TRUE(map.apply(point.getX(), point.getY(), x, y));
+      return Point2dData<omReal64>(x, y);
+    };
+    Ellipse2d<omReal64> ellipse(center, 5, 3, number(random));
+    Rectangle2d<omReal64> rectangle(center, 4, 2, number(random));
+    const Ellipse2d<omReal64> ellipseBefore = ellipse;
+    const Rectangle2d<omReal64> rectangleBefore = rectangle;
+    ASSERT_TRUE(transform.applyInSitu(ellipse));
+    ASSERT_TRUE(transform.applyInSitu(rectangle));
+    for (omReal64 angle = 0; angle < 6.3; angle += 0.7)
+      EXPECT_TRUE(compare(ellipse.boundaryPoint(angle), mapped(ellipseBefore.boundaryPoint(angle)), 1e-12) ||
+                  compare(ellipse.boundaryPoint(angle + s_piValue), mapped(ellipseBefore.boundaryPoint(angle)), 1e-12));
+    // A negative scale turns the rectangle by half a turn through its half sizes already.
+    EXPECT_TRUE(compare(rectangle.topLeftCorner(), mapped(rectangleBefore.topLeftCorner()), 1e-12) ||
+                compare(rectangle.bottomRightCorner(), mapped(rectangleBefore.topLeftCorner()), 1e-12));
+    EXPECT_NEAR(std::abs(rectangle.getHalfLength()), 4 * std::abs(map.getScale()), 1e-12);
+  }
+}
+
+TEST(LinearTransformImage, OfVerticesIsThatOfTheMap) {
+  const auto polygon = Sample<PolygonWithHoles2d<omReal64>>::make();
+  const auto image = boost::dynamic_pointer_cast<PolygonWithHoles2d<omReal64>>(s_homography.apply(polygon));
+  ASSERT_TRUE(image);
+  const auto& island = polygon.getPolygonHoles()[0]->getPolygonHoles()[0]->getExteriorPolygon().getPointColl();
+  const auto& islandImage = image->getPolygonHoles()[0]->getPolygonHoles()[0]->getExteriorPolygon().getPointColl();
+  for (std::size_t index = 0; index < island.size(); ++index) {
+    omReal64 x = 0;
+    omReal64 y = 0;
+    ASSERT_TRUE(s_homography.getGeometricTransform().apply(island[index].getX(), island[index].getY(), x, y));
+    EXPECT_EQ(islandImage[index], Point2dData<omReal64>(x, y));
+  }
+}
+
+TEST(LinearTransformImage, OfIntegersIsRoundedOnce) {
+  Point2d<omInt32> point(3, 0);
+  ASSERT_TRUE(ScaleTransform2d(0.5).applyInSitu(point));
+  EXPECT_EQ(point, Point2d<omInt32>(2, 0));
+  Point2d<omUInt32> below(3, 4);
+  ASSERT_TRUE(TranslationTransform2d(-10, 0).applyInSitu(below));
+  EXPECT_EQ(below, Point2d<omUInt32>(0, 4));
+  Circle2d<omInt32> circle({1, 1}, 3);
+  ASSERT_TRUE(ScaleTransform2d(1.5).applyInSitu(circle));
+  EXPECT_EQ(circle.getRadius(), 5);
+}
+
+// Vectors are shifted as positions are, and so is the direction of a line: stored results rely on it.
+TEST(LinearTransformOddity, TranslationShiftsVectorsAndLines) {
+  Vector2d vector(1, 0);
+  ASSERT_TRUE(s_translation.applyInSitu(vector));
+  EXPECT_TRUE(compare(Point2dData<omReal64>(vector.getX(), vector.getY()), {4, 5}, 1e-14));
+  Line2d line(2, 0);
+  ASSERT_TRUE(TranslationTransform2d(1, 0).applyInSitu(line));
+  Line2d expected;
+  Vector2d direction;
+  direction.setCoords(Point2dData<omReal64>(1, 1));
+  expected.setCoords(Point2dData<omReal64>(3, 0), direction);
+  EXPECT_NEAR(line.getRho(), expected.getRho(), 1e-14);
+  EXPECT_NEAR(line.getTheta(), expected.getTheta(), 1e-14);
+}
+
+TEST(LinearTransformOddity, ScaledRadiiKeepTheirSign) {
+  Circle2d<omReal64> circle({1, 2}, 3);
+  ASSERT_TRUE(ScaleTransform2d(-2).applyInSitu(circle));
+  EXPECT_EQ(circle.getRadius(), -6);
+}
+
+TEST(AnisotropicScale, MakesAnEllipseOfACircle) {
+  const Circle2d<omReal64> circle({1, 2}, 3);
+  const auto image = [&circle](omReal64 sx, omReal64 sy) {
+    return boost::dynamic_pointer_cast<Ellipse2d<omReal64>>(AnisotropicScaleTransform2d(sx, sy).apply(circle));
+  };
+  const auto wide = image(4, 2);
+  ASSERT_TRUE(wide);
+  EXPECT_EQ(describe(*wide), describe(Ellipse2d<omReal64>({4, 4}, 12, 6, 0)));
+  EXPECT_EQ(describe(*image(2, 4)), describe(Ellipse2d<omReal64>({2, 8}, 12, 6, s_piValue / 2)));
+  // The tie goes to pi/2.
+  EXPECT_EQ(describe(*image(2, 2)), describe(Ellipse2d<omReal64>({2, 4}, 6, 6, s_piValue / 2)));
+}
+
+TEST(LinearTransformFailure, ChangesNothingAndIsLogged) {
+  // The last vertex lies on the line that the homography sends to infinity.
+  const HomographyTransform2d homography(matrix({1, 0, 0, 0, 1, 0, -1, 0, 1}));
+  PolygonWithHoles2d<omReal64> polygon = Sample<PolygonWithHoles2d<omReal64>>::make();
+  polygon.getPolygonHoles()[1]->getExteriorPolygon().getPointColl().push_back({1, 7});
+  const std::string before = describe(polygon);
+  {
+    const support::LogCapture log(getORMIXGeometryLoggerName());
+    EXPECT_FALSE(homography.applyInSitu(polygon));
+    EXPECT_EQ(
+        log.messages(),
+        (support::LogCapture::Messages{{40000,
+                                        "Failed to apply eT2DT_HomographyTransform transformation on point 2d with "
+                                        "coordinates {1.000000, 7.000000}"}}));
+  }
+  EXPECT_EQ(describe(polygon), before);
+  EXPECT_FALSE(homography.apply(polygon));
+
+  for (const omReal64 bad : {s_infinity, std::nan("")}) {
+    Polygon2d<omReal64> ringOfReals = ring<omReal64>(eP2DT_Exterior, 0, 0, 1);
+    ringOfReals.getPointColl()[3].setY(bad);
+    const std::string ringBefore = describe(ringOfReals);
+    EXPECT_FALSE(s_rigid.applyInSitu(ringOfReals));
+    EXPECT_EQ(describe(ringOfReals), ringBefore);
+    Circle2d<omReal64> circle({0, 0}, bad);
+    EXPECT_FALSE(s_scale.applyInSitu(circle));
+    EXPECT_EQ(circle.center(), Point2dData<omReal64>(0, 0));
+  }
+  Point2d<omReal32> large(3e38f, 0);
+  EXPECT_FALSE(s_scale.applyInSitu(large));
+  EXPECT_EQ(large, Point2d<omReal32>(3e38f, 0));
+}
+
+TEST(LinearTransformFailure, OfNullPointersIsAResult) {
+  EXPECT_EQ(s_scale.applyInSitu(GeometryEntity2dPtr()).getMessage(), "Input shared pointer should not be null");
+  EXPECT_FALSE(s_scale.apply(boost::shared_ptr<const BaseGeometryEntity2d>()));
+  GeometryEntity2dPtrColl withNull{nullptr};
+  EXPECT_FALSE(applyAll(s_scale, withNull));
+  EXPECT_THROW(applyAll(static_cast<const BaseGeometryTransform2d&>(s_scale), std::as_const(withNull)),
+               ORMIXGeometryException);
+}
+
+TEST(Convert, GivesTheTransformOfTheSameParameters) {
+  const auto expectConverted = [](const BaseGeometricTransform2d& math, const BaseGeometryTransform2d& expected) {
+    const GeometryTransform2dPtr transform = convert(math);
+    ASSERT_TRUE(transform);
+    EXPECT_EQ(transform->getTransform2dType(), expected.getTransform2dType());
+    EXPECT_EQ(transform->getClassName(), expected.getClassName());
+    Point2d<omReal64> point(3, 4);
+    Point2d<omReal64> expectedPoint(3, 4);
+    ASSERT_TRUE(transform->applyInSitu(point));
+    ASSERT_TRUE(expected.applyInSitu(expectedPoint));
+    EXPECT_EQ(point, expectedPoint);
+  };
+  expectConverted(s_translation.getGeometricTransform(), s_translation);
+  expectConverted(s_rotation.getGeometricTransform(), s_rotation);
+  expectConverted(s_rigid.getGeometricTransform(), s_rigid);
+  expectConverted(s_scale.getGeometricTransform(), s_scale);
+  expectConverted(s_similarity.getGeometricTransform(), s_similarity);
+  expectConverted(s_anisotropic.getGeometricTransform(), s_anisotropic);
+  expectConverted(s_homography.getGeometricTransform(), s_homography);
+}
+
+TEST(Convert, RefusesAnAffineTransform) {
+  const std::string expected =
+      "Input geometric transformation eGT2DT_Affine is not yet supported for geometric entities transformation";
+  const support::LogCapture log(getORMIXGeometryLoggerName());
+  try {
+    convert(Affine2d(1, 0, 0, 0, 1, 0));
+    FAIL() << "an affine transform was converted";
+  } catch (const ORMIXGeometryException& exception) {
+    EXPECT_EQ(exception.what(), expected);
+  }
+  EXPECT_EQ(log.messages(), (support::LogCapture::Messages{{40000, expected}}));
+}
+
+TEST(ApplyAll, StopsAtTheFirstFailure) {
+  const BaseGeometryTransform2d& scale = s_scale;
+  const auto circle = [] { return boost::make_shared<Circle2d<omReal64>>(Point2dData<omReal64>(1, 1), 1.0); };
+  GeometryEntity2dPtrColl entities{circle(), boost::make_shared<Line2d>(1, 0), circle()};
+  GeometryEntity2dPtrColl images{circle(), circle(), circle(), circle()};
+  EXPECT_FALSE(applyAll(scale, entities, images));
+  EXPECT_EQ(images.size(), 1u);
+  EXPECT_THROW(applyAll(scale, std::as_const(entities)), ORMIXGeometryException);
+  const auto radius = [&entities](std::size_t index) {
+    return boost::dynamic_pointer_cast<Circle2d<omReal64>>(entities[index])->getRadius();
+  };
+  const BoolResult result = applyAll(scale, entities);
+  EXPECT_EQ(result.getMessage(), "Transform ormix::geom::ScaleTransform2d failed for geometry entity eE2DT_Line");
+  EXPECT_EQ(radius(0), 2);
+  EXPECT_EQ(radius(2), 1);
+
+  GeometryEntity2dPtrColl none;
+  EXPECT_TRUE(applyAll(scale, none));
+  EXPECT_TRUE(applyAll(scale, std::as_const(none)).empty());
+  EXPECT_TRUE(applyAll(scale, none, images));
+  EXPECT_TRUE(images.empty());
+  entities.resize(1);
+  ASSERT_TRUE(applyAll(scale, entities, entities));
+  EXPECT_EQ(radius(0), 4);
+}
+
+}  // namespace
