@@ -12,6 +12,7 @@
 #include <iomanip>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace samples {
 
@@ -183,6 +184,23 @@ std::string describe(const X& object) {
   else
     text << object;
   return text.str();
+}
+
+/// A class behind its base, so that a test over all classes is compiled once.
+struct ClassCase {
+  std::string name;
+  boost::shared_ptr<BaseSerializationObject> (*makeSample)();
+  boost::shared_ptr<BaseSerializationObject> (*makeDefault)();
+  /// \throw std::bad_cast when the object is not of this class
+  std::string (*describe)(const BaseDynamicObject& object);
+};
+
+template <class... X>
+std::vector<ClassCase> classCases(::testing::Types<X...>) {
+  return {{X::getTypeName(),
+           []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(Sample<X>::make()); },
+           []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(); },
+           [](const BaseDynamicObject& object) { return describe(dynamic_cast<const X&>(object)); }}...};
 }
 
 }  // namespace samples

@@ -2,6 +2,8 @@
 
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
+#include <algorithm>
+#include <cctype>
 #include <memory>
 #include <sstream>
 
@@ -35,8 +37,8 @@ std::string written(const Objects&... objects) {
   return stream.str();
 }
 
-template <class Format, class X>
-BoolResult readInto(const std::string& text, X& object) {
+template <class Format>
+BoolResult readInto(const std::string& text, BaseSerializationObject& object) {
   std::istringstream stream(text);
   typename Format::In archive(stream);
   return object.read(archive);
@@ -55,101 +57,100 @@ std::string replaced(std::string text, const std::string& part, const std::strin
   return text;
 }
 
-template <class X>
-class UniformClass : public ::testing::Test {
+class UniformClass : public ::testing::TestWithParam<ClassCase> {
  protected:
-  const X sample = Sample<X>::make();
+  using Object = boost::shared_ptr<BaseSerializationObject>;
+  static std::string describe(const BaseDynamicObject& object) { return GetParam().describe(object); }
+  const Object sample = GetParam().makeSample();
+  const Object object = GetParam().makeDefault();
+  const std::string sampleText = describe(*sample);
+  const std::string defaultText = describe(*object);
 };
-TYPED_TEST_SUITE(UniformClass, AllClasses);
+std::string caseName(const ::testing::TestParamInfo<ClassCase>& testCase) {
+  std::string name = testCase.param.name.substr(std::string("ormix::geom::").size());
+  std::replace_if(
+      name.begin(), name.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+  return name;
+}
+INSTANTIATE_TEST_SUITE_P(Each, UniformClass, ::testing::ValuesIn(classCases(AllClasses())), caseName);
 
-TYPED_TEST(UniformClass, IsCreatedByName) {
+TEST_P(UniformClass, IsCreatedByName) {
   auto& factory = DynamicObjectFactory::getInstance();
-  const std::string& name = TypeParam::getTypeName();
-  ASSERT_TRUE(factory.isRegistered(name)) << name;
-  const std::unique_ptr<BaseDynamicObject> object(factory.createNew(name));
-  ASSERT_NE(dynamic_cast<TypeParam*>(object.get()), nullptr);
-  EXPECT_EQ(object->getClassName(), name);
-  EXPECT_TRUE(object->hasCopySupport());
-  EXPECT_NE(boost::dynamic_pointer_cast<TypeParam>(factory.createShared(name)), nullptr);
-  const std::unique_ptr<BaseDynamicObject> another(this->sample.createNew());
-  EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*another)), describe(TypeParam()));
-  EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*this->sample.createShared())), describe(TypeParam()));
+  ASSERT_TRUE(factory.isRegistered(GetParam().name));
+  const std::unique_ptr<BaseDynamicObject> created(factory.createNew(GetParam().name));
+  EXPECT_EQ(describe(*created), defaultText);
+  EXPECT_EQ(created->getClassName(), GetParam().name);
+  EXPECT_TRUE(created->hasCopySupport());
+  EXPECT_EQ(describe(*factory.createShared(GetParam().name)), defaultText);
+  EXPECT_EQ(describe(*std::unique_ptr<BaseDynamicObject>(sample->createNew())), defaultText);
+  EXPECT_EQ(describe(*sample->createShared()), defaultText);
 }
 
-TYPED_TEST(UniformClass, IsCopiedThroughItsBase) {
-  const std::string expected = describe(this->sample);
-  ASSERT_NE(expected, describe(TypeParam()));
-  const BaseDynamicObject& base = this->sample;
-  const std::unique_ptr<BaseDynamicObject> duplicate(base.duplicate());
-  EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*duplicate)), expected);
-  EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*base.duplicateShared())), expected);
-  TypeParam copied;
-  copied.copy(base);
-  EXPECT_EQ(describe(copied), expected);
-  TypeParam initialised;
-  initialised.initCtorCopy(base);
-  EXPECT_EQ(describe(initialised), expected);
+TEST_P(UniformClass, IsCopiedThroughItsBase) {
+  ASSERT_NE(sampleText, defaultText);
+  EXPECT_EQ(describe(*std::unique_ptr<BaseDynamicObject>(sample->duplicate())), sampleText);
+  EXPECT_EQ(describe(*sample->duplicateShared()), sampleText);
+  object->copy(*sample);
+  EXPECT_EQ(describe(*object), sampleText);
+  const Object initialised = GetParam().makeDefault();
+  initialised->initCtorCopy(*sample);
+  EXPECT_EQ(describe(*initialised), sampleText);
 }
 
-template <class Format, class X>
-void expectRoundTrip(const X& sample) {
-  const std::string bytes = written<Format>(sample);
-  X object;
-  const BoolResult result = readInto<Format>(bytes, object);
+template <class Format>
+void expectRoundTrip(const BaseSerializationObject& object, BaseSerializationObject& into) {
+  const std::string bytes = written<Format>(object);
+  const BoolResult result = readInto<Format>(bytes, into);
   ASSERT_TRUE(result) << result.getMessage();
-  EXPECT_EQ(describe(object), describe(sample));
-  EXPECT_EQ(written<Format>(object), bytes);
+  EXPECT_EQ(written<Format>(into), bytes);
 }
 
-TYPED_TEST(UniformClass, SurvivesBothArchives) {
-  expectRoundTrip<Cbor>(this->sample);
-  expectRoundTrip<Json>(this->sample);
-  expectRoundTrip<Cbor>(TypeParam());
-  expectRoundTrip<Json>(TypeParam());
+TEST_P(UniformClass, SurvivesBothArchives) {
+  for (const Object& original : {sample, GetParam().makeDefault()}) {
+    expectRoundTrip<Cbor>(*original, *object);
+    EXPECT_EQ(describe(*object), describe(*original));
+    const Object other = GetParam().makeDefault();
+    expectRoundTrip<Json>(*original, *other);
+    EXPECT_EQ(describe(*other), describe(*original));
+  }
 }
 
-TYPED_TEST(UniformClass, StatesItsVersionOnceAnArchive) {
-  const std::string section = "{\"" + TypeParam::getTypeName() + "\": [{\"version\": 1}]}";
-  const std::string text = written<Json>(this->sample, this->sample, this->sample);
+TEST_P(UniformClass, StatesItsVersionOnceAnArchive) {
+  const std::string section = "{\"" + GetParam().name + "\": [{\"version\": 1}]}";
+  const std::string text = written<Json>(*sample, *sample, *sample);
   EXPECT_EQ(occurrences(text, section), 1u) << text;
   std::istringstream stream(text);
   JsonIArchive archive(stream);
   for (int count = 0; count < 3; ++count) {
-    TypeParam object;
-    const BoolResult result = object.read(archive);
+    const Object next = GetParam().makeDefault();
+    const BoolResult result = next->read(archive);
     ASSERT_TRUE(result) << result.getMessage();
-    EXPECT_EQ(describe(object), describe(this->sample));
+    EXPECT_EQ(describe(*next), sampleText);
   }
 }
 
-TYPED_TEST(UniformClass, RefusesANewerVersionAndTakesAnOlderOne) {
-  const std::string section = "{\"" + TypeParam::getTypeName() + "\": [{\"version\": ";
-  const std::string text = written<Json>(this->sample);
-  TypeParam object;
+TEST_P(UniformClass, RefusesANewerVersionAndTakesAnOlderOne) {
+  const std::string section = "{\"" + GetParam().name + "\": [{\"version\": ";
+  const std::string text = written<Json>(*sample);
   try {
-    readInto<Json>(replaced(text, section + "1", section + "2"), object);
+    readInto<Json>(replaced(text, section + "1", section + "2"), *object);
     FAIL() << "a newer version was read";
   } catch (const ORMIXSerializationException& exception) {
-    EXPECT_NE(exception.getMessage().find(TypeParam::getTypeName()), std::string::npos) << exception.what();
+    EXPECT_NE(exception.getMessage().find(GetParam().name), std::string::npos) << exception.what();
   }
-  EXPECT_EQ(describe(object), describe(TypeParam()));
-  EXPECT_TRUE(readInto<Json>(replaced(text, section + "1", section + "0"), object));
-  EXPECT_EQ(describe(object), describe(this->sample));
+  EXPECT_EQ(describe(*object), defaultText);
+  EXPECT_TRUE(readInto<Json>(replaced(text, section + "1", section + "0"), *object));
+  EXPECT_EQ(describe(*object), sampleText);
 }
 
-TYPED_TEST(UniformClass, FailedReadChangesNothing) {
-  const std::string bytes = written<Cbor>(this->sample);
-  const std::string untouched = describe(TypeParam());
+TEST_P(UniformClass, FailedReadChangesNothing) {
+  const std::string bytes = written<Cbor>(*sample);
   for (std::size_t size = 0; size < bytes.size(); ++size) {
-    TypeParam object;
-    const BoolResult result = readInto<Cbor>(bytes.substr(0, size), object);
-    if (result) {
-      // Only the end of the archive itself is missing.
-      EXPECT_EQ(describe(object), describe(this->sample));
-    } else {
-      ASSERT_EQ(describe(object), untouched) << "cut after " << size << " bytes";
-      ASSERT_FALSE(result.getMessage().empty());
-    }
+    const BoolResult result = readInto<Cbor>(bytes.substr(0, size), *object);
+    // Where it succeeds, only the end of the archive itself is missing.
+    ASSERT_EQ(describe(*object), result ? sampleText : defaultText) << "cut after " << size << " bytes";
+    if (result) break;
+    ASSERT_FALSE(result.getMessage().empty());
   }
 }
 
