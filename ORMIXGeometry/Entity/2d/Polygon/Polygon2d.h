@@ -80,8 +80,8 @@ void closePolygon(Polygon2d<T>& polygon);
 ///
 /// Beyond that reader a point must have exactly two coordinates, the text must hold one ring, and a negative number
 /// never wraps into an unsigned one. Linear in the text, which is not copied.
-/// \throw boost::geometry::read_wkt_exception, which names the offending word, for any other text, a fraction for an
-///        integer type and a number out of range among them; the polygon is then empty
+/// \throw boost::geometry::read_wkt_exception (<boost/geometry/io/wkt/read.hpp>) for any other text, a fraction for an
+///        integer type among them; it names the offending word, and the polygon is then empty
 template <class T>
 void fromString(Polygon2d<T>& polygon, const std::string& text);
 

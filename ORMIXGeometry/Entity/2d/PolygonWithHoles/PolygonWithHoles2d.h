@@ -12,7 +12,7 @@ namespace ormix::geom {
 /// A planar region: the inside of an exterior ring less its holes, each of which is a polygon with holes itself, so
 /// that a hole may contain islands, and these holes again. A node owns its holes; each knows its parent by a weak link.
 /// The role of a node is that of its exterior ring. Nothing checks the tree's geometry, and a hole may be null: it
-/// counts as none.
+/// counts as none, but an archive refuses it.
 ///
 /// Copies are deep: the holes are copied too and have the copied nodes as parents. Moves take the holes along, which
 /// have the new place as their parent from then on. A new copy itself has no parent; a node that is assigned, copied or
