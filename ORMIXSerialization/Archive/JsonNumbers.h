@@ -88,18 +88,43 @@ class JsonNumbers {
     return std::is_signed_v<T> ? "a signed 64-bit integer" : "an unsigned 64-bit integer";
   }
 
+  // The value's own text is read, not simdjson's number: 3.0 gives a wrong one where more than 19 digits follow "0."
+  // (its issue 2093), it knows no float, and as it is compiled for any processor it takes longer. The iteration passes
+  // over the text by itself.
   template <class T>
   bool readReal(json::value value, T& number) {
     const std::string_view token = value.raw_json_token();
-    omReal64 wide = 0;
-    if (value.get_double().get(wide) == simdjson::SUCCESS) {
-      if (token.size() <= s_longestExactToken ? narrow(wide, token, number) : readAgain(token, wide, number))
-        return true;
+    if (startsLikeNumber(token)) {
+      const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), number);
+      const bool whole = token.find_first_not_of(" \t\r\n", static_cast<std::size_t>(end - token.data())) == token.npos;
+      if (whole && (error == std::errc() || underflows(value, number))) return true;
     } else if (token.front() == '"') {
       std::string_view text;
       if (value.get_string().get(text) == simdjson::SUCCESS && readSpecial(text, number)) return true;
     }
     return _entries.refuse(_key, sizeof(T) == 4 ? "a 32-bit real" : "a real", value);
+  }
+
+  static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+  /// Whether a text has the integer part that JSON wants, and a digit behind its point; `from_chars` is less strict.
+  static bool startsLikeNumber(std::string_view token) {
+    const char* at = token.data();
+    const char* end = at + token.size();
+    if (*at == '-') ++at;
+    const char* first = at;
+    while (at != end && isDigit(*at)) ++at;
+    if (at == first || (*first == '0' && at - first > 1)) return false;
+    return at == end || *at != '.' || (at + 1 != end && isDigit(at[1]));
+  }
+
+  /// Of a number that is out of range: whether it is too small rather than too large, and then 0.
+  template <class T>
+  static bool underflows(json::value value, T& number) {
+    omReal64 about = 0;
+    if (value.get_double().get(about) != simdjson::SUCCESS || std::abs(about) > 1) return false;
+    number = std::copysign(T(0), static_cast<T>(std::signbit(about) ? -1 : 1));
+    return true;
   }
 
   template <class T>
@@ -110,36 +135,6 @@ class JsonNumbers {
     if (text == s_minusInfinityText) return number = -Limits::infinity(), true;
     return false;
   }
-
-  static bool narrow(omReal64 wide, std::string_view, omReal64& number) {
-    number = wide;
-    return true;
-  }
-  // Rounding twice, to double and then to float, goes wrong only where the double lies halfway between two floats
-  // (their spacing is wider among the subnormal ones): there the text is read again.
-  static bool narrow(omReal64 wide, std::string_view token, omReal32& number) {
-    omUInt64 bits = 0;
-    std::memcpy(&bits, &wide, sizeof bits);
-    const omReal64 size = std::abs(wide);
-    const bool halfway = (bits & 0x1FFFFFFFu) == 0x10000000u;
-    const bool normal = size >= std::numeric_limits<omReal32>::min() && size <= std::numeric_limits<omReal32>::max();
-    if ((!normal || halfway) && wide != 0) return readAgain(token, wide, number);
-    number = static_cast<omReal32>(wide);
-    return true;
-  }
-
-  /// Reads a number whose grammar simdjson has checked. \param wide about its value
-  template <class T>
-  static bool readAgain(std::string_view token, omReal64 wide, T& number) {
-    if (std::from_chars(token.data(), token.data() + token.size(), number).ec == std::errc()) return true;
-    // Nearer to 0 than the smallest number, or beyond the largest.
-    number = std::copysign(T(0), static_cast<T>(std::signbit(wide) ? -1 : 1));
-    return std::abs(wide) < 1;
-  }
-
-  /// simdjson 3.0 gives a wrong value where more than 19 digits follow "0." (its issue 2093): what is longer than this,
-  /// it only checks.
-  static constexpr std::size_t s_longestExactToken = 20;
 
   JsonEntries& _entries;
   std::string_view _key;
