@@ -32,6 +32,9 @@
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/ORMIXGeometryLogger.h>
+#include <ORMIXGeometry/Tools/PointsBoundingBox.h>
+#include <ORMIXGeometry/Tools/RingFile.h>
+#include <ORMIXGeometry/Tools/SvgWriter.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>

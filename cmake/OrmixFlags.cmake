@@ -24,8 +24,8 @@ set(ORMIX_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined,fl
 if(ORMIX_SANITIZE)
   target_compile_options(ormix_flags INTERFACE
     -fsanitize=${ORMIX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
-    # Sanitizer code confuses the analysis behind this warning; the plain build has it.
-    -Wno-maybe-uninitialized)
+    # Sanitizer code confuses the analyses behind these warnings; the plain build has them.
+    -Wno-maybe-uninitialized -Wno-mismatched-new-delete)
   target_link_options(ormix_flags INTERFACE -fsanitize=${ORMIX_SANITIZE})
 endif()
 

@@ -18,6 +18,8 @@ function(ormix_add_library name)
     target_link_options(${target} PRIVATE -Wl,-z,defs)
   endif()
   set_target_properties(${target} PROPERTIES
+    # Whatever standard a project around us compiles as: Boost 1.74's rational numbers recurse for ever as C++20.
+    CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON
     EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     # The libraries find each other side by side, wherever they are installed.

@@ -75,7 +75,9 @@ bool CborArrayReader::readTyped(omUInt64 tag, std::optional<omUInt64> nbRows) {
 
 template <class T>
 bool CborArrayReader::readBytes(omUInt64 size) {
-  NumberBlock<T> block(_sink, size / sizeof(T));
+  // The sink copies each piece once more, out of the first cache if the piece is small enough.
+  constexpr omUInt64 pieceSize = 8192;
+  NumberBlock<T> block(_sink, std::min(size, pieceSize) / sizeof(T));
   while (size != 0) {
     const auto piece = static_cast<std::size_t>(std::min<omUInt64>(size, block.capacity() * sizeof(T)));
     if (_entries.decoder.input.read(block.data(), piece) != piece) return truncated();

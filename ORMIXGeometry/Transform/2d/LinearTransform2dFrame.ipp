@@ -1,9 +1,9 @@
 #pragma once
 
 #include <ORMIXGeometry/Message/TransformMessage.h>
-#include <ORMIXGeometry/Transform/2d/LinearTransform2d.ipp>
 #include <ORMIXGeometry/Transform/GeometricTransformArchive.h>
 #include <ORMIXUtil/Object/DynamicRegistrator.h>
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.ipp>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <boost/smart_ptr/shared_ptr.hpp>

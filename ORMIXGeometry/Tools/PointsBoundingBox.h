@@ -1,0 +1,14 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+
+#include <vector>
+
+namespace ormix::geom {
+
+/// The smallest box that holds all points; both corners at the origin when there are none. A NaN coordinate is passed
+/// over unless it stands in the first point. Linear, no allocation.
+template <class T>
+BoundingBox2d<T> pointsBoundingBox(const std::vector<Point2dData<T>>& points);
+
+}  // namespace ormix::geom

@@ -1,0 +1,45 @@
+#include <ORMIXGeometry/Tools/Svg/SvgElement.h>
+
+#include <charconv>
+#include <cmath>
+
+namespace ormix::geom {
+
+SvgElement& SvgElement::operator<<(omReal64 number) {
+  // Beyond this a thousandth of a pixel is finer than the number itself.
+  constexpr omReal64 roundedBelow = 1e12;
+  if (!std::isfinite(number)) {
+    _finite = false;
+    return *this;
+  }
+  if (std::abs(number) < roundedBelow) number = std::round(number * 1000) / 1000 + 0.0;  // + 0.0: no "-0"
+  char digits[32];
+  const auto written = std::to_chars(digits, digits + sizeof digits, number);
+  _text.append(digits, written.ptr);
+  return *this;
+}
+
+SvgElement& SvgElement::escaped(std::string_view text) {
+  for (const char character : text) {
+    switch (character) {
+      case '&':
+        _text += "&amp;";
+        break;
+      case '<':
+        _text += "&lt;";
+        break;
+      case '>':
+        _text += "&gt;";
+        break;
+      case '"':
+        _text += "&quot;";
+        break;
+      // XML has no way to write most control characters.
+      default:
+        _text += static_cast<unsigned char>(character) < 0x20 ? ' ' : character;
+    }
+  }
+  return *this;
+}
+
+}  // namespace ormix::geom

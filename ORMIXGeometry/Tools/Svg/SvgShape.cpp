@@ -1,0 +1,196 @@
+#include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
+#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
+#include <ORMIXGeometry/Entity/2d/Parabola/Parabola2d.h>
+#include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
+#include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
+#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
+#include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
+#include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
+#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
+#include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
+#include <ORMIXGeometry/Tools/Svg/SvgShape.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ormix::geom {
+
+namespace {
+
+template <class T>
+std::vector<SvgPoint> toReal(const std::vector<Point2dData<T>>& points) {
+  std::vector<SvgPoint> result;
+  result.reserve(points.size());
+  for (const Point2dData<T>& point : points) result.push_back(cast<omReal64>(point));
+  return result;
+}
+
+SvgPath closedPath(const SvgPoint& a, const SvgPoint& b, const SvgPoint& c, const SvgPoint& d) {
+  return {{{a, b, c, d, a}}};
+}
+
+template <class Quadrangle>
+SvgPath corners(const Quadrangle& entity) {
+  return closedPath(entity.topLeftCorner(), entity.topRightCorner(), entity.bottomRightCorner(),
+                    entity.bottomLeftCorner());
+}
+
+/// \name The shape of one entity.
+/// @{
+template <class T>
+SvgShape shapeOf(const Point2d<T>& point) {
+  return SvgDots{{cast<omReal64>(point.getCoords())}};
+}
+template <class T>
+SvgShape shapeOf(const PointCloud2d<T>& cloud) {
+  return SvgDots{toReal(cloud.getCollection())};
+}
+template <class T>
+SvgShape shapeOf(const BoundingBox2d<T>& box) {
+  const SvgPoint low = cast<omReal64>(box.getMinCornerPt());
+  const SvgPoint high = cast<omReal64>(box.getMaxCornerPt());
+  return closedPath(low, {high.getX(), low.getY()}, high, {low.getX(), high.getY()});
+}
+template <class T>
+SvgShape shapeOf(const Segment2d<T>& segment) {
+  return SvgPath{{{cast<omReal64>(segment.getPoint0()), cast<omReal64>(segment.getPoint1())}}};
+}
+template <class T>
+SvgShape shapeOf(const Circle2d<T>& circle) {
+  const omReal64 radius = std::abs(static_cast<omReal64>(circle.getRadius()));
+  return SvgEllipse{cast<omReal64>(circle.center()), radius, radius, 0};
+}
+template <class T>
+SvgShape shapeOf(const Ellipse2d<T>& ellipse) {
+  return SvgEllipse{cast<omReal64>(ellipse.center()), std::abs(static_cast<omReal64>(ellipse.getMajorRadius())),
+                    std::abs(static_cast<omReal64>(ellipse.getMinorRadius())), ellipse.getTheta()};
+}
+template <class T>
+SvgShape shapeOf(const Square2d<T>& square) {
+  return corners(square);
+}
+template <class T>
+SvgShape shapeOf(const Rectangle2d<T>& rectangle) {
+  return corners(rectangle);
+}
+template <class T>
+SvgShape shapeOf(const Polygon2d<T>& polygon) {
+  return SvgPath{{toReal(polygon.getPointColl())}};
+}
+template <class T>
+SvgShape shapeOf(const PolygonWithHoles2d<T>& root) {
+  SvgPath path;
+  // Trees may be deeper than the call stack.
+  std::vector<const PolygonWithHoles2d<T>*> open{&root};
+  while (!open.empty()) {
+    const PolygonWithHoles2d<T>& node = *open.back();
+    open.pop_back();
+    path.runs.push_back(toReal(node.getExteriorPolygon().getPointColl()));
+    for (const auto& hole : node.getPolygonHoles())
+      if (hole) open.push_back(hole.get());
+  }
+  return path;
+}
+SvgShape shapeOf(const Vector2d& vector) { return svgArrow(vector, {}); }
+SvgShape shapeOf(const Line2d& line) {
+  return SvgLine{line.getNearestPointFromOrigin(), {-line.getSinTheta(), line.getCosTheta()}};
+}
+SvgShape shapeOf(const Parabola2d& parabola) {
+  const Line2d& directrix = parabola.getDirectrix();
+  const SvgPoint normal(directrix.getCosTheta(), directrix.getSinTheta());
+  // As far from the directrix as from a focus on it are the points of the perpendicular through the focus.
+  if (parabola.isDegenerated()) return SvgLine{parabola.getFocus(), normal};
+  const omReal64 side = directrix.signedDistance(parabola.getFocus()) < 0 ? -1 : 1;
+  return SvgParabola{parabola.getVertex(), {side * normal.getX(), side * normal.getY()}, parabola.getFocalLength()};
+}
+/// @}
+
+template <class Entity>
+bool takeAs(const BaseGeometryEntity2d& entity, std::optional<SvgShape>& shape) {
+  const auto* const typed = dynamic_cast<const Entity*>(&entity);
+  if (typed) shape = shapeOf(*typed);
+  return typed != nullptr;
+}
+template <template <class> class Entity>
+bool takeAsAny(const BaseGeometryEntity2d& entity, std::optional<SvgShape>& shape) {
+  return takeAs<Entity<omReal64>>(entity, shape) || takeAs<Entity<omReal32>>(entity, shape) ||
+         takeAs<Entity<omInt32>>(entity, shape) || takeAs<Entity<omUInt32>>(entity, shape);
+}
+
+/// Adds the points that decide how far a shape reaches; for endless shapes those it counts with.
+struct AddTo {
+  SvgExtent& extent;
+
+  void operator()(const SvgPath& path) const {
+    for (const auto& run : path.runs)
+      for (const SvgPoint& point : run) extent.add(point);
+  }
+  void operator()(const SvgDots& dots) const {
+    for (const SvgPoint& point : dots.points) extent.add(point);
+  }
+  void operator()(const SvgEllipse& ellipse) const {
+    // The half sizes of the ellipse's own bounding box.
+    const omReal64 cosTheta = std::cos(ellipse.theta), sinTheta = std::sin(ellipse.theta);
+    const omReal64 width = std::hypot(ellipse.a * cosTheta, ellipse.b * sinTheta);
+    const omReal64 height = std::hypot(ellipse.a * sinTheta, ellipse.b * cosTheta);
+    extent.add({ellipse.center.getX() - width, ellipse.center.getY() - height});
+    extent.add({ellipse.center.getX() + width, ellipse.center.getY() + height});
+  }
+  void operator()(const SvgLine& line) const {
+    // The direction moves the point by a unit at most: no matter for a fallback, and a NaN direction is noticed.
+    extent.add({line.point.getX() + line.direction.getX(), line.point.getY() + line.direction.getY()});
+  }
+  void operator()(const SvgParabola& parabola) const {
+    extent.add(parabola.vertex);
+    extent.add({parabola.vertex.getX() + parabola.focalLength * parabola.axis.getX(),
+                parabola.vertex.getY() + parabola.focalLength * parabola.axis.getY()});
+  }
+};
+
+}  // namespace
+
+std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity) {
+  std::optional<SvgShape> shape;
+  static_cast<void>(takeAsAny<Polygon2d>(entity, shape) || takeAsAny<PolygonWithHoles2d>(entity, shape) ||
+                    takeAsAny<Point2d>(entity, shape) || takeAsAny<PointCloud2d>(entity, shape) ||
+                    takeAsAny<BoundingBox2d>(entity, shape) || takeAsAny<Segment2d>(entity, shape) ||
+                    takeAsAny<Circle2d>(entity, shape) || takeAsAny<Ellipse2d>(entity, shape) ||
+                    takeAsAny<Square2d>(entity, shape) || takeAsAny<Rectangle2d>(entity, shape) ||
+                    takeAs<Vector2d>(entity, shape) || takeAs<Line2d>(entity, shape) ||
+                    takeAs<Parabola2d>(entity, shape));
+  return shape;
+}
+
+SvgShape svgArrow(const Vector2d& vector, const SvgPoint& anchor) {
+  // The head: two strokes of 15 % of the length, 25 degrees to each side.
+  constexpr omReal64 along = 0.15 * 0.9063077870366499;
+  constexpr omReal64 across = 0.15 * 0.42261826174069944;
+  const omReal64 x = vector.getX(), y = vector.getY();
+  const SvgPoint tip(anchor.getX() + x, anchor.getY() + y);
+  const SvgPoint left(tip.getX() - along * x - across * y, tip.getY() - along * y + across * x);
+  const SvgPoint right(tip.getX() - along * x + across * y, tip.getY() - along * y - across * x);
+  return SvgPath{{{anchor, tip}, {left, tip, right}}};
+}
+
+void SvgExtent::add(const SvgPoint& point) {
+  const omReal64 x = point.getX(), y = point.getY();
+  _finite = _finite && std::isfinite(x) && std::isfinite(y);
+  xMin = _seen ? std::min(xMin, x) : x;
+  xMax = _seen ? std::max(xMax, x) : x;
+  yMin = _seen ? std::min(yMin, y) : y;
+  yMax = _seen ? std::max(yMax, y) : y;
+  _seen = true;
+}
+
+void SvgExtent::add(const SvgShape& shape) { std::visit(AddTo{*this}, shape); }
+
+bool SvgExtent::isFinite() const { return _finite && std::isfinite(xMax - xMin) && std::isfinite(yMax - yMin); }
+
+bool isEndless(const SvgShape& shape) {
+  return std::holds_alternative<SvgLine>(shape) || std::holds_alternative<SvgParabola>(shape);
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,104 @@
+#include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
+#include <ORMIXMath/Scalar/Constants.h>
+
+#include <cmath>
+
+namespace ormix::geom {
+
+namespace {
+
+class ShapeWriter {
+ public:
+  ShapeWriter(SvgElement& element, const SvgFrame& frame, const SvgStyle& style)
+      : _element(element), _frame(frame), _style(style) {}
+
+  std::optional<SvgPoint> operator()(const SvgPath& path) const {
+    _element << "<path d=\"";
+    for (const auto& run : path.runs) writeRun(run);
+    _element << "\" fill-rule=\"evenodd\"";
+    writeStyle();
+    return middleOf(path);
+  }
+
+  std::optional<SvgPoint> operator()(const SvgDots& dots) const {
+    _element << "<g fill=\"";
+    _element.escaped(_style.stroke) << "\">";
+    for (const SvgPoint& point : dots.points) {
+      const SvgPoint center = _frame.toPixels(point);
+      _element << "<circle cx=\"" << center.getX() << "\" cy=\"" << center.getY() << "\" r=\"" << 2 * _style.width
+               << "\"/>";
+    }
+    _element << "</g>\n";
+    return middleOf(dots);
+  }
+
+  std::optional<SvgPoint> operator()(const SvgEllipse& ellipse) const {
+    const SvgPoint center = _frame.toPixels(ellipse.center);
+    _element << "<ellipse cx=\"" << center.getX() << "\" cy=\"" << center.getY() << "\" rx=\""
+             << ellipse.a * _frame.scale << "\" ry=\"" << ellipse.b * _frame.scale << "\"";
+    if (ellipse.theta != 0) {
+      // Within half a turn, and turned round with the y axis.
+      _element << " transform=\"rotate(" << -std::remainder(ellipse.theta, s_pi) * (180 / s_pi) << " " << center
+               << ")\"";
+    }
+    writeStyle();
+    return center;
+  }
+
+  std::optional<SvgPoint> operator()(const SvgLine& line) const {
+    const auto ends = clipToView(line, _frame.view);
+    if (!ends) return std::nullopt;
+    const SvgPath path{{{ends->first, ends->second}}};
+    return (*this)(path);
+  }
+
+  std::optional<SvgPoint> operator()(const SvgParabola& parabola) const {
+    const std::vector<SvgBezier> arcs = clipToView(parabola, _frame.view);
+    if (arcs.empty()) return std::nullopt;
+    _element << "<path d=\"";
+    for (const SvgBezier& arc : arcs)
+      _element << "M" << _frame.toPixels(arc[0]) << "Q" << _frame.toPixels(arc[1]) << " " << _frame.toPixels(arc[2]);
+    _element << "\"";
+    writeStyle();
+    // The middle of the first arc.
+    const auto& [start, control, end] = arcs.front();
+    return _frame.toPixels(
+        {(start.getX() + 2 * control.getX() + end.getX()) / 4, (start.getY() + 2 * control.getY() + end.getY()) / 4});
+  }
+
+ private:
+  void writeRun(const std::vector<SvgPoint>& run) const {
+    const bool closed = run.size() > 2 && run.front() == run.back();
+    const std::size_t count = run.size() - (closed ? 1 : 0);
+    for (std::size_t index = 0; index < count; ++index)
+      _element << (index == 0 ? "M" : index == 1 ? "L" : " ") << _frame.toPixels(run[index]);
+    if (closed) _element << "Z";
+  }
+
+  void writeStyle() const {
+    _element << " stroke=\"";
+    _element.escaped(_style.stroke) << "\" fill=\"";
+    _element.escaped(_style.fill) << "\" stroke-width=\"" << _style.width << "\"/>\n";
+  }
+
+  std::optional<SvgPoint> middleOf(const SvgShape& shape) const {
+    SvgExtent extent;
+    extent.add(shape);
+    if (extent.isEmpty()) return std::nullopt;
+    return _frame.toPixels(
+        {extent.xMin + (extent.xMax - extent.xMin) / 2, extent.yMin + (extent.yMax - extent.yMin) / 2});
+  }
+
+  SvgElement& _element;
+  const SvgFrame& _frame;
+  const SvgStyle& _style;
+};
+
+}  // namespace
+
+std::optional<SvgPoint> writeShape(SvgElement& element, const SvgShape& shape, const SvgFrame& frame,
+                                   const SvgStyle& style) {
+  return std::visit(ShapeWriter(element, frame, style), shape);
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,159 @@
+#include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
+#include <ORMIXGeometry/Tools/SvgWriter.h>
+
+#include <algorithm>
+#include <boost/locale/utf.hpp>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+
+namespace ormix::geom {
+
+struct SvgWriter::Drawing {
+  struct Item {
+    SvgShape shape;
+    SvgStyle style;
+  };
+  omReal64 size = 800;
+  std::optional<SvgView> view;
+  std::vector<Item> items;
+
+  BoolResult add(const std::string& name, std::optional<SvgShape> shape, const SvgStyle& style);
+  SvgExtent extent(bool endless) const;
+  ProcessingResult<SvgFrame> frame() const;
+};
+
+namespace {
+
+bool isUtf8(const std::string& text) {
+  using Utf8 = boost::locale::utf::utf_traits<char>;
+  for (auto place = text.begin(); place != text.end();)
+    if (!boost::locale::utf::is_valid_codepoint(Utf8::decode(place, text.end()))) return false;
+  return true;
+}
+
+void writeLabel(SvgElement& element, const SvgPoint& place, const std::string& label) {
+  element << "<text x=\"" << place.getX() << "\" y=\"" << place.getY() << "\">";
+  element.escaped(label) << "</text>\n";
+}
+
+BoolResult takenBy(std::ostream& stream) {
+  return stream ? BoolResult() : failure("The SVG picture could not be written completely (disk full?)");
+}
+
+}  // namespace
+
+BoolResult SvgWriter::Drawing::add(const std::string& name, std::optional<SvgShape> shape, const SvgStyle& style) {
+  if (!shape) return failure("SvgWriter does not know how to draw a " + name);
+  SvgExtent own;
+  own.add(*shape);
+  if (!own.isFinite()) return failure("Not drawn: a number of the " + name + " is not finite or too large");
+  if (!std::isfinite(style.width) || style.width < 0)
+    return failure("Not drawn: the stroke width of the " + name + " is negative or not finite");
+  for (const std::string& text : {style.stroke, style.fill, style.label})
+    if (!isUtf8(text)) return failure("Not drawn: a text of the style of the " + name + " is not UTF-8");
+  items.push_back({std::move(*shape), style});
+  return true;
+}
+
+SvgExtent SvgWriter::Drawing::extent(bool endless) const {
+  SvgExtent extent;
+  for (const Item& item : items)
+    if (isEndless(item.shape) == endless) extent.add(item.shape);
+  return extent;
+}
+
+ProcessingResult<SvgFrame> SvgWriter::Drawing::frame() const {
+  SvgFrame frame{};
+  if (view) {
+    frame.view = *view;
+  } else {
+    SvgExtent seen = extent(false);
+    if (seen.isEmpty()) seen = extent(true);
+    // A single place is given some room around it.
+    const omReal64 side = std::max(seen.xMax - seen.xMin, seen.yMax - seen.yMin);
+    const omReal64 place =
+        std::max({std::abs(seen.xMin), std::abs(seen.xMax), std::abs(seen.yMin), std::abs(seen.yMax)});
+    const omReal64 margin = side > 1e-12 * place ? 0.05 * side : std::max(1.0, 1e-9 * place);
+    frame.view = {seen.xMin - margin, seen.yMin - margin, seen.xMax + margin, seen.yMax + margin};
+  }
+  frame.scale = size / std::max(frame.view.xMax - frame.view.xMin, frame.view.yMax - frame.view.yMin);
+  if (std::isnormal(frame.scale)) return frame;
+  return {frame, "The drawing's extent is too large or too small for a picture"};
+}
+
+SvgWriter::SvgWriter(omReal64 size) : _drawing(std::make_unique<Drawing>()) {
+  if (std::isfinite(size) && size > 0) _drawing->size = size;
+}
+SvgWriter::~SvgWriter() = default;
+SvgWriter::SvgWriter(SvgWriter&&) noexcept = default;
+SvgWriter& SvgWriter::operator=(SvgWriter&&) noexcept = default;
+
+BoolResult SvgWriter::setView(const BoundingBox2d<omReal64>& view) {
+  const bool ordered = view.getXMin() < view.getXMax() && view.getYMin() < view.getYMax();
+  if (!ordered || !std::isfinite(view.getXMax() - view.getXMin()) || !std::isfinite(view.getYMax() - view.getYMin()))
+    return failure("The view of an SVG picture must be a finite box with a positive width and height");
+  _drawing->view = SvgView{view.getXMin(), view.getYMin(), view.getXMax(), view.getYMax()};
+  return true;
+}
+
+BoolResult SvgWriter::draw(const BaseGeometryEntity2d& entity, const SvgStyle& style) {
+  return _drawing->add(entity.getClassName(), svgShape(entity), style);
+}
+
+BoolResult SvgWriter::draw(const Vector2d& vector, const Point2dData<omReal64>& anchor, const SvgStyle& style) {
+  return _drawing->add(vector.getClassName(), svgArrow(vector, anchor), style);
+}
+
+BoolResult SvgWriter::write(std::ostream& stream) const {
+  const ProcessingResult<SvgFrame> framed = _drawing->frame();
+  if (!framed.getMessage().empty()) return failure(framed.getMessage());
+  const SvgFrame& frame = framed.getResult();
+
+  const auto put = [&stream](const SvgElement& element) {
+    stream.write(element.text().data(), static_cast<std::streamsize>(element.text().size()));
+  };
+  SvgElement head;
+  head << R"(<?xml version="1.0" encoding="UTF-8"?>)"
+       << "\n"
+       << R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" << frame.width() << "\" height=\"" << frame.height()
+       << "\" viewBox=\"0 0 " << frame.width() << " " << frame.height() << "\">\n"
+       << R"(<rect width="100%" height="100%" fill="white"/>)"
+       << "\n"
+       << "<g stroke-linejoin=\"round\">\n";
+  put(head);
+
+  SvgElement labels;
+  for (const Drawing::Item& item : _drawing->items) {
+    SvgElement element;
+    const std::optional<SvgPoint> middle = writeShape(element, item.shape, frame, item.style);
+    // What lies that far outside a given view cannot be seen, and has no coordinates in pixels.
+    if (!element.isFinite()) continue;
+    put(element);
+    if (middle && !item.style.label.empty()) writeLabel(labels, *middle, item.style.label);
+  }
+  SvgElement tail;
+  // A white rim keeps labels legible on any fill.
+  tail << "</g>\n"
+       << R"(<g font-family="sans-serif" font-size="12" text-anchor="middle" dominant-baseline="middle" )"
+       << R"(fill="black" stroke="white" stroke-width="3" stroke-linejoin="round" paint-order="stroke">)"
+       << "\n"
+       << labels.text() << "</g>\n</svg>\n";
+  put(tail);
+  stream.flush();
+  return takenBy(stream);
+}
+
+BoolResult SvgWriter::write(const std::string& path) const {
+  errno = 0;
+  std::ofstream file(path, std::ios::binary);
+  if (!file) return failure("Cannot write \"" + path + "\": " + std::strerror(errno));
+  const BoolResult written = write(file);
+  // A full disk may show as late as here.
+  file.close();
+  const BoolResult closed = written ? takenBy(file) : written;
+  return closed ? closed : failure("\"" + path + "\": " + closed.getMessage());
+}
+
+}  // namespace ormix::geom

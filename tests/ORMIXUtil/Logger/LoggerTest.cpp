@@ -1,0 +1,67 @@
+#include <ORMIXUtil/Logger/Logger.h>
+#include <gtest/gtest.h>
+
+#include <support/LogCapture.h>
+#include <set>
+#include <thread>
+
+namespace {
+std::string testLoggerName() { return ormix::getBaseLoggerName() + ".test"; }
+}  // namespace
+
+// Each case runs in a process of its own under ctest, so here nobody has configured anything yet.
+TEST(Logger, unconfiguredIsSilent) {
+  ::testing::internal::CaptureStderr();
+  ::testing::internal::CaptureStdout();
+  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "nobody listens");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(Logger, applicationsAppenderHearsTheMessage) {
+  for (const std::string& name : {testLoggerName(), ormix::getBaseLoggerName()}) {
+    const support::LogCapture capture(name);
+    ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "100 % wrong");
+    ASSERT_EQ(capture.messages().size(), 1u) << name;
+    EXPECT_EQ(capture.messages()[0], std::make_pair(ormix::s_errorLogLevel, std::string("100 % wrong")));
+  }
+}
+
+TEST(Logger, appenderAttachedAfterTheFirstMessageHearsTheNext) {
+  log4cplus::Logger& logger = ormix::getLogger(testLoggerName());
+  ormix::logMessage(logger, ormix::s_errorLogLevel, "too early");
+  const support::LogCapture capture(testLoggerName());
+  ormix::logMessage(logger, ormix::s_errorLogLevel, "heard");
+  ASSERT_EQ(capture.messages().size(), 1u);
+}
+
+TEST(Logger, silentAgainWhenTheApplicationsAppenderIsGone) {
+  { const support::LogCapture capture(testLoggerName()); }
+  ::testing::internal::CaptureStderr();
+  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "nobody listens any more");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(Logger, applicationsConfigurationIsKept) {
+  const support::LogCapture capture(testLoggerName());
+  log4cplus::Logger logger = log4cplus::Logger::getInstance(testLoggerName());
+  logger.setLogLevel(log4cplus::FATAL_LOG_LEVEL);
+  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "below the level");
+  logger.setLogLevel(log4cplus::NOT_SET_LOG_LEVEL);
+  EXPECT_TRUE(capture.messages().empty());
+  EXPECT_EQ(logger.getAllAppenders().size(), 1u);
+}
+
+TEST(Logger, levelsAreThoseOfLog4cplus) {
+  EXPECT_EQ(ormix::s_warnLogLevel, log4cplus::WARN_LOG_LEVEL);
+  EXPECT_EQ(ormix::s_errorLogLevel, log4cplus::ERROR_LOG_LEVEL);
+}
+
+TEST(Logger, isOneForEachNameFromSeveralThreads) {
+  std::array<log4cplus::Logger*, 4> found{};
+  std::vector<std::thread> threads;
+  for (log4cplus::Logger*& logger : found)
+    threads.emplace_back([&logger] { logger = &ormix::getLogger("ormix.test.threads"); });
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(std::set<log4cplus::Logger*>(found.begin(), found.end()).size(), 1u);
+}

@@ -1,0 +1,128 @@
+#include <ORMIXUtil/Exception/UnHandleException.h>
+#include <ORMIXUtil/Object/DynamicRegistrator.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <boost/smart_ptr/make_shared_object.hpp>
+#include <memory>
+#include <optional>
+#include <thread>
+
+using ormix::BaseDynamicObject;
+using ormix::DynamicObjectFactory;
+
+namespace {
+
+class Lamp : public BaseDynamicObject {
+ public:
+  static const std::string& getTypeName() {
+    static const std::string name = "test::Lamp";
+    return name;
+  }
+  static BaseDynamicObject* createNewObject() { return new Lamp; }
+  static boost::shared_ptr<BaseDynamicObject> createSharedObject() { return boost::make_shared<Lamp>(); }
+
+  const std::string& getClassName() const override { return getTypeName(); }
+  BaseDynamicObject* createNew() const override { return createNewObject(); }
+  boost::shared_ptr<BaseDynamicObject> createShared() const override { return createSharedObject(); }
+  bool hasCopySupport() const override { return true; }
+  BaseDynamicObject* duplicate() const override { return new Lamp(*this); }
+  boost::shared_ptr<BaseDynamicObject> duplicateShared() const override { return boost::make_shared<Lamp>(*this); }
+  void copy(const BaseDynamicObject& other) override { watts = static_cast<const Lamp&>(other).watts; }
+
+  int watts = 0;
+};
+
+/// Creators of another class under the same name.
+BaseDynamicObject* createBrightLamp() {
+  auto* const lamp = new Lamp;
+  lamp->watts = 100;
+  return lamp;
+}
+boost::shared_ptr<BaseDynamicObject> createBrightLampShared() {
+  return boost::shared_ptr<BaseDynamicObject>(createBrightLamp());
+}
+
+DynamicObjectFactory& factory() { return DynamicObjectFactory::getInstance(); }
+
+int wattsOf(const BaseDynamicObject& object) { return dynamic_cast<const Lamp&>(object).watts; }
+
+}  // namespace
+
+TEST(DynamicObjectFactory, createsByNameWhileTheRegistratorLives) {
+  std::optional<ormix::DynamicRegistrator<Lamp>> registrator;
+  EXPECT_FALSE(factory().isRegistered(Lamp::getTypeName()));
+  registrator.emplace();
+  EXPECT_TRUE(factory().isRegistered(Lamp::getTypeName()));
+  const std::unique_ptr<BaseDynamicObject> owned(factory().createNew("test::Lamp"));
+  EXPECT_EQ(owned->getClassName(), "test::Lamp");
+  EXPECT_EQ(factory().createShared("test::Lamp")->getClassName(), "test::Lamp");
+  registrator.reset();
+  EXPECT_FALSE(factory().isRegistered(Lamp::getTypeName()));
+}
+
+TEST(DynamicObjectFactory, unknownNameIsNamedInTheException) {
+  for (const std::string name : {"test::Nothing", "", "%s %d"}) {
+    for (const bool shared : {false, true}) {
+      try {
+        shared ? static_cast<void>(factory().createShared(name)) : static_cast<void>(factory().createNew(name));
+        ADD_FAILURE() << "created \"" << name << "\"";
+      } catch (const ormix::UnHandleException& error) {
+        EXPECT_NE(error.getMessage().find("\"" + name + "\""), std::string::npos) << error.what();
+      }
+    }
+  }
+}
+
+TEST(DynamicObjectFactory, firstRegistrationWins) {
+  const ormix::DynamicRegistrator<Lamp> first;
+  EXPECT_FALSE(factory().registerClass("test::Lamp", &createBrightLamp, &createBrightLampShared));
+  EXPECT_EQ(wattsOf(*factory().createShared("test::Lamp")), 0);
+}
+
+TEST(DynamicObjectFactory, registratorLeavesAForeignRegistrationAlone) {
+  ASSERT_TRUE(factory().registerClass("test::Lamp", &createBrightLamp, &createBrightLampShared));
+  { const ormix::DynamicRegistrator<Lamp> second; }
+  EXPECT_TRUE(factory().isRegistered("test::Lamp"));
+  EXPECT_TRUE(factory().unRegisterClass("test::Lamp"));
+  EXPECT_FALSE(factory().unRegisterClass("test::Lamp"));
+}
+
+TEST(DynamicObjectFactory, namesAreSorted) {
+  for (const char* name : {"test::c", "test::a", "test::b"})
+    factory().registerClass(name, &Lamp::createNewObject, &Lamp::createSharedObject);
+  EXPECT_EQ(factory().getRegisteredNames(), (std::vector<std::string>{"test::a", "test::b", "test::c"}));
+  for (const char* name : {"test::a", "test::b", "test::c"}) factory().unRegisterClass(name);
+}
+
+TEST(DynamicObjectFactory, initCtorCopyCopies) {
+  Lamp bright;
+  bright.watts = 60;
+  Lamp lamp;
+  lamp.initCtorCopy(bright);
+  EXPECT_EQ(lamp.watts, 60);
+}
+
+// One class stays known all the time while others come and go: whoever asks for it must always get it.
+TEST(DynamicObjectFactory, servesSeveralThreadsAtOnce) {
+  const ormix::DynamicRegistrator<Lamp> registrator;
+  std::atomic<int> failures{0};
+  const auto use = [&failures](int thread) {
+    const std::string own = "test::thread" + std::to_string(thread);
+    for (int round = 0; round < 500; ++round) {
+      bool good = factory().registerClass(own, &Lamp::createNewObject, &Lamp::createSharedObject);
+      good &= factory().createShared("test::Lamp")->getClassName() == "test::Lamp";
+      good &= factory().createShared(own) != nullptr;
+      const std::vector<std::string> names = factory().getRegisteredNames();
+      good &= std::is_sorted(names.begin(), names.end()) && factory().isRegistered(own);
+      good &= factory().unRegisterClass(own);
+      failures += !good;
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 4; ++thread) threads.emplace_back(use, thread);
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(factory().getRegisteredNames(), std::vector<std::string>{"test::Lamp"});
+}
