@@ -195,6 +195,9 @@ struct ClassCase {
   std::string (*describe)(const BaseDynamicObject& object);
 };
 
+/// What GoogleTest prints of a case.
+inline void PrintTo(const ClassCase& classCase, std::ostream* stream) { *stream << classCase.name; }
+
 template <class... X>
 std::vector<ClassCase> classCases(::testing::Types<X...>) {
   return {{X::getTypeName(),

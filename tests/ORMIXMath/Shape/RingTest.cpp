@@ -1,5 +1,10 @@
 #include <ORMIXMath/Shape/Ring.h>
+#include <ORMIXMath/Shape/RingLengthBlocks.h>
 #include <gtest/gtest.h>
+#if defined(__x86_64__)
+#include <ORMIXMath/Shape/RingLengthAvx2.h>
+#include <ORMIXMath/Shape/RingLengthAvx512.h>
+#endif
 
 #include <cmath>
 #include <cstring>
@@ -116,6 +121,61 @@ TYPED_TEST(RingTest, lengthHasTheSameBitsWithoutVectors) {
   forSizesAndStarts<TypeParam>([](const TypeParam* xy, std::size_t n) {
     ASSERT_EQ(bits(pathLength(xy, n)), bits(detail::pathLengthPortable(xy, n))) << n;
   });
+}
+
+template <class Blocks, class T>
+void expectLanesOf(const detail::Lanes& expected, const std::vector<T>& xy, std::size_t nbBlocks) {
+  detail::Lanes lanes;
+  Blocks::add(xy.data(), nbBlocks, lanes);
+  for (std::size_t l = 0; l < detail::nbLanes; ++l) {
+    ASSERT_EQ(bits(lanes.sum[l]), bits(expected.sum[l])) << "lane " << l << " of " << nbBlocks << " blocks";
+    ASSERT_EQ(bits(lanes.error[l]), bits(expected.error[l])) << "lane " << l << " of " << nbBlocks << " blocks";
+  }
+}
+
+/// The versions that this processor does not choose, too, as far as it can execute them.
+template <class T>
+void expectSameLanesAtEveryWidth(const std::vector<T>& xy) {
+  const std::size_t nbBlocks = (xy.size() / 2 - 1) / detail::nbLanes;
+  detail::Lanes expected;
+  detail::PortableBlocks::add(xy.data(), nbBlocks, expected);
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) expectLanesOf<detail::Avx2Blocks>(expected, xy, nbBlocks);
+  if (__builtin_cpu_supports("avx512f")) expectLanesOf<detail::Avx512Blocks>(expected, xy, nbBlocks);
+#endif
+}
+
+TYPED_TEST(RingTest, lanesHaveTheSameBitsAtEveryWidth) {
+  for (std::size_t nbBlocks = 0; nbBlocks < 17; ++nbBlocks)
+    expectSameLanesAtEveryWidth(randomCoordinates<TypeParam>(nbBlocks * detail::nbLanes + 1, 19));
+  expectSameLanesAtEveryWidth(randomCoordinates<TypeParam>(200'001, 23));
+}
+
+/// From squares that vanish to squares that overflow, and between them edges of no length: wherever roots by
+/// multiplication could go wrong.
+TEST(RingLength, rootsOfEveryMagnitudeHaveTheSameBits) {
+  std::mt19937_64 generator(29);
+  std::uniform_real_distribution<omReal64> coordinate(-1, 1);
+  for (int exponent = -1074; exponent < 1022; ++exponent) {
+    SCOPED_TRACE(testing::Message() << "2^" << exponent);
+    std::vector<omReal64> xy(2 * 81);
+    for (omReal64& c : xy) c = std::ldexp(coordinate(generator), exponent);
+    xy[40] = xy[38];
+    xy[41] = xy[39];
+    expectSameLanesAtEveryWidth(xy);
+  }
+}
+
+/// Squared lengths one unit after another from 1 up and to 4 down, whose roots are next to midpoints of two numbers.
+TEST(RingLength, rootsNextToMidpointsHaveTheSameBits) {
+  std::vector<omReal64> xy = {0, 0};
+  for (int n = 1; n <= 400; ++n) {
+    const omReal64 up = n * std::numeric_limits<omReal64>::epsilon();
+    const omReal64 down = 2 * up;
+    xy.insert(xy.end(), {1, std::sqrt(up), 0, 0});
+    xy.insert(xy.end(), {1.5, std::sqrt(1.75 - down), 0, 0});
+  }
+  expectSameLanesAtEveryWidth(xy);
 }
 
 TYPED_TEST(RingTest, lengthOfManyEdgesLosesNothing) {
