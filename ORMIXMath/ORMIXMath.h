@@ -3,17 +3,30 @@
 /// \file
 /// Everything of ORMIXMath.
 
+#include <ORMIXMath/Algebra/AlgebraTypes.h>
+#include <ORMIXMath/Algebra/EigenDecomposition.h>
+#include <ORMIXMath/Algebra/QrDecomposition.h>
+#include <ORMIXMath/Algebra/SvdSolve.h>
+#include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Distance/Orientation.h>
 #include <ORMIXMath/Distance/PlanarSegment.h>
 #include <ORMIXMath/Distance/PointSegmentDistance.h>
 #include <ORMIXMath/Distance/SegmentsDistance.h>
+#include <ORMIXMath/Estimation/BaseCostFunction.h>
+#include <ORMIXMath/Estimation/BaseEstimator.h>
+#include <ORMIXMath/Estimation/IterativeRefinement.h>
+#include <ORMIXMath/Estimation/ProgressCallback.h>
+#include <ORMIXMath/Estimation/RobustEstimation.h>
+#include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Fitting/ShapesFromPoints.h>
+#include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/Compare.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Scalar/Round.h>
 #include <ORMIXMath/Shape/Ellipse.h>
+#include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXMath/Shape/Ring.h>
-#include <ORMIXMath/Algebra/AlgebraTypes.h>
 #include <ORMIXMath/Transform/2d/Affine2d.h>
 #include <ORMIXMath/Transform/2d/AffineTransform2d.h>
 #include <ORMIXMath/Transform/2d/AnisotropicScale2d.h>

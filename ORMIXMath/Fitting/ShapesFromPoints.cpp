@@ -1,0 +1,161 @@
+#include <ORMIXMath/Fitting/ShapesFromPoints.h>
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXUtil/NumericLimits.h>
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+
+namespace ormix {
+namespace {
+
+// Sines of angles, times this, that count as zero: rounding of the points' coordinates moves each side of a triangle by
+// up to an epsilon of the largest coordinate, and the products see four such errors.
+constexpr omReal64 s_degenerate = 8 * NumericLimits<omReal64>::s_eps;
+
+/// a b - c d to about one rounding of the result (Kahan; Jeannerod, Louvet and Muller 2013).
+omReal64 differenceOfProducts(omReal64 a, omReal64 b, omReal64 c, omReal64 d) {
+  const omReal64 cd = c * d;
+  return std::fma(a, b, -cd) + std::fma(-c, d, cd);
+}
+
+struct Vector3 {
+  omReal64 x;
+  omReal64 y;
+  omReal64 z;
+};
+
+Vector3 operator-(const Vector3& p, const Vector3& q) { return {p.x - q.x, p.y - q.y, p.z - q.z}; }
+Vector3 operator*(omReal64 factor, const Vector3& p) { return {factor * p.x, factor * p.y, factor * p.z}; }
+Vector3 operator+(const Vector3& p, const Vector3& q) { return {p.x + q.x, p.y + q.y, p.z + q.z}; }
+omReal64 dot(const Vector3& p, const Vector3& q) { return p.x * q.x + p.y * q.y + p.z * q.z; }
+omReal64 norm(const Vector3& p) { return std::hypot(p.x, p.y, p.z); }
+Vector3 cross(const Vector3& p, const Vector3& q) {
+  return {differenceOfProducts(p.y, q.z, p.z, q.y), differenceOfProducts(p.z, q.x, p.x, q.z),
+          differenceOfProducts(p.x, q.y, p.y, q.x)};
+}
+
+omReal64 largestOf(std::initializer_list<omReal64> values) {
+  omReal64 largest = 0;
+  // Not std::max, which would lose a NaN.
+  for (const omReal64 value : values)
+    if (!(std::abs(value) <= largest)) largest = std::abs(value);
+  return largest;
+}
+
+omReal64 largestOf(const Vector3& p) { return largestOf({p.x, p.y, p.z}); }
+
+/// The power of two that brings a length to [1/2, 1), within the range of numbers; 0 for a length that is 0 or not
+/// finite.
+omReal64 scaleFor(omReal64 length) {
+  if (!(length > 0) || !std::isfinite(length)) return 0;
+  int exponent = 0;
+  std::frexp(length, &exponent);
+  return std::ldexp(1.0, std::clamp(-exponent, -1022, 1022));
+}
+
+/// -0 becomes +0, so that angles of it are not -pi.
+omReal64 withoutNegativeZero(omReal64 value) { return value + 0.0; }
+
+}  // namespace
+
+bool circleFromPoints(omReal64 x0, omReal64 y0, omReal64 x1, omReal64 y1, omReal64 x2, omReal64 y2, omReal64& cx,
+                      omReal64& cy, omReal64& radius) {
+  const omReal64 length = largestOf({x1 - x0, y1 - y0, x2 - x0, y2 - y0});
+  const omReal64 scale = scaleFor(length);
+  if (scale == 0) return false;
+  const omReal64 ux = (x1 - x0) * scale;
+  const omReal64 uy = (y1 - y0) * scale;
+  const omReal64 vx = (x2 - x0) * scale;
+  const omReal64 vy = (y2 - y0) * scale;
+  const omReal64 twiceArea = differenceOfProducts(ux, vy, uy, vx);
+  const omReal64 largest = std::max(length, largestOf({x0, y0})) * scale;
+  if (!(std::abs(twiceArea) > s_degenerate * largest)) return false;
+  const omReal64 uu = ux * ux + uy * uy;
+  const omReal64 vv = vx * vx + vy * vy;
+  const omReal64 dx = differenceOfProducts(vy, uu, uy, vv) / (2 * twiceArea);
+  const omReal64 dy = differenceOfProducts(ux, vv, vx, uu) / (2 * twiceArea);
+  const omReal64 x = x0 + dx / scale;
+  const omReal64 y = y0 + dy / scale;
+  const omReal64 r = std::hypot(dx, dy) / scale;
+  if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(r) || !(r > 0)) return false;
+  cx = x;
+  cy = y;
+  radius = r;
+  return true;
+}
+
+bool lineFromPoints(omReal64 x0, omReal64 y0, omReal64 x1, omReal64 y1, omReal64& theta, omReal64& rho) {
+  const omReal64 scale = scaleFor(largestOf({x1 - x0, y1 - y0}));
+  if (scale == 0 || !std::isfinite(x0) || !std::isfinite(y0)) return false;
+  const omReal64 dx = (x1 - x0) * scale;
+  const omReal64 dy = (y1 - y0) * scale;
+  const omReal64 length = std::hypot(dx, dy);
+  omReal64 nx = dy / length;
+  omReal64 ny = -dx / length;
+  omReal64 distance = differenceOfProducts(x0, nx, -y0, ny);
+  if (distance < 0 || (distance == 0 && (ny < 0 || (ny == 0 && nx < 0)))) {
+    nx = -nx;
+    ny = -ny;
+    distance = -distance;
+  }
+  if (!std::isfinite(distance)) return false;
+  theta = std::atan2(withoutNegativeZero(ny), nx);
+  rho = withoutNegativeZero(distance);
+  return true;
+}
+
+bool planFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1, omReal64 z1, omReal64 x2,
+                    omReal64 y2, omReal64 z2, omReal64& rho, omReal64& theta, omReal64& phi) {
+  const Vector3 p{x0, y0, z0};
+  const Vector3 first = Vector3{x1, y1, z1} - p;
+  const Vector3 second = Vector3{x2, y2, z2} - p;
+  const omReal64 length = std::max(largestOf(first), largestOf({largestOf(second), largestOf(first)}));
+  const omReal64 scale = scaleFor(length);
+  if (scale == 0 || !std::isfinite(largestOf(p))) return false;
+  const Vector3 product = cross(scale * first, scale * second);
+  const omReal64 sine = norm(product);
+  if (!(sine > s_degenerate * std::max(length, largestOf(p)) * scale)) return false;
+  Vector3 normal = (1 / sine) * product;
+  omReal64 distance = dot(normal, p);
+  const omReal64 decisive = normal.z != 0 ? normal.z : normal.y != 0 ? normal.y : normal.x;
+  if (distance < 0 || (distance == 0 && decisive < 0)) {
+    normal = -1.0 * normal;
+    distance = -distance;
+  }
+  if (!std::isfinite(distance)) return false;
+  rho = withoutNegativeZero(distance);
+  theta = std::atan2(std::hypot(normal.x, normal.y), normal.z);
+  phi = std::atan2(withoutNegativeZero(normal.y), withoutNegativeZero(normal.x));
+  return true;
+}
+
+bool sphereFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1, omReal64 z1, omReal64 x2,
+                      omReal64 y2, omReal64 z2, omReal64 x3, omReal64 y3, omReal64 z3, omReal64& cx, omReal64& cy,
+                      omReal64& cz, omReal64& radius) {
+  const Vector3 p{x0, y0, z0};
+  Vector3 u = Vector3{x1, y1, z1} - p;
+  Vector3 v = Vector3{x2, y2, z2} - p;
+  Vector3 w = Vector3{x3, y3, z3} - p;
+  const omReal64 length = largestOf({largestOf(u), largestOf(v), largestOf(w)});
+  const omReal64 scale = scaleFor(length);
+  if (scale == 0 || !std::isfinite(largestOf(p))) return false;
+  u = scale * u;
+  v = scale * v;
+  w = scale * w;
+  const Vector3 vw = cross(v, w);
+  const omReal64 volume = dot(u, vw);
+  if (!(std::abs(volume) > 2 * s_degenerate * std::max(length, largestOf(p)) * scale)) return false;
+  const Vector3 weighted = dot(u, u) * vw + dot(v, v) * cross(w, u) + dot(w, w) * cross(u, v);
+  const Vector3 offset = (1 / (2 * volume)) * weighted;
+  const Vector3 centre = p + (1 / scale) * offset;
+  const omReal64 r = norm(offset) / scale;
+  if (!std::isfinite(largestOf(centre)) || !std::isfinite(r) || !(r > 0)) return false;
+  cx = centre.x;
+  cy = centre.y;
+  cz = centre.z;
+  radius = r;
+  return true;
+}
+
+}  // namespace ormix
