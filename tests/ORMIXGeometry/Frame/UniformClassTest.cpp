@@ -160,6 +160,9 @@ TEST(RegisteredNames, AreSpelledWithTheFamilysScalars) {
                                     "ormix::geom::AreaMsr2d", "ormix::geom::PerimeterMsr2d"};
   for (const char* name : {"Translation", "Rotation", "Rigid", "Scale", "Similarity", "AnisotropicScale", "Homography"})
     expected.push_back("ormix::geom::" + std::string(name) + "Transform2d");
+  for (const char* name : {"Circle2d", "Ellipse2d", "Line2d", "Line2dIntersection", "TranslationTransform2d",
+                           "RigidTransform2d", "SimilarityTransform2d", "HomographyTransform2d"})
+    expected.push_back("ormix::geom::" + std::string(name) + "Estimator");
   for (const char* name : {"BoundingBox2d", "Circle2d", "Ellipse2d", "Point2d", "PointCloud2d", "Polygon2d",
                            "PolygonWithHoles2d", "Rectangle2d", "Segment2d", "Square2d"})
     for (const char* scalar : {"omInt32", "omUInt32", "omReal32", "omReal64"})

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXMath/Estimation/IterativeRefinement.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API Circle2dEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::Circle2dEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::Circle2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class Estimation2d<Circle2dEstimator>;
+
+/// Circle of points (x, y): centre x, centre y, radius.
+///
+/// Three points give the circle through them. More give the one that minimises the sum of squared residuals, the
+/// solution of the linear system with the rows (2x, 2y, 1 | x² + y²) (Kåsa 1976). Fails with message 0 for points that
+/// are collinear or coincide, to rounding of their coordinates. The residual of a point is algebraic and signed,
+/// (x - cx)² + (y - cy)² - r². O(points), no allocation.
+class ORMIX_GEOMETRY_API Circle2dEstimator : public Estimation2d<Circle2dEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Circle2dEstimator";
+  static constexpr std::size_t s_minimalDataSize = 3;
+  static constexpr std::size_t s_nbParams = 3;
+  static constexpr std::size_t s_sampleDimension = 2;
+
+  /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction; the sum of squared residuals of
+  /// `params` is never larger than that of `start`. Fails with message 1 and the reason when the cost function cannot
+  /// be initialised, or as refineIteratively(), `params` untouched.
+  BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
+                              const RefinementOptions& options = {}) const;
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+  /// 2r.
+  omReal64 getResidualScale(const RealVector& params) const override;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,37 @@
+#include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/EllipseDistance.h>
+#include <ORMIXMath/Fitting/ShapesFromSamples.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+
+namespace ormix {
+template class VersionedLevel<geom::Ellipse2dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class Estimation2d<Ellipse2dEstimator>;
+
+namespace {
+const DynamicRegistrator<Ellipse2dEstimator> g_classRegistrator;
+}  // namespace
+
+BoolResult Ellipse2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  std::size_t rank = 0;
+  const bool found = ellipseFromSamples(samples, params(0), params(1), params(2), params(3), params(4), rank);
+  constexpr std::size_t smallestRank = 2;
+  if (rank < smallestRank) return detail::estimationFailure(eEstimationMessage::eEsM_EllipseRank);
+  if (!found) return detail::estimationFailure(eEstimationMessage::eEsM_EllipseNotAnEllipse);
+  if (!(params(2) > 0) || !(params(3) > 0))
+    return detail::estimationFailure(eEstimationMessage::eEsM_EllipseNullRadius);
+  return {};
+}
+
+BoolResult Ellipse2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                    RealVector& residuals) const {
+  const detail::EllipseDistance distance(params(0), params(1), params(2), params(3), params(4));
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals,
+                                                  [&](const omReal64* p) { return distance(p[0], p[1]); });
+}
+
+}  // namespace ormix::geom

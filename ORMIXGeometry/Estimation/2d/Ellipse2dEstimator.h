@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API Ellipse2dEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::Ellipse2dEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class Estimation2d<Ellipse2dEstimator>;
+
+/// Ellipse of points (x, y): centre x, centre y, major radius a, minor radius b, the direction theta of a in [0, pi).
+///
+/// The conic of least algebraic distance about the points' own origin and in their own unit, under a constraint that
+/// moves and turns with them (Bookstein 1979; solved as in Gander, Golub and Strebel 1994). Fails with message 2 when
+/// the rank of its system is below 2 (points that coincide), 3 when the conic is none or not an ellipse, 4 when a
+/// radius is null. The residual of a point is its distance to the curve, not signed. O(points), no allocation.
+class ORMIX_GEOMETRY_API Ellipse2dEstimator : public Estimation2d<Ellipse2dEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Ellipse2dEstimator";
+  static constexpr std::size_t s_minimalDataSize = 5;
+  static constexpr std::size_t s_nbParams = 5;
+  static constexpr std::size_t s_sampleDimension = 2;
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+};
+
+}  // namespace ormix::geom

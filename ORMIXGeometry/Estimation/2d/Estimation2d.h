@@ -1,0 +1,31 @@
+#pragma once
+
+#include <ORMIXGeometry/Export.h>
+#include <ORMIXMath/Estimation/BaseEstimator.h>
+#include <ORMIXSerialization/Object/RegisteredObject.h>
+
+namespace ormix::geom {
+
+/// The uniform part of a concrete planar estimator: it is registered, can be copied, and declares its sizes. `Self`
+/// states `s_className` and, in the order in which they are declared, `s_minimalDataSize`, `s_nbParams` and
+/// `s_sampleDimension`. Samples that are NaN or infinite never lead to a success. The bodies are in Estimation2d.ipp.
+template <class Self>
+class ORMIX_GEOMETRY_API Estimation2d : public RegisteredObject<Self, BaseEstimator> {
+ protected:
+  Estimation2d();
+  Estimation2d(const Estimation2d&) = default;
+  Estimation2d(Estimation2d&&) = default;
+  Estimation2d& operator=(const Estimation2d&) = default;
+  Estimation2d& operator=(Estimation2d&&) = default;
+  ~Estimation2d() override = default;
+
+ private:
+  friend FieldAccess;
+  // An estimator keeps nothing between two estimations.
+  template <class S, class F>
+  static bool fields(S&, F&&) {
+    return true;
+  }
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,99 @@
+#include <ORMIXGeometry/Estimation/2d/CentredSums.h>
+#include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <ORMIXMath/Fitting/ShapesFromPoints.h>
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXUtil/NumericLimits.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+
+#include <algorithm>
+namespace ormix {
+template class VersionedLevel<geom::Line2dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class Estimation2d<Line2dEstimator>;
+
+namespace {
+const DynamicRegistrator<Line2dEstimator> g_classRegistrator;
+}  // namespace
+
+namespace {
+
+/// Products xx, xy, yy of a centred point; two points stand in a vector.
+struct PointProducts2d {
+  static constexpr std::size_t dimension = 2;
+  static constexpr std::size_t nbProducts = 3;
+  static constexpr std::size_t nbAccumulators = 2;
+
+  [[gnu::always_inline]] static inline void add(const detail::SumLanes& c, detail::SumLanes* sums) {
+    sums[0] += c * c;
+    sums[1] += c * __builtin_shufflevector(c, c, 1, 0, 3, 2);
+  }
+
+  static void take(const detail::SumLanes* lanes, omReal64* sums) {
+    sums[0] = lanes[0][0] + lanes[0][2];
+    sums[1] = lanes[1][0] + lanes[1][2];
+    sums[2] = lanes[0][1] + lanes[0][3];
+  }
+
+  static bool isSmall(const omReal64* step, const omReal64* sums) {
+    return 2 * (step[0] + step[2]) <= sums[0] + sums[2];
+  }
+};
+
+struct Moments {
+  omReal64 mx, my;         ///< Means.
+  omReal64 sxx, sxy, syy;  ///< Means of products about the means.
+};
+
+Moments momentsOf(const SampleView& samples) {
+  const auto all = detail::CentredSummation<PointProducts2d>::of(samples.data, samples.nbSamples);
+  return {all.mean[0], all.mean[1], all.sums[0] / all.nbRows, all.sums[1] / all.nbRows, all.sums[2] / all.nbRows};
+}
+
+bool haveDirection(const Moments& m) {
+  constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
+  const omReal64 largest = std::max(m.sxx, m.syy);
+  // The absolute threshold of Sxy is intended; so written that NaN has no direction.
+  return largest > 0 && std::isfinite(m.sxx + m.syy) && std::isfinite(m.sxy) &&
+         (std::abs(m.sxx - m.syy) >= largest * threshold || std::abs(m.sxy) >= threshold);
+}
+
+/// The normal's angle: the extremal directions are phi and phi + pi / 2, and of these the one with the smaller sum of
+/// squared residuals. That sum is n (Sxx cos² + 2 Sxy cos sin + Syy sin²), so the moments tell it without another pass.
+omReal64 normalAngle(const Moments& m) {
+  const omReal64 difference = m.sxx - m.syy;
+  omReal64 phi = difference == 0 ? s_pi / 4 : std::fmod(std::atan(2 * m.sxy / difference) / 2, s_pi);
+  if (phi < 0) phi += s_pi;
+  const omReal64 firstLessSecond = difference * std::cos(2 * phi) + 2 * m.sxy * std::sin(2 * phi);
+  return firstLessSecond <= 0 ? phi : phi + s_pi / 2;
+}
+
+}  // namespace
+
+BoolResult Line2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  if (samples.nbSamples == s_minimalDataSize) {
+    const omReal64* p = samples.data;
+    if (lineFromPoints(p[0], p[1], p[2], p[3], params(0), params(1))) return {};
+    return detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection);
+  }
+  const Moments moments = momentsOf(samples);
+  if (!haveDirection(moments)) return detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection);
+  const omReal64 theta = normalAngle(moments);
+  params(0) = theta;
+  params(1) = moments.mx * std::cos(theta) + moments.my * std::sin(theta);
+  return {};
+}
+
+BoolResult Line2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                 RealVector& residuals) const {
+  const omReal64 co = std::cos(params(0));
+  const omReal64 si = std::sin(params(0));
+  const omReal64 rho = params(1);
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals,
+                                                  [=](const omReal64* p) { return p[0] * co + p[1] * si - rho; });
+}
+
+}  // namespace ormix::geom

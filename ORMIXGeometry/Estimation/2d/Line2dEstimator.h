@@ -1,0 +1,38 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API Line2dEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::Line2dEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class Estimation2d<Line2dEstimator>;
+
+/// Line x cos theta + y sin theta = rho of points (x, y): theta, rho.
+///
+/// Two points give the line through them. More give the line of least squared distances, the principal axis of the
+/// cloud (Pearson 1901), theta in [0, 3pi/2), rho of either sign: lines are to be compared unoriented. Fails with
+/// message 11 for points without a privileged direction: those that coincide, and those whose moments about the mean
+/// have |Sxx - Syy| below sqrt(epsilon) max(Sxx, Syy) and |Sxy| below sqrt(epsilon). The latter threshold is absolute,
+/// so a cloud of size 1e-5 along a diagonal has none either: intended. The residual of a point is its signed distance.
+/// O(points), no allocation.
+class ORMIX_GEOMETRY_API Line2dEstimator : public Estimation2d<Line2dEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Line2dEstimator";
+  static constexpr std::size_t s_minimalDataSize = 2;
+  static constexpr std::size_t s_nbParams = 2;
+  static constexpr std::size_t s_sampleDimension = 2;
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,91 @@
+#include <ORMIXGeometry/Estimation/2d/Line2dIntersectionEstimator.h>
+#include <ORMIXMath/Algebra/SvdSolve.h>
+#include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXUtil/NumericLimits.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+
+#include <algorithm>
+namespace ormix {
+template class VersionedLevel<geom::Line2dIntersectionEstimator, BaseEstimator>;
+template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class Estimation2d<Line2dIntersectionEstimator>;
+
+namespace {
+const DynamicRegistrator<Line2dIntersectionEstimator> g_classRegistrator;
+}  // namespace
+
+namespace {
+
+/// The power of two by which the distances are brought to [1/2, 1), so that their squares neither overflow nor vanish;
+/// 1 when they are all 0, NaN or infinite where one is.
+omReal64 unitOf(const SampleView& lines) {
+  omReal64 largest = 0;
+  for (std::size_t i = 0; i < lines.nbSamples; ++i) {
+    const omReal64 distance = std::abs(lines[i][1]);
+    // Not std::max, which would lose a NaN.
+    if (!(distance <= largest)) largest = distance;
+  }
+  if (!(largest > 0) || !std::isfinite(largest)) return largest == 0 ? 1 : largest;
+  return std::ldexp(1.0, std::max(std::ilogb(largest), -1000));
+}
+
+/// The system (cos theta, sin theta | rho / unit), reduced to a triangle.
+TallQr<3> reducedSystem(const SampleView& lines, omReal64 unit) {
+  TallQr<3> qr;
+  for (std::size_t start = 0; start < lines.nbSamples; start += TallQr<3>::s_blockRows) {
+    const std::size_t nbRows = std::min(TallQr<3>::s_blockRows, lines.nbSamples - start);
+    for (std::size_t i = 0; i < nbRows; ++i) {
+      const omReal64* line = lines[start + i];
+      qr.block(0)[i] = std::cos(line[0]);
+      qr.block(1)[i] = std::sin(line[0]);
+      qr.block(2)[i] = line[1] / unit;
+    }
+    qr.fold(nbRows);
+  }
+  return qr;
+}
+
+/// Whether the two columns are parallel to what rounding of the angles, up to pi, and of the reduction leaves.
+bool areParallel(const TallQr<3>& qr, std::size_t nbLines) {
+  const omReal64 a = qr(0, 0);
+  const omReal64 b = qr(0, 1);
+  const omReal64 c = qr(1, 1);
+  const omReal64 rounding = NumericLimits<omReal64>::s_eps * static_cast<omReal64>(std::max(nbLines, std::size_t{4}));
+  return !(std::abs(a * c) > rounding * (a * a + b * b + c * c));
+}
+
+}  // namespace
+
+BoolResult Line2dIntersectionEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  const omReal64 unit = unitOf(samples);
+  const TallQr<3> qr = reducedSystem(samples, unit);
+  const omReal64 system[4] = {qr(0, 0), qr(0, 1), 0, qr(1, 1)};
+  const omReal64 rightSide[2] = {qr(0, 2), qr(1, 2)};
+  omReal64 point[2] = {0, 0};
+  constexpr std::size_t neededRank = 2;
+  const bool found = std::isfinite(unit) && !areParallel(qr, samples.nbSamples) &&
+                     svdSolveSmall(system, 2, 2, rightSide, point) >= neededRank;
+  params(0) = point[0] * unit;
+  params(1) = point[1] * unit;
+  params(2) = 1;
+  if (found && std::isfinite(params(0)) && std::isfinite(params(1))) return {};
+  return detail::estimationFailure(eEstimationMessage::eEsM_IntersectionUndefined);
+}
+
+BoolResult Line2dIntersectionEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                             RealVector& residuals) const {
+  const omReal64 a = params(0);
+  const omReal64 b = params(1);
+  const omReal64 c = params(2);
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals, [=](const omReal64* line) {
+    return a * std::cos(line[0]) + b * std::sin(line[0]) - c * line[1];
+  });
+}
+
+omReal64 Line2dIntersectionEstimator::getResidualScale(const RealVector& params) const { return std::abs(params(2)); }
+
+}  // namespace ormix::geom

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API Line2dIntersectionEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::Line2dIntersectionEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class Estimation2d<Line2dIntersectionEstimator>;
+
+/// Common point of lines (theta, rho), as homogeneous vector (a, b, c) with c = 1: the finite point (a, b) that
+/// minimises the sum of squared distances to the lines.
+///
+/// Fails with message 10 for lines that are all parallel, to rounding of their angles. The residual of a line is
+/// a cos theta + b sin theta - c rho. O(lines), no allocation.
+class ORMIX_GEOMETRY_API Line2dIntersectionEstimator : public Estimation2d<Line2dIntersectionEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Line2dIntersectionEstimator";
+  static constexpr std::size_t s_minimalDataSize = 2;
+  static constexpr std::size_t s_nbParams = 3;
+  static constexpr std::size_t s_sampleDimension = 2;
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+  /// |c|.
+  omReal64 getResidualScale(const RealVector& params) const override;
+};
+
+}  // namespace ormix::geom

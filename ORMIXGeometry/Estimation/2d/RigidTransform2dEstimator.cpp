@@ -1,0 +1,38 @@
+#include <ORMIXGeometry/Estimation/2d/PairSums2d.h>
+#include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+
+namespace ormix {
+template class VersionedLevel<geom::RigidTransform2dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class Estimation2d<RigidTransform2dEstimator>;
+
+namespace {
+const DynamicRegistrator<RigidTransform2dEstimator> g_classRegistrator;
+}  // namespace
+
+BoolResult RigidTransform2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  const detail::PairSums2d sums = detail::pairSums(samples);
+  if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Rigid2dRank);
+  const omReal64 theta = sums.rotationAngle();
+  const omReal64 co = std::cos(theta);
+  const omReal64 si = std::sin(theta);
+  params(0) = theta;
+  params(1) = sums.mx2 - (co * sums.mx1 - si * sums.my1);
+  params(2) = sums.my2 - (si * sums.mx1 + co * sums.my1);
+  return {};
+}
+
+BoolResult RigidTransform2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                           RealVector& residuals) const {
+  const omReal64 co = std::cos(params(0));
+  const omReal64 si = std::sin(params(0));
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals,
+                                                  detail::LinearMapDistance2d{co, -si, si, co, params(1), params(2)});
+}
+
+}  // namespace ormix::geom

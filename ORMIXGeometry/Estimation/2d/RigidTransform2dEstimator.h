@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API RigidTransform2dEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::RigidTransform2dEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class Estimation2d<RigidTransform2dEstimator>;
+
+/// Rotation and translation of pairs (x1, y1, x2, y2): theta in (-pi, pi], tx, ty. Minimises the sum of squared
+/// residuals (Umeyama 1991).
+///
+/// Fails with message 14 when the sums S of dy1 dx2 - dx1 dy2 and C of dx1 dx2 + dy1 dy2 over the centred pairs are
+/// both below sqrt(epsilon); the threshold is absolute: intended. The residual of a pair is the distance of p2 to the
+/// image of p1. O(pairs), no allocation.
+class ORMIX_GEOMETRY_API RigidTransform2dEstimator : public Estimation2d<RigidTransform2dEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::RigidTransform2dEstimator";
+  static constexpr std::size_t s_minimalDataSize = 2;
+  static constexpr std::size_t s_nbParams = 3;
+  static constexpr std::size_t s_sampleDimension = 4;
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,40 @@
+#include <ORMIXGeometry/Estimation/2d/PairSums2d.h>
+#include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+
+namespace ormix {
+template class VersionedLevel<geom::SimilarityTransform2dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::SimilarityTransform2dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class Estimation2d<SimilarityTransform2dEstimator>;
+
+namespace {
+const DynamicRegistrator<SimilarityTransform2dEstimator> g_classRegistrator;
+}  // namespace
+
+BoolResult SimilarityTransform2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  const detail::PairSums2d sums = detail::pairSums(samples);
+  if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Similarity2dRank);
+  const omReal64 theta = sums.rotationAngle();
+  const omReal64 scale = std::hypot(sums.s, sums.c) / sums.spread1;
+  const omReal64 co = scale * std::cos(theta);
+  const omReal64 si = scale * std::sin(theta);
+  params(0) = scale;
+  params(1) = theta;
+  params(2) = sums.mx2 - (co * sums.mx1 - si * sums.my1);
+  params(3) = sums.my2 - (si * sums.mx1 + co * sums.my1);
+  return {};
+}
+
+BoolResult SimilarityTransform2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                                RealVector& residuals) const {
+  const omReal64 co = params(0) * std::cos(params(1));
+  const omReal64 si = params(0) * std::sin(params(1));
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals,
+                                                  detail::LinearMapDistance2d{co, -si, si, co, params(2), params(3)});
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,209 @@
+// What all planar estimators do the same way.
+
+#include <ORMIXGeometry/ORMIXGeometry.h>
+
+#include <limits>
+#include <map>
+#include <memory>
+#include <sstream>
+
+#include "EstimationSamples.h"
+
+namespace {
+
+using namespace estimation;
+using namespace ormix::geom;
+
+template <class Estimator>
+class PlanarEstimator : public ::testing::Test {};
+using AllEstimators =
+    ::testing::Types<Circle2dEstimator, Ellipse2dEstimator, Line2dEstimator, Line2dIntersectionEstimator,
+                     TranslationTransform2dEstimator, RigidTransform2dEstimator, SimilarityTransform2dEstimator,
+                     HomographyTransform2dEstimator>;
+TYPED_TEST_SUITE(PlanarEstimator, AllEstimators);
+
+struct Sizes {
+  std::size_t minimal, params, dimension;
+};
+
+Sizes sizesOf(const std::string& name) {
+  const std::map<std::string, Sizes> table{{"Circle2d", {3, 3, 2}},
+                                           {"Ellipse2d", {5, 5, 2}},
+                                           {"Line2d", {2, 2, 2}},
+                                           {"Line2dIntersection", {2, 3, 2}},
+                                           {"TranslationTransform2d", {2, 2, 4}},
+                                           {"RigidTransform2d", {2, 3, 4}},
+                                           {"SimilarityTransform2d", {2, 4, 4}},
+                                           {"HomographyTransform2d", {4, 9, 4}}};
+  const std::string prefix = "ormix::geom::";
+  return table.at(name.substr(prefix.size(), name.size() - prefix.size() - std::string("Estimator").size()));
+}
+
+template <class Estimator>
+Values goodSamples(std::size_t nbSamples) {
+  Random random(7);
+  Values values;
+  for (std::size_t i = 0; i < nbSamples; ++i) {
+    const omReal64 t = random.uniform(0, 6);
+    // Near an ellipse that is nearly a circle; as lines of all directions they meet somewhere, too.
+    const omReal64 x = 3 * std::cos(t) + 0.01 * random.noise();
+    const omReal64 y = 2 * std::sin(t) + 0.01 * random.noise();
+    values.insert(values.end(), {x, y});
+    if (Estimator::s_sampleDimension == 4) values.insert(values.end(), {0.5 * x + 1, 0.5 * y + 2});
+  }
+  return values;
+}
+
+TYPED_TEST(PlanarEstimator, StatesItsSizes) {
+  const TypeParam estimator;
+  const Sizes sizes = sizesOf(estimator.getClassName());
+  EXPECT_EQ(estimator.getMinimalDataSize(), sizes.minimal);
+  EXPECT_EQ(estimator.getNbParams(), sizes.params);
+  EXPECT_EQ(estimator.getSampleDimension(), sizes.dimension);
+}
+
+TYPED_TEST(PlanarEstimator, IsRegisteredAndCopied) {
+  const std::string name = TypeParam::s_className;
+  const std::unique_ptr<BaseDynamicObject> created(DynamicObjectFactory::getInstance().createNew(name));
+  EXPECT_EQ(created->getClassName(), name);
+  ASSERT_TRUE(created->hasCopySupport());
+  const auto duplicate = boost::dynamic_pointer_cast<TypeParam>(created->duplicateShared());
+  ASSERT_TRUE(duplicate);
+  EXPECT_EQ(duplicate->getNbParams(), TypeParam().getNbParams());
+  EXPECT_NO_THROW(duplicate->copy(*created));
+  std::ostringstream out;
+  {
+    JsonOArchive archive(out);
+    ASSERT_TRUE(duplicate->write(archive));
+  }
+  std::istringstream in(out.str());
+  JsonIArchive archive(in);
+  EXPECT_TRUE(TypeParam().read(archive)) << out.str();
+}
+
+TYPED_TEST(PlanarEstimator, AnswersTheSameForADataSetAndAView) {
+  const Values values = goodSamples<TypeParam>(300);
+  TypeParam estimator;
+  const DataSet dataSet = dataSetOf(values, estimator.getSampleDimension());
+  RealVector params;
+  ASSERT_TRUE(estimator.computeEstimation(dataSet, params));
+  EXPECT_EQ(valuesOf(params), valuesOf(fitted<TypeParam>(values)));
+  RealVector direct;
+  ASSERT_TRUE(estimator.processEstimation(dataSet, direct));
+  EXPECT_EQ(valuesOf(direct), valuesOf(params));
+  RealVector residuals;
+  ASSERT_TRUE(estimator.computeResiduals(dataSet, params, residuals));
+  EXPECT_EQ(valuesOf(residuals), valuesOf(residualsOf<TypeParam>(values, params)));
+  EXPECT_EQ(residuals.size(), 300u);
+}
+
+TYPED_TEST(PlanarEstimator, SaysHowManySamplesAreNeeded) {
+  const TypeParam estimator;
+  const std::string given = std::to_string(estimator.getMinimalDataSize() - 1);
+  const std::string message = failureOf<TypeParam>(goodSamples<TypeParam>(estimator.getMinimalDataSize() - 1));
+  EXPECT_NE(message.find(given), std::string::npos) << message;
+  EXPECT_NE(message.find(std::to_string(estimator.getMinimalDataSize())), std::string::npos) << message;
+  RealVector residuals;
+  const Values values = goodSamples<TypeParam>(3);
+  EXPECT_FALSE(estimator.computeResiduals(viewOf(values, estimator.getSampleDimension()), vectorOf({1}), residuals));
+}
+
+TYPED_TEST(PlanarEstimator, RefusesSamplesThatCoincide) {
+  for (const std::size_t count : {TypeParam::s_minimalDataSize, std::size_t{20}, std::size_t{1000}})
+    for (const omReal64 value : {0.0, 0.3, 1e9}) {
+      const Values values(count * TypeParam::s_sampleDimension, value);
+      EXPECT_FALSE(failureOf<TypeParam>(values).empty()) << count << " times " << value;
+    }
+}
+
+TYPED_TEST(PlanarEstimator, RefusesNaNAndInfinity) {
+  for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity(),
+                             -std::numeric_limits<omReal64>::infinity()})
+    for (const std::size_t count : {TypeParam::s_minimalDataSize, std::size_t{40}, std::size_t{300}})
+      for (std::size_t at = 0; at < 2 * TypeParam::s_sampleDimension; ++at) {
+        Values values = goodSamples<TypeParam>(count);
+        values[at * (values.size() - 1) / (2 * TypeParam::s_sampleDimension - 1)] = bad;
+        EXPECT_FALSE(failureOf<TypeParam>(values).empty()) << bad << " among " << count;
+        TypeParam estimator;
+        RealVector params;
+        const DataSet dataSet = dataSetOf(values, TypeParam::s_sampleDimension);
+        EXPECT_FALSE(estimator.processEstimation(dataSet, params)) << bad << " among " << count;
+      }
+}
+
+// Whether there is a model in such data is for each estimator to say; if it says so, in numbers.
+TYPED_TEST(PlanarEstimator, NeverSucceedsWithoutNumbers) {
+  Random random(20240);
+  for (int trial = 0; trial < 600; ++trial) {
+    const std::size_t count = TypeParam::s_minimalDataSize + static_cast<std::size_t>(random.uniform(0, 9));
+    const omReal64 scale = std::pow(10.0, random.uniform(-320, 308));
+    const omReal64 offset = trial % 3 == 0 ? 0 : std::pow(10.0, random.uniform(-20, 300));
+    const omReal64 slope = random.uniform(-2, 2);
+    Values values(count * TypeParam::s_sampleDimension);
+    for (omReal64& value : values) value = offset + scale * random.uniform(-1, 1);
+    // Collinear, on a grid of few points, or free.
+    for (std::size_t i = 0; i + 1 < values.size() && trial % 4 == 1; i += 2) values[i + 1] = slope * values[i];
+    for (std::size_t i = 0; i < values.size() && trial % 4 == 2; ++i)
+      values[i] = offset + scale * static_cast<omReal64>(i % 3);
+    TypeParam estimator;
+    RealVector params;
+    const BoolResult result = estimator.computeEstimation(viewOf(values, TypeParam::s_sampleDimension), params);
+    if (result)
+      for (const omReal64 param : params) ASSERT_TRUE(std::isfinite(param)) << "trial " << trial;
+    else
+      ASSERT_FALSE(result.getMessage().empty());
+    RealVector residuals;
+    if (result) {
+      ASSERT_TRUE(estimator.computeResiduals(viewOf(values, TypeParam::s_sampleDimension), params, residuals));
+    }
+  }
+}
+
+// Model, share of outliers and noise are such that the consensus is clear: the robust parameters are those of the
+// inliers alone.
+template <class Estimator>
+Values withOutliers(std::size_t count) {
+  Random random(99);
+  Values values;
+  for (std::size_t i = 0; i < count; ++i) {
+    const omReal64 t = random.uniform(0, 6.28);
+    omReal64 x = 30 * std::cos(t) + 4;
+    omReal64 y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
+    if (std::is_same_v<Estimator, Line2dEstimator>) y = 0.5 * x + 2;
+    if (std::is_same_v<Estimator, Line2dIntersectionEstimator>) {
+      x = t;
+      y = 5 * std::cos(t) + 6 * std::sin(t);
+    }
+    Values sample{x, y, x + 5, y - 3};
+    sample.resize(Estimator::s_sampleDimension);
+    for (omReal64& value : sample) value += i % 5 < 2 ? random.uniform(-50, 50) : 1e-3 * random.noise();
+    values.insert(values.end(), sample.begin(), sample.end());
+  }
+  return values;
+}
+
+TYPED_TEST(PlanarEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
+  const Values values = withOutliers<TypeParam>(200);
+  const SampleView view = viewOf(values, TypeParam::s_sampleDimension);
+  TypeParam estimator;
+  for (const eRobustMethod method : {eRM_Ransac, eRM_Msac, eRM_LMedS}) {
+    RobustOptions options;
+    options.method = method;
+    options.threshold = 0.02;
+    options.seed = 5;
+    RobustResult first;
+    const BoolResult result = robustEstimation(estimator, view, options, first);
+    ASSERT_TRUE(result) << result.getMessage();
+    EXPECT_GE(first.nbInliers, 118u);
+    EXPECT_LE(first.nbInliers, 124u);
+    std::size_t nbRight = 0;
+    for (std::size_t i = 0; i < first.inliers.size(); ++i) nbRight += first.inliers[i] && i % 5 >= 2;
+    EXPECT_GE(nbRight, 118u);
+    RobustResult second;
+    ASSERT_TRUE(robustEstimation(estimator, view, options, second));
+    EXPECT_EQ(valuesOf(first.params), valuesOf(second.params));
+    EXPECT_EQ(first.inliers, second.inliers);
+  }
+}
+
+}  // namespace
