@@ -6,9 +6,22 @@
 
 namespace ormix {
 
+namespace {
+/// The classic locale: a text must not change with the application's number format. libstdc++ fills the character
+/// tables of a locale at first use, without a lock (its bug 77704): done here, once, before several threads format.
+const std::locale& formatLocale() {
+  static const std::locale& locale = []() -> const std::locale& {
+    const auto& characters = std::use_facet<std::ctype<char>>(std::locale::classic());
+    characters.widen('0');
+    for (int code = 0; code < 256; ++code) characters.narrow(static_cast<char>(code), '\0');
+    return std::locale::classic();
+  }();
+  return locale;
+}
+}  // namespace
+
 struct LogMessageFormater::Format {
-  // The classic locale: a text must not change with the application's number format.
-  boost::format format{"", std::locale::classic()};
+  boost::format format{"", formatLocale()};
 };
 
 namespace {
