@@ -179,7 +179,10 @@ void RobustLoop::takeTrial(eRobustMethod method, omReal64 threshold, const detai
 
 /// How many models the confidence asks for, given the consensus of the best one, whose distances are at hand.
 omReal64 RobustLoop::nbNeededBy(eRobustMethod method, omReal64 threshold) const {
-  const std::size_t nbInliers = _distances.countWithin(thresholdFor(method, threshold, _best.score));
+  std::size_t nbInliers = _distances.countWithin(thresholdFor(method, threshold, _best.score));
+  // A threshold that comes from the model's own median lets a bad model be content with itself: nearly everything is
+  // near it. A median vouches for half of the samples and no more.
+  if (method == eRM_LMedS && !(threshold > 0)) nbInliers = std::min(nbInliers, (_samples.nbSamples + 1) / 2);
   return nbDrawsFor(_options.confidence, nbInliers, _samples.nbSamples, _drawn.size());
 }
 

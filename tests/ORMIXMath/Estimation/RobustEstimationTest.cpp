@@ -164,10 +164,27 @@ TEST(RobustEstimation, DrawsByTheDefinedGenerator) {
 TEST(RobustEstimation, EndsEarlyOnCleanDataAndIsExact) {
   const Scene scene = lineScene(1000, 0, 0, 7, 1e6);
   sample::LineEstimator estimator;
+  RobustOptions options;
+  options.threshold = 1e-3;
   RobustResult result;
-  ASSERT_TRUE(robustEstimation(estimator, scene.view(), {}, result));
+  ASSERT_TRUE(robustEstimation(estimator, scene.view(), options, result));
   EXPECT_LE(result.nbIterations, 4U);
   EXPECT_EQ(result.nbInliers, 1000U);
+}
+
+// A threshold taken from a bad model must not make the loop content with that model.
+TEST(RobustEstimation, IsNotConfidentBeforeTheThresholdIs) {
+  const Scene scene = circleScene(60, 0.4, 2, 31);
+  sample::CircleEstimator estimator;
+  RobustOptions options;
+  int nbRight = 0;
+  for (options.seed = 0; options.seed < 300; ++options.seed) {
+    RobustResult result;
+    ASSERT_TRUE(robustEstimation(estimator, scene.view(), options, result));
+    nbRight += std::abs(result.params(0) - 20000) < 5 && std::abs(result.params(2) - 500) < 5;
+  }
+  // The confidence asked for is 0.99 of a draw without outliers.
+  EXPECT_GE(nbRight, 285);
 }
 
 TEST(RobustEstimation, EstimatesTheNoiseDespiteManyOutliers) {
