@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Measures real contours: the world's coastlines, or the file given as argument.
-# Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]      (default output: build/contours)
+# Measures real contours: the world's coastlines, or the file given as argument. Then fits shapes to published points.
+# Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]      (default output: build/contours; the fits go to build/fits)
+# Exit status: 0 when both went well, else that of the measuring, else 1.
 set -euo pipefail
 here=$PWD
 cd "$(dirname "$0")/.."
@@ -33,4 +34,8 @@ elif ! input=$(find_world); then
 fi
 output=build/contours
 [ $# -lt 2 ] || output=$(from_caller "$2")
-exec "$build/bin/measure_contours" "$input" "$output"
+status=0
+"$build/bin/measure_contours" "$input" "$output" || status=$?
+echo
+"$build/bin/fit_shapes" examples/data/fits.txt build/fits || [ "$status" -ne 0 ] || status=1
+exit "$status"
