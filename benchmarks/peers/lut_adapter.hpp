@@ -5,14 +5,25 @@
 // comparison itself is a project of its own, as it needs all the other libraries; point it to this folder and to
 // ORMIX::Geometry.
 
+#include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
+#include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
+#include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/Archive/CborIArchive.h>
 #include <ORMIXSerialization/Archive/CborOArchive.h>
 #include <ORMIXSerialization/Archive/JsonIArchive.h>
 #include <ORMIXSerialization/Archive/JsonOArchive.h>
 
+#include <array>
+#include <boost/numeric/ublas/matrix.hpp>
+#include <boost/numeric/ublas/vector.hpp>
+#include <cmath>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
@@ -62,6 +73,77 @@ struct Wkt<double> {
     ormix::geom::Polygon2d<double> ring;
     fromString(ring, coordinateList);
     return ring.getNbPoints();
+  }
+};
+
+/// Points of the comparison as this library's.
+template <class T>
+std::vector<ormix::geom::Point2dData<T>> ormixPoints(const std::vector<data::P2<T>>& points) {
+  std::vector<ormix::geom::Point2dData<T>> result;
+  result.reserve(points.size());
+  for (const auto& point : points) result.emplace_back(point.x, point.y);
+  return result;
+}
+
+/// Transforms of a cloud as users apply them, which check every image.
+template <class T>
+struct OrmixTransforms {
+  static constexpr bool available = true;
+  using Cloud = ormix::geom::PointCloud2d<T>;
+  using Transform = ormix::geom::GeometryTransform2dPtr;
+
+  static Cloud make(const std::vector<data::P2<T>>& points) { return Cloud(ormixPoints(points)); }
+  static Transform transform(int kind, const std::array<double, 9>& m) {
+    const double angle = std::atan2(m[3], m[0]);
+    if (kind == 0) return ormix::geom::convert(ormix::Rigid2d(angle, m[2], m[5]));
+    if (kind == 1) return ormix::geom::convert(ormix::Similarity2d(std::hypot(m[0], m[3]), angle, m[2], m[5]));
+    ormix::Matrix3x3 matrix(3, 3);
+    std::copy(m.begin(), m.end(), matrix.data().begin());
+    return ormix::geom::convert(ormix::Homography2d(matrix));
+  }
+  static void applyInSitu(const Transform& transform, Cloud& cloud) {
+    if (!transform->applyInSitu(cloud)) throw std::runtime_error("transform failed");
+  }
+  static ormix::geom::GeometryEntity2dPtr apply(const Transform& transform, const Cloud& cloud) {
+    return transform->apply(cloud);
+  }
+};
+
+template <>
+struct Transforms<double> : OrmixTransforms<double> {};
+template <>
+struct Transforms<float> : OrmixTransforms<float> {};
+template <>
+struct Transforms<std::int32_t> : OrmixTransforms<std::int32_t> {};
+
+/// Planar fits from the comparison's points to the parameters, the points read where they are. Fits in space are not
+/// plugged in.
+template <>
+struct Fits<double> {
+  static constexpr bool available = true;
+  using Points = std::vector<data::P2<double>>;
+
+  static ormix::RealVector circle(const Points& points) { return fit<ormix::geom::Circle2dEstimator>(points); }
+  static ormix::RealVector ellipse(const Points& points) { return fit<ormix::geom::Ellipse2dEstimator>(points); }
+  static ormix::RealVector line(const Points& points) { return fit<ormix::geom::Line2dEstimator>(points); }
+  static ormix::RealVector homography(const Points& from, const Points& to) {
+    std::vector<double> pairs;
+    pairs.reserve(4 * from.size());
+    for (std::size_t i = 0; i < from.size(); ++i) pairs.insert(pairs.end(), {from[i].x, from[i].y, to[i].x, to[i].y});
+    return estimate<ormix::geom::HomographyTransform2dEstimator>({pairs.data(), from.size(), 4});
+  }
+
+ private:
+  template <class Estimator>
+  static ormix::RealVector fit(const Points& points) {
+    return estimate<Estimator>({&points.front().x, points.size(), 2});
+  }
+  template <class Estimator>
+  static ormix::RealVector estimate(const ormix::SampleView& samples) {
+    ormix::RealVector params;
+    const ormix::BoolResult result = Estimator().computeEstimation(samples, params);
+    if (!result) throw std::runtime_error(result.getMessage());
+    return params;
   }
 };
 

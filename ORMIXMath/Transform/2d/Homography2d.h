@@ -2,7 +2,12 @@
 
 #include <ORMIXMath/Transform/2d/AffineTransform2d.h>
 
+#include <array>
+
 namespace ormix {
+
+/// The matrix of a projective map, row by row.
+using HomographyCoefficients2d = std::array<omReal64, 9>;
 
 /// The projective map of the row-major matrix H: (x', y') = (u/w, v/w) with (u, v, w) = H·(x, y, 1).
 class ORMIX_MATH_API Homography2d : public ParametricTransform2d<Homography2d, 9> {
@@ -13,6 +18,7 @@ class ORMIX_MATH_API Homography2d : public ParametricTransform2d<Homography2d, 9
   Homography2d();
   explicit Homography2d(const Matrix3x3& matrix);
   Matrix3x3 getMatrix() const;
+  const HomographyCoefficients2d& getCoefficients() const { return _params; }
 
   template <class T>
   bool apply(T x, T y, T& xOut, T& yOut) const {

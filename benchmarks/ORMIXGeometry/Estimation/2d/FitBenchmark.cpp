@@ -1,0 +1,79 @@
+#include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Estimation2dUtils.h>
+#include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <benchmark/benchmark.h>
+#include <benchmarks/support/PhysicalLimit.h>
+
+#include <boost/numeric/ublas/vector.hpp>
+#include <cmath>
+#include <random>
+
+namespace ormix::benchmarks {
+namespace {
+
+using namespace ormix::geom;
+using Points = std::vector<Point2dData<omReal64>>;
+
+/// Points about an ellipse off the origin, in no order, each off by about 1.
+Points noisyEllipse(const benchmark::State& state, omReal64 majorRadius, omReal64 minorRadius) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<omReal64> angle(0, 6.28);
+  std::normal_distribution<omReal64> noise;
+  Points points;
+  for (auto left = state.range(0); left > 0; --left) {
+    const omReal64 at = angle(random);
+    points.emplace_back(1000 + majorRadius * std::cos(at) + noise(random),
+                        -500 + minorRadius * std::sin(at) + noise(random));
+  }
+  return points;
+}
+
+template <class Estimator>
+void estimate(benchmark::State& state, const SampleView& samples) {
+  RealVector params;
+  if (!Estimator().computeEstimation(samples, params)) state.SkipWithError("the fit failed");
+  benchmark::DoNotOptimize(params);
+}
+
+void fitReadLimit(benchmark::State& state) { measureReading(state, noisyEllipse(state, 500, 500)); }
+
+/// From the points where they are.
+template <class Estimator>
+void fit(benchmark::State& state) {
+  const Points points = noisyEllipse(state, 500, 300);
+  for (auto _ : state) estimate<Estimator>(state, toSamples(points));
+}
+
+/// By way of one vector a point.
+template <class Estimator>
+void fitByDataSet(benchmark::State& state) {
+  const Points points = noisyEllipse(state, 500, 300);
+  for (auto _ : state) {
+    RealVector params;
+    if (!Estimator().computeEstimation(toDataSet(points), params)) state.SkipWithError("the fit failed");
+    benchmark::DoNotOptimize(params);
+  }
+}
+
+void fitHomography(benchmark::State& state) {
+  const Points from = noisyEllipse(state, 500, 300);
+  const Points to = noisyEllipse(state, 490, 310);
+  for (auto _ : state) estimate<HomographyTransform2dEstimator>(state, toSamples(from, to));
+}
+
+void sizes(benchmark::internal::Benchmark* row) { row->Arg(1000)->Arg(100000)->Arg(1000000); }
+
+}  // namespace
+
+// clang-format off
+BENCHMARK(fitReadLimit)->Apply(sizes);
+BENCHMARK_TEMPLATE(fit, Circle2dEstimator)->Apply(sizes);
+BENCHMARK_TEMPLATE(fit, Ellipse2dEstimator)->Apply(sizes);
+BENCHMARK_TEMPLATE(fit, Line2dEstimator)->Apply(sizes);
+BENCHMARK_TEMPLATE(fitByDataSet, Circle2dEstimator)->Apply(sizes);
+BENCHMARK(fitHomography)->Arg(10000);
+// clang-format on
+
+}  // namespace ormix::benchmarks
