@@ -23,6 +23,7 @@
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/Compare.h>
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Scalar/EuclideanNorm.h>
 #include <ORMIXMath/Scalar/Round.h>
 #include <ORMIXMath/Shape/Ellipse.h>
 #include <ORMIXMath/Shape/EllipseConic.h>

@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
+#include <ORMIXMath/Scalar/EuclideanNorm.h>
 #include <ORMIXUtil/Object/DynamicRegistrator.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
@@ -32,21 +33,12 @@ BoolResult fillResiduals(const SampleView& samples, RealVector& residuals, const
   return {};
 }
 
-/// Length of (x, y). The square root alone is several times faster than std::hypot, which is left to where the squares
-/// leave the range of numbers; NaN stays NaN.
-inline omReal64 planarNorm(omReal64 x, omReal64 y) {
-  const omReal64 square = x * x + y * y;
-  constexpr omReal64 smallest = 1e-280;
-  constexpr omReal64 largest = 1e300;
-  return square > smallest && square < largest ? std::sqrt(square) : std::hypot(x, y);
-}
-
 /// Distance of p2 to the image (a x + b y + tx, c x + d y + ty) of p1, for a row (x1, y1, x2, y2).
 struct LinearMapDistance2d {
   omReal64 a, b, c, d, tx, ty;
 
   omReal64 operator()(const omReal64* p) const {
-    return planarNorm(p[2] - (a * p[0] + b * p[1] + tx), p[3] - (c * p[0] + d * p[1] + ty));
+    return euclideanNorm(p[2] - (a * p[0] + b * p[1] + tx), p[3] - (c * p[0] + d * p[1] + ty));
   }
 };
 

@@ -167,8 +167,7 @@ BoolResult HomographyTransform2dEstimator::processViewResiduals(const SampleView
   std::copy(params.begin(), params.end(), h.begin());
   return detail::fillResiduals<s_sampleDimension>(samples, residuals, [&h](const omReal64* p) {
     const omReal64 w = h[6] * p[0] + h[7] * p[1] + h[8];
-    return detail::planarNorm(p[2] - (h[0] * p[0] + h[1] * p[1] + h[2]) / w,
-                              p[3] - (h[3] * p[0] + h[4] * p[1] + h[5]) / w);
+    return euclideanNorm(p[2] - (h[0] * p[0] + h[1] * p[1] + h[2]) / w, p[3] - (h[3] * p[0] + h[4] * p[1] + h[5]) / w);
   });
 }
 

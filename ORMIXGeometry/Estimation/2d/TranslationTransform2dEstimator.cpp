@@ -29,7 +29,7 @@ BoolResult TranslationTransform2dEstimator::processViewResiduals(const SampleVie
   const omReal64 tx = params(0);
   const omReal64 ty = params(1);
   return detail::fillResiduals<s_sampleDimension>(
-      samples, residuals, [=](const omReal64* p) { return detail::planarNorm(p[2] - p[0] - tx, p[3] - p[1] - ty); });
+      samples, residuals, [=](const omReal64* p) { return euclideanNorm(p[2] - p[0] - tx, p[3] - p[1] - ty); });
 }
 
 }  // namespace ormix::geom

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Point/Point2dData.h>
 #include <ORMIXMath/Scalar/Cast.h>
+#include <ORMIXMath/Scalar/EuclideanNorm.h>
 
 #include <cmath>
 #include <ostream>
@@ -7,17 +8,6 @@
 namespace ormix::geom {
 
 namespace {
-
-/// Square root of the sum of squares that neither overflows nor loses digits to underflow; the plain root where it is
-/// safe, which is nearly always.
-omReal64 euclideanNorm(omReal64 x, omReal64 y) {
-  // Squares in here are far from both ends of the range.
-  constexpr omReal64 s_smallestSafe = 1e-280;
-  constexpr omReal64 s_largestSafe = 1e300;
-  const omReal64 squared = x * x + y * y;
-  if (squared >= s_smallestSafe && squared <= s_largestSafe) return std::sqrt(squared);
-  return std::isnan(squared) ? squared : std::hypot(x, y);
-}
 
 /// b - a as the type itself computes it; integers wrap.
 template <class T>
