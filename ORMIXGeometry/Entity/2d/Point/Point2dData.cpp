@@ -1,22 +1,12 @@
 #include <ORMIXGeometry/Entity/2d/Point/Point2dData.h>
+#include <ORMIXGeometry/Entity/PointArithmetic.h>
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/EuclideanNorm.h>
 
-#include <cmath>
+#include <functional>
 #include <ostream>
 
 namespace ormix::geom {
-
-namespace {
-
-/// b - a as the type itself computes it; integers wrap.
-template <class T>
-Point2dData<T> wrappedDifference(const Point2dData<T>& a, const Point2dData<T>& b) {
-  return {static_cast<T>(static_cast<omUInt32>(b.getX()) - static_cast<omUInt32>(a.getX())),
-          static_cast<T>(static_cast<omUInt32>(b.getY()) - static_cast<omUInt32>(a.getY()))};
-}
-
-}  // namespace
 
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Point2dData<T>& point) {
@@ -25,19 +15,17 @@ std::ostream& operator<<(std::ostream& stream, const Point2dData<T>& point) {
 
 template <class T>
 omReal64 normL2(const Point2dData<T>& point) {
-  if constexpr (std::is_integral_v<T>) {
-    const auto x = static_cast<omUInt32>(point.getX());
-    const auto y = static_cast<omUInt32>(point.getY());
-    return std::sqrt(static_cast<omReal64>(static_cast<T>(x * x + y * y)));
-  } else {
-    return euclideanNorm(static_cast<omReal64>(point.getX()), static_cast<omReal64>(point.getY()));
-  }
+  if constexpr (std::is_integral_v<T>)
+    return wrappedNorm(point.getX(), point.getY());
+  else
+    return euclideanNorm(omReal64(point.getX()), omReal64(point.getY()));
 }
 
 template <class T>
 omReal64 distance(const Point2dData<T>& a, const Point2dData<T>& b) {
   if constexpr (std::is_integral_v<T>)
-    return normL2(wrappedDifference(a, b));
+    return wrappedNorm(inCoordinateType(std::minus<>(), b.getX(), a.getX()),
+                       inCoordinateType(std::minus<>(), b.getY(), a.getY()));
   else
     return euclideanNorm(omReal64(b.getX()) - omReal64(a.getX()), omReal64(b.getY()) - omReal64(a.getY()));
 }

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
+#include <ORMIXGeometry/Entity/PointRun.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>

@@ -1,37 +1,26 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/HoleTree.h>
 
-#include <boost/smart_ptr/enable_shared_from_this.hpp>
-#include <boost/smart_ptr/shared_ptr.hpp>
-#include <boost/smart_ptr/weak_ptr.hpp>
-#include <vector>
+#include <iosfwd>
 
 namespace ormix::geom {
 
 /// A planar region: the inside of an exterior ring less its holes, each of which is a polygon with holes itself, so
-/// that a hole may contain islands, and these holes again. A node owns its holes; each knows its parent by a weak link.
-/// The role of a node is that of its exterior ring. Nothing checks the tree's geometry, and a hole may be null: it
-/// counts as none, but an archive refuses it.
-///
-/// Copies are deep: the holes are copied too and have the copied nodes as parents. Moves take the holes along, which
-/// have the new place as their parent from then on. A new copy itself has no parent; a node that is assigned, copied or
-/// read into stays where it is in its tree, that is, keeps its own parent. A parent that no shared pointer owns (one on
-/// the stack, say) is not seen by its holes as long as that is so.
-///
-/// All operations but archives, which bound the nesting themselves, work at every depth. A node that is made its own
-/// hole, directly or not, is not a tree: it is never released, and whatever walks it does not end.
+/// that a hole may contain islands, and these holes again. The role of a node is that of its exterior ring. Nothing
+/// checks the tree's geometry. How nodes own each other, are copied and nested: see `HoleTree`.
 template <class T>
 class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>,
-                                              public boost::enable_shared_from_this<PolygonWithHoles2d<T>> {
+                                              public HoleTree<PolygonWithHoles2d<T>> {
   using Base = Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>;
-  using SharedFromThis = boost::enable_shared_from_this<PolygonWithHoles2d<T>>;
+  using Tree = HoleTree<PolygonWithHoles2d<T>>;
 
  public:
   static constexpr const char* s_className = "ormix::geom::PolygonWithHoles2d";
   static constexpr eEntity2dType s_entity2dType = eE2DT_PolygonWithHoles;
 
-  using PolygonHoleColl = std::vector<boost::shared_ptr<PolygonWithHoles2d>>;
+  using PolygonHoleColl = typename Tree::HoleColl;
 
   /// An empty exterior ring, no holes, no parent.
   PolygonWithHoles2d() = default;
@@ -48,25 +37,13 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   /// The role of this node: a region, or a hole.
   ePolygon2dType getPolygon2dType() const { return _exteriorPolygon.getPolygon2dType(); }
 
-  /// The node that encloses this one; empty for a root, and when the parent is gone or no shared pointer owns it.
-  boost::shared_ptr<const PolygonWithHoles2d> getParent() const;
-  /// Stores a weak link to `parent`, none when it is null. Adding this node to its holes is left to the caller. Counts
-  /// as a use of both nodes: not to be called from two threads for holes of one parent.
-  void setParent(const boost::shared_ptr<const PolygonWithHoles2d>& parent);
-
   const Polygon2d<T>& getExteriorPolygon() const { return _exteriorPolygon; }
   Polygon2d<T>& getExteriorPolygon() { return _exteriorPolygon; }
   std::size_t getNbExteriorPoints() const { return _exteriorPolygon.getNbPoints(); }
 
-  bool hasHoles() const { return !_polygonHoles.empty(); }
-  std::size_t getNbHoles() const { return _polygonHoles.size(); }
   /// The holes themselves, in order of insertion. A hole is added by appending it and setting its parent.
-  const PolygonHoleColl& getPolygonHoles() const { return _polygonHoles; }
-  PolygonHoleColl& getPolygonHoles() { return _polygonHoles; }
-  typename PolygonHoleColl::const_iterator beginHole() const { return _polygonHoles.begin(); }
-  typename PolygonHoleColl::iterator beginHole() { return _polygonHoles.begin(); }
-  typename PolygonHoleColl::const_iterator endHole() const { return _polygonHoles.end(); }
-  typename PolygonHoleColl::iterator endHole() { return _polygonHoles.end(); }
+  const PolygonHoleColl& getPolygonHoles() const { return this->holes(); }
+  PolygonHoleColl& getPolygonHoles() { return this->holes(); }
 
   /// Whether the exterior ring has no vertices, whatever the holes.
   bool isEmpty() const { return _exteriorPolygon.isEmpty(); }
@@ -76,7 +53,7 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   omUInt32 getNbTotPoints() const;
 
   /// Releases every hole; one that others own too lives on, with its own holes.
-  void clearPolygonHoles() noexcept;
+  void clearPolygonHoles() noexcept { this->clearHoles(); }
   /// Forgets the parent, the vertices and the holes; the role stays.
   void clear() noexcept;
 
@@ -84,25 +61,19 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   friend FieldAccess;
   template <class S, class F>
   static bool fields(S& self, F&& item) {
-    return item("_exteriorPolygon", self._exteriorPolygon) && item("_polygonHoles", self._polygonHoles);
+    return item("_exteriorPolygon", self._exteriorPolygon) && item("_polygonHoles", self.holes());
   }
   template <class TOut, class TIn>
   friend PolygonWithHoles2d<TOut> cast(const PolygonWithHoles2d<TIn>& polygon);
 
-  /// Where a node's holes find it: follows the node when it moves and ends with it, shared or not.
-  using Anchor = const PolygonWithHoles2d*;
-
-  const boost::shared_ptr<Anchor>& anchor() const;
-  void linkHoles();
+  friend Tree;
   template <class TIn>
-  void copyTree(const PolygonWithHoles2d<TIn>& source);
-  void moveTree(PolygonWithHoles2d& source) noexcept;
-  static void release(boost::shared_ptr<PolygonWithHoles2d> tree) noexcept;
+  void copyOwn(const PolygonWithHoles2d<TIn>& from) {
+    cast(from.getExteriorPolygon(), _exteriorPolygon);
+  }
+  void takeOwn(PolygonWithHoles2d& from) noexcept { _exteriorPolygon = std::move(from._exteriorPolygon); }
 
-  boost::weak_ptr<Anchor> _parent;
   Polygon2d<T> _exteriorPolygon;
-  PolygonHoleColl _polygonHoles;
-  mutable boost::shared_ptr<Anchor> _anchor;  // made when the first hole is linked
 };
 
 /// "[exterior=[[0, 0], [4, 0], [4, 3]], holes=[]]", each hole in the same form, or "null".

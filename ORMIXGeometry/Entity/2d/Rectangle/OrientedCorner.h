@@ -9,15 +9,6 @@
 
 namespace ormix::geom::detail {
 
-/// Twice a half size in its own type; integers wrap around instead of overflowing.
-template <class T>
-T fullSize(T halfSize) {
-  if constexpr (std::is_integral_v<T>)
-    return static_cast<T>(2U * static_cast<omUInt32>(halfSize));
-  else
-    return 2 * halfSize;
-}
-
 /// The point of the entity's local frame turned by the orientation about the centre. Turning the local point instead of
 /// adding its polar angle to the orientation is exact for orientation 0 and defined for sizes of 0.
 template <class T>

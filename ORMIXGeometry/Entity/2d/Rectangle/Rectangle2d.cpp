@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/OrientedCorner.h>
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
+#include <ORMIXGeometry/Entity/PointArithmetic.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -12,12 +13,12 @@ const ScalarRegistrators<Rectangle2d> g_classRegistrator;
 
 template <class T>
 T Rectangle2d<T>::getLength() const {
-  return detail::fullSize(_halfLength);
+  return fullSize(_halfLength);
 }
 
 template <class T>
 T Rectangle2d<T>::getWidth() const {
-  return detail::fullSize(_halfWidth);
+  return fullSize(_halfWidth);
 }
 
 template <class T>

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/OrientedCorner.h>
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
+#include <ORMIXGeometry/Entity/PointArithmetic.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -12,7 +13,7 @@ const ScalarRegistrators<Square2d> g_classRegistrator;
 
 template <class T>
 T Square2d<T>::getLength() const {
-  return detail::fullSize(_halfLength);
+  return fullSize(_halfLength);
 }
 
 template <class T>

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/Entity3dTypes.h>
+#include <ORMIXGeometry/Entity/3d/SpatialClasses.h>
+#include <ORMIXGeometry/Entity/BaseGeometryEntity.h>
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <vector>
+
+namespace ormix::geom {
+
+class ORMIX_GEOMETRY_API BaseGeometryEntity3d;
+using GeometryEntity3dPtr = boost::shared_ptr<BaseGeometryEntity3d>;
+using GeometryEntity3dPtrColl = std::vector<GeometryEntity3dPtr>;
+
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::BaseGeometryEntity3d, geom::BaseGeometryEntity>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+/// Root of all spatial entities. Transforms and measures reach the concrete entity through the visits: two virtual
+/// calls and no run-time type test. The order of the virtual functions is part of the interface.
+class ORMIX_GEOMETRY_API BaseGeometryEntity3d : public VersionedLevel<BaseGeometryEntity3d, BaseGeometryEntity> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity3d";
+
+  ~BaseGeometryEntity3d() override;
+
+  eCoordinateDimension getCoordinateDimension() const override;
+
+  /// \name Transforms.
+  /// In place: false, silently, where the pair is not supported or the transform failed; the entity is then unchanged.
+  /// Not in place: a new entity, null in the same cases.
+  /// @{
+  virtual bool visitInSitu(const AnisotropicScaleTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const AnisotropicScaleTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const HomographyTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const HomographyTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const RigidTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const RigidTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const RotationTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const RotationTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const ScaleTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const ScaleTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const SimilarityTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const SimilarityTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const TranslationTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const TranslationTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const CentroidTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const CentroidTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const ConvexHullTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const ConvexHullTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const EnvelopeTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const EnvelopeTransform3d& transform) const = 0;
+  virtual bool visitInSitu(const MinEnclosingSphereTransform3d& transform) = 0;
+  virtual GeometryEntity3dPtr visitNonInSitu(const MinEnclosingSphereTransform3d& transform) const = 0;
+  /// @}
+
+  /// \name Measures.
+  /// False, silently, where the measure does not support the entity; the value is then unspecified.
+  /// @{
+  virtual bool visit(const AreaMsr3d& measure, omReal64& value) const = 0;
+  virtual bool visit(const VolumeMsr3d& measure, omReal64& value) const = 0;
+  /// @}
+
+  virtual eCoordinateSystem3dType getCoordinateSystem3dType() const = 0;
+  virtual eEntity3dType getEntity3dType() const = 0;
+
+ protected:
+  BaseGeometryEntity3d() = default;
+  BaseGeometryEntity3d(const BaseGeometryEntity3d&) = default;
+  BaseGeometryEntity3d(BaseGeometryEntity3d&&) = default;
+  BaseGeometryEntity3d& operator=(const BaseGeometryEntity3d&) = default;
+  BaseGeometryEntity3d& operator=(BaseGeometryEntity3d&&) = default;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/Entity3d.h>
+#include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
+#include <ORMIXGeometry/Entity/EntityVisits.ipp>
+
+namespace ormix::geom {
+
+template <class Self, class Base>
+bool Entity3d<Self, Base>::visitInSitu(const MinEnclosingSphereTransform3d& transform) {
+  return detail::processInSitu(transform, static_cast<Self&>(*this));
+}
+template <class Self, class Base>
+GeometryEntity3dPtr Entity3d<Self, Base>::visitNonInSitu(const MinEnclosingSphereTransform3d& transform) const {
+  return detail::processNonInSitu<GeometryEntity3dPtr>(transform, static_cast<const Self&>(*this));
+}
+
+template <class Self, class Base>
+bool Entity3d<Self, Base>::visit(const AreaMsr3d& measure, omReal64& value) const {
+  return detail::processMeasure(measure, static_cast<const Self&>(*this), value);
+}
+template <class Self, class Base>
+bool Entity3d<Self, Base>::visit(const VolumeMsr3d& measure, omReal64& value) const {
+  return detail::processMeasure(measure, static_cast<const Self&>(*this), value);
+}
+
+template <class Self, class Base>
+eCoordinateSystem3dType Entity3d<Self, Base>::getCoordinateSystem3dType() const {
+  return Self::s_coordinateSystem3dType;
+}
+template <class Self, class Base>
+eEntity3dType Entity3d<Self, Base>::getEntity3dType() const {
+  return Self::s_entity3dType;
+}
+
+}  // namespace ormix::geom

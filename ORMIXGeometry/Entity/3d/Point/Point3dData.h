@@ -1,0 +1,152 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/SpatialClasses.h>
+#include <ORMIXGeometry/Export.h>
+#include <ORMIXMath/Scalar/Round.h>
+#include <ORMIXUtil/ScalarTypes.h>
+
+#include <iosfwd>
+#include <type_traits>
+#include <vector>
+
+namespace ormix::geom {
+
+/// A triple of coordinates: the storage of every vertex, corner and centre. Trivially copyable, packed and without
+/// padding, so that a run of them is a run of numbers.
+///
+/// Arithmetic works component by component, with another point, a scalar or a vector. Integer coordinates wrap around
+/// on overflow; an integer quotient truncates toward zero, and a division by zero saturates (0 / 0 is 0). A vector's
+/// components are rounded to the coordinate type first and the result again, so that an integer point moved by a vector
+/// lands on an integer position.
+template <class T>
+class ORMIX_GEOMETRY_API Point3dData {
+ public:
+  using CoordinateType = T;
+
+  /// The origin.
+  constexpr Point3dData() = default;
+  constexpr Point3dData(T x, T y, T z) : _x(x), _y(y), _z(z) {}
+
+  constexpr T getX() const { return _x; }
+  constexpr T getY() const { return _y; }
+  constexpr T getZ() const { return _z; }
+  constexpr void setX(T x) { _x = x; }
+  constexpr void setY(T y) { _y = y; }
+  constexpr void setZ(T z) { _z = z; }
+  constexpr void setCoords(T x, T y, T z) {
+    _x = x;
+    _y = y;
+    _z = z;
+  }
+  constexpr void setCoords(const Point3dData& point) { *this = point; }
+  constexpr const Point3dData& getCoords() const { return *this; }
+
+  /// Distance from the origin, see the free function.
+  omReal64 normL2() const;
+
+  Point3dData& operator+=(const Point3dData& other);
+  Point3dData& operator-=(const Point3dData& other);
+  Point3dData& operator*=(const Point3dData& other);
+  Point3dData& operator/=(const Point3dData& other);
+  Point3dData& operator+=(T scalar);
+  Point3dData& operator-=(T scalar);
+  Point3dData& operator*=(T scalar);
+  Point3dData& operator/=(T scalar);
+  Point3dData& operator+=(const Vector3d& vector);
+  Point3dData& operator-=(const Vector3d& vector);
+  Point3dData& operator*=(const Vector3d& vector);
+  Point3dData& operator/=(const Vector3d& vector);
+
+  friend Point3dData operator+(Point3dData a, const Point3dData& b) { return a += b; }
+  friend Point3dData operator-(Point3dData a, const Point3dData& b) { return a -= b; }
+  friend Point3dData operator*(Point3dData a, const Point3dData& b) { return a *= b; }
+  friend Point3dData operator/(Point3dData a, const Point3dData& b) { return a /= b; }
+  friend Point3dData operator+(Point3dData a, T scalar) { return a += scalar; }
+  friend Point3dData operator-(Point3dData a, T scalar) { return a -= scalar; }
+  friend Point3dData operator*(Point3dData a, T scalar) { return a *= scalar; }
+  friend Point3dData operator/(Point3dData a, T scalar) { return a /= scalar; }
+  friend Point3dData operator*(T scalar, Point3dData a) { return a *= scalar; }
+  friend Point3dData operator+(Point3dData a, const Vector3d& vector) { return a += vector; }
+  friend Point3dData operator-(Point3dData a, const Vector3d& vector) { return a -= vector; }
+  friend Point3dData operator*(Point3dData a, const Vector3d& vector) { return a *= vector; }
+  friend Point3dData operator/(Point3dData a, const Vector3d& vector) { return a /= vector; }
+
+  /// Exact; a NaN coordinate equals nothing.
+  friend constexpr bool operator==(const Point3dData& a, const Point3dData& b) {
+    return a._x == b._x && a._y == b._y && a._z == b._z;
+  }
+  friend constexpr bool operator!=(const Point3dData& a, const Point3dData& b) { return !(a == b); }
+
+  /// \name Lexicographic order by z, then y, then x.
+  /// False where a NaN decides.
+  /// @{
+  friend constexpr bool operator<(const Point3dData& a, const Point3dData& b) {
+    return a._z < b._z || (a._z == b._z && (a._y < b._y || (a._y == b._y && a._x < b._x)));
+  }
+  friend constexpr bool operator<=(const Point3dData& a, const Point3dData& b) {
+    return a._z < b._z || (a._z == b._z && (a._y < b._y || (a._y == b._y && a._x <= b._x)));
+  }
+  friend constexpr bool operator>(const Point3dData& a, const Point3dData& b) { return b < a; }
+  friend constexpr bool operator>=(const Point3dData& a, const Point3dData& b) { return b <= a; }
+  /// @}
+
+ private:
+  T _x{};
+  T _y{};
+  T _z{};
+};
+
+/// "[x, y, z]", each coordinate in the stream's formatting.
+template <class T>
+std::ostream& operator<<(std::ostream& stream, const Point3dData<T>& point);
+
+/// Distance from the origin. For 32-bit integers the squares and their sum are taken in 32-bit arithmetic that wraps
+/// around (intended), so that a signed sum of 2^31 or more gives NaN; for reals neither overflows nor underflows early.
+template <class T>
+omReal64 normL2(const Point3dData<T>& point);
+
+template <class T>
+omReal64 Point3dData<T>::normL2() const {
+  return geom::normL2(*this);
+}
+
+/// The norm of b - a; for 32-bit integers the difference wraps around as well (intended), which keeps the distance of
+/// unsigned points right in both orders.
+template <class T>
+omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b);
+
+/// Whether the distance of the points is at most the tolerance.
+template <class T>
+bool compare(const Point3dData<T>& a, const Point3dData<T>& b, std::common_type_t<T> tolerance);
+
+/// Cross product of the points seen as vectors, in the coordinate type; integers wrap around.
+template <class T>
+Point3dData<T> crossProduct(const Point3dData<T>& a, const Point3dData<T>& b);
+
+/// Conversion of each coordinate: reals to integers truncate toward zero, to omUInt32 by way of 64-bit integers of
+/// which the low 32 bits are kept, so that negative coordinates wrap.
+template <class TOut, class TIn>
+Point3dData<TOut> cast(const Point3dData<TIn>& point);
+
+// The scalars' rounding is not hidden by that of points.
+using ormix::round;
+/// Each coordinate to the nearest integer, ties away from zero, saturated; 0 for NaN.
+template <class TOut, class TIn>
+Point3dData<TOut> round(const Point3dData<TIn>& point) {
+  static_assert(std::is_integral_v<TOut> && std::is_same_v<TIn, omReal64>);
+  return {ormix::round<TOut, TIn>(point.getX()), ormix::round<TOut, TIn>(point.getY()),
+          ormix::round<TOut, TIn>(point.getZ())};
+}
+
+/// The coordinates of a run of points, x, y and z in turn.
+template <class T>
+const T* coordinates(const std::vector<Point3dData<T>>& points) {
+  static_assert(sizeof(Point3dData<T>) == 3 * sizeof(T) && std::is_trivially_copyable_v<Point3dData<T>>);
+  return reinterpret_cast<const T*>(points.data());
+}
+template <class T>
+T* coordinates(std::vector<Point3dData<T>>& points) {
+  return const_cast<T*>(coordinates(static_cast<const std::vector<Point3dData<T>>&>(points)));
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <ORMIXGeometry/Export.h>
+
+// Every spatial class, declared once. The first declaration decides the visibility of what is instantiated for a class
+// before it is defined, so nobody declares one again without including this.
+
+namespace ormix::geom {
+
+/// \name Entities.
+/// @{
+template <class T>
+class ORMIX_GEOMETRY_API BoundingBox3d;
+template <class T>
+class ORMIX_GEOMETRY_API Cube3d;
+template <class T>
+class ORMIX_GEOMETRY_API Cuboid3d;
+template <class T>
+class ORMIX_GEOMETRY_API Ellipsoid3d;
+template <class T>
+class ORMIX_GEOMETRY_API Mesh3d;
+template <class T>
+class ORMIX_GEOMETRY_API MeshWithHoles3d;
+template <class T>
+class ORMIX_GEOMETRY_API Point3d;
+template <class T>
+class ORMIX_GEOMETRY_API PointCloud3d;
+template <class T>
+class ORMIX_GEOMETRY_API Segment3d;
+template <class T>
+class ORMIX_GEOMETRY_API Sphere3d;
+template <class T>
+class ORMIX_GEOMETRY_API Triangle3d;
+class ORMIX_GEOMETRY_API Plan3d;
+class ORMIX_GEOMETRY_API Shape3d;
+class ORMIX_GEOMETRY_API Vector3d;
+/// @}
+
+/// \name Transforms, in order of their visits.
+/// @{
+class ORMIX_GEOMETRY_API AnisotropicScaleTransform3d;
+class ORMIX_GEOMETRY_API HomographyTransform3d;
+class ORMIX_GEOMETRY_API RigidTransform3d;
+class ORMIX_GEOMETRY_API RotationTransform3d;
+class ORMIX_GEOMETRY_API ScaleTransform3d;
+class ORMIX_GEOMETRY_API SimilarityTransform3d;
+class ORMIX_GEOMETRY_API TranslationTransform3d;
+class ORMIX_GEOMETRY_API CentroidTransform3d;
+class ORMIX_GEOMETRY_API ConvexHullTransform3d;
+class ORMIX_GEOMETRY_API EnvelopeTransform3d;
+class ORMIX_GEOMETRY_API MinEnclosingSphereTransform3d;
+/// @}
+
+/// \name Measures, in order of their visits.
+/// @{
+class ORMIX_GEOMETRY_API AreaMsr3d;
+class ORMIX_GEOMETRY_API VolumeMsr3d;
+/// @}
+
+}  // namespace ormix::geom
