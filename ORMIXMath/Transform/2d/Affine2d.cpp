@@ -1,9 +1,9 @@
 #include <ORMIXMath/Transform/2d/Affine2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 namespace ormix {
 
-template class ParametricTransform2d<Affine2d, 6>;
+template class ParametricTransform<Affine2d, BaseGeometricTransform2d, 6>;
 
 AffineCoefficients2d Affine2d::coefficients(const Params& params) {
   return {params[0], params[1], params[2], params[3], params[4], params[5]};

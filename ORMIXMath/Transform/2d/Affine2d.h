@@ -25,6 +25,6 @@ class ORMIX_MATH_API Affine2d : public AffineTransform2d<Affine2d, 6> {
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<Affine2d, 6>;
+extern template class ParametricTransform<Affine2d, BaseGeometricTransform2d, 6>;
 
 }  // namespace ormix

@@ -20,6 +20,6 @@ class ORMIX_MATH_API AnisotropicScale2d : public AffineTransform2d<AnisotropicSc
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<AnisotropicScale2d, 2>;
+extern template class ParametricTransform<AnisotropicScale2d, BaseGeometricTransform2d, 2>;
 
 }  // namespace ormix

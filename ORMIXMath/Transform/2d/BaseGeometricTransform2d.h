@@ -15,6 +15,8 @@ namespace ormix {
 /// untouched, where the image is not defined: a denominator of zero, a result that is not finite.
 class ORMIX_MATH_API BaseGeometricTransform2d {
  public:
+  using Type = eGeometricTransform2dType;
+
   virtual ~BaseGeometricTransform2d();
 
   virtual eGeometricTransform2dType getType() const = 0;

@@ -1,15 +1,15 @@
 #include <ORMIXMath/Transform/2d/Homography2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 #include <boost/numeric/ublas/matrix.hpp>
 
 namespace ormix {
 
-template class ParametricTransform2d<Homography2d, 9>;
+template class ParametricTransform<Homography2d, BaseGeometricTransform2d, 9>;
 
-Homography2d::Homography2d() : ParametricTransform2d({1, 0, 0, 0, 1, 0, 0, 0, 1}) {}
+Homography2d::Homography2d() : ParametricTransform({1, 0, 0, 0, 1, 0, 0, 0, 1}) {}
 
-Homography2d::Homography2d(const Matrix3x3& matrix) : ParametricTransform2d(Params{}) {
+Homography2d::Homography2d(const Matrix3x3& matrix) : ParametricTransform(Params{}) {
   for (std::size_t row = 0; row < 3; ++row)
     for (std::size_t column = 0; column < 3; ++column) _params[3 * row + column] = matrix(row, column);
 }

@@ -32,10 +32,10 @@ class ORMIX_MATH_API Homography2d : public ParametricTransform2d<Homography2d, 9
   }
 
  private:
-  friend class ParametricTransform2d<Homography2d, 9>;
+  friend class ParametricTransform<Homography2d, BaseGeometricTransform2d, 9>;
   void refresh() {}
 };
 
-extern template class ParametricTransform2d<Homography2d, 9>;
+extern template class ParametricTransform<Homography2d, BaseGeometricTransform2d, 9>;
 
 }  // namespace ormix

@@ -11,7 +11,8 @@
 /// on every processor as point by point. T is one of the four scalar types.
 ///
 /// To map a run or leave it alone, all of its points are asked first: a look at the largest magnitude, which goes from
-/// the last point to the first and so leaves in the caches what is mapped first.
+/// the last point to the first and so leaves in the caches what is mapped first. Images that go to another place need
+/// no such look: they show themselves whether they are defined.
 
 namespace ormix {
 
@@ -36,6 +37,19 @@ ORMIX_MATH_API void applyToRun(const HomographyCoefficients2d& map, T* xy, std::
 template <class Map, class T>
 void applyToRun(const Map& map, T* xy, std::size_t nbPoints) {
   applyToRun(map.getCoefficients(), xy, nbPoints);
+}
+
+/// Maps the points to another place, which must not overlap theirs. Answers as firstUndefinedImage(); the images of
+/// that point and of those after it are unspecified. O(points), in one pass; meant for blocks that fit the nearest
+/// cache.
+template <class T>
+ORMIX_MATH_API std::size_t mapRun(const AffineCoefficients2d& map, const T* xy, T* images, std::size_t nbPoints);
+template <class T>
+ORMIX_MATH_API std::size_t mapRun(const HomographyCoefficients2d& map, const T* xy, T* images, std::size_t nbPoints);
+/// The same for a transform of the plane.
+template <class Map, class T>
+std::size_t mapRun(const Map& map, const T* xy, T* images, std::size_t nbPoints) {
+  return mapRun(map.getCoefficients(), xy, images, nbPoints);
 }
 
 }  // namespace ormix

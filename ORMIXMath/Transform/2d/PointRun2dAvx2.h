@@ -1,45 +1,46 @@
 #pragma once
 
-#include <ORMIXMath/Shape/RingIntrinsics.h>
 #include <ORMIXMath/Transform/2d/PointRun2dPortable.h>
+#include <ORMIXMath/Transform/CoordinateVectorsAvx2.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace ormix::detail {
 
 /// PointRun2dPortable on two points at once, the same operations on each.
-class PointRun2dAvx2 {
+class PointRun2dAvx2 : CoordinateVectorsAvx2 {
  public:
   /// Maps four points at a time; answers how many.
   template <class T>
-  [[gnu::target("avx2")]] static std::size_t apply(const AffineCoefficients2d& c, T* xy, std::size_t nbPoints) {
+  [[gnu::target("avx2")]] static std::size_t apply(const AffineCoefficients2d& c, const T* xy, T* images,
+                                                   std::size_t nbPoints) {
     const __m256d same = pair(c.xx, c.yy);
     const __m256d other = pair(c.xy, c.yx);
     const __m256d shift = pair(c.tx, c.ty);
     const std::size_t nbMapped = nbPoints - nbPoints % 4;
-    for (T* const end = xy + 2 * nbMapped; xy != end; xy += 8) {
+    for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 8, images += 8) {
       prefetchLines<2048, 8 * sizeof(T)>(xy);
-      store(xy, linear(same, other, shift, load(xy)));
-      store(xy + 4, linear(same, other, shift, load(xy + 4)));
+      store(images, linear(same, other, shift, load(xy)));
+      store(images + 4, linear(same, other, shift, load(xy + 4)));
     }
     return nbMapped;
   }
 
   template <class T>
-  [[gnu::target("avx2")]] static std::size_t apply(const HomographyCoefficients2d& h, T* xy, std::size_t nbPoints) {
+  [[gnu::target("avx2")]] static std::size_t apply(const HomographyCoefficients2d& h, const T* xy, T* images,
+                                                   std::size_t nbPoints) {
     const __m256d same = pair(h[0], h[4]);
     const __m256d other = pair(h[1], h[3]);
     const __m256d shift = pair(h[2], h[5]);
     const __m256d denominator = pair(h[6], h[7]);
     const __m256d denominatorShift = _mm256_set1_pd(h[8]);
     const std::size_t nbMapped = nbPoints - nbPoints % 2;
-    for (T* const end = xy + 2 * nbMapped; xy != end; xy += 4) {
+    for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 4, images += 4) {
       prefetchLines<2048, 4 * sizeof(T)>(xy);
       const __m256d point = load(xy);
       const __m256d products = _mm256_mul_pd(denominator, point);
       const __m256d w = _mm256_add_pd(_mm256_add_pd(products, swapped(products)), denominatorShift);
-      store(xy, _mm256_div_pd(linear(same, other, shift, point), w));
+      store(images, _mm256_div_pd(linear(same, other, shift, point), w));
     }
     return nbMapped;
   }
@@ -71,41 +72,6 @@ class PointRun2dAvx2 {
   /// Both rows of the map at once: the coordinate's own factor, the other coordinate's, and the shift.
   [[gnu::target("avx2")]] static __m256d linear(__m256d same, __m256d other, __m256d shift, __m256d points) {
     return _mm256_add_pd(_mm256_add_pd(_mm256_mul_pd(same, points), _mm256_mul_pd(other, swapped(points))), shift);
-  }
-
-  [[gnu::target("avx2")]] static __m128i loadWords(const void* xy) {
-    return _mm_loadu_si128(static_cast<const __m128i*>(xy));
-  }
-  [[gnu::target("avx2")]] static __m128i signBits() { return _mm_set1_epi32(std::numeric_limits<omInt32>::min()); }
-
-  [[gnu::target("avx2")]] static __m256d load(const omReal64* xy) { return _mm256_loadu_pd(xy); }
-  [[gnu::target("avx2")]] static __m256d load(const omReal32* xy) { return _mm256_cvtps_pd(_mm_loadu_ps(xy)); }
-  [[gnu::target("avx2")]] static __m256d load(const omInt32* xy) { return _mm256_cvtepi32_pd(loadWords(xy)); }
-  [[gnu::target("avx2")]] static __m256d load(const omUInt32* xy) {
-    // Shifted down by 2^31 for the signed conversion, and back, which is exact.
-    return _mm256_add_pd(_mm256_cvtepi32_pd(_mm_xor_si128(loadWords(xy), signBits())), _mm256_set1_pd(0x1p31));
-  }
-
-  /// What round() truncates.
-  [[gnu::target("avx2")]] static __m256d beforeTruncation(__m256d values) {
-    const __m256d signedHalf = _mm256_or_pd(_mm256_and_pd(values, _mm256_set1_pd(-0.0)), _mm256_set1_pd(s_belowHalf));
-    return _mm256_add_pd(values, signedHalf);
-  }
-
-  [[gnu::target("avx2")]] static void store(omReal64* xy, __m256d points) { _mm256_storeu_pd(xy, points); }
-  [[gnu::target("avx2")]] static void store(omReal32* xy, __m256d points) {
-    _mm_storeu_ps(xy, _mm256_cvtpd_ps(points));
-  }
-  [[gnu::target("avx2")]] static void store(omInt32* xy, __m256d points) {
-    // Below the range the conversion answers the lowest integer by itself.
-    const __m256d bounded = _mm256_min_pd(beforeTruncation(points), _mm256_set1_pd(0x7FFFFFFF));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(xy), _mm256_cvttpd_epi32(bounded));
-  }
-  [[gnu::target("avx2")]] static void store(omUInt32* xy, __m256d points) {
-    const __m256d positive = _mm256_max_pd(beforeTruncation(points), _mm256_setzero_pd());
-    const __m256d bounded = _mm256_min_pd(_mm256_floor_pd(positive), _mm256_set1_pd(0xFFFFFFFF));
-    const __m128i shifted = _mm256_cvttpd_epi32(_mm256_sub_pd(bounded, _mm256_set1_pd(0x1p31)));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(xy), _mm_xor_si128(shifted, signBits()));
   }
 
   /// The magnitudeWord() of each value; of omReal64 in the upper half of its lane, zero in the lower.

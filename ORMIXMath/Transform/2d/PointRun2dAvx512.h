@@ -1,44 +1,46 @@
 #pragma once
 
-#include <ORMIXMath/Shape/RingIntrinsics.h>
 #include <ORMIXMath/Transform/2d/PointRun2dPortable.h>
+#include <ORMIXMath/Transform/CoordinateVectorsAvx512.h>
 
 #include <algorithm>
 
 namespace ormix::detail {
 
 /// PointRun2dPortable on four points at once, with the same bits.
-class PointRun2dAvx512 {
+class PointRun2dAvx512 : CoordinateVectorsAvx512 {
  public:
   /// Maps eight points at a time; answers how many.
   template <class T>
-  [[gnu::target("avx512f")]] static std::size_t apply(const AffineCoefficients2d& c, T* xy, std::size_t nbPoints) {
+  [[gnu::target("avx512f")]] static std::size_t apply(const AffineCoefficients2d& c, const T* xy, T* images,
+                                                      std::size_t nbPoints) {
     const __m512d same = pair(c.xx, c.yy);
     const __m512d other = pair(c.xy, c.yx);
     const __m512d shift = pair(c.tx, c.ty);
     const std::size_t nbMapped = nbPoints - nbPoints % 8;
-    for (T* const end = xy + 2 * nbMapped; xy != end; xy += 16) {
+    for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 16, images += 16) {
       prefetchLines<2048, 16 * sizeof(T)>(xy);
-      store(xy, linear(same, other, shift, load(xy)));
-      store(xy + 8, linear(same, other, shift, load(xy + 8)));
+      store(images, linear(same, other, shift, load(xy)));
+      store(images + 8, linear(same, other, shift, load(xy + 8)));
     }
     return nbMapped;
   }
 
   template <class T>
-  [[gnu::target("avx512f")]] static std::size_t apply(const HomographyCoefficients2d& h, T* xy, std::size_t nbPoints) {
+  [[gnu::target("avx512f")]] static std::size_t apply(const HomographyCoefficients2d& h, const T* xy, T* images,
+                                                      std::size_t nbPoints) {
     const std::size_t nbMapped = nbPoints - nbPoints % 8;
-    for (T* const end = xy + 2 * nbMapped; xy != end; xy += 16) {
+    for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 16, images += 16) {
       prefetchLines<2048, 16 * sizeof(T)>(xy);
       const __m512d first = load(xy);
       const __m512d second = load(xy + 8);
       // The points in the order 0, 4, 1, 5, ... that the same two operations undo.
       const __m512d x = _mm512_unpacklo_pd(first, second);
       const __m512d y = _mm512_unpackhi_pd(first, second);
-      const Quotients images =
+      const Quotients quotients =
           divided(row(h[0], h[1], h[2], x, y), row(h[3], h[4], h[5], x, y), row(h[6], h[7], h[8], x, y));
-      store(xy, _mm512_unpacklo_pd(images.x, images.y));
-      store(xy + 8, _mm512_unpackhi_pd(images.x, images.y));
+      store(images, _mm512_unpacklo_pd(quotients.x, quotients.y));
+      store(images + 8, _mm512_unpackhi_pd(quotients.x, quotients.y));
     }
     return nbMapped;
   }
@@ -117,39 +119,6 @@ class PointRun2dAvx512 {
     const __m512i above = _mm512_sub_epi64(wTwice, _mm512_set1_epi64(lowest));
     constexpr int allLanes = 0xFF;
     return _mm512_mask_cmp_epu64_mask(dividends, above, _mm512_set1_epi64(range), _MM_CMPINT_LT) == allLanes;
-  }
-
-  [[gnu::target("avx512f")]] static __m256i loadWords(const void* xy) {
-    return _mm256_loadu_si256(static_cast<const __m256i*>(xy));
-  }
-  [[gnu::target("avx512f")]] static __m512d load(const omReal64* xy) { return _mm512_loadu_pd(xy); }
-  [[gnu::target("avx512f")]] static __m512d load(const omReal32* xy) { return _mm512_cvtps_pd(_mm256_loadu_ps(xy)); }
-  [[gnu::target("avx512f")]] static __m512d load(const omInt32* xy) { return _mm512_cvtepi32_pd(loadWords(xy)); }
-  [[gnu::target("avx512f")]] static __m512d load(const omUInt32* xy) { return _mm512_cvtepu32_pd(loadWords(xy)); }
-
-  /// What round() truncates.
-  [[gnu::target("avx512f")]] static __m512d beforeTruncation(__m512d values) {
-    constexpr int andOr = 0xEA;  // (a & b) | c
-    const __m512i signedHalf =
-        _mm512_ternarylogic_epi64(_mm512_castpd_si512(values), _mm512_castpd_si512(_mm512_set1_pd(-0.0)),
-                                  _mm512_castpd_si512(_mm512_set1_pd(s_belowHalf)), andOr);
-    return _mm512_add_pd(values, _mm512_castsi512_pd(signedHalf));
-  }
-
-  [[gnu::target("avx512f")]] static void storeWords(void* xy, __m256i words) {
-    _mm256_storeu_si256(static_cast<__m256i*>(xy), words);
-  }
-  [[gnu::target("avx512f")]] static void store(omReal64* xy, __m512d points) { _mm512_storeu_pd(xy, points); }
-  [[gnu::target("avx512f")]] static void store(omReal32* xy, __m512d points) {
-    _mm256_storeu_ps(xy, _mm512_cvtpd_ps(points));
-  }
-  [[gnu::target("avx512f")]] static void store(omInt32* xy, __m512d points) {
-    // Below the range the conversion answers the lowest integer by itself.
-    storeWords(xy, _mm512_cvttpd_epi32(_mm512_min_pd(beforeTruncation(points), _mm512_set1_pd(0x7FFFFFFF))));
-  }
-  [[gnu::target("avx512f")]] static void store(omUInt32* xy, __m512d points) {
-    // Beyond the range the conversion answers the highest integer by itself.
-    storeWords(xy, _mm512_cvttpd_epu32(_mm512_max_pd(beforeTruncation(points), _mm512_setzero_pd())));
   }
 
   /// The magnitudeWord() of each value; of omReal64 in the upper half of its lane, zero in the lower.

@@ -38,27 +38,27 @@ void prefetchLines(const void* now) {
 }
 
 /// The operations on runs of points, one point after the other. Versions for wider vectors do the same to as many
-/// points as fill their vectors and leave the others.
+/// points as fill their vectors and leave the others. Images go to other places, or to those of their points.
 struct PointRun2dPortable {
   template <class T>
-  static void apply(const AffineCoefficients2d& c, T* xy, std::size_t nbPoints) {
-    for (T* const end = xy + 2 * nbPoints; xy != end; xy += 2) {
+  static void apply(const AffineCoefficients2d& c, const T* xy, T* images, std::size_t nbPoints) {
+    for (const T* const end = xy + 2 * nbPoints; xy != end; xy += 2, images += 2) {
       const auto x = static_cast<omReal64>(xy[0]);
       const auto y = static_cast<omReal64>(xy[1]);
-      xy[0] = round<T, omReal64>(c.xx * x + c.xy * y + c.tx);
-      xy[1] = round<T, omReal64>(c.yx * x + c.yy * y + c.ty);
+      images[0] = round<T, omReal64>(c.xx * x + c.xy * y + c.tx);
+      images[1] = round<T, omReal64>(c.yx * x + c.yy * y + c.ty);
     }
   }
 
   template <class T>
-  static void apply(const HomographyCoefficients2d& h, T* xy, std::size_t nbPoints) {
-    for (T* const end = xy + 2 * nbPoints; xy != end; xy += 2) {
+  static void apply(const HomographyCoefficients2d& h, const T* xy, T* images, std::size_t nbPoints) {
+    for (const T* const end = xy + 2 * nbPoints; xy != end; xy += 2, images += 2) {
       const auto x = static_cast<omReal64>(xy[0]);
       const auto y = static_cast<omReal64>(xy[1]);
       const omReal64 w = h[6] * x + h[7] * y + h[8];
       // Dividing by zero is meant: the search for undefined images looks for what it gives.
-      xy[0] = round<T, omReal64>((h[0] * x + h[1] * y + h[2]) / w);
-      xy[1] = round<T, omReal64>((h[3] * x + h[4] * y + h[5]) / w);
+      images[0] = round<T, omReal64>((h[0] * x + h[1] * y + h[2]) / w);
+      images[1] = round<T, omReal64>((h[3] * x + h[4] * y + h[5]) / w);
     }
   }
 

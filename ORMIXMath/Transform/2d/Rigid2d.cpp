@@ -1,11 +1,11 @@
 #include <ORMIXMath/Transform/2d/Rigid2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 #include <cmath>
 
 namespace ormix {
 
-template class ParametricTransform2d<Rigid2d, 3>;
+template class ParametricTransform<Rigid2d, BaseGeometricTransform2d, 3>;
 
 AffineCoefficients2d Rigid2d::coefficients(const Params& params) {
   const omReal64 cosTheta = std::cos(params[0]);

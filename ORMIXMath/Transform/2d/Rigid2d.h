@@ -21,6 +21,6 @@ class ORMIX_MATH_API Rigid2d : public AffineTransform2d<Rigid2d, 3> {
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<Rigid2d, 3>;
+extern template class ParametricTransform<Rigid2d, BaseGeometricTransform2d, 3>;
 
 }  // namespace ormix

@@ -1,11 +1,11 @@
 #include <ORMIXMath/Transform/2d/Rotation2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 #include <cmath>
 
 namespace ormix {
 
-template class ParametricTransform2d<Rotation2d, 1>;
+template class ParametricTransform<Rotation2d, BaseGeometricTransform2d, 1>;
 
 AffineCoefficients2d Rotation2d::coefficients(const Params& params) {
   const omReal64 cosTheta = std::cos(params[0]);

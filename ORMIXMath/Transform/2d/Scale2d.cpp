@@ -1,9 +1,9 @@
 #include <ORMIXMath/Transform/2d/Scale2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 namespace ormix {
 
-template class ParametricTransform2d<Scale2d, 1>;
+template class ParametricTransform<Scale2d, BaseGeometricTransform2d, 1>;
 
 AffineCoefficients2d Scale2d::coefficients(const Params& params) { return {params[0], 0, 0, 0, params[0], 0}; }
 

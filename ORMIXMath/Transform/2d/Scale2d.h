@@ -19,6 +19,6 @@ class ORMIX_MATH_API Scale2d : public AffineTransform2d<Scale2d, 1> {
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<Scale2d, 1>;
+extern template class ParametricTransform<Scale2d, BaseGeometricTransform2d, 1>;
 
 }  // namespace ormix

@@ -1,11 +1,11 @@
 #include <ORMIXMath/Transform/2d/Similarity2d.h>
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.ipp>
+#include <ORMIXMath/Transform/ParametricTransform.ipp>
 
 #include <cmath>
 
 namespace ormix {
 
-template class ParametricTransform2d<Similarity2d, 4>;
+template class ParametricTransform<Similarity2d, BaseGeometricTransform2d, 4>;
 
 AffineCoefficients2d Similarity2d::coefficients(const Params& params) {
   const omReal64 scaledCos = params[0] * std::cos(params[1]);

@@ -22,6 +22,6 @@ class ORMIX_MATH_API Similarity2d : public AffineTransform2d<Similarity2d, 4> {
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<Similarity2d, 4>;
+extern template class ParametricTransform<Similarity2d, BaseGeometricTransform2d, 4>;
 
 }  // namespace ormix

@@ -20,6 +20,6 @@ class ORMIX_MATH_API Translation2d : public AffineTransform2d<Translation2d, 2> 
   static AffineCoefficients2d coefficients(const Params& params);
 };
 
-extern template class ParametricTransform2d<Translation2d, 2>;
+extern template class ParametricTransform<Translation2d, BaseGeometricTransform2d, 2>;
 
 }  // namespace ormix

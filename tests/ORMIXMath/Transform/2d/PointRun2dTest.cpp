@@ -27,14 +27,17 @@ bool sameBits(const std::vector<T>& a, const std::vector<T>& b) {
 template <class Map, class T>
 std::vector<std::vector<T>> mappedByEveryVersion(const Map& map, const std::vector<T>& run) {
   const std::size_t nbPoints = run.size() / 2;
-  std::vector<std::vector<T>> results(2, run);
+  std::vector<std::vector<T>> results(3, run);
   applyToRun(map, results[0].data(), nbPoints);
-  detail::PointRun2dPortable::apply(map, results[1].data(), nbPoints);
+  std::fill(results[1].begin(), results[1].end(), T(1));
+  EXPECT_EQ(mapRun(map, run.data(), results[1].data(), nbPoints), nbPoints);
+  detail::PointRun2dPortable::apply(map, run.data(), results[2].data(), nbPoints);
 #if defined(__x86_64__)
   const auto add = [&](auto version) {
     results.push_back(run);
-    const std::size_t nbMapped = version.apply(map, results.back().data(), nbPoints);
-    detail::PointRun2dPortable::apply(map, results.back().data() + 2 * nbMapped, nbPoints - nbMapped);
+    T* const xy = results.back().data();
+    const std::size_t nbMapped = version.apply(map, xy, xy, nbPoints);
+    detail::PointRun2dPortable::apply(map, xy + 2 * nbMapped, xy + 2 * nbMapped, nbPoints - nbMapped);
   };
   if (__builtin_cpu_supports("avx2")) add(detail::PointRun2dAvx2());
   if (__builtin_cpu_supports("avx512f")) add(detail::PointRun2dAvx512());
@@ -192,6 +195,8 @@ TYPED_TEST(PointRun2d, AgreesWithApplyOnWhichImagesAreUndefined) {
     TypeParam y{};
     while (2 * expected < run.size() && transform.apply(run[2 * expected], run[2 * expected + 1], x, y)) ++expected;
     EXPECT_EQ(firstUndefinedImage(transform, run.data(), run.size() / 2), expected);
+    std::vector<TypeParam> images(run.size());
+    EXPECT_EQ(mapRun(transform, run.data(), images.data(), run.size() / 2), expected);
   };
   for (std::size_t count = 0; count < 400; ++count) {
     const auto next = [this] { return this->factor(); };

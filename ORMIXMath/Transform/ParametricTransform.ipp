@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXMath/Transform/2d/ParametricTransform2d.h>
+#include <ORMIXMath/Transform/ParametricTransform.h>
 
 #include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
@@ -8,20 +8,20 @@
 
 namespace ormix {
 
-template <class Self, std::size_t NbParams>
-eGeometricTransform2dType ParametricTransform2d<Self, NbParams>::getType() const {
+template <class Self, class Base, std::size_t NbParams>
+typename Base::Type ParametricTransform<Self, Base, NbParams>::getType() const {
   return Self::s_type;
 }
 
-template <class Self, std::size_t NbParams>
-RealVector ParametricTransform2d<Self, NbParams>::getParams() const {
+template <class Self, class Base, std::size_t NbParams>
+RealVector ParametricTransform<Self, Base, NbParams>::getParams() const {
   RealVector params(NbParams);
   std::copy(_params.begin(), _params.end(), params.begin());
   return params;
 }
 
-template <class Self, std::size_t NbParams>
-BoolResult ParametricTransform2d<Self, NbParams>::setParams(const RealVector& params) {
+template <class Self, class Base, std::size_t NbParams>
+BoolResult ParametricTransform<Self, Base, NbParams>::setParams(const RealVector& params) {
   if (params.size() != NbParams)
     return failure(toString(Self::s_type) + " takes " + std::to_string(NbParams) + " parameters, " +
                    std::to_string(params.size()) + " were given");

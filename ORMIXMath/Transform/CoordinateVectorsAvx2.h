@@ -1,0 +1,49 @@
+#pragma once
+
+#include <ORMIXMath/Scalar/Round.h>
+#include <ORMIXMath/Shape/RingIntrinsics.h>
+
+#include <limits>
+
+namespace ormix::detail {
+
+/// Four coordinates of any of the four types as a vector of omReal64, and back with the rounding of round().
+class CoordinateVectorsAvx2 {
+ protected:
+  [[gnu::target("avx2")]] static __m128i loadWords(const void* at) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(at));
+  }
+  [[gnu::target("avx2")]] static __m128i signBits() { return _mm_set1_epi32(std::numeric_limits<omInt32>::min()); }
+
+  [[gnu::target("avx2")]] static __m256d load(const omReal64* at) { return _mm256_loadu_pd(at); }
+  [[gnu::target("avx2")]] static __m256d load(const omReal32* at) { return _mm256_cvtps_pd(_mm_loadu_ps(at)); }
+  [[gnu::target("avx2")]] static __m256d load(const omInt32* at) { return _mm256_cvtepi32_pd(loadWords(at)); }
+  [[gnu::target("avx2")]] static __m256d load(const omUInt32* at) {
+    // Shifted down by 2^31 for the signed conversion, and back, which is exact.
+    return _mm256_add_pd(_mm256_cvtepi32_pd(_mm_xor_si128(loadWords(at), signBits())), _mm256_set1_pd(0x1p31));
+  }
+
+  /// What round() truncates.
+  [[gnu::target("avx2")]] static __m256d beforeTruncation(__m256d values) {
+    const __m256d signedHalf = _mm256_or_pd(_mm256_and_pd(values, _mm256_set1_pd(-0.0)), _mm256_set1_pd(s_belowHalf));
+    return _mm256_add_pd(values, signedHalf);
+  }
+
+  [[gnu::target("avx2")]] static void store(omReal64* at, __m256d values) { _mm256_storeu_pd(at, values); }
+  [[gnu::target("avx2")]] static void store(omReal32* at, __m256d values) {
+    _mm_storeu_ps(at, _mm256_cvtpd_ps(values));
+  }
+  [[gnu::target("avx2")]] static void store(omInt32* at, __m256d values) {
+    // Below the range the conversion answers the lowest integer by itself.
+    const __m256d bounded = _mm256_min_pd(beforeTruncation(values), _mm256_set1_pd(0x7FFFFFFF));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(at), _mm256_cvttpd_epi32(bounded));
+  }
+  [[gnu::target("avx2")]] static void store(omUInt32* at, __m256d values) {
+    const __m256d positive = _mm256_max_pd(beforeTruncation(values), _mm256_setzero_pd());
+    const __m256d bounded = _mm256_min_pd(_mm256_floor_pd(positive), _mm256_set1_pd(0xFFFFFFFF));
+    const __m128i shifted = _mm256_cvttpd_epi32(_mm256_sub_pd(bounded, _mm256_set1_pd(0x1p31)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(at), _mm_xor_si128(shifted, signBits()));
+  }
+};
+
+}  // namespace ormix::detail
