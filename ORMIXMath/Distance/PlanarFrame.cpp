@@ -18,11 +18,13 @@ constexpr omReal64 s_largestSafe = 0x1p+500;
 constexpr omReal64 s_scaleUp = 0x1p+700;
 constexpr omReal64 s_scaleDown = 0x1p-600;
 
+}  // namespace
+
 omReal64 clampBetween(omReal64 value, omReal64 end0, omReal64 end1) {
   return end0 < end1 ? std::clamp(value, end0, end1) : std::clamp(value, end1, end0);
 }
 
-omReal64 safeScaleOf(std::initializer_list<omReal64> coordinates) {
+omReal64 safeScale(std::initializer_list<omReal64> coordinates) {
   omReal64 largest = 0;
   for (const omReal64 coordinate : coordinates) {
     if (!std::isfinite(coordinate)) return std::numeric_limits<omReal64>::quiet_NaN();
@@ -31,8 +33,6 @@ omReal64 safeScaleOf(std::initializer_list<omReal64> coordinates) {
   if (largest > s_largestSafe) return s_scaleDown;
   return largest < s_smallestSafe && largest > 0 ? s_scaleUp : 1.0;
 }
-
-}  // namespace
 
 PlanarPoint clampToBox(const PlanarPoint& point, const PlanarSegment& segment) {
   return {clampBetween(point.x, segment.p0.x, segment.p1.x), clampBetween(point.y, segment.p0.y, segment.p1.y)};
@@ -44,11 +44,11 @@ omReal64 length(const PlanarPoint& vector) {
 }
 
 omReal64 safeScale(const PlanarPoint& point, const PlanarSegment& segment) {
-  return safeScaleOf({point.x, point.y, segment.p0.x, segment.p0.y, segment.p1.x, segment.p1.y});
+  return safeScale({point.x, point.y, segment.p0.x, segment.p0.y, segment.p1.x, segment.p1.y});
 }
 
 omReal64 safeScale(const PlanarSegment& first, const PlanarSegment& second) {
-  return safeScaleOf(
+  return safeScale(
       {first.p0.x, first.p0.y, first.p1.x, first.p1.y, second.p0.x, second.p0.y, second.p1.x, second.p1.y});
 }
 

@@ -1,4 +1,5 @@
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Scalar/Twofold.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXUtil/NumericLimits.h>
 
@@ -9,33 +10,8 @@
 namespace ormix {
 namespace {
 
-/// A number of about 106 bits: the unevaluated sum of two (Dekker 1971).
-struct Twofold {
-  omReal64 high;
-  omReal64 low;
-};
-
-Twofold difference(omReal64 x, omReal64 y) {
-  const omReal64 high = x - y;
-  const omReal64 back = high - x;
-  return {high, (x - (high - back)) - (y + back)};
-}
-
-Twofold sum(const Twofold& x, const Twofold& y) {
-  const Twofold high = difference(x.high, -y.high);
-  const omReal64 low = high.low + (x.low + y.low);
-  const omReal64 total = high.high + low;
-  return {total, low - (total - high.high)};
-}
-
-Twofold product(const Twofold& x, const Twofold& y) {
-  const omReal64 high = x.high * y.high;
-  const omReal64 low = std::fma(x.high, y.high, -high) + (x.high * y.low + x.low * y.high);
-  const omReal64 total = high + low;
-  return {total, low - (total - high)};
-}
-
-Twofold times(omReal64 factor, const Twofold& x) { return product({factor, 0}, x); }
+using detail::difference;
+using detail::Twofold;
 
 /// The form's value and its gradient at (u, v).
 struct Jet {

@@ -12,12 +12,6 @@ namespace {
 
 using detail::nbLanes;
 
-/// Once the sum is infinite its error is inf - inf: the plain sum then tells what happened.
-omReal64 roundedSum(omReal64 sum, omReal64 error) {
-  const omReal64 rounded = sum + error;
-  return std::isnan(rounded) ? sum : rounded;
-}
-
 /// Joins the lanes by halves, so that no addition waits for those beside it.
 omReal64 joined(detail::Lanes& lanes) {
   for (std::size_t half = nbLanes / 2; half > 0; half /= 2) {
@@ -26,7 +20,7 @@ omReal64 joined(detail::Lanes& lanes) {
       lanes.error[l] += lanes.error[l + half];
     }
   }
-  return roundedSum(lanes.sum[0], lanes.error[0]);
+  return detail::roundedSum(lanes.sum[0], lanes.error[0]);
 }
 
 /// Fewer edges than lanes are added one after the other, which joins them sooner.
@@ -43,7 +37,7 @@ omReal64 sumOfFewEdges(const T* xy, std::size_t nbPoints) {
     x = xAfter;
     y = yAfter;
   }
-  return roundedSum(sum, error);
+  return detail::roundedSum(sum, error);
 }
 
 /// Edge i goes to lane i % nbLanes: whole blocks, then the edges left over.

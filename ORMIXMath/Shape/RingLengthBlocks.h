@@ -13,12 +13,19 @@ constexpr std::size_t nbLanes = 8;
 /// Coordinates from the start of one block, an edge a lane, to the start of the next.
 constexpr std::size_t blockSize = 2 * nbLanes;
 
-/// The rounding error of sum + value is itself a number (Knuth1969), kept in `error`.
-inline void addCompensated(omReal64 value, omReal64& sum, omReal64& error) {
-  const omReal64 total = sum + value;
-  const omReal64 added = total - sum;
+/// The rounding error of sum + value is itself a number (Knuth1969), kept in `error`; of reals or vectors of them.
+template <class V>
+inline void addCompensated(V value, V& sum, V& error) {
+  const V total = sum + value;
+  const V added = total - sum;
   error += (sum - (total - added)) + (value - added);
   sum = total;
+}
+
+/// Once the sum is infinite its error is inf - inf: the plain sum then tells what happened.
+inline omReal64 roundedSum(omReal64 sum, omReal64 error) {
+  const omReal64 rounded = sum + error;
+  return std::isnan(rounded) ? sum : rounded;
 }
 
 inline omReal64 length(omReal64 dx, omReal64 dy) { return std::sqrt(dx * dx + dy * dy); }

@@ -1,0 +1,115 @@
+#include <ORMIXMath/Distance/Orientation3d.h>
+
+#include <algorithm>
+#include <array>
+#include <boost/multiprecision/cpp_int.hpp>
+#include <climits>
+#include <cmath>
+
+namespace ormix {
+
+namespace {
+
+// Half a unit in the last place of 1, the largest relative error of one rounded operation.
+constexpr omReal64 s_roundoff = 0x1p-53;
+
+// The rounded determinant is off by less than this part of the sum of its products' magnitudes (Shewchuk1997, 4.3: 7 +
+// 56 roundoffs), as long as nothing underflows.
+constexpr omReal64 s_signBound = (7.0 + 64.0 * s_roundoff) * s_roundoff;
+
+// What underflow adds to that error, for each unit of the factor by which a product of two is multiplied further: each
+// rounded product is off by at most 2^-1075 there, and fewer than 16 of them meet.
+constexpr omReal64 s_underflowBound = 0x1p-1070;
+
+// Bits of coordinates from which all of the determinant fits into a type: differences have one bit more, products three
+// times that, and the sum of six of them three bits more, the sign included.
+constexpr int fittingBits(int typeBits) { return (typeBits - 4) / 3 - 1; }
+
+__extension__ typedef __int128 Integer128;
+template <unsigned t_bits>
+using WideInteger = boost::multiprecision::number<boost::multiprecision::cpp_int_backend<
+    t_bits, t_bits, boost::multiprecision::signed_magnitude, boost::multiprecision::unchecked, void>>;
+
+// For all numbers there are: between 2^-1074 and 2^1024.
+constexpr int s_largestBits = 6400;
+static_assert(fittingBits(s_largestBits) >= 1024 + 1074);
+
+using Coordinates = std::array<omReal64, 12>;
+
+/// The integers by which finite numbers are multiples of one power of two, and their size.
+struct CommonGrid {
+  int lowestBit = INT_MAX;
+  int highestBit = INT_MIN;
+
+  explicit CommonGrid(const Coordinates& coordinates) {
+    for (const omReal64 value : coordinates) {
+      if (value == 0) continue;
+      int exponent = 0;
+      const auto digits = static_cast<omInt64>(std::ldexp(std::frexp(value, &exponent), 53));
+      lowestBit = std::min(lowestBit, exponent - 53 + __builtin_ctzll(static_cast<omUInt64>(digits)));
+      highestBit = std::max(highestBit, exponent);
+    }
+  }
+
+  bool onlyZeros() const { return lowestBit == INT_MAX; }
+  int bits() const { return highestBit - lowestBit; }
+
+  template <class Integer>
+  Integer toInteger(omReal64 value) const {
+    if (value == 0) return 0;
+    int exponent = 0;
+    const auto digits = static_cast<omInt64>(std::ldexp(std::frexp(value, &exponent), 53));
+    const int shift = exponent - 53 - lowestBit;
+    // By multiplication, since a negative number is not to be shifted.
+    if (shift >= 0) return static_cast<Integer>(digits) * (static_cast<Integer>(1) << shift);
+    return static_cast<Integer>(digits / (omInt64{1} << -shift));
+  }
+};
+
+template <class Integer>
+int signOfDeterminant(const CommonGrid& grid, const Coordinates& p) {
+  const auto difference = [&](std::size_t i, std::size_t axis) -> Integer {
+    return grid.toInteger<Integer>(p[3 * i + axis]) - grid.toInteger<Integer>(p[axis]);
+  };
+  const Integer ux = difference(1, 0), uy = difference(1, 1), uz = difference(1, 2);
+  const Integer vx = difference(2, 0), vy = difference(2, 1), vz = difference(2, 2);
+  const Integer wx = difference(3, 0), wy = difference(3, 1), wz = difference(3, 2);
+  const Integer determinant = wx * (uy * vz - uz * vy) + wy * (uz * vx - ux * vz) + wz * (ux * vy - uy * vx);
+  return (determinant > 0) - (determinant < 0);
+}
+
+// Out of line: the rare case must not burden the registers of the usual one.
+__attribute__((noinline)) int exactOrientation(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
+                                               const SpatialPoint& d) {
+  const Coordinates coordinates{a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, c.z, d.x, d.y, d.z};
+  if (!std::all_of(coordinates.begin(), coordinates.end(), [](omReal64 value) { return std::isfinite(value); }))
+    return 0;
+  const CommonGrid grid(coordinates);
+  if (grid.onlyZeros()) return 0;
+  if (grid.bits() <= fittingBits(128)) return signOfDeterminant<Integer128>(grid, coordinates);
+  if (grid.bits() <= fittingBits(512)) return signOfDeterminant<WideInteger<512>>(grid, coordinates);
+  return signOfDeterminant<WideInteger<s_largestBits>>(grid, coordinates);
+}
+
+}  // namespace
+
+int orientation3d(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c, const SpatialPoint& d) {
+  const omReal64 ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
+  const omReal64 vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
+  const omReal64 wx = d.x - a.x, wy = d.y - a.y, wz = d.z - a.z;
+  const omReal64 yz = uy * vz, zy = uz * vy;
+  const omReal64 zx = uz * vx, xz = ux * vz;
+  const omReal64 xy = ux * vy, yx = uy * vx;
+  const omReal64 determinant = wx * (yz - zy) + wy * (zx - xz) + wz * (xy - yx);
+  const omReal64 magnitudes = std::abs(wx) * (std::abs(yz) + std::abs(zy)) +
+                              std::abs(wy) * (std::abs(zx) + std::abs(xz)) +
+                              std::abs(wz) * (std::abs(xy) + std::abs(yx));
+  const omReal64 underflow = s_underflowBound * (1 + std::abs(wx) + std::abs(wy) + std::abs(wz));
+  // False where something overflowed, the magnitudes then being infinite or NaN.
+  if (std::abs(determinant) > s_signBound * magnitudes + underflow) return determinant > 0 ? 1 : -1;
+  // Four points in a plane across an axis are common and need no more: differences vanish for equal numbers only.
+  if ((ux == 0 && vx == 0 && wx == 0) || (uy == 0 && vy == 0 && wy == 0) || (uz == 0 && vz == 0 && wz == 0)) return 0;
+  return exactOrientation(a, b, c, d);
+}
+
+}  // namespace ormix

@@ -1,0 +1,174 @@
+#include <ORMIXMath/Rotation/EulerAngles.h>
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Shape/EllipsoidQuadric.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace ormix {
+namespace {
+
+/// Sine of the angle between the axes in column k of two ellipsoids' rotations, whatever their signs.
+omReal64 axisAngle(const EllipsoidParameters& p, const EllipsoidParameters& q, std::size_t k) {
+  const RotationMatrix m = eulerToMatrix(p.alpha, p.beta, p.chi), n = eulerToMatrix(q.alpha, q.beta, q.chi);
+  const omReal64 x = m[1][k] * n[2][k] - m[2][k] * n[1][k], y = m[2][k] * n[0][k] - m[0][k] * n[2][k];
+  return std::hypot(x, y, m[0][k] * n[1][k] - m[1][k] * n[0][k]);
+}
+
+omReal64 value(const EllipsoidQuadric& q, omReal64 x, omReal64 y, omReal64 z) {
+  x -= q.originX;
+  y -= q.originY;
+  z -= q.originZ;
+  return q.xx * x * x + q.yy * y * y + q.zz * z * z + q.xy * x * y + q.xz * x * z + q.yz * y * z + q.x * x + q.y * y +
+         q.z * z + q.constant;
+}
+
+TEST(EllipsoidQuadric, GoesThereAndBackAtAnyPlaceAndScale) {
+  const unsigned seed = 1687;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(0, 1);
+  for (int i = 0; i < 5000; ++i) {
+    const omReal64 c = std::pow(10.0, -140 + 280 * unit(draw)), b = c * (1.01 + 20 * unit(draw));
+    const omReal64 a = b * (1.01 + 5 * unit(draw)), ratio = a / c;
+    const EllipsoidParameters given{1e9 * c * unit(draw), -1e9 * c * unit(draw), c * unit(draw),    a, b, c,
+                                    6 * unit(draw) - 3,   3 * unit(draw) - 1.5,  6 * unit(draw) - 3};
+    EllipsoidQuadric quadric;
+    ASSERT_TRUE(convertEllipsoidToQuadratic(given, quadric));
+    EllipsoidParameters found;
+    ASSERT_TRUE(convertEllipsoidFromQuadratic(quadric, found));
+    EXPECT_EQ(found.cx, given.cx);
+    EXPECT_EQ(found.cy, given.cy);
+    EXPECT_EQ(found.cz, given.cz);
+    EXPECT_NEAR(found.a / a, 1, 1e-15 * ratio * ratio);
+    EXPECT_NEAR(found.b / b, 1, 1e-15 * ratio * ratio);
+    EXPECT_NEAR(found.c / c, 1, 1e-15);
+    for (std::size_t k = 0; k < 3; ++k) EXPECT_LT(axisAngle(found, given, k), 1e-12) << ratio;
+    const RotationMatrix m = eulerToMatrix(found.alpha, found.beta, found.chi);
+    for (std::size_t k = 0; k < 2; ++k) {
+      const auto [low, high] = std::minmax({m[0][k], m[1][k], m[2][k]});
+      EXPECT_GE(high, -low - 1e-15);
+    }
+  }
+}
+
+TEST(EllipsoidQuadric, HoldsThePointsOfTheEllipsoid) {
+  const EllipsoidParameters given{3, -2, 7, 5, 4, 2, 0.3, -0.4, 0.5};
+  EllipsoidQuadric quadric;
+  ASSERT_TRUE(convertEllipsoidToQuadratic(given, quadric));
+  EXPECT_LT(value(quadric, 3, -2, 7), 0);
+  const RotationMatrix m = eulerToMatrix(0.3, -0.4, 0.5);
+  for (const EllipsoidQuadric& q :
+       {quadric, quadricAbout(quadric, 0, 0, 0), quadricAbout(quadricAbout(quadric, 100, 7, -9), 2.5, -1, 1)}) {
+    for (int k = 0; k < 40; ++k) {
+      const omReal64 u = 5 * std::cos(k) * std::cos(2 * k), v = 4 * std::sin(k) * std::cos(2 * k),
+                     w = 2 * std::sin(2 * k);
+      EXPECT_NEAR(value(q, 3 + m[0][0] * u + m[0][1] * v + m[0][2] * w, -2 + m[1][0] * u + m[1][1] * v + m[1][2] * w,
+                        7 + m[2][0] * u + m[2][1] * v + m[2][2] * w),
+                  0, 1e-12);
+    }
+    EllipsoidParameters found;
+    ASSERT_TRUE(convertEllipsoidFromQuadratic(q, found));
+    EXPECT_NEAR(found.cx, 3, 1e-13);
+    EXPECT_NEAR(found.cz, 7, 1e-13);
+    EXPECT_NEAR(found.a, 5, 1e-11);
+    EXPECT_NEAR(found.c, 2, 1e-11);
+    EXPECT_NEAR(found.alpha, 0.3, 1e-13);
+    EXPECT_NEAR(found.beta, -0.4, 1e-13);
+    EXPECT_NEAR(found.chi, 0.5, 1e-13);
+  }
+}
+
+TEST(EllipsoidQuadric, ReadsTheCoefficientsAsTheyStand) {
+  // Exact coefficients of the unit sphere about (1e6, 1e6, -1e6).
+  omReal64 cx = 0, cy = 0, cz = 0, a = 0, b = 0, c = 0, alpha = 7, beta = 7, chi = 7;
+  const auto convert = [&](const std::array<omReal64, 10>& q) {
+    return convertEllipsoidFromQuadratic(q, cx, cy, cz, a, b, c, alpha, beta, chi);
+  };
+  ASSERT_TRUE(convert({1, 1, 1, 0, 0, 0, -2e6, -2e6, 2e6, 3e12 - 1}));
+  EXPECT_TRUE(cx == 1e6 && cy == 1e6 && cz == -1e6);
+  EXPECT_TRUE(a == 1 && b == 1 && c == 1);
+  EXPECT_TRUE(alpha == 0 && beta == 0 && chi == 0);
+  // Sign and factor do not matter; the radii are sorted: 2 along z, 1 along x, 1/2 along y.
+  for (const omReal64 f : {1.0, -1.0, 1e-200, -1e200}) {
+    ASSERT_TRUE(convert({4 * f, 16 * f, f, 0, 0, 0, 0, 0, 0, -4 * f}));
+    EXPECT_NEAR(a, 2, 1e-15);
+    EXPECT_NEAR(b, 1, 1e-15);
+    EXPECT_NEAR(c, 0.5, 1e-15);
+    const RotationMatrix m = eulerToMatrix(alpha, beta, chi);
+    EXPECT_NEAR(m[2][0], 1, 1e-15);
+    EXPECT_NEAR(m[0][1], 1, 1e-15);
+    EXPECT_NEAR(m[1][2], 1, 1e-15);
+  }
+  std::array<omReal64, 10> q{};
+  ASSERT_TRUE(convertEllipsoidToQuadratic(10, 20, 30, 3, 2, 1, 0.1, 0.2, 0.3, q));
+  ASSERT_TRUE(convert(q));
+  EXPECT_NEAR(cy, 20, 1e-12);
+  EXPECT_NEAR(b, 2, 1e-11);
+  EXPECT_NEAR(chi, 0.3, 1e-12);
+}
+
+TEST(EllipsoidQuadric, SpheresSpheroidsAndFlatOnesKeepTheirShape) {
+  const omReal64 shapes[][3] = {{2, 2, 2}, {3, 3, 1}, {3, 1, 1}, {100, 100, 1}, {100, 1, 1}, {100, 50, 1}, {1, 2, 3}};
+  for (const auto& [a, b, c] : shapes) {
+    for (int k = 0; k < 50; ++k) {
+      const EllipsoidParameters given{1e6, -1e6, 5e5, a, b, c, 0.12 * k - 3, 0.06 * k - 1.5, 3 - 0.12 * k};
+      EllipsoidQuadric q, again;
+      EllipsoidParameters found;
+      ASSERT_TRUE(convertEllipsoidToQuadratic(given, q));
+      ASSERT_TRUE(convertEllipsoidFromQuadratic(q, found));
+      omReal64 sorted[] = {a, b, c};
+      std::sort(sorted, sorted + 3);
+      EXPECT_NEAR(found.a / sorted[2], 1, 2e-12);
+      EXPECT_NEAR(found.b / sorted[1], 1, 2e-12);
+      EXPECT_NEAR(found.c / sorted[0], 1, 2e-12);
+      EXPECT_TRUE(found.a >= found.b && found.b >= found.c);
+      // The surface is the same, so the orientation is one of its own.
+      ASSERT_TRUE(convertEllipsoidToQuadratic(found, again));
+      for (const auto part : {&EllipsoidQuadric::xx, &EllipsoidQuadric::yy, &EllipsoidQuadric::zz,
+                              &EllipsoidQuadric::xy, &EllipsoidQuadric::xz, &EllipsoidQuadric::yz})
+        EXPECT_NEAR(again.*part, q.*part, 1e-14);
+    }
+  }
+}
+
+TEST(EllipsoidQuadric, RefusesWhatIsNoEllipsoid) {
+  const omReal64 nan = std::nan(""), inf = std::numeric_limits<omReal64>::infinity();
+  EllipsoidParameters e;
+  e.cx = 7;
+  const EllipsoidQuadric none[] = {{},
+                                   {0, 0, 0, 0, 0, 0, 1, 2, 3, 4},
+                                   {1, 1, -1, 0, 0, 0, 0, 0, 0, -1},   // hyperboloid of one sheet
+                                   {1, -1, -1, 0, 0, 0, 0, 0, 0, -1},  // of two
+                                   {1, 1, -1, 0, 0, 0, 0, 0, 0, 0},    // cone
+                                   {1, 1, 0, 0, 0, 0, 0, 0, -1, 0},    // paraboloid
+                                   {1, 1, 0, 0, 0, 0, 0, 0, 0, -1},    // cylinder
+                                   {1, 1, 1e-16, 0, 0, 0, 0, 0, 0, -1},
+                                   {1, 1, 1, 2, 2, 2, 0, 0, 0, -1},  // pair of planes
+                                   {1, 2, 3, 0, 0, 0, 0, 0, 0, 0},   // point
+                                   {1, 2, 3, 0, 0, 0, 0, 0, 0, 1},   // nothing
+                                   {nan, 1, 1, 0, 0, 0, 0, 0, 0, -1},
+                                   {1, inf, 1, 0, 0, 0, 0, 0, 0, -1},
+                                   {1, 1, 1, 0, 0, 0, 0, 0, nan, -1},
+                                   {1, 1, 1, 0, 0, 0, 0, 0, 0, -1, inf},
+                                   {1, 1, 1, 0, 0, 0, 1e200, 0, 0, 0}};
+  for (const EllipsoidQuadric& q : none) EXPECT_FALSE(convertEllipsoidFromQuadratic(q, e));
+  EXPECT_EQ(e.cx, 7);
+  EllipsoidQuadric q;
+  q.constant = 77;
+  for (const omReal64 bad : {0.0, -1.0, nan, inf, 1e9, 1e-9}) {
+    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, bad, 1, 1}, q));
+    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, bad, 1}, q));
+    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, 1, bad}, q));
+  }
+  EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1e160, 1e160, 1e160}, q));
+  EXPECT_FALSE(convertEllipsoidToQuadratic({0, nan, 0, 1, 1, 1}, q));
+  EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, 1, 1, 0, inf, 0}, q));
+  EXPECT_EQ(q.constant, 77);
+}
+
+}  // namespace
+}  // namespace ormix

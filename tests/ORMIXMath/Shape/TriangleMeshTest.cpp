@@ -1,0 +1,179 @@
+#include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Shape/TriangleMesh.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace ormix {
+namespace {
+
+/// As half-edges are stored: the start vertex first, 16 bytes.
+struct HalfEdge {
+  omUInt32 vertex;
+  omUInt32 others[3];
+};
+
+template <class T>
+struct Mesh {
+  std::vector<T> xyz;
+  std::vector<HalfEdge> edges;
+  std::vector<omUInt32> indices;
+
+  void addTriangle(omUInt32 a, omUInt32 b, omUInt32 c) {
+    for (const omUInt32 i : {a, b, c}) {
+      edges.push_back({i, {99, 99, 99}});
+      indices.push_back(i);
+    }
+  }
+  TriangleMeshView<T> view() const { return {xyz.data(), indices.data(), indices.size() / 3}; }
+  TriangleMeshView<T> halfEdgeView() const { return {xyz.data(), &edges.data()->vertex, edges.size() / 3, 4}; }
+};
+
+/// The box from (x, y, z), outward.
+template <class T>
+Mesh<T> box(T x, T y, T z, T dx, T dy, T dz) {
+  Mesh<T> mesh;
+  for (int k = 0; k < 8; ++k) {
+    mesh.xyz.push_back(k & 1 ? x + dx : x);
+    mesh.xyz.push_back(k & 2 ? y + dy : y);
+    mesh.xyz.push_back(k & 4 ? z + dz : z);
+  }
+  const omUInt32 quads[][4] = {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}};
+  for (const auto& [a, b, c, d] : quads) {
+    mesh.addTriangle(a, b, c);
+    mesh.addTriangle(a, c, d);
+  }
+  return mesh;
+}
+
+Mesh<omReal64> randomTriangles(std::size_t count, unsigned seed) {
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(-1, 1);
+  Mesh<omReal64> mesh;
+  for (int k = 0; k < 300; ++k) mesh.xyz.push_back(unit(draw) * std::pow(10.0, 3 * unit(draw)));
+  const auto vertex = [&] { return static_cast<omUInt32>(draw() % 100); };
+  for (std::size_t t = 0; t < count; ++t) mesh.addTriangle(vertex(), vertex(), vertex());
+  return mesh;
+}
+
+TEST(TriangleMesh, TetrahedronIsPositiveCounterClockwise) {
+  EXPECT_EQ(tetrahedronSignedVolume(1, 0, 0, 0, 1, 0, 0, 0, 1), 1.0 / 6);
+  EXPECT_EQ(tetrahedronSignedVolume(0, 1, 0, 1, 0, 0, 0, 0, 1), -1.0 / 6);
+  EXPECT_EQ(tetrahedronSignedVolume(2, 3, 4, 4, 6, 8, 1, 1, 7), 0);
+  EXPECT_TRUE(std::isnan(tetrahedronSignedVolume(1, 0, 0, 0, std::nan(""), 0, 0, 0, 1)));
+}
+
+template <class T>
+class TriangleMeshOf : public testing::Test {};
+using Scalars = testing::Types<omInt32, omUInt32, omReal32, omReal64>;
+TYPED_TEST_SUITE(TriangleMeshOf, Scalars);
+
+TYPED_TEST(TriangleMeshOf, BoxesHaveTheirAreaVolumeAndInertia) {
+  const Mesh<TypeParam> mesh = box<TypeParam>(10, 20, 30, 2, 4, 6);
+  for (const auto& view : {mesh.view(), mesh.halfEdgeView()}) {
+    EXPECT_EQ(meshArea(view), 88);
+    EXPECT_NEAR(meshSignedVolume(view), 48, 1e-11);
+    EXPECT_EQ(meshLocalVolume(view), 48);
+    MeshMoments moments;
+    ASSERT_TRUE(meshMoments(view, moments));
+    EXPECT_NEAR(moments.volume, 48, 1e-13);
+    EXPECT_NEAR(moments.centroid.x, 11, 1e-13);
+    EXPECT_NEAR(moments.centroid.y, 22, 1e-13);
+    EXPECT_NEAR(moments.centroid.z, 33, 1e-13);
+    EXPECT_NEAR(moments.inertiaXX, 48 * (16 + 36) / 12.0, 1e-11);
+    EXPECT_NEAR(moments.inertiaYY, 48 * (4 + 36) / 12.0, 1e-11);
+    EXPECT_NEAR(moments.inertiaZZ, 48 * (4 + 16) / 12.0, 1e-11);
+    EXPECT_NEAR(moments.inertiaXY, 0, 1e-11);
+    EXPECT_NEAR(moments.inertiaYZ, 0, 1e-11);
+  }
+}
+
+TEST(TriangleMesh, VolumeIsThePlainSumInTheOrderOfTheFaces) {
+  for (const std::size_t count : {0u, 1u, 2u, 3u, 6u, 501u}) {
+    const Mesh<omReal64> mesh = randomTriangles(count, 31);
+    omReal64 volume = 0;
+    long double area = 0;
+    for (std::size_t t = 0; t < count; ++t) {
+      const auto at = [&](std::size_t corner, std::size_t k) { return mesh.xyz[3 * mesh.indices[3 * t + corner] + k]; };
+      volume += tetrahedronSignedVolume(at(0, 0), at(0, 1), at(0, 2), at(1, 0), at(1, 1), at(1, 2), at(2, 0), at(2, 1),
+                                        at(2, 2));
+      long double e[3], f[3];
+      for (std::size_t k = 0; k < 3; ++k) {
+        e[k] = static_cast<long double>(at(1, k)) - at(0, k);
+        f[k] = static_cast<long double>(at(2, k)) - at(0, k);
+      }
+      area += std::hypot(e[1] * f[2] - e[2] * f[1], e[2] * f[0] - e[0] * f[2], e[0] * f[1] - e[1] * f[0]) / 2;
+    }
+    std::vector<omUInt32> wide;
+    for (const omUInt32 i : mesh.indices) wide.insert(wide.end(), {i, 7, 7});
+    const TriangleMeshView<omReal64> strided{mesh.xyz.data(), wide.data(), count, 3};
+    for (const auto& view : {mesh.view(), mesh.halfEdgeView(), strided}) {
+      EXPECT_EQ(meshSignedVolume(view), volume) << count;
+      EXPECT_NEAR(meshArea(view), static_cast<omReal64>(area), 2e-15 * static_cast<omReal64>(area)) << count;
+      EXPECT_EQ(meshArea(view), meshArea(mesh.view()));
+    }
+  }
+}
+
+TEST(TriangleMesh, LocalSumsHoldFarFromTheOrigin) {
+  for (const omReal64 offset : {1e6, -1e9}) {
+    const Mesh<omReal64> mesh = box<omReal64>(offset, offset, -offset, 1, 1, 1);
+    EXPECT_NEAR(meshLocalVolume(mesh.halfEdgeView()), 1, 1e-9);
+    MeshMoments moments;
+    ASSERT_TRUE(meshMoments(mesh.halfEdgeView(), moments));
+    EXPECT_NEAR(moments.volume, 1, 1e-9);
+    EXPECT_NEAR(moments.centroid.z, 0.5 - offset, 1e-9);
+    EXPECT_NEAR(moments.inertiaXX, 1.0 / 6, 1e-9);
+  }
+  // No 32-bit product wraps.
+  EXPECT_EQ(meshLocalVolume(box<omInt32>(-2000000000, 0, 0, 2000000000, 1, 2).view()), 4e9);
+  EXPECT_EQ(meshArea(box<omUInt32>(0, 4000000000u, 0, 4000000000u, 1, 1).view()), 2 * (4e9 + 4e9 + 1));
+}
+
+TEST(TriangleMesh, MomentsFollowRotationAndIgnoreTheOrientation) {
+  // The tetrahedron of the corner at the origin, by its published integrals: volume 1/6, centroid 1/4, the integrals of
+  // x² and x·y 1/60 and 1/120 about the corner, so the tensor's entries about the centroid are 1/80 and 1/480.
+  Mesh<omReal64> mesh;
+  mesh.xyz = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+  const omUInt32 faces[][3] = {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}};
+  for (const auto& [a, b, c] : faces) mesh.addTriangle(a, b, c);
+  Mesh<omReal64> turned;
+  turned.xyz = mesh.xyz;
+  for (const auto& [a, b, c] : faces) turned.addTriangle(a, c, b);
+  EXPECT_EQ(meshSignedVolume(turned.view()), -1.0 / 6);
+  for (const auto& view : {mesh.view(), turned.view()}) {
+    MeshMoments moments;
+    ASSERT_TRUE(meshMoments(view, moments));
+    EXPECT_NEAR(moments.volume, 1.0 / 6, 1e-16);
+    EXPECT_NEAR(moments.centroid.y, 0.25, 1e-16);
+    EXPECT_NEAR(moments.inertiaYY, 1.0 / 80, 1e-16);
+    EXPECT_NEAR(moments.inertiaXY, 1.0 / 480, 1e-16);
+    EXPECT_NEAR(moments.inertiaXZ, 1.0 / 480, 1e-16);
+  }
+}
+
+TEST(TriangleMesh, NothingAndWhatIsNotFinite) {
+  const TriangleMeshView<omReal32> none{nullptr, nullptr, 0};
+  MeshMoments moments;
+  moments.volume = 7;
+  EXPECT_EQ(meshArea(none), 0);
+  EXPECT_EQ(meshSignedVolume(none), 0);
+  EXPECT_EQ(meshLocalVolume(none), 0);
+  EXPECT_FALSE(meshMoments(none, moments));
+  EXPECT_FALSE(meshMoments(box<omReal64>(0, 0, 0, 1, 1, 0).view(), moments));
+  Mesh<omReal64> mesh = box<omReal64>(0, 0, 0, 1, 1, 1);
+  mesh.xyz[20] = std::numeric_limits<omReal64>::quiet_NaN();
+  EXPECT_TRUE(std::isnan(meshArea(mesh.view())));
+  EXPECT_TRUE(std::isnan(meshSignedVolume(mesh.view())));
+  EXPECT_FALSE(meshMoments(mesh.view(), moments));
+  EXPECT_EQ(meshArea(box<omReal64>(0, 0, 0, 1e300, 1, 1).view()), std::numeric_limits<omReal64>::infinity());
+  EXPECT_EQ(moments.volume, 7);
+}
+
+}  // namespace
+}  // namespace ormix
