@@ -22,22 +22,12 @@ template <class T>
 ORMIX_MATH_API std::size_t firstUndefinedImage(const AffineCoefficients2d& map, const T* xy, std::size_t nbPoints);
 template <class T>
 ORMIX_MATH_API std::size_t firstUndefinedImage(const HomographyCoefficients2d& map, const T* xy, std::size_t nbPoints);
-/// The same for a transform of the plane.
-template <class Map, class T>
-std::size_t firstUndefinedImage(const Map& map, const T* xy, std::size_t nbPoints) {
-  return firstUndefinedImage(map.getCoefficients(), xy, nbPoints);
-}
 
 /// Maps the points in place; each must have an image. O(points).
 template <class T>
 ORMIX_MATH_API void applyToRun(const AffineCoefficients2d& map, T* xy, std::size_t nbPoints);
 template <class T>
 ORMIX_MATH_API void applyToRun(const HomographyCoefficients2d& map, T* xy, std::size_t nbPoints);
-/// The same for a transform of the plane.
-template <class Map, class T>
-void applyToRun(const Map& map, T* xy, std::size_t nbPoints) {
-  applyToRun(map.getCoefficients(), xy, nbPoints);
-}
 
 /// Maps the points to another place, which must not overlap theirs. Answers as firstUndefinedImage(); the images of
 /// that point and of those after it are unspecified. O(points), in one pass; meant for blocks that fit the nearest
@@ -46,10 +36,33 @@ template <class T>
 ORMIX_MATH_API std::size_t mapRun(const AffineCoefficients2d& map, const T* xy, T* images, std::size_t nbPoints);
 template <class T>
 ORMIX_MATH_API std::size_t mapRun(const HomographyCoefficients2d& map, const T* xy, T* images, std::size_t nbPoints);
-/// The same for a transform of the plane.
-template <class Map, class T>
-std::size_t mapRun(const Map& map, const T* xy, T* images, std::size_t nbPoints) {
+
+/// \name The same for a transform of the plane.
+/// @{
+template <class Self, std::size_t NbParams, class T>
+std::size_t firstUndefinedImage(const AffineTransform2d<Self, NbParams>& map, const T* xy, std::size_t nbPoints) {
+  return firstUndefinedImage(map.getCoefficients(), xy, nbPoints);
+}
+template <class T>
+std::size_t firstUndefinedImage(const Homography2d& map, const T* xy, std::size_t nbPoints) {
+  return firstUndefinedImage(map.getCoefficients(), xy, nbPoints);
+}
+template <class Self, std::size_t NbParams, class T>
+void applyToRun(const AffineTransform2d<Self, NbParams>& map, T* xy, std::size_t nbPoints) {
+  applyToRun(map.getCoefficients(), xy, nbPoints);
+}
+template <class T>
+void applyToRun(const Homography2d& map, T* xy, std::size_t nbPoints) {
+  applyToRun(map.getCoefficients(), xy, nbPoints);
+}
+template <class Self, std::size_t NbParams, class T>
+std::size_t mapRun(const AffineTransform2d<Self, NbParams>& map, const T* xy, T* images, std::size_t nbPoints) {
   return mapRun(map.getCoefficients(), xy, images, nbPoints);
 }
+template <class T>
+std::size_t mapRun(const Homography2d& map, const T* xy, T* images, std::size_t nbPoints) {
+  return mapRun(map.getCoefficients(), xy, images, nbPoints);
+}
+/// @}
 
 }  // namespace ormix
