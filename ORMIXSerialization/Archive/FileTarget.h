@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXSerialization/Export.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
 #include <fstream>
@@ -13,7 +14,7 @@ BoolResult openFile(const std::string& path, std::ifstream& file);
 
 /// A file being written. The bytes go to a temporary file beside it that takes its place in `commit`, so that an older
 /// file is replaced as a whole or not at all. What exists and is no regular file is written directly.
-class FileTarget {
+class ORMIX_SERIALIZATION_API FileTarget {
  public:
   explicit FileTarget(std::string path);
   /// Removes the temporary file unless it was committed.

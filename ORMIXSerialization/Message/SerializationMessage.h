@@ -37,10 +37,11 @@ struct ORMIX_SERIALIZATION_API eORMIXSerializationMessage {
     eSM_NoSectionOpen,
     eSM_Closed,
     eSM_File,
-    eSM_ClassVersionTooRecent  ///< 25, known by its number to other libraries
+    eSM_ClassVersionTooRecent,  ///< 25, known by its number to other libraries
+    eSM_ClassVersionTooOld
   };
 
-  static constexpr std::array<MessageText, 26> texts{{
+  static constexpr std::array<MessageText, 27> texts{{
       {eSM_StreamNotReadable, "The archive's stream cannot be read"},
       {eSM_StreamNotWritable, "The archive cannot be written to its stream"},
       {eSM_EmptyArchive, "The archive is empty"},
@@ -67,6 +68,7 @@ struct ORMIX_SERIALIZATION_API eORMIXSerializationMessage {
       {eSM_Closed, "The archive is closed"},
       {eSM_File, "File \"%s\": %s"},
       {eSM_ClassVersionTooRecent, "Class %s was archived with version %d, the newest known is %d"},
+      {eSM_ClassVersionTooOld, "Class %s: Key \"version\": %d is older than %d, the oldest known"},
   }};
 
   /// The library's catalogue.

@@ -27,13 +27,16 @@ BoolResult writeClassVersion(BaseOArchive& archive, const std::string& className
   return section.close();
 }
 
-BoolResult readClassVersion(BaseIArchive& archive, const std::string& className, omUInt32 version) {
+BoolResult readClassVersion(BaseIArchive& archive, const std::string& className, omUInt32 version, omUInt32 oldest) {
   if (archive.isClassVersionRegistred(className)) return {};
   ArchiveSectionManager section(archive, className);
   if (!section.getState()) return section.getState();
   omUInt32 archived = 0;
   if (BoolResult read = readItem(archive, s_versionKey, archived); !read) return read;
   if (archived > version) refuseNewerVersion(className, archived, version);
+  if (archived < oldest)
+    return failure(
+        serializationMessage(eORMIXSerializationMessage::eSM_ClassVersionTooOld, className, archived, oldest));
   archive.registerClassVersion(className, archived);
   return section.close();
 }

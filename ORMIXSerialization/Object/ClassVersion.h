@@ -15,11 +15,11 @@ class BaseOArchive;
 ORMIX_SERIALIZATION_API BoolResult writeClassVersion(BaseOArchive& archive, const std::string& className,
                                                      omUInt32 version);
 
-/// Reads what `writeClassVersion` wrote, unless the archive knows the class already.
-/// \throw ORMIXSerializationException when the archived version is newer than `version`; it is logged first, and
-/// nothing
+/// Reads what `writeClassVersion` wrote, unless the archive knows the class already. A version below `oldest` is a
+/// failed result. \throw ORMIXSerializationException when the archived version is newer than `version`; it is logged
+/// first, and nothing
 ///        more is read
 ORMIX_SERIALIZATION_API BoolResult readClassVersion(BaseIArchive& archive, const std::string& className,
-                                                    omUInt32 version);
+                                                    omUInt32 version, omUInt32 oldest = 0);
 
 }  // namespace ormix

@@ -4,11 +4,27 @@
 
 namespace ormix {
 
-/// Reaches the private `fields` of a class that befriends it.
+/// Reaches the private `fields` and `validate` of a class that befriends it.
 struct FieldAccess {
   template <class Self, class Visitor>
   static bool visit(Self& self, Visitor& visitor) {
     return Self::fields(self, visitor);
+  }
+
+  /// Good where the class has no `validate`.
+  template <class Self>
+  static BoolResult validate(const Self& self) {
+    return validateIfAsked(self, 0);
+  }
+
+ private:
+  template <class Self>
+  static auto validateIfAsked(const Self& self, int) -> decltype(Self::validate(self)) {
+    return Self::validate(self);
+  }
+  template <class Self>
+  static BoolResult validateIfAsked(const Self&, long) {
+    return {};
   }
 };
 
@@ -18,7 +34,9 @@ struct FieldAccess {
 /// template <class S, class F>
 /// static bool fields(S& self, F&& item) { return item("_centerPt", self._centerPt) && item("_radius", self._radius); }
 /// \endcode
-/// The bodies are in RegisteredObject.ipp, for the source that instantiates the class.
+/// Where fields that were read one by one may contradict each other, it has `static BoolResult validate(const Self&)`
+/// too, whose failure, a text that begins with the key of the field at fault, is that of the read. The bodies are in
+/// RegisteredObject.ipp, for the source that instantiates the class.
 template <class Self, class Base>
 class __attribute__((visibility("default"))) RegisteredObject : public VersionedLevel<Self, Base> {
  public:

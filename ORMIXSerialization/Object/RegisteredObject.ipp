@@ -99,6 +99,8 @@ BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
   if (!result) return result;
   detail::FieldReader reader{archive, {}};
   if (!FieldAccess::visit(staged, reader)) return detail::failedField(this->getTypeName(), reader.result);
+  if (const BoolResult valid = FieldAccess::validate(static_cast<const Self&>(staged)); !valid)
+    return detail::failedField(this->getTypeName(), valid);
   static_cast<Self&>(*this) = std::move(staged);
   return result;
 }

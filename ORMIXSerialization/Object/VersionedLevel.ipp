@@ -43,7 +43,7 @@ BoolResult VersionedLevel<Self, Base>::write(BaseOArchive& archive) const {
 template <class Self, class Base>
 BoolResult VersionedLevel<Self, Base>::read(BaseIArchive& archive) {
   BoolResult result = Base::read(archive);
-  return result ? readClassVersion(archive, getTypeName(), getVersion()) : result;
+  return result ? readClassVersion(archive, getTypeName(), getVersion(), Self::s_oldestClassVersion) : result;
 }
 
 }  // namespace ormix
