@@ -1,4 +1,5 @@
 #include <ORMIXMath/Distance/Orientation3d.h>
+#include <ORMIXMath/Scalar/Twofold.h>
 
 #include <algorithm>
 #include <array>
@@ -18,8 +19,12 @@ constexpr omReal64 s_roundoff = 0x1p-53;
 constexpr omReal64 s_signBound = (7.0 + 64.0 * s_roundoff) * s_roundoff;
 
 // What underflow adds to that error, for each unit of the factor by which a product of two is multiplied further: each
-// rounded product is off by at most 2^-1075 there, and fewer than 16 of them meet.
-constexpr omReal64 s_underflowBound = 0x1p-1070;
+// rounded product is off by at most 2^-1075 there, and fewer than 2^10 of them meet, also with twice the precision.
+constexpr omReal64 s_underflowBound = 0x1p-1065;
+
+// The same with numbers of twice the precision, whose sums and products are right to 2^-104 of their largest operand:
+// three levels of them, and what the differences' rounding adds to the magnitudes.
+constexpr omReal64 s_twofoldBound = 0x1p-98;
 
 // Bits of coordinates from which all of the determinant fits into a type: differences have one bit more, products three
 // times that, and the sum of six of them three bits more, the sign included.
@@ -78,6 +83,20 @@ int signOfDeterminant(const CommonGrid& grid, const Coordinates& p) {
   return (determinant > 0) - (determinant < 0);
 }
 
+/// The determinant with twice the precision: decides points that are in a plane but for the rounding of their
+/// coordinates.
+omReal64 twofoldDeterminant(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
+                            const SpatialPoint& d) {
+  using namespace detail;
+  const Twofold ux = difference(b.x, a.x), uy = difference(b.y, a.y), uz = difference(b.z, a.z);
+  const Twofold vx = difference(c.x, a.x), vy = difference(c.y, a.y), vz = difference(c.z, a.z);
+  const Twofold wx = difference(d.x, a.x), wy = difference(d.y, a.y), wz = difference(d.z, a.z);
+  const Twofold x = product(wx, difference(product(uy, vz), product(uz, vy)));
+  const Twofold y = product(wy, difference(product(uz, vx), product(ux, vz)));
+  const Twofold z = product(wz, difference(product(ux, vy), product(uy, vx)));
+  return sum(sum(x, y), z).high;
+}
+
 // Out of line: the rare case must not burden the registers of the usual one.
 __attribute__((noinline)) int exactOrientation(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
                                                const SpatialPoint& d) {
@@ -109,6 +128,8 @@ int orientation3d(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoi
   if (std::abs(determinant) > s_signBound * magnitudes + underflow) return determinant > 0 ? 1 : -1;
   // Four points in a plane across an axis are common and need no more: differences vanish for equal numbers only.
   if ((ux == 0 && vx == 0 && wx == 0) || (uy == 0 && vy == 0 && wy == 0) || (uz == 0 && vz == 0 && wz == 0)) return 0;
+  const omReal64 closer = twofoldDeterminant(a, b, c, d);
+  if (std::abs(closer) > s_twofoldBound * magnitudes + underflow) return closer > 0 ? 1 : -1;
   return exactOrientation(a, b, c, d);
 }
 

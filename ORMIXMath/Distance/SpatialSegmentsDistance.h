@@ -13,7 +13,7 @@ namespace ormix {
 /// Distance from a point to a closed segment and the segment's nearest point to it.
 ///
 /// Zero when the point lies on the segment, as orientation() decides it without rounding in the three coordinate
-/// planes, the nearest point then being the point itself. Otherwise right to two units in its own last place as long as
+/// planes, the nearest point then being the point itself. Otherwise right to one unit in its own last place as long as
 /// it exceeds 2^-50 of the largest coordinate, below that to 2^-100 of the latter; for every direction, offset and
 /// length, a zero length included (the distance to that point). The nearest point is right to a unit in the last place
 /// of the largest coordinate, stays in the segment's box and is an end itself where an end is nearest.

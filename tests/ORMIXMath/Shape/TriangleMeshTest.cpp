@@ -31,7 +31,9 @@ struct Mesh {
     }
   }
   TriangleMeshView<T> view() const { return {xyz.data(), indices.data(), indices.size() / 3}; }
-  TriangleMeshView<T> halfEdgeView() const { return {xyz.data(), &edges.data()->vertex, edges.size() / 3, 4}; }
+  TriangleMeshView<T> halfEdgeView() const {
+    return {xyz.data(), edges.empty() ? nullptr : &edges[0].vertex, edges.size() / 3, 4};
+  }
 };
 
 /// The box from (x, y, z), outward.
