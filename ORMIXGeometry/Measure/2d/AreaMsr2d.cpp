@@ -8,11 +8,12 @@
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
-#include <ORMIXGeometry/Measure/2d/PolygonTreeMeasure.h>
+#include <ORMIXGeometry/Measure/HoleTreeMeasure.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ring.h>
-#include <ORMIXUtil/Object/DynamicRegistrator.h>
-#include <ORMIXGeometry/Measure/2d/Measure2d.ipp>
+#include <ORMIXGeometry/Measure/GeometryMeasure.ipp>
+
+#include <functional>
 
 namespace ormix {
 template class VersionedLevel<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
@@ -21,14 +22,15 @@ template class RegisteredObject<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2
 
 namespace ormix::geom {
 
-template class Measure2d<AreaMsr2d, omReal64>;
+template class GeometryMeasure<AreaMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
 
 namespace {
 const DynamicRegistrator<AreaMsr2d> g_classRegistrator;
 }  // namespace
 
 omReal64 AreaMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<omReal64>(AreaMsr2d(), entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<AreaMsr2d>(entity, toString(eM2DT_Area), toString(entity.getEntity2dType()),
+                                   __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 bool AreaMsr2d::process(const Vector2d&, omReal64& value) const {
@@ -84,7 +86,10 @@ bool AreaMsr2d::process(const Polygon2d<T>& polygon, omReal64& value) const {
 
 template <class T>
 bool AreaMsr2d::process(const PolygonWithHoles2d<T>& polygon, omReal64& value) const {
-  return measurePolygonTree(*this, polygon, value, [](omReal64 outer, omReal64 hole) { return outer - hole; });
+  const auto measureExterior = [this](const PolygonWithHoles2d<T>& node, omReal64& result) {
+    return process(node.getExteriorPolygon(), result);
+  };
+  return measureHoleTree(polygon, getHoleMsrPolicy(), value, measureExterior, std::minus<>());
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_PROCESS(T)                                 \

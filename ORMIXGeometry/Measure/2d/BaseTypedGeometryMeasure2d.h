@@ -11,6 +11,9 @@ class ORMIX_GEOMETRY_API BaseTypedGeometryMeasure2d
  public:
   static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryMeasure2d";
 
+  using Entity = BaseGeometryEntity2d;
+  using Value = DataType;
+
   /// Measures the entity. False where the entity is not supported; the value is then unspecified.
   virtual bool measure(const BaseGeometryEntity2d& entity, DataType& value) const = 0;
   /// The same for the pointee, which must not be null.

@@ -8,13 +8,13 @@
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
-#include <ORMIXGeometry/Measure/2d/PolygonTreeMeasure.h>
+#include <ORMIXGeometry/Measure/HoleTreeMeasure.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ring.h>
-#include <ORMIXUtil/Object/DynamicRegistrator.h>
-#include <ORMIXGeometry/Measure/2d/Measure2d.ipp>
+#include <ORMIXGeometry/Measure/GeometryMeasure.ipp>
 
 #include <cmath>
+#include <functional>
 
 namespace ormix {
 template class VersionedLevel<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
@@ -23,14 +23,15 @@ template class RegisteredObject<geom::PerimeterMsr2d, geom::BaseTypedGeometryMea
 
 namespace ormix::geom {
 
-template class Measure2d<PerimeterMsr2d, omReal64>;
+template class GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
 
 namespace {
 const DynamicRegistrator<PerimeterMsr2d> g_classRegistrator;
 }  // namespace
 
 omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<omReal64>(PerimeterMsr2d(), entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<PerimeterMsr2d>(entity, toString(eM2DT_Perimeter), toString(entity.getEntity2dType()),
+                                        __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 bool PerimeterMsr2d::process(const Vector2d&, omReal64& value) const {
@@ -91,7 +92,10 @@ bool PerimeterMsr2d::process(const Polygon2d<T>& polygon, omReal64& value) const
 
 template <class T>
 bool PerimeterMsr2d::process(const PolygonWithHoles2d<T>& polygon, omReal64& value) const {
-  return measurePolygonTree(*this, polygon, value, [](omReal64 outer, omReal64 hole) { return outer + hole; });
+  const auto measureExterior = [this](const PolygonWithHoles2d<T>& node, omReal64& result) {
+    return process(node.getExteriorPolygon(), result);
+  };
+  return measureHoleTree(polygon, getHoleMsrPolicy(), value, measureExterior, std::plus<>());
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_PROCESS(T)                                      \

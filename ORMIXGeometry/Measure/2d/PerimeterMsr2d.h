@@ -1,6 +1,7 @@
 #pragma once
 
-#include <ORMIXGeometry/Measure/2d/Measure2d.h>
+#include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>
+#include <ORMIXGeometry/Measure/GeometryMeasure.h>
 
 namespace ormix {
 extern template class RegisteredObject<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
@@ -9,20 +10,20 @@ extern template class VersionedLevel<geom::PerimeterMsr2d, geom::BaseTypedGeomet
 
 namespace ormix::geom {
 
-extern template class Measure2d<PerimeterMsr2d, omReal64>;
+extern template class GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
 
 /// Perimeter of a planar entity, in units of its coordinates. Points and vectors measure 0. The perimeter of a polygon
 /// is the length of its stored path, summed wider than omReal64; the edge from the last vertex back to the first is not
 /// added. Holes are added. Segments, lines, parabolas and point clouds are not supported.
-class ORMIX_GEOMETRY_API PerimeterMsr2d : public Measure2d<PerimeterMsr2d, omReal64> {
+class ORMIX_GEOMETRY_API PerimeterMsr2d : public GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>> {
  public:
   static constexpr const char* s_className = "ormix::geom::PerimeterMsr2d";
-  static constexpr eMeasure2dType s_measure2dType = eM2DT_Perimeter;
-
-  using Measure2d::measure;
+  using GeometryMeasure::measure;
   /// Measures with the default hole policy.
   /// \throw ORMIXGeometryException, logged first, when the entity is not supported
   static omReal64 measure(const BaseGeometryEntity2d& entity);
+
+  eMeasure2dType getMeasure2dType() const final { return eM2DT_Perimeter; }
 
   /// \name Supported entities. True unless a hole cannot be measured.
   /// @{

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>
+#include <ORMIXGeometry/Measure/GeometryMeasure.h>
+
+namespace ormix {
+extern template class RegisteredObject<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
+extern template class VersionedLevel<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class GeometryMeasure<AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>>;
+
+/// Surface area of a spatial entity, in squared units of its coordinates. Points and vectors measure 0, a triangle its
+/// one side, a mesh the sum of its triangles, open or closed. The walls of holes are added. A shape is measured by its
+/// meshes, not by its voxels. Segments, plans and point clouds are not supported.
+class ORMIX_GEOMETRY_API AreaMsr3d : public GeometryMeasure<AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::AreaMsr3d";
+
+  using GeometryMeasure::measure;
+  /// Measures with the default hole policy.
+  /// \throw ORMIXGeometryException, logged first, when the entity is not supported
+  static omReal64 measure(const BaseGeometryEntity3d& entity);
+
+  eMeasure3dType getMeasure3dType() const final { return eM3DT_Area; }
+
+  /// \name Supported entities. True unless a hole cannot be measured.
+  /// @{
+  template <class T>
+  bool process(const Point3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const BoundingBox3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Sphere3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Ellipsoid3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Cube3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Cuboid3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Triangle3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const Mesh3d<T>& entity, omReal64& value) const;
+  template <class T>
+  bool process(const MeshWithHoles3d<T>& entity, omReal64& value) const;
+  bool process(const Vector3d& entity, omReal64& value) const;
+  bool process(const Shape3d& entity, omReal64& value) const;
+  /// @}
+};
+
+}  // namespace ormix::geom
