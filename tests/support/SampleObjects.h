@@ -105,6 +105,91 @@ struct Sample<PolygonWithHoles2d<T>> {
     return *root;
   }
 };
+template <class T>
+struct Sample<Point3d<T>> {
+  static Point3d<T> make() { return {T(3), T(4), T(5)}; }
+};
+template <>
+struct Sample<Vector3d> {
+  static Vector3d make() { return {2.5, 0.75, -0.5}; }
+};
+template <class T>
+struct Sample<BoundingBox3d<T>> {
+  static BoundingBox3d<T> make() { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
+};
+template <class T>
+struct Sample<Segment3d<T>> {
+  static Segment3d<T> make() { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
+};
+template <>
+struct Sample<Plan3d> {
+  static Plan3d make() { return {1.25, 0.5, -0.25}; }
+};
+template <class T>
+struct Sample<Triangle3d<T>> {
+  static Triangle3d<T> make() { return {{T(1), T(2), T(3)}, {T(7), T(5), T(6)}, {T(4), T(8), T(9)}}; }
+};
+template <class T>
+struct Sample<Sphere3d<T>> {
+  static Sphere3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(4)}; }
+};
+template <class T>
+struct Sample<Ellipsoid3d<T>> {
+  static Ellipsoid3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+};
+template <class T>
+struct Sample<Cube3d<T>> {
+  static Cube3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(4), 0.25, 0.5, 0.75}; }
+};
+template <class T>
+struct Sample<Cuboid3d<T>> {
+  static Cuboid3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+};
+template <class T>
+struct Sample<PointCloud3d<T>> {
+  static PointCloud3d<T> make() { return PointCloud3d<T>({{T(1), T(2), T(3)}, {T(4), T(5), T(6)}}); }
+};
+/// The corner of a cube.
+template <class T>
+struct Sample<Mesh3d<T>> {
+  static Mesh3d<T> make(eMesh3dType type = eM3DT_Interior, T size = T(5)) {
+    Mesh3d<T> mesh;
+    mesh.setMesh3dType(type);
+    mesh.build({{T(1), T(2), T(3)}, {T(1 + size), T(2), T(3)}, {T(1), T(2 + size), T(3)}, {T(1), T(2), T(3 + size)}},
+               {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3});
+    return mesh;
+  }
+};
+/// Two holes, a body in the first.
+template <class T>
+struct Sample<MeshWithHoles3d<T>> {
+  static MeshWithHoles3d<T> make() {
+    const auto node = [](eMesh3dType type, T size) {
+      auto mesh = boost::make_shared<MeshWithHoles3d<T>>();
+      mesh->getExteriorMesh() = Sample<Mesh3d<T>>::make(type, size);
+      return mesh;
+    };
+    const auto root = node(eM3DT_Exterior, T(100));
+    root->getMeshHoles() = {node(eM3DT_Interior, T(20)), node(eM3DT_Interior, T(10))};
+    root->getMeshHoles()[0]->getMeshHoles().push_back(node(eM3DT_Exterior, T(5)));
+    return *root;
+  }
+};
+/// Three rows in the first of two slices, the second of them without pixels, and a surface.
+template <>
+struct Sample<Shape3d> {
+  static Shape3d make() {
+    Shape3d shape;
+    RowIntersections3d& voxels = shape.getRowIntersections();
+    voxels.zOffset = 7;
+    voxels.rowIntersectionsColl.resize(2);
+    voxels.rowIntersectionsColl[0].setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 4}});
+    voxels.rowIntersectionsColl[1].setRows(5, {1}, {{0, 8}});
+    shape.getMeshWithHolesColl().push_back(
+        boost::make_shared<MeshWithHoles3d<omReal32>>(Sample<MeshWithHoles3d<omReal32>>::make()));
+    return shape;
+  }
+};
 template <class M>
 struct MeasureSample {
   static M make() {
@@ -117,6 +202,10 @@ template <>
 struct Sample<AreaMsr2d> : MeasureSample<AreaMsr2d> {};
 template <>
 struct Sample<PerimeterMsr2d> : MeasureSample<PerimeterMsr2d> {};
+template <>
+struct Sample<AreaMsr3d> : MeasureSample<AreaMsr3d> {};
+template <>
+struct Sample<VolumeMsr3d> : MeasureSample<VolumeMsr3d> {};
 
 template <>
 struct Sample<TranslationTransform2d> {
@@ -167,10 +256,37 @@ using AllEntities2d = Concatenate<EachScalar<BoundingBox2d>, EachScalar<Circle2d
                                   EachScalar<Point2d>, EachScalar<PointCloud2d>, EachScalar<Polygon2d>,
                                   EachScalar<PolygonWithHoles2d>, EachScalar<Rectangle2d>, EachScalar<Segment2d>,
                                   EachScalar<Square2d>, ::testing::Types<Line2d, Parabola2d, Vector2d>>::Type;
+using AllEntities3d =
+    Concatenate<EachScalar<BoundingBox3d>, EachScalar<Cube3d>, EachScalar<Cuboid3d>, EachScalar<Ellipsoid3d>,
+                EachScalar<Mesh3d>, EachScalar<MeshWithHoles3d>, EachScalar<Point3d>, EachScalar<PointCloud3d>,
+                EachScalar<Segment3d>, EachScalar<Sphere3d>, EachScalar<Triangle3d>,
+                ::testing::Types<Plan3d, Shape3d, Vector3d>>::Type;
 using LinearTransforms2d =
     ::testing::Types<TranslationTransform2d, RotationTransform2d, RigidTransform2d, ScaleTransform2d,
                      SimilarityTransform2d, AnisotropicScaleTransform2d, HomographyTransform2d>;
-using AllClasses = Concatenate<AllEntities2d, LinearTransforms2d, ::testing::Types<AreaMsr2d, PerimeterMsr2d>>::Type;
+using AllClasses = Concatenate<AllEntities2d, AllEntities3d, LinearTransforms2d,
+                               ::testing::Types<AreaMsr2d, PerimeterMsr2d, AreaMsr3d, VolumeMsr3d>>::Type;
+
+/// Prints an object, and what its own text leaves out.
+template <class X>
+void printWhole(std::ostream& stream, const X& object) {
+  stream << object;
+}
+template <class T>
+void printWhole(std::ostream& stream, const MeshWithHoles3d<T>& mesh) {
+  visitNodes(mesh, [&stream](const MeshWithHoles3d<T>& node) {
+    stream << node.getMesh3dType() << node.getExteriorMesh() << node.getNbHoles() << ' ';
+    return true;
+  });
+}
+inline void printWhole(std::ostream& stream, const Shape3d& shape) {
+  stream << shape.getRowIntersections().zOffset << ": ";
+  for (const RowIntersections& slice : shape.getRowIntersections().rowIntersectionsColl) {
+    stream << slice.getStartRow() << ' ' << slice.getNbRows() << ' ';
+    for (const PixelRun& run : slice.getRunColl()) stream << run.begin << '-' << run.end << ' ';
+  }
+  for (const auto& mesh : shape.getMeshWithHolesColl()) printWhole(stream, *mesh);
+}
 
 /// Everything a reader can see of an object, with all digits.
 template <class X>
@@ -182,13 +298,15 @@ std::string describe(const X& object) {
   else if constexpr (std::is_base_of_v<BaseGeometryTransform, X>)
     for (const omReal64 param : object.getGeometricTransform().getParams()) text << param << ' ';
   else
-    text << object;
+    printWhole(text, object);
   return text.str();
 }
 
 /// A class behind its base, so that a test over all classes is compiled once.
 struct ClassCase {
   std::string name;
+  omUInt32 version;
+  omUInt32 oldestVersion;
   boost::shared_ptr<BaseSerializationObject> (*makeSample)();
   boost::shared_ptr<BaseSerializationObject> (*makeDefault)();
   /// \throw std::bad_cast when the object is not of this class
@@ -200,7 +318,7 @@ inline void PrintTo(const ClassCase& classCase, std::ostream* stream) { *stream 
 
 template <class... X>
 std::vector<ClassCase> classCases(::testing::Types<X...>) {
-  return {{X::getTypeName(),
+  return {{X::getTypeName(), X::getVersion(), X::s_oldestClassVersion,
            []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(Sample<X>::make()); },
            []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(); },
            [](const BaseDynamicObject& object) { return describe(dynamic_cast<const X&>(object)); }}...};

@@ -2,9 +2,14 @@
 
 #include <ORMIXGeometry/Entity/3d/Entity3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
+#include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
+#include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Entity/EntityVisits.ipp>
 
 namespace ormix::geom {
+
+// Those that support something, complete: see EntityVisits.ipp.
+static_assert(sizeof(AreaMsr3d) > 0 && sizeof(VolumeMsr3d) > 0);
 
 template <class Self, class Base>
 bool Entity3d<Self, Base>::visitInSitu(const MinEnclosingSphereTransform3d& transform) {

@@ -5,7 +5,7 @@
 #include <random>
 #include <sstream>
 
-#include "../Vector/ArchivedCopy.h"
+#include "support/ArchivedCopy.h"
 
 namespace ormix::geom {
 namespace {

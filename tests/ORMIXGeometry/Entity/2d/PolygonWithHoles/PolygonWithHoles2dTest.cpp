@@ -1,4 +1,3 @@
-#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonTree.h>
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
 #include <gtest/gtest.h>
 

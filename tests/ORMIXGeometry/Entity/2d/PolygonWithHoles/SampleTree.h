@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonTree.h>
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
 
 #include <boost/smart_ptr/make_shared_object.hpp>

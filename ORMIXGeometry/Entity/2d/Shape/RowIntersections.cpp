@@ -1,0 +1,118 @@
+#include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/ReserveMore.h>
+#include <ORMIXGeometry/Message/EntityMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
+
+namespace ormix::geom {
+
+namespace {
+
+BoolResult emptyRun(const PixelRun& run) {
+  return failure("Run [" + std::to_string(run.begin) + ", " + std::to_string(run.end) + "[ has no pixels");
+}
+
+BoolResult intersectingRuns(const PixelRun& added, const PixelRun& existing) {
+  return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_RowRangesIntersect, added.begin, added.end,
+                                               existing.begin, existing.end));
+}
+
+BoolResult tooManyRows() {
+  return failure("Row intersections have at most " + std::to_string(RowIntersections::s_maxNbRows) +
+                 " rows, all of them below row " + std::to_string(std::numeric_limits<omUInt64>::max()));
+}
+
+BoolResult checkRow(const PixelRun* first, const PixelRun* last) {
+  for (const PixelRun* run = first; run != last; ++run) {
+    if (run->begin >= run->end) return emptyRun(*run);
+    if (run != first && run->begin < run[-1].end) return intersectingRuns(*run, run[-1]);
+  }
+  return {};
+}
+
+}  // namespace
+
+omUInt64 RowIntersections::getNbPixels() const {
+  omUInt64 count = 0;
+  for (const PixelRun& run : _runColl) count += run.end - run.begin;
+  return count;
+}
+
+RowIntersections::Row RowIntersections::getRow(omUInt64 row) const {
+  if (row < _startRow || row - _startRow >= getNbRows())
+    logAndThrow(formatMessage<eEntityMessage>(eEntityMessage::eEM_InvalidRowIndex, row, _startRow, getEndRow()),
+                __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  const auto place = static_cast<std::size_t>(row - _startRow);
+  return {_runColl.data() + runBegin(place), _runColl.data() + _runEndColl[place]};
+}
+
+BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) {
+  const PixelRun run{begin, end};
+  if (begin >= end) return emptyRun(run);
+  const bool hasRows = getNbRows() > 0;
+  const omUInt64 first = hasRows ? std::min(row, _startRow) : row;
+  const omUInt64 last = hasRows ? std::max(row, getEndRow() - 1) : row;
+  if (last - first >= s_maxNbRows || last == std::numeric_limits<omUInt64>::max()) return tooManyRows();
+  std::size_t position = hasRows && row < _startRow ? 0 : _runColl.size();
+  if (hasRows && row >= _startRow && row < getEndRow()) {
+    const Row runs = getRow(row);
+    const PixelRun* next =
+        std::lower_bound(runs.begin(), runs.end(), begin, [](const PixelRun& a, omUInt32 x) { return a.end <= x; });
+    if (next != runs.end() && next->begin < end) return intersectingRuns(run, *next);
+    position = static_cast<std::size_t>(next - _runColl.data());
+  }
+  reserveMore(_runColl, 1);
+  const std::size_t place = takePlace(row);
+  _runColl.insert(_runColl.begin() + static_cast<std::ptrdiff_t>(position), run);
+  for (std::size_t later = place; later < getNbRows(); ++later) ++_runEndColl[later];
+  return {};
+}
+
+/// The place of a row, which is made with all in between where it is not there.
+std::size_t RowIntersections::takePlace(omUInt64 row) {
+  if (getNbRows() == 0) {
+    _runEndColl.push_back(0);
+    _startRow = row;
+  } else if (row < _startRow) {
+    _runEndColl.insert(_runEndColl.begin(), static_cast<std::size_t>(_startRow - row), 0);
+    _startRow = row;
+  } else if (row >= getEndRow()) {
+    const auto nbMore = static_cast<std::size_t>(row - getEndRow()) + 1;
+    reserveMore(_runEndColl, nbMore);
+    _runEndColl.resize(getNbRows() + nbMore, _runColl.size());
+  }
+  return static_cast<std::size_t>(row - _startRow);
+}
+
+BoolResult RowIntersections::setRows(omUInt64 startRow, const std::vector<omUInt32>& nbRunsColl, RunColl runColl) {
+  if (nbRunsColl.size() > s_maxNbRows || startRow > std::numeric_limits<omUInt64>::max() - nbRunsColl.size())
+    return tooManyRows();
+  std::vector<std::size_t> runEnds;
+  runEnds.reserve(nbRunsColl.size());
+  std::size_t begin = 0;
+  for (const omUInt32 nbRuns : nbRunsColl) {
+    if (nbRuns > runColl.size() - begin)
+      return failure(std::to_string(runColl.size()) + " runs are fewer than those of the rows");
+    if (BoolResult sound = checkRow(runColl.data() + begin, runColl.data() + begin + nbRuns); !sound) return sound;
+    begin += nbRuns;
+    runEnds.push_back(begin);
+  }
+  if (begin != runColl.size())
+    return failure(std::to_string(runColl.size()) + " runs are more than those of the rows, " + std::to_string(begin));
+  _startRow = nbRunsColl.empty() ? 0 : startRow;
+  _runEndColl = std::move(runEnds);
+  _runColl = std::move(runColl);
+  return {};
+}
+
+void RowIntersections::clear() {
+  _startRow = 0;
+  _runEndColl.clear();
+  _runColl.clear();
+}
+
+}  // namespace ormix::geom

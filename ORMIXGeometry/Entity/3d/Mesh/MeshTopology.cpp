@@ -1,0 +1,159 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
+#include <ORMIXGeometry/Entity/ReserveMore.h>
+#include <ORMIXGeometry/Message/EntityMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace ormix::geom {
+
+namespace {
+
+constexpr omUInt32 narrowed(std::size_t index) { return static_cast<omUInt32>(index); }
+
+}  // namespace
+
+std::size_t MeshTopology::getNbBoundaryHalfEdges() const {
+  return static_cast<std::size_t>(
+      std::count_if(_halfEdgeColl.begin(), _halfEdgeColl.end(),
+                    [](const HalfEdge& halfEdge) { return halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge; }));
+}
+
+bool MeshTopology::isClosed() const {
+  return std::none_of(_halfEdgeColl.begin(), _halfEdgeColl.end(),
+                      [](const HalfEdge& halfEdge) { return halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge; });
+}
+
+std::array<std::size_t, 3> MeshTopology::getTriangleVertexIndices(std::size_t triangleIdx) const {
+  const HalfEdge& first = _halfEdgeColl[getTriangleHalfEdgeIdx(triangleIdx)];
+  const HalfEdge& second = _halfEdgeColl[first.nextHalfEdgeIdx];
+  return {first.startVertexIdx, second.startVertexIdx, _halfEdgeColl[second.nextHalfEdgeIdx].startVertexIdx};
+}
+
+std::size_t MeshTopology::getPreviousHalfEdgeIdx(std::size_t halfEdgeIdx) const {
+  return _halfEdgeColl[getHalfEdge(halfEdgeIdx).nextHalfEdgeIdx].nextHalfEdgeIdx;
+}
+
+std::size_t MeshTopology::getEndVertexIdx(std::size_t halfEdgeIdx) const {
+  return _halfEdgeColl[getHalfEdge(halfEdgeIdx).nextHalfEdgeIdx].startVertexIdx;
+}
+
+std::size_t MeshTopology::getHalfEdgeBetween(std::size_t halfEdgeIdx0, std::size_t halfEdgeIdx1) const {
+  const std::size_t end = getHalfEdge(halfEdgeIdx1).startVertexIdx;
+  std::size_t found = s_noHalfEdge;
+  visitFan(*this, halfEdgeIdx0, [&](std::size_t halfEdgeIdx) {
+    if (getEndVertexIdx(halfEdgeIdx) == end) found = halfEdgeIdx;
+  });
+  if (found == s_noHalfEdge)
+    logAndThrow(formatMessage<eEntityMessage>(eEntityMessage::eEM_HalfEdgeStartsNotLinked, halfEdgeIdx0, halfEdgeIdx1),
+                __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return found;
+}
+
+BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexIdx1, std::size_t vertexIdx2,
+                                     std::size_t nbVertices) {
+  const std::array<std::size_t, 3> corners{vertexIdx0, vertexIdx1, vertexIdx2};
+  if (BoolResult refused = checkCorners(corners, nbVertices); !refused) return refused;
+  if (getNbTriangles() >= s_maxNbTriangles) return tooManyTriangles();
+  _halfEdgeTable.update(_halfEdgeColl, 3);
+  std::array<omUInt32, 3> opposites{};
+  for (std::size_t corner = 0; corner < 3; ++corner) {
+    const omUInt32 start = narrowed(corners[corner]);
+    const omUInt32 end = narrowed(corners[(corner + 1) % 3]);
+    const omUInt32 taken = _halfEdgeTable.find(start, end, _halfEdgeColl);
+    if (taken != s_noHalfEdge)
+      return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_HalfEdgeCannotTakeTriangle, taken));
+    opposites[corner] = _halfEdgeTable.find(end, start, _halfEdgeColl);
+  }
+  reserveMore(_halfEdgeColl, 3);
+  reserveMore(_triangleToHalfEdgeColl, 1);
+  const omUInt32 first = narrowed(getNbHalfEdges());
+  const omUInt32 triangle = narrowed(getNbTriangles());
+  for (omUInt32 corner = 0; corner < 3; ++corner) {
+    const omUInt32 opposite = opposites[corner];
+    _halfEdgeColl.push_back({narrowed(corners[corner]), first + (corner + 1) % 3, opposite, triangle});
+    if (opposite != s_noHalfEdge) _halfEdgeColl[opposite].oppositeHalfEdgeIdx = first + corner;
+  }
+  _triangleToHalfEdgeColl.push_back(first);
+  return {};
+}
+
+void MeshTopology::reverseOrientation() {
+  _halfEdgeTable.clear();
+  if (_isSequential) {
+    // (a, b, c) becomes (a, c, b): the half-edge k of a triangle becomes its half-edge 2 - k.
+    const auto turned = [](omUInt32 halfEdgeIdx) {
+      return halfEdgeIdx == s_noHalfEdge ? halfEdgeIdx : halfEdgeIdx + 2 - 2 * (halfEdgeIdx % 3);
+    };
+    for (std::size_t first = 0; first < _halfEdgeColl.size(); first += 3) {
+      HalfEdge* halfEdges = &_halfEdgeColl[first];
+      std::swap(halfEdges[1].startVertexIdx, halfEdges[2].startVertexIdx);
+      std::swap(halfEdges[0].oppositeHalfEdgeIdx, halfEdges[2].oppositeHalfEdgeIdx);
+      for (std::size_t corner = 0; corner < 3; ++corner)
+        halfEdges[corner].oppositeHalfEdgeIdx = turned(halfEdges[corner].oppositeHalfEdgeIdx);
+    }
+    return;
+  }
+  reverseInPlace();
+}
+
+// Each half-edge stays where it is and runs the other way, so that opposite ones stay opposite; a triangle's first one
+// becomes the one that starts at the same vertex as before.
+void MeshTopology::reverseInPlace() {
+  for (omUInt32& first : _triangleToHalfEdgeColl) {
+    const std::array<omUInt32, 3> cycle{first, _halfEdgeColl[first].nextHalfEdgeIdx,
+                                        _halfEdgeColl[_halfEdgeColl[first].nextHalfEdgeIdx].nextHalfEdgeIdx};
+    const omUInt32 firstStart = _halfEdgeColl[cycle[0]].startVertexIdx;
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+      HalfEdge& halfEdge = _halfEdgeColl[cycle[corner]];
+      halfEdge.startVertexIdx = corner < 2 ? _halfEdgeColl[cycle[corner + 1]].startVertexIdx : firstStart;
+      halfEdge.nextHalfEdgeIdx = cycle[(corner + 2) % 3];
+    }
+    first = cycle[2];
+  }
+}
+
+void MeshTopology::reserve(std::size_t nbTriangles) {
+  _halfEdgeColl.reserve(3 * nbTriangles);
+  _triangleToHalfEdgeColl.reserve(nbTriangles);
+}
+
+void MeshTopology::clear() noexcept {
+  _halfEdgeColl.clear();
+  _triangleToHalfEdgeColl.clear();
+  _halfEdgeTable.clear();
+  _isSequential = true;
+}
+
+void MeshTopology::refresh() {
+  _halfEdgeTable.clear();
+  _isSequential = true;
+  for (std::size_t triangle = 0; _isSequential && triangle < getNbTriangles(); ++triangle) {
+    const std::size_t first = 3 * triangle;
+    _isSequential = _triangleToHalfEdgeColl[triangle] == first;
+    for (std::size_t corner = 0; corner < 3; ++corner)
+      _isSequential = _isSequential && _halfEdgeColl[first + corner].nextHalfEdgeIdx == first + (corner + 1) % 3;
+  }
+}
+
+void MeshTopology::throwInvalidHalfEdge(std::size_t halfEdgeIdx) const {
+  logAndThrow(formatMessage<eEntityMessage>(eEntityMessage::eEM_InvalidHalfEdgeIndex, halfEdgeIdx, getNbHalfEdges()),
+              __PRETTY_FUNCTION__, __FILE__, __LINE__);
+}
+
+void MeshTopology::throwInvalidTriangle(std::size_t triangleIdx) const {
+  logAndThrow(formatMessage<eEntityMessage>(eEntityMessage::eEM_InvalidTriangleIndex, triangleIdx, getNbTriangles()),
+              __PRETTY_FUNCTION__, __FILE__, __LINE__);
+}
+
+bool haveSameTriangles(const MeshTopology& a, const MeshTopology& b) {
+  if (a.getNbTriangles() != b.getNbTriangles()) return false;
+  for (std::size_t triangle = 0; triangle < a.getNbTriangles(); ++triangle)
+    if (a.getTriangleVertexIndices(triangle) != b.getTriangleVertexIndices(triangle)) return false;
+  return true;
+}
+
+}  // namespace ormix::geom

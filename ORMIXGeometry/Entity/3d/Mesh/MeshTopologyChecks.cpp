@@ -1,0 +1,166 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/DirectedEdges.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
+#include <ORMIXGeometry/Message/EntityMessage.h>
+
+#include <algorithm>
+
+namespace ormix::geom {
+
+namespace {
+
+using Message = eEntityMessage;
+
+std::string halfEdgeText(std::size_t halfEdgeIdx, const char* what) {
+  return "Half edge with index " + std::to_string(halfEdgeIdx) + " " + what;
+}
+
+/// Finds the first broken rule of a topology. Each check relies on those before it; each answers a text, which is empty
+/// where all is well.
+class TopologyChecker {
+ public:
+  TopologyChecker(const MeshTopology& topology, std::size_t nbVertices)
+      : _halfEdges(topology.getHalfEdgeColl()),
+        _firsts(topology.getTriangleToHalfEdgeColl()),
+        _nbVertices(nbVertices) {}
+
+  std::string checkSizes() const {
+    if (_firsts.size() > MeshTopology::s_maxNbTriangles) return tooManyTriangles().getMessage();
+    if (_halfEdges.size() == 3 * _firsts.size()) return {};
+    return std::to_string(_halfEdges.size()) + " half edges are not three for each of " +
+           std::to_string(_firsts.size()) + " triangles";
+  }
+
+  std::string checkHalfEdges() const {
+    std::string broken = firstOf(&TopologyChecker::checkIndices);
+    if (broken.empty()) broken = firstOf(&TopologyChecker::checkCycle);
+    if (broken.empty()) broken = firstOf(&TopologyChecker::checkOpposite);
+    return broken.empty() ? checkDirections() : broken;
+  }
+
+  /// A cycle has one triangle and there are as many triangles as cycles: when each triangle has a half-edge of its own,
+  /// each has one cycle.
+  std::string checkTriangles() const {
+    for (std::size_t triangle = 0; triangle < _firsts.size(); ++triangle) {
+      if (_firsts[triangle] >= _halfEdges.size()) return invalidHalfEdge(_firsts[triangle]);
+      if (_halfEdges[_firsts[triangle]].triangleIdx != triangle)
+        return halfEdgeText(_firsts[triangle], "is recorded for a triangle that is not its own");
+    }
+    return {};
+  }
+
+ private:
+  std::string firstOf(std::string (TopologyChecker::*check)(std::size_t) const) const {
+    for (std::size_t index = 0; index < _halfEdges.size(); ++index)
+      if (std::string broken = (this->*check)(index); !broken.empty()) return broken;
+    return {};
+  }
+
+  omUInt32 endOf(const HalfEdge& halfEdge) const { return _halfEdges[halfEdge.nextHalfEdgeIdx].startVertexIdx; }
+
+  std::string invalidHalfEdge(std::size_t index) const {
+    return formatMessage<Message>(Message::eEM_InvalidHalfEdgeIndex, index, _halfEdges.size());
+  }
+
+  std::string checkIndices(std::size_t index) const {
+    const HalfEdge& halfEdge = _halfEdges[index];
+    if (halfEdge.startVertexIdx >= std::min(_nbVertices, MeshTopology::s_maxNbVertices))
+      return invalidVertex(halfEdge.startVertexIdx, _nbVertices).getMessage();
+    if (halfEdge.nextHalfEdgeIdx >= _halfEdges.size()) return invalidHalfEdge(halfEdge.nextHalfEdgeIdx);
+    if (halfEdge.oppositeHalfEdgeIdx >= _halfEdges.size() && halfEdge.oppositeHalfEdgeIdx != s_noHalfEdge)
+      return invalidHalfEdge(halfEdge.oppositeHalfEdgeIdx);
+    if (halfEdge.triangleIdx >= _firsts.size())
+      return formatMessage<Message>(Message::eEM_InvalidTriangleIndex, halfEdge.triangleIdx, _firsts.size());
+    return {};
+  }
+
+  std::string checkCycle(std::size_t index) const {
+    const HalfEdge& halfEdge = _halfEdges[index];
+    const HalfEdge& next = _halfEdges[halfEdge.nextHalfEdgeIdx];
+    const HalfEdge& afterNext = _halfEdges[next.nextHalfEdgeIdx];
+    if (halfEdge.nextHalfEdgeIdx == index || afterNext.nextHalfEdgeIdx != index)
+      return halfEdgeText(index, "is not in a cycle of three");
+    if (halfEdge.triangleIdx != next.triangleIdx) return halfEdgeText(index, "has another triangle than the next one");
+    if (halfEdge.startVertexIdx == next.startVertexIdx) return halfEdgeText(index, "ends where it starts");
+    return {};
+  }
+
+  std::string checkOpposite(std::size_t index) const {
+    const HalfEdge& halfEdge = _halfEdges[index];
+    if (halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge) return {};
+    const HalfEdge& opposite = _halfEdges[halfEdge.oppositeHalfEdgeIdx];
+    if (opposite.oppositeHalfEdgeIdx != index)
+      return halfEdgeText(index, "is not the opposite one of its opposite one");
+    if (opposite.startVertexIdx != endOf(halfEdge) || endOf(opposite) != halfEdge.startVertexIdx)
+      return halfEdgeText(index, "and its opposite one do not run along the same edge");
+    return {};
+  }
+
+  std::string checkDirections() const {
+    const DirectedEdges edges(_nbVertices, [this](auto visit) {
+      for (std::size_t index = 0; index < _halfEdges.size(); ++index)
+        visit(static_cast<omUInt32>(index), _halfEdges[index].startVertexIdx, endOf(_halfEdges[index]));
+    });
+    std::string repeated;
+    std::string unlinked;
+    edges.match(
+        [&](omUInt32 a, omUInt32 b) {
+          if (unlinked.empty() && _halfEdges[a].oppositeHalfEdgeIdx != b)
+            unlinked = formatMessage<Message>(Message::eEM_HalfEdgesNotLinked, a, b);
+        },
+        [&](omUInt32 first, omUInt32 again) {
+          if (repeated.empty())
+            repeated = halfEdgeText(again, "runs as that with index ") + std::to_string(first) + " does";
+        });
+    return repeated.empty() ? unlinked : repeated;
+  }
+
+  const MeshTopology::HalfEdgeColl& _halfEdges;
+  const MeshTopology::IndexColl& _firsts;
+  const std::size_t _nbVertices;
+};
+
+/// \param prefix what a failure's text begins with, by the name of the collection
+template <class Prefix>
+BoolResult firstBroken(const MeshTopology& topology, std::size_t nbVertices, Prefix prefix) {
+  const TopologyChecker checker(topology, nbVertices);
+  if (const std::string broken = checker.checkSizes(); !broken.empty())
+    return failure(prefix("_triangleToHalfEdgeColl") + broken);
+  if (const std::string broken = checker.checkHalfEdges(); !broken.empty())
+    return failure(prefix("_halfEdgeColl") + broken);
+  if (const std::string broken = checker.checkTriangles(); !broken.empty())
+    return failure(prefix("_triangleToHalfEdgeColl") + broken);
+  return {};
+}
+
+}  // namespace
+
+BoolResult checkCorners(const std::array<std::size_t, 3>& corners, std::size_t nbVertices) {
+  for (const std::size_t corner : corners)
+    if (corner >= std::min(nbVertices, MeshTopology::s_maxNbVertices)) return invalidVertex(corner, nbVertices);
+  if (corners[0] != corners[1] && corners[1] != corners[2] && corners[2] != corners[0]) return {};
+  return failure("Triangle with vertices " + std::to_string(corners[0]) + ", " + std::to_string(corners[1]) + " and " +
+                 std::to_string(corners[2]) + " does not have three different ones");
+}
+
+BoolResult invalidVertex(std::size_t vertexIdx, std::size_t nbVertices) {
+  return failure(formatMessage<Message>(Message::eEM_InvalidVertexIndex, vertexIdx, nbVertices));
+}
+
+BoolResult tooManyTriangles() {
+  return failure("A mesh holds at most " + std::to_string(MeshTopology::s_maxNbTriangles) + " triangles");
+}
+
+BoolResult tooManyVertices() {
+  return failure("A mesh holds at most " + std::to_string(MeshTopology::s_maxNbVertices) + " vertices");
+}
+
+BoolResult MeshTopology::checkIntegrity(std::size_t nbVertices) const {
+  return firstBroken(*this, nbVertices, [](const char*) { return std::string(); });
+}
+
+BoolResult MeshTopology::validate(std::size_t nbVertices) const {
+  return firstBroken(*this, nbVertices, [](const char* key) { return "Key \"" + std::string(key) + "\": "; });
+}
+
+}  // namespace ormix::geom

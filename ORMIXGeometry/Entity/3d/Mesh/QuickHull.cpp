@@ -1,0 +1,36 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
+#include <ORMIXMath/Hull/ConvexHull3d.h>
+
+#include <utility>
+
+namespace ormix::geom {
+
+template <class T>
+BoolResult quickHull(const std::vector<Point3dData<T>>& points, Mesh3d<T>& mesh) {
+  std::vector<IndexTriangle> triangles;
+  if (BoolResult result = convexHull3d(coordinates(points), points.size(), triangles); !result) return result;
+  // Of each point whether it is a vertex, then which one.
+  std::vector<omUInt32> vertexIndices(points.size(), 0);
+  for (const IndexTriangle& triangle : triangles)
+    for (const omUInt32 point : triangle) vertexIndices[point] = 1;
+  typename Mesh3d<T>::VertexColl vertices;
+  // A closed surface without handles has two vertices more than half its triangles.
+  vertices.reserve(triangles.size() / 2 + 2);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (vertexIndices[i] == 0) continue;
+    vertexIndices[i] = static_cast<omUInt32>(vertices.size());
+    vertices.push_back(points[i]);
+  }
+  typename Mesh3d<T>::IndexColl corners;
+  corners.reserve(3 * triangles.size());
+  for (const IndexTriangle& triangle : triangles)
+    for (const omUInt32 point : triangle) corners.push_back(vertexIndices[point]);
+  return mesh.build(std::move(vertices), corners);
+}
+
+template ORMIX_GEOMETRY_API BoolResult quickHull(const std::vector<Point3dData<omInt32>>&, Mesh3d<omInt32>&);
+template ORMIX_GEOMETRY_API BoolResult quickHull(const std::vector<Point3dData<omUInt32>>&, Mesh3d<omUInt32>&);
+template ORMIX_GEOMETRY_API BoolResult quickHull(const std::vector<Point3dData<omReal32>>&, Mesh3d<omReal32>&);
+template ORMIX_GEOMETRY_API BoolResult quickHull(const std::vector<Point3dData<omReal64>>&, Mesh3d<omReal64>&);
+
+}  // namespace ormix::geom

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <ostream>
+#include <vector>
+
+// Not installed.
+namespace ormix::geom {
+
+/// "[" the addresses that the pointers hold, separated by ", " "]"
+template <class V>
+std::ostream& printAddresses(std::ostream& stream, const std::vector<boost::shared_ptr<V>>& pointers) {
+  stream << '[';
+  const char* separator = "";
+  for (const boost::shared_ptr<V>& pointer : pointers) {
+    stream << separator << static_cast<const void*>(pointer.get());
+    separator = ", ";
+  }
+  return stream << ']';
+}
+
+}  // namespace ormix::geom

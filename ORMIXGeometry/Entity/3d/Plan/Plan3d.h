@@ -1,0 +1,111 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/Entity3d.h>
+#include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
+#include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
+
+ORMIX_GEOMETRY_ENTITY3D_LEVELS(extern, Plan3d, BaseGeometryEntity3d)
+
+namespace ormix::geom {
+
+/// The infinite plane { p : n·p = rho } whose unit normal n is Vector3d(1, theta, phi), in radians.
+///
+/// Angles are stored in [-pi, pi), rho with either sign: (rho, n) and (−rho, −n) are one plane seen from both sides.
+/// The normal being a `Vector3d`, that of a negative theta has its z reversed, and none points straight down
+/// (intended).
+class ORMIX_GEOMETRY_API Plan3d : public Entity3d<Plan3d, BaseGeometryEntity3d> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Plan3d";
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Plan;
+  static constexpr eCoordinateSystem3dType s_coordinateSystem3dType = eCS3DT_Spherical;
+
+  /// The x-y plane.
+  Plan3d() = default;
+  Plan3d(omReal64 rho, omReal64 theta, omReal64 phi) { setCoords(rho, theta, phi); }
+
+  /// rho as given, each angle brought into [-pi, pi); angles that are not finite become NaN.
+  void setCoords(omReal64 rho, omReal64 theta, omReal64 phi);
+  /// The plane through three points as planFromPoints() gives it, rho >= 0; one whose normal would point straight down
+  /// has the opposite normal and a negative rho. Points that coincide or lie on a line give rho, theta and phi 0, the
+  /// x-y plane.
+  template <class T>
+  void setCoords(const Point3dData<T>& p0, const Point3dData<T>& p1, const Point3dData<T>& p2) {
+    setThrough(cast<omReal64>(p0), cast<omReal64>(p1), cast<omReal64>(p2));
+  }
+  template <class T>
+  void setCoords(const Point3d<T>& p0, const Point3d<T>& p1, const Point3d<T>& p2) {
+    setCoords(p0.getCoords(), p1.getCoords(), p2.getCoords());
+  }
+  /// The plane through the point across the normal, of which only the angles count: for a zero vector too, which gives
+  /// the plane parallel to x and y.
+  template <class T>
+  void setCoords(const Point3dData<T>& point, const Vector3d& normal) {
+    setThrough(cast<omReal64>(point), normal);
+  }
+  template <class T>
+  void setCoords(const Point3d<T>& point, const Vector3d& normal) {
+    setCoords(point.getCoords(), normal);
+  }
+
+  omReal64 getRho() const { return _rho; }
+  omReal64 getTheta() const { return _theta; }
+  omReal64 getPhi() const { return _phi; }
+  omReal64 getCosTheta() const { return _cosTheta; }
+  omReal64 getSinTheta() const { return _sinTheta; }
+  omReal64 getCosPhi() const { return _cosPhi; }
+  omReal64 getSinPhi() const { return _sinPhi; }
+
+  /// Vector3d(1, theta, phi)
+  Vector3d getNormal() const { return {1, _theta, _phi}; }
+  /// rho·n
+  Point3dData<omReal64> getNearestPointFromOrigin() const;
+
+  /// (x − rho·nx)·nx + (y − rho·ny)·ny + (y − rho·nz)·nz. The third term takes y for z (intended): it is the distance
+  /// to the plane, positive on the side of the normal, only where y = z or nz = 0.
+  template <class T>
+  omReal64 signedDistance(const Point3dData<T>& point) const {
+    return signedDistanceOf(cast<omReal64>(point));
+  }
+  template <class T>
+  omReal64 signedDistance(const Point3d<T>& point) const {
+    return signedDistance(point.getCoords());
+  }
+
+  /// Translation of the plane: rho changes by the vector's component along the normal.
+  Plan3d& operator+=(const Vector3d& offset);
+  Plan3d& operator-=(const Vector3d& offset);
+  friend Plan3d operator+(Plan3d plan, const Vector3d& offset) { return plan += offset; }
+  friend Plan3d operator-(Plan3d plan, const Vector3d& offset) { return plan -= offset; }
+
+  BoolResult read(BaseIArchive& archive) override;
+
+ private:
+  friend FieldAccess;
+  template <class S, class F>
+  static bool fields(S& self, F&& item) {
+    return item("_rho", self._rho) && item("_theta", self._theta) && item("_phi", self._phi);
+  }
+  void setAngles(omReal64 theta, omReal64 phi);
+  void setThrough(const Point3dData<omReal64>& p0, const Point3dData<omReal64>& p1, const Point3dData<omReal64>& p2);
+  void setThrough(const Point3dData<omReal64>& point, const Vector3d& normal);
+  omReal64 signedDistanceOf(const Point3dData<omReal64>& point) const;
+  Point3dData<omReal64> unitNormal() const;
+
+  omReal64 _rho = 0;
+  omReal64 _theta = 0;
+  omReal64 _phi = 0;
+  // Follow the angles; not archived.
+  omReal64 _cosTheta = 1;
+  omReal64 _sinTheta = 0;
+  omReal64 _cosPhi = 1;
+  omReal64 _sinPhi = 0;
+};
+
+/// "[rho=1, theta=0.5, phi=0.25]"
+ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream& stream, const Plan3d& plan);
+
+/// Whether rho, theta and phi each differ by at most the tolerance, the one for distance and angles alike (intended).
+/// Angles are not wrapped: −pi and almost pi are far apart.
+ORMIX_GEOMETRY_API bool compare(const Plan3d& a, const Plan3d& b, omReal64 tolerance);
+
+}  // namespace ormix::geom

@@ -1,0 +1,204 @@
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "ORMIXGeometry/Entity/3d/Mesh/SampleMeshes.h"
+
+namespace {
+
+using namespace meshes;
+
+constexpr unsigned s_seed = 20;
+
+/// What every mesh must satisfy, found without following half-edges: each direction of an edge once, and opposite ones
+/// linked.
+void expectWhole(const Mesh3d<omReal64>& mesh) {
+  const BoolResult integrity = mesh.checkIntegrity();
+  EXPECT_TRUE(integrity) << integrity.getMessage();
+  std::map<std::pair<std::size_t, std::size_t>, std::size_t> ends;
+  for (std::size_t triangle = 0; triangle < mesh.getNbTriangles(); ++triangle) {
+    const auto corners = mesh.getTriangleVertexIndices(triangle);
+    for (std::size_t corner = 0; corner < 3; ++corner)
+      EXPECT_TRUE(ends.emplace(std::pair(corners[corner], corners[(corner + 1) % 3]), 3 * triangle + corner).second);
+  }
+  std::set<std::pair<std::size_t, std::size_t>> edges;
+  for (const auto& [ends0, halfEdge] : ends) {
+    const auto opposite = ends.find({ends0.second, ends0.first});
+    EXPECT_EQ(mesh.getHalfEdge(halfEdge).oppositeHalfEdgeIdx,
+              opposite == ends.end() ? s_noHalfEdge : omUInt32(opposite->second));
+    edges.insert(std::minmax(ends0.first, ends0.second));
+  }
+  EXPECT_EQ(mesh.getNbHalfEdges(), ends.size());
+  EXPECT_EQ(mesh.getNbEdges(), edges.size());
+}
+
+/// The fans partition the half-edges around each vertex, the loops those on the boundary.
+void expectWalksReachEverything(const Mesh3d<omReal64>& mesh) {
+  const MeshTopology& topology = mesh.getTopology();
+  std::set<std::set<std::size_t>> fans;
+  std::vector<std::size_t> ring;
+  for (std::size_t halfEdge = 0; halfEdge < mesh.getNbHalfEdges(); ++halfEdge) {
+    std::set<std::size_t> walked;
+    const bool isClosed = visitFan(topology, halfEdge, [&](std::size_t outgoing) {
+      EXPECT_EQ(mesh.getHalfEdge(outgoing).startVertexIdx, mesh.getHalfEdge(halfEdge).startVertexIdx);
+      EXPECT_TRUE(walked.insert(outgoing).second);
+    });
+    EXPECT_EQ(walked.count(halfEdge), 1u);
+    EXPECT_EQ(collectOneRing(topology, halfEdge, ring), isClosed);
+    EXPECT_EQ(ring.size(), walked.size() + (isClosed ? 0 : 1));
+    fans.insert(walked);
+  }
+  std::size_t nbInFans = 0;
+  for (const auto& walked : fans) nbInFans += walked.size();
+  EXPECT_EQ(nbInFans, mesh.getNbHalfEdges());
+  std::set<std::size_t> onLoops;
+  const auto loops = collectBoundaryLoops(topology);
+  for (const auto& loop : loops)
+    for (std::size_t place = 0; place < loop.size(); ++place) {
+      EXPECT_TRUE(onLoops.insert(loop[place]).second);
+      EXPECT_EQ(topology.getEndVertexIdx(loop[place]),
+                mesh.getHalfEdge(loop[(place + 1) % loop.size()]).startVertexIdx);
+    }
+  EXPECT_EQ(onLoops.size(), topology.getNbBoundaryHalfEdges());
+  EXPECT_EQ(getNbBoundaryLoops(topology), loops.size());
+}
+
+TEST(MeshTopology, HoldsForRandomTrianglesAddedInAnyWay) {
+  std::mt19937 random(s_seed);
+  for (int round = 0; round < 300; ++round) {
+    const omUInt32 nbVertices = 3 + below(random, 12);
+    const auto vertices = points(nbVertices);
+    const Indices indices = soup(random, nbVertices, below(random, 60));
+    Indices expectedOwners;
+    const auto expected = addedOneByOne(vertices, indices, &expectedOwners);
+    expectWhole(expected);
+    expectWalksReachEverything(expected);
+    Mesh3d<omReal64> built;
+    Indices owners;
+    ASSERT_TRUE(built.build(vertices, indices, eNMP_OwnVertices, &owners));
+    expectSame(built, expected);
+    EXPECT_EQ(owners, expectedOwners) << "seed " << s_seed << ", round " << round;
+    ASSERT_FALSE(::testing::Test::HasFailure()) << "seed " << s_seed << ", round " << round;
+  }
+}
+
+TEST(MeshTopology, BuildRefusesWhereAddingStops) {
+  std::mt19937 random(s_seed);
+  int nbRefused = 0;
+  for (int round = 0; round < 300; ++round) {
+    const omUInt32 nbVertices = 4 + below(random, 30);
+    const Indices indices = soup(random, nbVertices, 1 + below(random, 12));
+    Mesh3d<omReal64> added;
+    for (const auto& vertex : points(nbVertices)) added.addVertex(vertex);
+    BoolResult expected;
+    for (std::size_t first = 0; expected && first < indices.size(); first += 3)
+      expected = added.addTriangle(indices[first], indices[first + 1], indices[first + 2]);
+    Mesh3d<omReal64> built;
+    const BoolResult result = built.build(points(nbVertices), indices);
+    EXPECT_EQ(result.getMessage(), expected.getMessage());
+    if (expected) expectSame(built, added);
+    nbRefused += expected ? 0 : 1;
+  }
+  EXPECT_TRUE(nbRefused > 50 && nbRefused < 250) << nbRefused;
+}
+
+TEST(MeshTopology, HasTheEulerCharacteristicOfItsSurface) {
+  const auto characteristic = [](const Mesh3d<omReal64>& mesh) {
+    return omInt64(mesh.getNbVertices()) - omInt64(mesh.getNbEdges()) + omInt64(mesh.getNbTriangles());
+  };
+  EXPECT_EQ(characteristic(tetrahedron()), 2);
+  Mesh3d<omReal64> mesh;
+  ASSERT_TRUE(mesh.build(points(7 * 5), grid(7, 5, true)));
+  EXPECT_TRUE(mesh.isClosed());
+  EXPECT_EQ(characteristic(mesh), 0);
+  ASSERT_TRUE(mesh.build(points(8 * 6), grid(7, 5, false)));
+  EXPECT_FALSE(mesh.isClosed());
+  EXPECT_EQ(characteristic(mesh), 1);
+  const auto loops = collectBoundaryLoops(mesh.getTopology());
+  ASSERT_EQ(loops.size(), 1u);
+  EXPECT_EQ(loops[0].size(), 2u * (7 + 5));
+  EXPECT_EQ(getNbComponents(mesh.getTopology()), 1u);
+}
+
+TEST(MeshTopology, WalksOneFanOfABowTie) {
+  Mesh3d<omReal64> mesh;
+  ASSERT_TRUE(mesh.build(points(8), {0, 1, 2, 0, 2, 3, 0, 4, 5, 0, 5, 6}));
+  const MeshTopology& topology = mesh.getTopology();
+  std::vector<std::size_t> ring;
+  EXPECT_FALSE(collectOneRing(topology, 3, ring));
+  EXPECT_EQ(ring, (std::vector<std::size_t>{1, 2, 3}));
+  EXPECT_FALSE(collectOneRing(topology, 6, ring));
+  EXPECT_EQ(ring, (std::vector<std::size_t>{4, 5, 6}));
+  EXPECT_EQ(getNbBoundaryLoops(topology), 2u);
+  std::vector<omUInt32> labels;
+  EXPECT_EQ(labelComponents(topology, labels), 2u);
+  EXPECT_EQ(labels, (std::vector<omUInt32>{0, 0, 1, 1}));
+  const auto outgoing = collectOutgoingHalfEdges(topology, 8);
+  EXPECT_EQ(outgoing[7], s_noHalfEdge);
+  EXPECT_EQ(outgoing[2], 4u);
+}
+
+TEST(MeshTopology, WalksAroundAnInnerVertexFromTheGivenHalfEdge) {
+  Mesh3d<omReal64> mesh;
+  ASSERT_TRUE(mesh.build(points(5), fan(4, true)));
+  std::vector<std::size_t> ring;
+  EXPECT_TRUE(collectOneRing(mesh.getTopology(), 6, ring));
+  EXPECT_EQ(ring, (std::vector<std::size_t>{3, 4, 1, 2}));
+}
+
+TEST(MeshTopology, IsTurnedInsideOut) {
+  std::mt19937 random(s_seed);
+  const auto vertices = points(9);
+  const Indices indices = soup(random, 9, 25);
+  auto mesh = addedOneByOne(vertices, indices);
+  const auto before = mesh;
+  mesh.reverseOrientation();
+  expectWhole(mesh);
+  EXPECT_TRUE(mesh.getTopology().isSequential());
+  for (std::size_t triangle = 0; triangle < mesh.getNbTriangles(); ++triangle) {
+    const auto corners = before.getTriangleVertexIndices(triangle);
+    EXPECT_EQ(mesh.getTriangleVertexIndices(triangle),
+              (std::array<std::size_t, 3>{corners[0], corners[2], corners[1]}));
+  }
+  EXPECT_EQ(getNbComponents(mesh.getTopology()), getNbComponents(before.getTopology()));
+  mesh.reverseOrientation();
+  expectSame(mesh, before);
+}
+
+// Quadratic work in the valence would take minutes here.
+TEST(MeshTopology, TakesVerticesOfAnyValence) {
+  constexpr omUInt32 valence = 200000;
+  for (const bool isClosed : {true, false}) {
+    const Indices indices = fan(valence, isClosed);
+    Mesh3d<omReal64> built;
+    ASSERT_TRUE(built.build(points(valence + 1), indices));
+    expectSame(built, addedOneByOne(points(valence + 1), indices));
+    EXPECT_TRUE(built.checkIntegrity());
+    EXPECT_EQ(getNbBoundaryLoops(built.getTopology()), 1u);
+    EXPECT_EQ(getNbComponents(built.getTopology()), 1u);
+    std::vector<std::size_t> ring;
+    EXPECT_EQ(collectOneRing(built.getTopology(), 0, ring), isClosed);
+    EXPECT_EQ(ring.size(), valence);
+  }
+}
+
+TEST(MeshTopology, KeepsEqualTrianglesApart) {
+  Indices indices;
+  for (int triangle = 0; triangle < 100000; ++triangle) indices.insert(indices.end(), {2, 0, 1});
+  Mesh3d<omReal64> mesh;
+  Indices owners;
+  ASSERT_TRUE(mesh.build(points(3), indices, eNMP_OwnVertices, &owners));
+  EXPECT_EQ(owners.size(), 99999u);
+  EXPECT_EQ(mesh.getNbVertices(), 3u * 100000);
+  EXPECT_EQ(mesh.getTriangle(99999), mesh.getTriangle(0));
+  EXPECT_EQ(getNbComponents(mesh.getTopology()), 100000u);
+}
+
+TEST(MeshTopology, NamesWhatRemovedVerticesBreak) {
+  auto mesh = tetrahedron();
+  mesh.getVertexColl().pop_back();
+  EXPECT_EQ(mesh.checkIntegrity().getMessage(), "Vertex with index 3 is not valid given vertex collection size 3");
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+#include <ORMIXSerialization/ORMIXSerialization.h>
+
+#include "ORMIXGeometry/Entity/3d/Mesh/SampleMeshes.h"
+
+namespace {
+
+using namespace meshes;
+using Node = MeshWithHoles3d<omReal32>;
+
+/// Slices 10 and 11, of three and no rows, and a tetrahedron in a tetrahedron.
+Shape3d sample() {
+  Shape3d shape;
+  shape.getRowIntersections().zOffset = 10;
+  auto& slices = shape.getRowIntersections().rowIntersectionsColl;
+  slices.resize(2);
+  EXPECT_TRUE(slices[0].setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 5}}));
+  const auto body = boost::make_shared<Node>();
+  body->getExteriorMesh() = tetrahedron<omReal32>();
+  body->getMeshHoles().push_back(boost::make_shared<Node>(*body));
+  shape.getMeshWithHolesColl() = {body, nullptr};
+  return shape;
+}
+
+TEST(Shape3d, StartsEmpty) {
+  const Shape3d shape;
+  EXPECT_EQ(shape.getNbVoxels(), 0u);
+  EXPECT_EQ(shape.getNbTotVertices(), 0u);
+  EXPECT_EQ(printed(shape), "[]");
+}
+
+TEST(Shape3d, CountsVoxelsAndMeshes) {
+  const Shape3d shape = sample();
+  EXPECT_EQ(shape.getNbVoxels(), 2u + 4 + 3);
+  EXPECT_EQ(shape.getNbTotVertices(), 8u);
+  EXPECT_EQ(shape.getNbTotEdges(), 12u);
+  EXPECT_EQ(shape.getNbTotTriangles(), 8u);
+  EXPECT_EQ(shape.getNbExteriorVertices(), 4u);
+  EXPECT_EQ(shape.getNbExteriorEdges(), 6u);
+  EXPECT_EQ(shape.getNbExteriorTriangles(), 4u);
+  std::ostringstream expected;
+  expected << '[' << shape.getMeshWithHolesColl()[0] << ", 0]";
+  EXPECT_EQ(printed(shape), expected.str());
+}
+
+TEST(Shape3d, GivesRowsOfSlices) {
+  const Shape3d shape = sample();
+  EXPECT_EQ(shape.getStartY(10), 4u);
+  EXPECT_EQ(shape.getEndY(10), 7u);
+  EXPECT_EQ(shape.getEndY(11) - shape.getStartY(11), 0u);
+  EXPECT_EQ(shape.getRowIntersections(10, 4)[1], (PixelRun{5, 9}));
+  EXPECT_TRUE(shape.getRowIntersections(10, 5).empty());
+}
+
+template <class F>
+std::string thrown(F function) {
+  try {
+    function();
+  } catch (const ORMIXGeometryException& exception) {
+    return exception.getMessage();
+  }
+  return "nothing was thrown";
+}
+
+TEST(Shape3d, ThrowsForIndicesOutOfRange) {
+  const Shape3d shape = sample();
+  for (const omUInt64 z : {omUInt64{9}, omUInt64{12}, ~omUInt64{0}}) {
+    const std::string text =
+        "Invalid z index " + std::to_string(z) + " for shape with starting z index 10 and ending z index 12";
+    EXPECT_EQ(thrown([&] { shape.getStartY(z); }), text);
+    EXPECT_EQ(thrown([&] { shape.getEndY(z); }), text);
+    EXPECT_EQ(thrown([&] { shape.getRowIntersections(z, 4); }), text);
+  }
+  EXPECT_EQ(thrown([&] { shape.getRowIntersections(10, 7); }),
+            "Invalid y index 7 for shape with starting y index 4 and ending y index 7");
+}
+
+TEST(Shape3d, CopiesAreDeep) {
+  const Shape3d shape = sample();
+  Shape3d copy(shape);
+  EXPECT_TRUE(compare(copy, shape, 0));
+  EXPECT_NE(copy.getMeshWithHolesColl()[0], shape.getMeshWithHolesColl()[0]);
+  copy.getMeshWithHolesColl()[0]->getMeshHoles()[0]->getExteriorMesh().setVertex(0, {0.5f, 0, 0});
+  EXPECT_FALSE(compare(copy, shape, 0.25f));
+  EXPECT_TRUE(compare(copy, shape, 0.5f));
+  copy = shape;
+  EXPECT_TRUE(compare(copy, shape, 0));
+  copy.getMeshWithHolesColl()[0].reset();
+  EXPECT_FALSE(compare(copy, shape, 0));
+  copy = shape;
+  copy.getRowIntersections().zOffset = 11;
+  EXPECT_FALSE(compare(copy, shape, 0));
+  copy.clearMeshWithHolesColl();
+  EXPECT_EQ(copy.getNbVoxels(), shape.getNbVoxels());
+  copy.clear();
+  EXPECT_TRUE(compare(copy, Shape3d(), 0));
+}
+
+/// The JSON archive of a shape without surfaces, with these arrays.
+std::string archived(const std::string& starts, const std::string& nbRows, const std::string& nbRuns,
+                     const std::string& runs) {
+  std::ostringstream stream;
+  JsonOArchive archive(stream);
+  Shape3d shape;
+  EXPECT_TRUE(shape.write(archive));
+  EXPECT_TRUE(archive.close());
+  std::string text = stream.str();
+  const std::string fields[4][2] = {
+      {"startRowColl", starts}, {"nbRowsColl", nbRows}, {"nbRunsColl", nbRuns}, {"runColl", runs}};
+  for (const auto& [key, array] : fields) {
+    const std::string empty = "\"" + key + "\": []";
+    const auto at = text.find(empty);
+    EXPECT_NE(at, std::string::npos) << empty << " is not in " << text;
+    if (at != std::string::npos) text.replace(at, empty.size(), "\"" + key + "\": " + array);
+  }
+  return text;
+}
+
+BoolResult read(const std::string& text, Shape3d& shape) {
+  std::istringstream stream(text);
+  JsonIArchive archive(stream);
+  return shape.read(archive);
+}
+
+TEST(Shape3d, IsReadFromPackedRuns) {
+  Shape3d shape;
+  const BoolResult result = read(archived("[4, 0]", "[3, 0]", "[2, 0, 1]", "[[1, 3], [5, 9], [2, 5]]"), shape);
+  ASSERT_TRUE(result) << result.getMessage();
+  shape.getRowIntersections().zOffset = 10;
+  EXPECT_EQ(shape.getRowIntersections(), sample().getRowIntersections());
+}
+
+TEST(Shape3d, RefusesArraysThatDoNotFit) {
+  const auto refusal = [](const std::string& starts, const std::string& nbRows, const std::string& nbRuns,
+                          const std::string& runs) {
+    Shape3d shape = sample();
+    const BoolResult result = read(archived(starts, nbRows, nbRuns, runs), shape);
+    EXPECT_FALSE(result);
+    EXPECT_TRUE(compare(shape, sample(), 0));
+    const std::string prefix = "Class ormix::geom::Shape3d: Key \"rowIntersectionsColl\": ";
+    EXPECT_EQ(result.getMessage().substr(0, prefix.size()), prefix);
+    return result.getMessage().substr(std::min(prefix.size(), result.getMessage().size()));
+  };
+  EXPECT_EQ(refusal("[4]", "[1, 1]", "[1, 0]", "[[1, 3]]"), "start rows and numbers of rows are not equally many");
+  EXPECT_EQ(refusal("[4]", "[4294967295]", "[1]", "[[1, 3]]"), "there are fewer rows than those of the slices");
+  EXPECT_EQ(refusal("[4]", "[1]", "[1, 0]", "[[1, 3]]"), "there are more rows than those of the slices");
+  EXPECT_EQ(refusal("[4]", "[2]", "[4294967295, 1]", "[[1, 3]]"), "there are fewer runs than those of the rows");
+  EXPECT_EQ(refusal("[4]", "[1]", "[1]", "[[1, 3], [4, 5]]"), "there are more runs than those of the rows");
+  EXPECT_EQ(refusal("[4]", "[1]", "[1]", "[[3, 3]]"), "Run [3, 3[ has no pixels");
+  EXPECT_EQ(
+      refusal("[4]", "[1]", "[2]", "[[1, 3], [2, 5]]"),
+      "Can't add row intersection with row range [2, 5[ to existing row range [1, 3[, ranges should not intersect");
+  EXPECT_NE(refusal("[18446744073709551615]", "[1]", "[1]", "[[1, 3]]"), "");
+}
+
+}  // namespace
