@@ -19,11 +19,13 @@ namespace samples {
 using namespace ormix;
 using namespace ormix::geom;
 
-inline Matrix3x3 matrix(const std::array<omReal64, 9>& rows) {
-  Matrix3x3 result(3, 3);
-  for (std::size_t index = 0; index < 9; ++index) result(index / 3, index % 3) = rows[index];
+template <std::size_t n>
+auto matrix(const std::array<omReal64, n * n>& rows) {
+  boost::numeric::ublas::bounded_matrix<omReal64, n, n> result(n, n);
+  for (std::size_t index = 0; index < n * n; ++index) result(index / n, index % n) = rows[index];
   return result;
 }
+inline Matrix3x3 matrix(const std::array<omReal64, 9>& rows) { return matrix<3>(rows); }
 
 template <class T>
 Polygon2d<T> ring(ePolygon2dType type, T x, T y, T side) {
@@ -238,6 +240,38 @@ struct Sample<HomographyTransform2d> {
   }
 };
 
+template <>
+struct Sample<TranslationTransform3d> {
+  static TranslationTransform3d make() { return {3, 5, 7}; }
+};
+template <>
+struct Sample<RotationTransform3d> {
+  static RotationTransform3d make() { return {0.5, 0.25, -0.75}; }
+};
+template <>
+struct Sample<RigidTransform3d> {
+  static RigidTransform3d make() { return {0.5, 0.25, -0.75, 30, 5, 7}; }
+};
+template <>
+struct Sample<ScaleTransform3d> {
+  static ScaleTransform3d make() { return ScaleTransform3d(2); }
+};
+template <>
+struct Sample<SimilarityTransform3d> {
+  static SimilarityTransform3d make() { return {2, 0.5, 0.25, -0.75, 30, 5, 7}; }
+};
+template <>
+struct Sample<AnisotropicScaleTransform3d> {
+  static AnisotropicScaleTransform3d make() { return {2, 3, 4}; }
+};
+template <>
+struct Sample<HomographyTransform3d> {
+  static HomographyTransform3d make() {
+    return HomographyTransform3d(
+        matrix<4>({1, 0.25, 0.5, 3, 0.5, 2, 0.125, 5, 0.25, 0.75, 3, 7, 0.001, 0.002, 0.003, 1}));
+  }
+};
+
 template <template <class> class Class>
 using EachScalar = ::testing::Types<Class<omInt32>, Class<omUInt32>, Class<omReal32>, Class<omReal64>>;
 
@@ -264,7 +298,10 @@ using AllEntities3d =
 using LinearTransforms2d =
     ::testing::Types<TranslationTransform2d, RotationTransform2d, RigidTransform2d, ScaleTransform2d,
                      SimilarityTransform2d, AnisotropicScaleTransform2d, HomographyTransform2d>;
-using AllClasses = Concatenate<AllEntities2d, AllEntities3d, LinearTransforms2d,
+using LinearTransforms3d =
+    ::testing::Types<TranslationTransform3d, RotationTransform3d, RigidTransform3d, ScaleTransform3d,
+                     SimilarityTransform3d, AnisotropicScaleTransform3d, HomographyTransform3d>;
+using AllClasses = Concatenate<AllEntities2d, AllEntities3d, LinearTransforms2d, LinearTransforms3d,
                                ::testing::Types<AreaMsr2d, PerimeterMsr2d, AreaMsr3d, VolumeMsr3d>>::Type;
 
 /// Prints an object, and what its own text leaves out.

@@ -4,11 +4,22 @@
 #include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/ScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/SimilarityTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXGeometry/Entity/EntityVisits.ipp>
+#include <ORMIXGeometry/Transform/3d/LinearTransform3d.ipp>
 
 namespace ormix::geom {
 
 // Those that support something, complete: see EntityVisits.ipp.
+static_assert(sizeof(AnisotropicScaleTransform3d) > 0 && sizeof(HomographyTransform3d) > 0 &&
+              sizeof(RigidTransform3d) > 0 && sizeof(RotationTransform3d) > 0 && sizeof(ScaleTransform3d) > 0 &&
+              sizeof(SimilarityTransform3d) > 0 && sizeof(TranslationTransform3d) > 0);
 static_assert(sizeof(AreaMsr3d) > 0 && sizeof(VolumeMsr3d) > 0);
 
 template <class Self, class Base>

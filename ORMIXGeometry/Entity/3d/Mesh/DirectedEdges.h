@@ -3,46 +3,47 @@
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <vector>
 
 // Not installed.
 namespace ormix::geom {
 
-/// The half-edges of a mesh sorted by counting: first by the lower of their two vertices, then those that ascend from
-/// it before those that descend to it, then by index. So what runs between the same vertices lies in one bucket, and
-/// most buckets have a handful of entries.
+/// The half-edges of a mesh sorted by counting: first by the lower of their two vertices, then by index. So what runs
+/// between the same vertices lies in one bucket, and most buckets have a handful of entries.
 class DirectedEdges {
  public:
   /// \param visitEdges called twice with a function `f(halfEdgeIdx, start, end)`, which it calls with the different
   ///        vertices of each half-edge, in ascending order of `halfEdgeIdx`
   template <class VisitEdges>
-  DirectedEdges(std::size_t nbVertices, VisitEdges visitEdges) : _firstColl(2 * nbVertices + 2) {
-    visitEdges([this](omUInt32, omUInt32 start, omUInt32 end) { ++_firstColl[bucketOf(start, end) + 2]; });
+  DirectedEdges(std::size_t nbVertices, VisitEdges visitEdges) : _firstColl(nbVertices + 2) {
+    visitEdges([this](omUInt32, omUInt32 start, omUInt32 end) { ++_firstColl[lowerOf(start, end) + 2]; });
     // Now one bucket ahead: filling a bucket moves its beginning to its end, which is where the next one begins.
     for (std::size_t bucket = 2; bucket < _firstColl.size(); ++bucket) _firstColl[bucket] += _firstColl[bucket - 1];
     _entryColl.reset(new Entry[_firstColl.back()]);
     visitEdges([this](omUInt32 halfEdgeIdx, omUInt32 start, omUInt32 end) {
-      _entryColl[_firstColl[bucketOf(start, end) + 1]++] = {start < end ? end : start, halfEdgeIdx};
+      _entryColl[_firstColl[lowerOf(start, end) + 1]++] = {start < end ? end : start, halfEdgeIdx};
     });
   }
 
   /// Calls `onPair(h, o)` for half-edges in opposite directions along the same edge, and `onRepeat(first, again)` for
   /// one that runs as an earlier one does, `first` being the earliest. Linear in vertices and half-edges, whatever the
   /// valences. Where an edge has repeated half-edges, which pairs are reported is left open.
-  template <class OnPair, class OnRepeat>
-  void match(OnPair onPair, OnRepeat onRepeat) const {
-    std::vector<omUInt32> placeColl;  // by vertex, for the large buckets
-    const std::size_t nbVertices = _firstColl.size() / 2 - 1;
+  /// \param startOf gives the vertex where a half-edge starts
+  template <class StartOf, class OnPair, class OnRepeat>
+  void match(StartOf startOf, OnPair onPair, OnRepeat onRepeat) const {
+    std::vector<omUInt32> placeColl;  // for the large buckets
+    const std::size_t nbVertices = _firstColl.size() - 2;
     for (std::size_t vertex = 0; vertex < nbVertices; ++vertex) {
-      const omUInt32 first = _firstColl[2 * vertex];
-      const omUInt32 middle = _firstColl[2 * vertex + 1];
-      const omUInt32 last = _firstColl[2 * vertex + 2];
+      const omUInt32 first = _firstColl[vertex];
+      const omUInt32 last = _firstColl[vertex + 1];
       if (last - first <= s_maxNbCompared) {
-        matchByComparing(first, middle, last, onPair, onRepeat);
+        matchByComparing(first, last, startOf, onPair, onRepeat);
       } else {
-        if (placeColl.empty()) placeColl.resize(nbVertices);
-        matchByPlace(first, middle, last, placeColl, onPair, onRepeat);
+        if (placeColl.empty()) placeColl.assign(2 * nbVertices, s_noPlace);
+        const auto ascends = [&startOf, vertex](omUInt32 halfEdgeIdx) { return startOf(halfEdgeIdx) == vertex; };
+        matchByPlace(first, last, placeColl, ascends, onPair, onRepeat);
       }
     }
   }
@@ -53,57 +54,52 @@ class DirectedEdges {
     omUInt32 halfEdgeIdx;
   };
 
-  // Below this, comparing all with all is faster than the way through memory by vertex.
+  // Up to here, comparing all with all is faster than the way through memory by vertex.
   static constexpr omUInt32 s_maxNbCompared = 24;
+  static constexpr omUInt32 s_noPlace = std::numeric_limits<omUInt32>::max();
 
-  static std::size_t bucketOf(omUInt32 start, omUInt32 end) {
-    return 2 * std::size_t{start < end ? start : end} + std::size_t{start > end};
-  }
+  static std::size_t lowerOf(omUInt32 start, omUInt32 end) { return start < end ? start : end; }
 
-  template <class OnRepeat>
-  void compareWithEarlier(omUInt32 first, omUInt32 place, OnRepeat& onRepeat) const {
-    for (omUInt32 earlier = first; earlier < place; ++earlier)
-      if (_entryColl[earlier].higherVertexIdx == _entryColl[place].higherVertexIdx) {
-        onRepeat(_entryColl[earlier].halfEdgeIdx, _entryColl[place].halfEdgeIdx);
-        return;
-      }
-  }
-
-  template <class OnPair, class OnRepeat>
-  void matchByComparing(omUInt32 first, omUInt32 middle, omUInt32 last, OnPair& onPair, OnRepeat& onRepeat) const {
-    for (omUInt32 place = first; place < middle; ++place) compareWithEarlier(first, place, onRepeat);
-    for (omUInt32 place = middle; place < last; ++place) {
-      compareWithEarlier(middle, place, onRepeat);
-      for (omUInt32 other = first; other < middle; ++other)
-        if (_entryColl[other].higherVertexIdx == _entryColl[place].higherVertexIdx) {
-          onPair(_entryColl[other].halfEdgeIdx, _entryColl[place].halfEdgeIdx);
-          break;
-        }
-    }
-  }
-
-  // A place holds good for a vertex when the entry there has that vertex, so that places need no clearing between
-  // buckets.
-  template <class OnPair, class OnRepeat>
-  void matchByPlace(omUInt32 first, omUInt32 middle, omUInt32 last, std::vector<omUInt32>& placeColl, OnPair& onPair,
-                    OnRepeat& onRepeat) const {
-    const auto isAt = [this](omUInt32 place, omUInt32 from, omUInt32 to, omUInt32 vertex) {
-      return place >= from && place < to && _entryColl[place].higherVertexIdx == vertex;
-    };
+  // The direction is looked up only where it matters, which is where the half-edge is about to be linked anyway.
+  template <class StartOf, class OnPair, class OnRepeat>
+  void matchByComparing(omUInt32 first, omUInt32 last, StartOf& startOf, OnPair& onPair, OnRepeat& onRepeat) const {
     for (omUInt32 place = first; place < last; ++place) {
       const Entry entry = _entryColl[place];
-      omUInt32& known = placeColl[entry.higherVertexIdx];
-      if (isAt(known, place < middle ? first : middle, place, entry.higherVertexIdx)) {
-        onRepeat(_entryColl[known].halfEdgeIdx, entry.halfEdgeIdx);
-        continue;
+      for (omUInt32 earlier = first; earlier < place; ++earlier) {
+        const Entry other = _entryColl[earlier];
+        if (other.higherVertexIdx != entry.higherVertexIdx) continue;
+        if (startOf(other.halfEdgeIdx) != startOf(entry.halfEdgeIdx)) {
+          onPair(other.halfEdgeIdx, entry.halfEdgeIdx);
+        } else {
+          onRepeat(other.halfEdgeIdx, entry.halfEdgeIdx);
+          break;
+        }
       }
-      if (place >= middle && isAt(known, first, middle, entry.higherVertexIdx))
-        onPair(_entryColl[known].halfEdgeIdx, entry.halfEdgeIdx);
-      known = place;
     }
   }
 
-  std::vector<omUInt32> _firstColl;     // by bucket, two a vertex, and the end
+  // For each vertex and direction the place of the first entry; one of an earlier bucket lies before `first`, so that
+  // places need no clearing between buckets.
+  template <class Ascends, class OnPair, class OnRepeat>
+  void matchByPlace(omUInt32 first, omUInt32 last, std::vector<omUInt32>& placeColl, Ascends& ascends, OnPair& onPair,
+                    OnRepeat& onRepeat) const {
+    const auto isKnown = [first](omUInt32 place) { return place != s_noPlace && place >= first; };
+    for (omUInt32 place = first; place < last; ++place) {
+      const Entry entry = _entryColl[place];
+      omUInt32* places = &placeColl[2 * std::size_t{entry.higherVertexIdx}];
+      const bool isAscending = ascends(entry.halfEdgeIdx);
+      omUInt32& same = places[isAscending ? 0 : 1];
+      const omUInt32 opposite = places[isAscending ? 1 : 0];
+      if (isKnown(same)) {
+        onRepeat(_entryColl[same].halfEdgeIdx, entry.halfEdgeIdx);
+        continue;
+      }
+      if (isKnown(opposite)) onPair(_entryColl[opposite].halfEdgeIdx, entry.halfEdgeIdx);
+      same = place;
+    }
+  }
+
+  std::vector<omUInt32> _firstColl;     // by lower vertex, and the end
   std::unique_ptr<Entry[]> _entryColl;  // not a vector, which would write every entry twice
 };
 

@@ -57,14 +57,14 @@ std::vector<Repeat> linkOpposites(std::size_t nbVertices, const IndexColl& verte
   });
   std::vector<Repeat> repeats;
   HalfEdge* all = halfEdges.data();
-  edges.match(
-      [all](omUInt32 a, omUInt32 b) {
-        all[a].oppositeHalfEdgeIdx = b;
-        all[b].oppositeHalfEdgeIdx = a;
-      },
-      [&repeats](omUInt32 first, omUInt32 again) {
-        repeats.push_back({first, again});
-      });
+  edges.match([all](omUInt32 halfEdgeIdx) { return all[halfEdgeIdx].startVertexIdx; },
+              [all](omUInt32 a, omUInt32 b) {
+                all[a].oppositeHalfEdgeIdx = b;
+                all[b].oppositeHalfEdgeIdx = a;
+              },
+              [&repeats](omUInt32 first, omUInt32 again) {
+                repeats.push_back({first, again});
+              });
   return repeats;
 }
 

@@ -103,15 +103,15 @@ class TopologyChecker {
     });
     std::string repeated;
     std::string unlinked;
-    edges.match(
-        [&](omUInt32 a, omUInt32 b) {
-          if (unlinked.empty() && _halfEdges[a].oppositeHalfEdgeIdx != b)
-            unlinked = formatMessage<Message>(Message::eEM_HalfEdgesNotLinked, a, b);
-        },
-        [&](omUInt32 first, omUInt32 again) {
-          if (repeated.empty())
-            repeated = halfEdgeText(again, "runs as that with index ") + std::to_string(first) + " does";
-        });
+    edges.match([this](omUInt32 halfEdgeIdx) { return _halfEdges[halfEdgeIdx].startVertexIdx; },
+                [&](omUInt32 a, omUInt32 b) {
+                  if (unlinked.empty() && _halfEdges[a].oppositeHalfEdgeIdx != b)
+                    unlinked = formatMessage<Message>(Message::eEM_HalfEdgesNotLinked, a, b);
+                },
+                [&](omUInt32 first, omUInt32 again) {
+                  if (repeated.empty())
+                    repeated = halfEdgeText(again, "runs as that with index ") + std::to_string(first) + " does";
+                });
     return repeated.empty() ? unlinked : repeated;
   }
 
