@@ -17,9 +17,28 @@ BoundingBox2d<T> pointsBoundingBox(const std::vector<Point2dData<T>>& points) {
   return box;
 }
 
-template ORMIX_GEOMETRY_API BoundingBox2d<omInt32> pointsBoundingBox(const std::vector<Point2dData<omInt32>>&);
-template ORMIX_GEOMETRY_API BoundingBox2d<omUInt32> pointsBoundingBox(const std::vector<Point2dData<omUInt32>>&);
-template ORMIX_GEOMETRY_API BoundingBox2d<omReal32> pointsBoundingBox(const std::vector<Point2dData<omReal32>>&);
-template ORMIX_GEOMETRY_API BoundingBox2d<omReal64> pointsBoundingBox(const std::vector<Point2dData<omReal64>>&);
+template <class T>
+BoundingBox3d<T> pointsBoundingBox(const std::vector<Point3dData<T>>& points) {
+  if (points.empty()) return {};
+  BoundingBox3d<T> box(points.front(), points.front());
+  for (const Point3dData<T>& point : points) {
+    box.setXMin(std::min(box.getXMin(), point.getX()));
+    box.setYMin(std::min(box.getYMin(), point.getY()));
+    box.setZMin(std::min(box.getZMin(), point.getZ()));
+    box.setXMax(std::max(box.getXMax(), point.getX()));
+    box.setYMax(std::max(box.getYMax(), point.getY()));
+    box.setZMax(std::max(box.getZMax(), point.getZ()));
+  }
+  return box;
+}
+
+#define ORMIX_GEOMETRY_INSTANTIATE_BOX(T)                                                             \
+  template ORMIX_GEOMETRY_API BoundingBox2d<T> pointsBoundingBox(const std::vector<Point2dData<T>>&); \
+  template ORMIX_GEOMETRY_API BoundingBox3d<T> pointsBoundingBox(const std::vector<Point3dData<T>>&);
+ORMIX_GEOMETRY_INSTANTIATE_BOX(omInt32)
+ORMIX_GEOMETRY_INSTANTIATE_BOX(omUInt32)
+ORMIX_GEOMETRY_INSTANTIATE_BOX(omReal32)
+ORMIX_GEOMETRY_INSTANTIATE_BOX(omReal64)
+#undef ORMIX_GEOMETRY_INSTANTIATE_BOX
 
 }  // namespace ormix::geom

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+#include <ORMIXGeometry/Entity/3d/BoundingBox/BoundingBox3d.h>
 
 #include <vector>
 
@@ -10,5 +11,7 @@ namespace ormix::geom {
 /// over unless it stands in the first point. Linear, no allocation.
 template <class T>
 BoundingBox2d<T> pointsBoundingBox(const std::vector<Point2dData<T>>& points);
+template <class T>
+BoundingBox3d<T> pointsBoundingBox(const std::vector<Point3dData<T>>& points);
 
 }  // namespace ormix::geom

@@ -1,0 +1,74 @@
+#include <ORMIXGeometry/ORMIXGeometry.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace ormix;
+using namespace ormix::geom;
+
+/// A triangle in the plane z = height, facing up.
+void addTriangleAt(Mesh3d<omReal64>& mesh, omReal64 height) {
+  const std::size_t first = mesh.getNbVertices();
+  mesh.addVertex({0, 0, height});
+  mesh.addVertex({1, 0, height});
+  mesh.addVertex({0, 1, height});
+  ASSERT_TRUE(mesh.addTriangle(first, first + 1, first + 2));
+}
+
+std::string picture(const Mesh3d<omReal64>& mesh, const MeshViewOptions& options = {}) {
+  SvgWriter writer;
+  EXPECT_TRUE(drawMesh(writer, mesh, options));
+  std::ostringstream stream;
+  EXPECT_TRUE(writer.write(stream));
+  return stream.str();
+}
+
+/// The fill colours in order of drawing, as sums of their hexadecimal digits' values: the larger, the brighter.
+std::vector<int> brightness(const std::string& svg) {
+  std::vector<int> result;
+  for (std::size_t at = svg.find("fill=\"#"); at != std::string::npos; at = svg.find("fill=\"#", at + 1)) {
+    int sum = 0;
+    for (std::size_t k = 0; k < 3; ++k) sum += std::stoi(svg.substr(at + 7 + 2 * k, 2), nullptr, 16);
+    result.push_back(sum);
+  }
+  return result;
+}
+
+TEST(MeshView, DrawsNearTrianglesOverFarOnes) {
+  Mesh3d<omReal64> mesh;
+  addTriangleAt(mesh, 1);
+  addTriangleAt(mesh, 0);
+  // The second triangle is turned over: seen from above it shows its inside, which is darker.
+  mesh.setVertex(4, {0, 1, 0});
+  mesh.setVertex(5, {1, 0, 0});
+  const std::vector<int> fromAbove = brightness(picture(mesh, {{0, 0, 1}}));
+  ASSERT_EQ(fromAbove.size(), 2U);
+  EXPECT_LT(fromAbove[0], fromAbove[1]);
+  // From below the lower one is nearer, and shows its outside.
+  const std::vector<int> fromBelow = brightness(picture(mesh, {{0, 0, -3}}));
+  ASSERT_EQ(fromBelow.size(), 2U);
+  EXPECT_LT(fromBelow[0], fromBelow[1]);
+}
+
+TEST(MeshView, AddsNothingOfWhatIsNotFinite) {
+  Mesh3d<omReal64> mesh;
+  addTriangleAt(mesh, 0);
+  SvgWriter writer;
+  EXPECT_FALSE(drawMesh(writer, mesh, {{0, 0, 0}}));
+  EXPECT_FALSE(drawMesh(writer, mesh, {{0, std::numeric_limits<omReal64>::quiet_NaN(), 1}}));
+  for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity()}) {
+    addTriangleAt(mesh, 0);
+    mesh.setVertex(mesh.getNbVertices() - 1, {1, bad, 0});
+    EXPECT_FALSE(drawMesh(writer, mesh));
+  }
+  std::ostringstream stream;
+  ASSERT_TRUE(writer.write(stream));
+  EXPECT_TRUE(brightness(stream.str()).empty());
+}
+
+}  // namespace
