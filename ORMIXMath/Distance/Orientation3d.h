@@ -10,8 +10,9 @@ namespace ormix {
 ///
 /// The sign of the exact determinant |b − a, c − a, d − a|, not of a rounded one, for all finite coordinates: no
 /// product overflows or underflows unnoticed. 0 when a coordinate is NaN or infinite. Constant time: an error bound
-/// settles nearly every call (Shewchuk1997), the others are computed in integers just wide enough, of 128 bits for
-/// coordinates from every 32-bit type and from grids of up to 2^40 steps.
+/// settles nearly every call (Shewchuk1997), twice the precision those of points that lie in a plane but for their
+/// rounding, and the others are computed in integers just wide enough, of 128 bits for coordinates from every 32-bit
+/// type and from grids of up to 2^40 steps.
 ORMIX_MATH_API int orientation3d(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
                                  const SpatialPoint& d);
 

@@ -39,7 +39,7 @@ omReal64 largestOf(std::initializer_list<omReal64> values) {
   omReal64 largest = 0;
   // Not std::max, which would lose a NaN.
   for (const omReal64 value : values)
-    if (!(std::abs(value) <= largest)) largest = std::abs(value);
+    if (std::isnan(value) || std::abs(value) > largest) largest = std::abs(value);
   return largest;
 }
 
@@ -116,17 +116,31 @@ bool planFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64
   const Vector3 product = cross(scale * first, scale * second);
   const omReal64 sine = norm(product);
   if (!(sine > s_degenerate * std::max(length, largestOf(p)) * scale)) return false;
-  Vector3 normal = (1 / sine) * product;
-  omReal64 distance = dot(normal, p);
+  return planFromNormal(x0, y0, z0, product.x, product.y, product.z, rho, theta, phi);
+}
+
+bool planFromNormal(omReal64 px, omReal64 py, omReal64 pz, omReal64 nx, omReal64 ny, omReal64 nz, omReal64& rho,
+                    omReal64& theta, omReal64& phi) {
+  const Vector3 p{px, py, pz};
+  Vector3 normal{nx, ny, nz};
+  const omReal64 scale = scaleFor(largestOf(normal));
+  if (scale == 0 || !std::isfinite(largestOf(p))) return false;
+  normal = scale * normal;
+  const omReal64 side = dot(normal, p);
+  normal = (1 / norm(normal)) * normal;
   const omReal64 decisive = normal.z != 0 ? normal.z : normal.y != 0 ? normal.y : normal.x;
-  if (distance < 0 || (distance == 0 && decisive < 0)) {
-    normal = -1.0 * normal;
-    distance = -distance;
-  }
+  if (side < 0 || (side == 0 && decisive < 0)) normal = -1.0 * normal;
+  omReal64 polar = std::atan2(std::hypot(normal.x, normal.y), normal.z);
+  omReal64 azimuth = std::atan2(withoutNegativeZero(normal.y), withoutNegativeZero(normal.x));
+  const bool pointsDown = polar == s_pi;
+  if (pointsDown) polar = azimuth = 0;
+  const Vector3 rebuilt{std::sin(polar) * std::cos(azimuth), std::sin(polar) * std::sin(azimuth), std::cos(polar)};
+  // What the angles' rounding leaves of a plane through the origin is not negative, either.
+  const omReal64 distance = side == 0 ? 0 : pointsDown ? dot(rebuilt, p) : std::max(dot(rebuilt, p), 0.0);
   if (!std::isfinite(distance)) return false;
-  rho = withoutNegativeZero(distance);
-  theta = std::atan2(std::hypot(normal.x, normal.y), normal.z);
-  phi = std::atan2(withoutNegativeZero(normal.y), withoutNegativeZero(normal.x));
+  rho = distance;
+  theta = polar;
+  phi = azimuth;
   return true;
 }
 

@@ -167,34 +167,66 @@ bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& centr
 
 constexpr omReal64 s_sqrt2 = 1.4142135623730951;
 
-/// The triangle of the columns (u, v, 1, sqrt(2) u v, u², v²) in the frame's coordinates.
-Eigen::Matrix<omReal64, 6, 6> conicTriangle(const SampleView& samples, const CloudFrame<2>& frame) {
+/// Sizes of a conic's (D = 2) or quadric's (D = 3) system.
+template <std::size_t D>
+struct QuadricSizes {
+  static constexpr std::size_t nbLinear = D + 1;
+  static constexpr std::size_t nbQuadratic = D * (D + 1) / 2;
+  static constexpr std::size_t nbColumns = nbLinear + nbQuadratic;
+  using Triangle = Eigen::Matrix<omReal64, static_cast<int>(nbColumns), static_cast<int>(nbColumns)>;
+  using Linear = Eigen::Matrix<omReal64, static_cast<int>(nbLinear), 1>;
+  using Quadratic = Eigen::Matrix<omReal64, static_cast<int>(nbQuadratic), 1>;
+};
+
+/// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the frame's coordinates.
+template <std::size_t D>
+typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, const CloudFrame<D>& frame) {
   const omReal64 scale = 1 / frame.extent;
-  TallQr<6> qr;
+  TallQr<QuadricSizes<D>::nbColumns> qr;
   foldSamples(samples, qr, [&](const omReal64* rows, std::size_t nbRows) {
-    omReal64* us = qr.block(0);
-    omReal64* vs = qr.block(1);
-    for (std::size_t i = 0; i < nbRows; ++i) {
-      us[i] = (rows[2 * i] - frame.origin[0]) * scale;
-      vs[i] = (rows[2 * i + 1] - frame.origin[1]) * scale;
+    for (std::size_t d = 0; d < D; ++d)
+      for (std::size_t i = 0; i < nbRows; ++i) qr.block(d)[i] = (rows[D * i + d] - frame.origin[d]) * scale;
+    std::size_t column = D;
+    std::fill(qr.block(column), qr.block(column) + nbRows, 1.0);
+    for (std::size_t d = 0; d < D; ++d)
+      for (std::size_t e = d + 1; e < D; ++e) {
+        ++column;
+        for (std::size_t i = 0; i < nbRows; ++i) qr.block(column)[i] = s_sqrt2 * (qr.block(d)[i] * qr.block(e)[i]);
+      }
+    for (std::size_t d = 0; d < D; ++d) {
+      ++column;
+      for (std::size_t i = 0; i < nbRows; ++i) qr.block(column)[i] = qr.block(d)[i] * qr.block(d)[i];
     }
-    std::fill(qr.block(2), qr.block(2) + nbRows, 1.0);
-    for (std::size_t i = 0; i < nbRows; ++i) qr.block(3)[i] = s_sqrt2 * (us[i] * vs[i]);
-    for (std::size_t i = 0; i < nbRows; ++i) qr.block(4)[i] = us[i] * us[i];
-    for (std::size_t i = 0; i < nbRows; ++i) qr.block(5)[i] = vs[i] * vs[i];
   });
   return triangleOf(qr);
 }
 
-/// The conic of least algebraic distance in the frame, from its triangle: the last three coefficients are the singular
-/// vector of the triangle's last corner, the first three follow.
-EllipseConic bestConic(const Eigen::Matrix<omReal64, 6, 6>& triangle) {
-  const Eigen::JacobiSVD<Eigen::Matrix3d> svd(Eigen::Matrix3d(triangle.bottomRightCorner<3, 3>()),
-                                              Eigen::ComputeFullU | Eigen::ComputeFullV);
-  const Eigen::Vector3d quadratic = svd.matrixV().col(2);
-  const Eigen::Vector3d linear =
-      -triangle.topLeftCorner<3, 3>().triangularView<Eigen::Upper>().solve(triangle.topRightCorner<3, 3>() * quadratic);
-  return {quadratic(1), s_sqrt2 * quadratic(0), quadratic(2), linear(0), linear(1), linear(2), 0, 0};
+/// The conic or quadric of least algebraic distance in the frame, from its triangle: the quadratic coefficients are the
+/// singular vector of the triangle's last corner, the others follow.
+template <std::size_t D>
+void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, typename QuadricSizes<D>::Linear& linear,
+                 typename QuadricSizes<D>::Quadratic& quadratic) {
+  constexpr int nbLinear = static_cast<int>(QuadricSizes<D>::nbLinear);
+  constexpr int nbQuadratic = static_cast<int>(QuadricSizes<D>::nbQuadratic);
+  using Corner = Eigen::Matrix<omReal64, nbQuadratic, nbQuadratic>;
+  const Eigen::JacobiSVD<Corner> svd(Corner(triangle.template bottomRightCorner<nbQuadratic, nbQuadratic>()),
+                                     Eigen::ComputeFullU | Eigen::ComputeFullV);
+  quadratic = svd.matrixV().col(nbQuadratic - 1);
+  linear = -triangle.template topLeftCorner<nbLinear, nbLinear>().template triangularView<Eigen::Upper>().solve(
+      triangle.template topRightCorner<nbLinear, nbQuadratic>() * quadratic);
+}
+
+/// Frame, rank and coefficients; false, with the rank, when the samples do not determine one conic or quadric.
+template <std::size_t D>
+bool quadricInDimension(const SampleView& samples, CloudFrame<D>& frame, typename QuadricSizes<D>::Linear& linear,
+                        typename QuadricSizes<D>::Quadratic& quadratic, std::size_t& rank) {
+  typename QuadricSizes<D>::Triangle triangle;
+  if (!framedTriangle(samples, quadricTriangle<D>, frame, triangle, rank)) return false;
+  const Eigen::JacobiSVD<typename QuadricSizes<D>::Triangle> svd(triangle);
+  rank = static_cast<std::size_t>(rankOf(svd.singularValues(), samples.nbSamples, frame.coarseness));
+  if (rank + 1 < QuadricSizes<D>::nbColumns) return false;
+  bestQuadric<D>(triangle, linear, quadratic);
+  return true;
 }
 
 }  // namespace
@@ -220,18 +252,16 @@ bool sphereFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, om
 bool ellipseFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, omReal64& a, omReal64& b,
                         omReal64& theta, std::size_t& rank) {
   CloudFrame<2> frame;
-  Eigen::Matrix<omReal64, 6, 6> triangle;
-  if (!framedTriangle(samples, conicTriangle, frame, triangle, rank)) return false;
-  const Eigen::JacobiSVD<Eigen::Matrix<omReal64, 6, 6>> svd(triangle);
-  rank = static_cast<std::size_t>(rankOf(svd.singularValues(), samples.nbSamples, frame.coarseness));
-  constexpr std::size_t rankOfOneConic = 5;
-  if (rank < rankOfOneConic) return false;
+  QuadricSizes<2>::Linear linear;
+  QuadricSizes<2>::Quadratic quadratic;
+  if (!quadricInDimension(samples, frame, linear, quadratic, rank)) return false;
+  const EllipseConic conic{quadratic(1), s_sqrt2 * quadratic(0), quadratic(2), linear(0), linear(1), linear(2), 0, 0};
   omReal64 u = 0;
   omReal64 v = 0;
   omReal64 major = 0;
   omReal64 minor = 0;
   omReal64 direction = 0;
-  if (!ellipseFromConic(bestConic(triangle), u, v, major, minor, direction)) return false;
+  if (!ellipseFromConic(conic, u, v, major, minor, direction)) return false;
   const omReal64 reach = frame.extent * (std::abs(u) + std::abs(v) + major);
   if (!std::isfinite(reach) || !(frame.extent * minor > 0)) return false;
   theta = direction;
@@ -239,6 +269,30 @@ bool ellipseFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, o
   cy = frame.origin[1] + frame.extent * v;
   a = frame.extent * major;
   b = frame.extent * minor;
+  return true;
+}
+
+bool ellipsoidFromSamples(const SampleView& samples, EllipsoidParameters& ellipsoid, std::size_t& rank) {
+  CloudFrame<3> frame;
+  QuadricSizes<3>::Linear linear;
+  QuadricSizes<3>::Quadratic q;
+  if (!quadricInDimension(samples, frame, linear, q, rank)) return false;
+  const EllipsoidQuadric quadric{
+      q(3), q(4), q(5), s_sqrt2 * q(0), s_sqrt2 * q(1), s_sqrt2 * q(2), linear(0), linear(1), linear(2), linear(3),
+      0,    0,    0};
+  EllipsoidParameters found;
+  if (!convertEllipsoidFromQuadratic(quadric, found)) return false;
+  const omReal64 reach = frame.extent * (std::abs(found.cx) + std::abs(found.cy) + std::abs(found.cz) + found.a);
+  if (!std::isfinite(reach) || !(frame.extent * found.c > 0)) return false;
+  ellipsoid = {frame.origin[0] + frame.extent * found.cx,
+               frame.origin[1] + frame.extent * found.cy,
+               frame.origin[2] + frame.extent * found.cz,
+               frame.extent * found.a,
+               frame.extent * found.b,
+               frame.extent * found.c,
+               found.alpha,
+               found.beta,
+               found.chi};
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Export.h>
+#include <ORMIXMath/Shape/EllipsoidQuadric.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
@@ -10,8 +11,8 @@
 /// Algebraic least-squares shapes of any number of points, in one pass over contiguous samples and without allocation:
 /// coordinates shifted and scaled to the cloud, rows folded into a triangle (TallQr), singular values of that. The
 /// answers therefore move with the data and scale with it, as far as double precision allows. Samples have dimension 2
-/// (3 for the sphere), not checked. Each answers false, the shape untouched, when the samples do not determine it;
-/// `rank` tells what they do determine and is 0 when a sample is NaN or infinite. O(samples).
+/// (3 for sphere and ellipsoid), not checked. Each answers false, the shape untouched, when the samples do not
+/// determine it; `rank` tells what they do determine and is 0 when a sample is NaN or infinite. O(samples).
 
 namespace ormix {
 
@@ -31,5 +32,11 @@ ORMIX_MATH_API bool sphereFromSamples(const SampleView& samples, omReal64& cx, o
 /// conic is not an ellipse.
 ORMIX_MATH_API bool ellipseFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, omReal64& a, omReal64& b,
                                        omReal64& theta, std::size_t& rank);
+
+/// The ellipsoid likewise, of the quadric with xx² + yy² + zz² + (xy² + xz² + yz²)/2 = 1, in the form of
+/// convertEllipsoidFromQuadratic(). The system has ten columns and never fewer than ten rows: below ten samples those
+/// that are missing are zeros, which leave the quadric through nine as it is. `rank` is 9 or 10 where the quadric is
+/// unique, 6 for coplanar and 3 for collinear samples. False below 9, and when the quadric is not an ellipsoid.
+ORMIX_MATH_API bool ellipsoidFromSamples(const SampleView& samples, EllipsoidParameters& ellipsoid, std::size_t& rank);
 
 }  // namespace ormix

@@ -1,4 +1,5 @@
-// Writes the samples of the tests, one object of every class, as seeds into <folder>/cbor and <folder>/json.
+// Writes the samples of the tests, one object of every class, as seeds into <folder>/cbor and <folder>/json. What is there
+// already stays: the tests read it as the archive that an older version wrote.
 
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
@@ -20,6 +21,7 @@ bool writeSeed(const std::string& folder, const std::string& name, const BaseSer
   for (const char* format : {"cbor", "json"}) {
     // A seed has no ending; the format is chosen by one that is taken off again.
     const std::string path = folder + "/" + format + "/" + file;
+    if (std::filesystem::exists(path)) continue;
     const std::string written = path + "." + format;
     if (const BoolResult saved = save(written, object); !saved) {
       std::fprintf(stderr, "%s\n", saved.getMessage().c_str());

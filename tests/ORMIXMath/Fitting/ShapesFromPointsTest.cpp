@@ -108,13 +108,35 @@ TEST(PlanFromPoints, HoldsItsPointsAndRefusesLines) {
       EXPECT_NEAR(n[0] * p[3 * k] + n[1] * p[3 * k + 1] + n[2] * p[3 * k + 2], rho, 1e-14 + 1e-14 * offset);
   }
   ASSERT_TRUE(planFromPoints(1, 0, -2, 0, 1, -2, 3, 3, -2, rho, theta, phi));
-  EXPECT_EQ(rho, 2);
-  EXPECT_NEAR(theta, s_pi, 1e-15);
+  // Straight down is turned up.
+  EXPECT_EQ(rho, -2);
+  EXPECT_EQ(theta, 0);
   EXPECT_FALSE(planFromPoints(1, 1, 1, 2, 2, 2, 5, 5, 5, rho, theta, phi));
   EXPECT_FALSE(planFromPoints(0.1, 0.2, 0.3, 0.3, 0.6, 0.9, 0.7, 1.4, 2.1, rho, theta, phi));
   EXPECT_FALSE(planFromPoints(1, 1, 1, 1, 1, 1, 5, 0, 5, rho, theta, phi));
   EXPECT_FALSE(planFromPoints(1, std::nan(""), 1, 1, 0, 1, 5, 0, 5, rho, theta, phi));
-  EXPECT_EQ(rho, 2);
+  EXPECT_EQ(rho, -2);
+}
+
+TEST(PlanFromNormal, IsTheSameForBothNormalsAndHoldsItsPointFarAway) {
+  for (const omReal64 factor : {1.0, -1.0, 1e-200, -1e200}) {
+    omReal64 rho = 0, theta = 0, phi = 0;
+    ASSERT_TRUE(planFromNormal(1e9, -2e9, 5, factor * 2, factor * 3, factor * -6, rho, theta, phi));
+    EXPECT_NEAR(std::sin(theta) * std::cos(phi), -2.0 / 7, 1e-15);
+    EXPECT_NEAR(std::sin(theta) * std::sin(phi), -3.0 / 7, 1e-15);
+    EXPECT_NEAR(std::cos(theta), 6.0 / 7, 1e-15);
+    // Of the normal as it is rebuilt: no more than the rounding of the products.
+    const omReal64 off =
+        std::sin(theta) * std::cos(phi) * 1e9 + std::sin(theta) * std::sin(phi) * -2e9 + std::cos(theta) * 5 - rho;
+    EXPECT_NEAR(off, 0, 3e-7);
+    ASSERT_TRUE(planFromNormal(3, -2, 0, factor * 2, factor * 3, factor * -6, rho, theta, phi));
+    EXPECT_EQ(rho, 0);
+    EXPECT_NEAR(std::cos(theta), 6.0 / 7, 1e-15);
+    EXPECT_FALSE(planFromNormal(1, 2, 3, 0, 0, 0, rho, theta, phi));
+    EXPECT_FALSE(planFromNormal(1, 2, 3, std::nan(""), 0, 1, rho, theta, phi));
+    EXPECT_FALSE(planFromNormal(1, infinity, 3, 1, 0, 1, rho, theta, phi));
+    EXPECT_EQ(rho, 0);
+  }
 }
 
 TEST(SphereFromPoints, IsPreciseFarAwayAndRefusesPlanes) {

@@ -229,5 +229,42 @@ TEST(SphereFromSamples, FindsSpheresAndRefusesPlanes) {
   EXPECT_EQ(rank, 3U);
 }
 
+TEST(EllipsoidFromSamples, TellsHowMuchIsDetermined) {
+  std::mt19937 engine(5);
+  std::uniform_real_distribution<omReal64> unit(-1, 1);
+  Rows line, plane, surface;
+  for (int i = 0; i < 40; ++i) {
+    const omReal64 x = unit(engine);
+    const omReal64 y = unit(engine) * std::sqrt(1 - x * x);
+    const omReal64 z = (i % 2 == 0 ? 1 : -1) * std::sqrt(std::max(0.0, 1 - x * x - y * y));
+    line.insert(line.end(), {x, 2 * x + 1, -x});
+    plane.insert(plane.end(), {x, y, x + 0.5 * y});
+    surface.insert(surface.end(), {1 + 3 * x, 2 - 4 * y, 5 * z});
+  }
+  const auto fit = [](const Rows& rows, std::size_t count, EllipsoidParameters& found) {
+    std::size_t rank = 77;
+    const bool isFound = ellipsoidFromSamples({rows.data(), count, 3}, found, rank);
+    EXPECT_EQ(isFound, rank >= 9);
+    return rank;
+  };
+  EllipsoidParameters found;
+  EXPECT_EQ(fit(line, 40, found), 3U);
+  EXPECT_EQ(fit(plane, 40, found), 6U);
+  EXPECT_EQ(fit(Rows(120, 3.0), 40, found), 1U);
+  EXPECT_EQ(fit(surface, 8, found), 8U);
+  EXPECT_EQ(found.a, 0);
+  for (const std::size_t count : {9, 10, 40}) {
+    EXPECT_EQ(fit(surface, count, found), 9U);
+    EXPECT_NEAR(found.cx, 1, 1e-12);
+    EXPECT_NEAR(found.a, 5, 1e-11);
+    EXPECT_NEAR(found.b, 4, 1e-11);
+    EXPECT_NEAR(found.c, 3, 1e-11);
+  }
+  surface[7] = std::nan("");
+  std::size_t rank = 77;
+  EXPECT_FALSE(ellipsoidFromSamples({surface.data(), 40, 3}, found, rank));
+  EXPECT_EQ(rank, 0U);
+}
+
 }  // namespace
 }  // namespace ormix

@@ -1,0 +1,91 @@
+#include <ORMIXGeometry/ORMIXGeometryLogger.h>
+#include <ORMIXGeometry/Tools/Stl/StlLoad.h>
+#include <ORMIXGeometry/Tools/Stl/StlMesh.h>
+#include <ORMIXGeometry/Tools/Stl/StlReader.h>
+
+#include <boost/smart_ptr/make_shared.hpp>
+
+namespace ormix::geom {
+
+void logUnreadable(const std::string& path, const std::string& why) {
+  logMessage(getORMIXGeometryLogger(), s_errorLogLevel, "Cannot read a mesh from \"" + path + "\": " + why);
+}
+
+std::string stopText(const StlTriangles& triangles) {
+  static constexpr std::array<const char*, 7> texts{
+      "all was read",
+      "it ends between two triangles",
+      "it ends inside a triangle",
+      "a coordinate is no number",
+      "a word has no place there",
+      "it has more triangles than a mesh can hold",
+      "reading failed",
+  };
+  std::string text = texts[triangles.stop];
+  text += ", at byte " + std::to_string(triangles.stopOffset);
+  if (triangles.stopLine != 0) text += " (line " + std::to_string(triangles.stopLine) + ")";
+  return text;
+}
+
+namespace {
+
+/// Opens a file that holds something, or logs why not.
+bool openStl(const std::string& path, StlInput& input) {
+  BoolResult opened = input.open(path);
+  if (opened && input.getSize() == 0) opened = failure("it is empty");
+  if (!opened) logUnreadable(path, opened.getMessage());
+  return static_cast<bool>(opened);
+}
+
+template <class T>
+boost::shared_ptr<Mesh3d<T>> meshOf(StlTriangles triangles, const std::string& path) {
+  auto mesh = boost::make_shared<Mesh3d<T>>();
+  if (triangles.stop == eSS_TooMany || triangles.stop == eSS_ReadError) logUnreadable(path, stopText(triangles));
+  if (triangles.coordColl.empty()) return mesh;
+  const MergedCoords merged = removeDoubles(triangles.coordColl);
+  triangles.coordColl = {};
+  MeshTopology::IndexColl ownerColl;
+  const BoolResult built = buildMesh(merged, *mesh, ownerColl);
+  if (!built) logUnreadable(path, built.getMessage());
+  return mesh;
+}
+
+}  // namespace
+
+bool stlFileHasASCIIFormat(const std::string& path) {
+  StlInput input;
+  return input.open(path) && hasStlAsciiFormat(input);
+}
+
+template <class T>
+boost::shared_ptr<Mesh3d<T>> readFromStLFile(const std::string& path) {
+  StlInput input;
+  if (!openStl(path, input)) return boost::make_shared<Mesh3d<T>>();
+  const bool isAscii = hasStlAsciiFormat(input);
+  input.rewind();
+  return meshOf<T>(isAscii ? readAsciiTriangles(input) : readBinaryTriangles(input), path);
+}
+
+template <class T>
+boost::shared_ptr<Mesh3d<T>> readStLAscii(const std::string& path) {
+  StlInput input;
+  return openStl(path, input) ? meshOf<T>(readAsciiTriangles(input), path) : boost::make_shared<Mesh3d<T>>();
+}
+
+template <class T>
+boost::shared_ptr<Mesh3d<T>> readStLBinary(const std::string& path) {
+  StlInput input;
+  return openStl(path, input) ? meshOf<T>(readBinaryTriangles(input), path) : boost::make_shared<Mesh3d<T>>();
+}
+
+#define ORMIX_GEOMETRY_INSTANTIATE_STL(T)                                                       \
+  template ORMIX_GEOMETRY_API boost::shared_ptr<Mesh3d<T>> readFromStLFile(const std::string&); \
+  template ORMIX_GEOMETRY_API boost::shared_ptr<Mesh3d<T>> readStLAscii(const std::string&);    \
+  template ORMIX_GEOMETRY_API boost::shared_ptr<Mesh3d<T>> readStLBinary(const std::string&);
+ORMIX_GEOMETRY_INSTANTIATE_STL(omInt32)
+ORMIX_GEOMETRY_INSTANTIATE_STL(omUInt32)
+ORMIX_GEOMETRY_INSTANTIATE_STL(omReal32)
+ORMIX_GEOMETRY_INSTANTIATE_STL(omReal64)
+#undef ORMIX_GEOMETRY_INSTANTIATE_STL
+
+}  // namespace ormix::geom

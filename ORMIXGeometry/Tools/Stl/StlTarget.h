@@ -1,0 +1,41 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
+#include <ORMIXGeometry/Tools/Stl/StlFacets.h>
+#include <ORMIXUtil/ProcessingResult.h>
+
+#include <array>
+#include <functional>
+#include <iosfwd>
+#include <limits>
+#include <string>
+#include <vector>
+
+// Not installed.
+namespace ormix::geom {
+
+/// Writes a file by `write`; a failure, also of the last byte to reach the disk, is message eEM_MeshFileNotWritten. An
+/// older file is only replaced by a whole one.
+BoolResult saveStl(const std::string& path, const std::function<void(std::ostream&)>& write);
+
+/// Meshes that become one file, in order.
+template <class T>
+using StlMeshes = std::vector<const Mesh3d<T>*>;
+
+/// What moves the meshes into the positive octant, see `saveToStLAscii`; zeros when there are no vertices. A coordinate
+/// that is NaN is passed over.
+template <class T>
+StlOffsets stlOffsets(const StlMeshes<T>& meshes) {
+  std::array<T, 3> lowest;
+  lowest.fill(std::numeric_limits<T>::max());
+  for (const Mesh3d<T>* mesh : meshes)
+    for (const Point3dData<T>& vertex : mesh->getVertexColl()) {
+      if (vertex.getX() < lowest[0]) lowest[0] = vertex.getX();
+      if (vertex.getY() < lowest[1]) lowest[1] = vertex.getY();
+      if (vertex.getZ() < lowest[2]) lowest[2] = vertex.getZ();
+    }
+  const auto offset = [](T minimum) { return minimum <= 0 ? 1.0f - static_cast<omReal32>(minimum) : 0.0f; };
+  return {offset(lowest[0]), offset(lowest[1]), offset(lowest[2])};
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,183 @@
+#include <ORMIXGeometry/Tools/Stl/StlWords.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace ormix::geom {
+
+namespace {
+
+constexpr std::size_t s_blockSize = std::size_t(1) << 18;
+/// Blanks behind the text, so that eight bytes can be looked at anywhere and a search for a blank always ends.
+constexpr std::size_t s_padding = 16;
+/// A number in fewer characters is read where it stands.
+constexpr std::ptrdiff_t s_usualNumber = 64;
+
+constexpr bool isBlank(char character) {
+  return character == ' ' || static_cast<unsigned char>(character - '\t') < 5;  // \t \n \v \f \r
+}
+
+constexpr bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+/// The first blank from here on. Eight bytes at a time: the first byte below '!' is a blank, or a control character
+/// that is passed over.
+const char* findBlank(const char* at) {
+  constexpr omUInt64 ones = 0x0101010101010101u;
+  for (;;) {
+    omUInt64 bytes = 0;
+    std::memcpy(&bytes, at, sizeof bytes);
+    if (__BYTE_ORDER__ == __ORDER_BIG_ENDIAN__) bytes = __builtin_bswap64(bytes);
+    const omUInt64 below = (bytes - ones * '!') & ~bytes & ones * 0x80;
+    if (below == 0) {
+      at += 8;
+      continue;
+    }
+    at += __builtin_ctzll(below) / 8;
+    if (isBlank(*at)) return at;
+    ++at;
+  }
+}
+
+/// What a stream gathers for a real number before it looks what the characters mean.
+const char* endOfNumberText(const char* at, const char* end) {
+  bool hasPoint = false, hasDigit = false, hasExponent = false;
+  if (at != end && (*at == '+' || *at == '-')) ++at;
+  for (; at != end; ++at) {
+    if (isDigit(*at)) {
+      hasDigit = true;
+    } else if (*at == '.' && !hasPoint && !hasExponent) {
+      hasPoint = true;
+    } else if ((*at == 'e' || *at == 'E') && hasDigit && !hasExponent) {
+      hasExponent = true;
+      if (at + 1 != end && (at[1] == '+' || at[1] == '-')) ++at;
+    } else {
+      break;
+    }
+  }
+  return at;
+}
+
+/// Whether a decimal number that no omReal32 can hold is too large rather than too small.
+bool isTooLarge(std::string_view text) {
+  const std::size_t exponentAt = std::min(text.find_first_of("eE"), text.size());
+  const std::string_view mantissa = text.substr(0, exponentAt);
+  const std::size_t first = mantissa.find_first_of("123456789");
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  omInt64 exponent = 0;
+  if (exponentAt < text.size()) {
+    std::string_view digits = text.substr(exponentAt + 1);
+    const bool negative = digits[0] == '-';
+    if (digits[0] == '+') digits.remove_prefix(1);
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    if (result.ec != std::errc()) return !negative;
+    constexpr omInt64 farOut = omInt64(1) << 60;
+    exponent = std::clamp(exponent, -farOut, farOut);
+  }
+  // Any exponent of the value from -45 to 38 would be in range.
+  return static_cast<omInt64>(point) - static_cast<omInt64>(first) > -exponent;
+}
+
+/// The number that the whole text stands for.
+bool parseNumber(std::string_view text, omReal32& number) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  if (text.empty() || text.front() == '+' || text == "-") return false;
+  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (rest != text.data() + text.size()) return false;
+  if (error == std::errc()) return true;
+  if (error != std::errc::result_out_of_range || isTooLarge(text)) return false;
+  number = text.front() == '-' ? -0.0f : 0.0f;
+  return true;
+}
+
+}  // namespace
+
+StlWords::StlWords(StlInput& input)
+    : _input(input), _block(s_blockSize), _at(_block.data()), _end(_block.data()), _word() {
+  more();
+}
+
+/// Brings the bytes from the next one on to the front of the block and fills it up; false when there were no more.
+bool StlWords::more() {
+  const auto kept = static_cast<std::size_t>(_end - _at);
+  _nbLines += static_cast<omUInt64>(std::count(const_cast<const char*>(_block.data()), _at, '\n'));
+  _offset += static_cast<omUInt64>(_at - _block.data());
+  std::memmove(_block.data(), _at, kept);
+  if (2 * kept > _block.size()) _block.resize(2 * _block.size());
+  const std::size_t got = _input.read(_block.data() + kept, _block.size() - s_padding - kept);
+  _at = _block.data();
+  _end = _at + kept + got;
+  std::memset(_block.data() + kept + got, ' ', s_padding);
+  return got != 0;
+}
+
+bool StlWords::skipBlanks() {
+  do {
+    while (_at != _end && isBlank(*_at)) ++_at;
+  } while (_at == _end && more());
+  return _at != _end;
+}
+
+bool StlWords::skip(unsigned nbWords) {
+  for (; nbWords != 0; --nbWords) {
+    if (!skipBlanks()) return false;
+    do _at = findBlank(_at);
+    while (_at == _end && more());
+  }
+  return true;
+}
+
+bool StlWords::next(std::string_view& word) {
+  if (!skipBlanks()) return false;
+  const char* end = findBlank(_at);
+  if (end != _end) {
+    word = std::string_view(_at, std::min(static_cast<std::size_t>(end - _at), s_longestWord));
+    _at = end;
+    return true;
+  }
+  if (static_cast<std::size_t>(_end - _at) < s_longestWord) more();
+  const std::size_t length = std::min(static_cast<std::size_t>(findBlank(_at) - _at), s_longestWord);
+  std::memcpy(_word.data(), _at, length);
+  word = std::string_view(_word.data(), length);
+  return skip(1);
+}
+
+bool StlWords::nextNumber(omReal32& number) {
+  if (!skipBlanks()) return false;
+  if (_end - _at < s_usualNumber) more();
+  const char* from = _at;
+  if (*from == '+') ++from;
+  // Letters ("nan", "inf") and signs upon signs are looked at closely; so is what does not end at a blank in the block.
+  if (!isDigit(*from) && !(*from == '-' && from == _at && isDigit(from[1]))) return nextUnusualNumber(number);
+  const auto [rest, error] = std::from_chars(from, _end, number);
+  if (error != std::errc() || rest == _end || !isBlank(*rest)) return nextUnusualNumber(number);
+  _at = rest;
+  return true;
+}
+
+bool StlWords::nextUnusualNumber(omReal32& number) {
+  // The whole word must be in the block.
+  std::ptrdiff_t searched = 0;
+  do searched = findBlank(_at + searched) - _at;
+  while (_at + searched == _end && more());
+  const char* rest = endOfNumberText(_at, _at + searched);
+  omReal32 value = 0;
+  if (!parseNumber(std::string_view(_at, static_cast<std::size_t>(rest - _at)), value)) return false;
+  number = value;
+  _at = rest;
+  return true;
+}
+
+bool StlWords::atEndOfLine() {
+  do {
+    while (_at != _end && isBlank(*_at) && *_at != '\n') ++_at;
+  } while (_at == _end && more());
+  return _at == _end || *_at == '\n';
+}
+
+omUInt64 StlWords::getLine() const {
+  return 1 + _nbLines + static_cast<omUInt64>(std::count(_block.data(), _at, '\n'));
+}
+
+}  // namespace ormix::geom

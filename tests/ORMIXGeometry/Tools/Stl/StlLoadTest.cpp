@@ -1,0 +1,207 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
+#include <ORMIXGeometry/ORMIXGeometryLogger.h>
+#include <ORMIXGeometry/Tools/Stl/MeshFile.h>
+#include <ORMIXGeometry/Tools/Stl/StlLoad.h>
+#include <ORMIXGeometry/Tools/Stl/StlSave.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cmath>
+
+#include "StlSamples.h"
+#include "support/LogCapture.h"
+
+using namespace ormix;
+using namespace ormix::geom;
+using namespace stlsamples;
+
+namespace {
+
+using Mesh = Mesh3d<omReal32>;
+
+/// The corners of each triangle, in order.
+template <class T>
+std::vector<Corners> cornersOf(const Mesh3d<T>& mesh) {
+  std::vector<Corners> triangles;
+  visitTriangles(mesh, [&](const auto& a, const auto& b, const auto& c) {
+    triangles.push_back({omReal32(a.getX()), omReal32(a.getY()), omReal32(a.getZ()), omReal32(b.getX()),
+                         omReal32(b.getY()), omReal32(b.getZ()), omReal32(c.getX()), omReal32(c.getY()),
+                         omReal32(c.getZ())});
+  });
+  return triangles;
+}
+
+MeshReport report(const std::string& bytes, const MeshReadOptions& options = {}) {
+  const TemporaryFile file(bytes);
+  MeshReport result;
+  const auto mesh = readMesh<omReal64>(file.path, options, result);
+  EXPECT_TRUE(mesh->checkIntegrity());
+  EXPECT_EQ(mesh->getNbTriangles(), result.nbKept);
+  return result;
+}
+
+/// Two triangles back to back, with the same corners.
+std::vector<Corners> backToBack() { return {{0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 0, 0, 0, 1, 0, 1, 0, 0}}; }
+
+}  // namespace
+
+TEST(StlLoad, verticesAreMergedAndTrianglesKeepTheirOrder) {
+  for (const std::string& bytes : {binary(tetrahedron()), ascii(facets(tetrahedron()))}) {
+    const TemporaryFile file(bytes);
+    const auto mesh = readFromStLFile<omReal32>(file.path);
+    EXPECT_EQ(mesh->getVertexColl(), (Mesh::VertexColl{{0, 0, 0}, {0, 0, 1}, {0, 1, 0}, {1, 0, 0}}));
+    EXPECT_EQ(cornersOf(*mesh), tetrahedron());
+    EXPECT_TRUE(mesh->isClosed());
+    EXPECT_EQ(cornersOf(*readFromStLFile<omInt32>(file.path)), tetrahedron());
+    EXPECT_EQ(cornersOf(*readFromStLFile<omUInt32>(file.path)), tetrahedron());
+    EXPECT_EQ(cornersOf(*readFromStLFile<omReal64>(file.path)), tetrahedron());
+  }
+}
+
+TEST(StlLoad, theContentTellsTheKind) {
+  const auto isAscii = [](const std::string& bytes) { return stlFileHasASCIIFormat(TemporaryFile(bytes).path); };
+  EXPECT_TRUE(isAscii("SOLID p\nFacet nORMAL"));
+  EXPECT_TRUE(isAscii("normal facet solid\n"));
+  EXPECT_TRUE(isAscii(binary({}, 0, "solid facet normal\n")));
+  EXPECT_FALSE(isAscii("solid p facet normal"));
+  EXPECT_FALSE(isAscii(binary(tetrahedron(), 4, "solid")));
+  const std::string begin = "solid\nnormal";
+  EXPECT_TRUE(isAscii(begin + std::string(251 - begin.size(), ' ') + "facet"));
+  EXPECT_FALSE(isAscii(begin + std::string(252 - begin.size(), ' ') + "facet"));
+  EXPECT_FALSE(stlFileHasASCIIFormat("/no/such/file"));
+}
+
+TEST(StlLoad, everyTriangleOfAHostileFileStays) {
+  for (const HostileFile& hostile : hostileFiles()) {
+    const TemporaryFile file(hostile.bytes);
+    const auto mesh = readFromStLFile<omReal32>(file.path);
+    EXPECT_EQ(mesh->getNbTriangles(), hostile.nbTriangles) << hostile.what;
+    EXPECT_TRUE(mesh->checkIntegrity()) << hostile.what;
+    EXPECT_EQ(readFromStLFile<omUInt32>(file.path)->getNbTriangles(), hostile.nbTriangles) << hostile.what;
+    MeshReport found;
+    EXPECT_TRUE(readMesh<omInt32>(file.path, {}, found)->checkIntegrity()) << hostile.what;
+    EXPECT_EQ(found.nbKept, found.nbTriangles) << hostile.what;
+  }
+}
+
+TEST(StlLoad, trianglesThatNoMeshCanShareGetVerticesOfTheirOwn) {
+  const Corners one = tetrahedron()[0], degenerate{0, 0, 0, 1, 0, 0, 0, 0, 0};
+  const std::vector<Corners> triangles{one, one, degenerate, one};
+  const auto mesh = readStLBinary<omReal32>(TemporaryFile(binary(triangles)).path);
+  EXPECT_EQ(cornersOf(*mesh), triangles);
+  EXPECT_EQ(mesh->getNbVertices(), 3u + 3 * 3u);
+}
+
+TEST(StlLoad, whatIsWrittenIsReadAgain) {
+  const TemporaryFile file;
+  Mesh3d<omReal64> mesh;
+  for (int at = 0; at < 400; ++at) mesh.addVertex({std::sin(at * 7.0) + 3, std::cos(at * 3.0) + 3, at * 0.1 + 1});
+  for (std::size_t at = 0; at + 2 < 400; ++at) EXPECT_TRUE(mesh.addTriangle(at, at + 1 + at % 2, at + 2 - at % 2));
+  const auto expected = cornersOf(mesh);
+  EXPECT_TRUE(saveToStLBinary(file.path, mesh));
+  EXPECT_EQ(cornersOf(*readFromStLFile<omReal64>(file.path)), expected) << "rounded to single precision";
+  EXPECT_EQ(readFromStLFile<omReal64>(file.path)->getNbVertices(), 400u);
+  EXPECT_TRUE(saveToStLAscii(file.path, mesh, "p"));
+  const auto read = cornersOf(*readFromStLFile<omReal64>(file.path));
+  ASSERT_EQ(read.size(), expected.size());
+  for (std::size_t at = 0; at < read.size(); ++at)
+    for (std::size_t k = 0; k < 9; ++k) EXPECT_NEAR(read[at][k], expected[at][k], 1e-6 * std::abs(expected[at][k]));
+}
+
+TEST(StlLoad, whatCannotBeReadIsEmptyAndLoggedWithThePath) {
+  const TemporaryFile empty, pipe;
+  std::filesystem::remove(pipe.path);
+  ASSERT_EQ(::mkfifo(pipe.path.c_str(), 0600), 0);
+  for (const std::string& path :
+       {empty.path, pipe.path, ::testing::TempDir(), std::string("/no/such/file"), std::string("/dev/null")}) {
+    support::LogCapture log(getORMIXGeometryLoggerName());
+    MeshReport found;
+    EXPECT_TRUE(readFromStLFile<omReal32>(path)->isEmpty());
+    EXPECT_TRUE(readStLAscii<omInt32>(path)->isEmpty());
+    EXPECT_TRUE(readStLBinary<omUInt32>(path)->isEmpty());
+    EXPECT_TRUE(readMesh<omReal64>(path, {}, found)->isEmpty());
+    EXPECT_FALSE(found.message.empty());
+    EXPECT_FALSE(stlFileHasASCIIFormat(path));
+    ASSERT_EQ(log.messages().size(), 4u) << path;
+    for (const auto& [level, text] : log.messages()) {
+      EXPECT_EQ(level, s_errorLogLevel);
+      EXPECT_NE(text.find(path), std::string::npos) << text;
+    }
+  }
+}
+
+TEST(MeshFile, aSoundFileHasNothingWrong) {
+  for (const std::string& bytes : {binary(tetrahedron()), ascii(facets(tetrahedron()), "of two words")}) {
+    const MeshReport found = report(bytes);
+    EXPECT_EQ(found.message, "");
+    EXPECT_EQ(found.stop, eSS_EndOfSolid + (found.format == eMFF_StlAscii ? 1 : 0)) << "a text ends with its file";
+    EXPECT_EQ(found.nbBytes, bytes.size());
+    EXPECT_EQ(found.stopOffset, bytes.size());
+    EXPECT_EQ(found.nbTriangles, 4u);
+    EXPECT_EQ(found.nbVertices, 4u);
+    EXPECT_EQ(found.nbMergedVertices, 8u);
+    EXPECT_EQ(found.nbSeparated, 0u);
+    EXPECT_EQ(found.defects.nbEdges, 6u);
+    EXPECT_EQ(found.defects.nbComponents, 1u);
+    EXPECT_EQ(found.defects.nbBoundaryEdges + found.defects.nbNonManifoldEdges + found.defects.nbFlippedNeighbours, 0u);
+  }
+}
+
+TEST(MeshFile, lengthAndContentTellTheKind) {
+  const auto format = [](const std::string& bytes) { return report(bytes).format; };
+  EXPECT_EQ(format(binary(tetrahedron(), 4, "solid facet normal\n")), eMFF_StlBinary);
+  EXPECT_EQ(format(binary(tetrahedron(), 7, "solid facet normal\n")), eMFF_StlBinary) << "a text has no NUL";
+  EXPECT_EQ(format("\xEF\xBB\xBF \r\n SOLID " + std::string(1000, 'x') + "\n" + facetWith("1")), eMFF_StlAscii);
+  EXPECT_EQ(report(binary(tetrahedron(), 0)).nbKept, 4u) << "a count that was never filled in";
+  EXPECT_NE(report(binary(tetrahedron(), 7)).message, "");
+}
+
+TEST(MeshFile, defectsAreCounted) {
+  std::vector<Corners> open = tetrahedron();
+  const Corners last = open.back();
+  open.pop_back();
+  EXPECT_EQ(report(binary(open)).defects.nbBoundaryLoops, 1u);
+  EXPECT_EQ(report(binary(open)).defects.nbBoundaryEdges, 3u);
+
+  std::vector<Corners> flipped = open;
+  flipped.push_back({last[0], last[1], last[2], last[6], last[7], last[8], last[3], last[4], last[5]});
+  const MeshReport turned = report(binary(flipped));
+  EXPECT_EQ(turned.defects.nbFlippedNeighbours, 3u);
+  EXPECT_EQ(turned.defects.nbComponents, 1u);
+  EXPECT_EQ(turned.nbSeparated, 1u);
+
+  std::vector<Corners> several = tetrahedron();
+  for (const Corners& corners : tetrahedron(5)) several.push_back(corners);
+  several.push_back(several[0]);
+  several.push_back(Corners{});
+  const MeshReport found = report(binary(several));
+  EXPECT_EQ(found.defects.nbComponents, 2u);
+  EXPECT_EQ(found.defects.nbDuplicate, 1u);
+  EXPECT_EQ(found.defects.nbDegenerate, 1u);
+  EXPECT_EQ(found.defects.nbNonManifoldEdges, 3u);
+  EXPECT_EQ(found.nbSeparated, 2u);
+  EXPECT_EQ(report(binary(backToBack())).defects.nbDuplicate, 1u);
+  EXPECT_EQ(report(binary(backToBack())).defects.nbBoundaryEdges, 0u);
+}
+
+TEST(MeshFile, trianglesThatAddNothingMayBeLeftOut) {
+  std::vector<Corners> triangles = backToBack();
+  triangles.push_back({1, 0, 0, 0, 1, 0, 0, 0, 0});  // the first one, turned
+  triangles.push_back(Corners{});
+  EXPECT_EQ(report(binary(triangles)).nbKept, 4u);
+  EXPECT_EQ(report(binary(triangles), {true, false}).nbKept, 3u);
+  EXPECT_EQ(report(binary(triangles), {false, true}).nbKept, 3u);
+  EXPECT_EQ(report(binary(triangles), {true, true}).nbKept, 2u) << "back to back is not the same";
+}
+
+TEST(MeshFile, whatIsWrittenUnmovedIsReadBitByBit) {
+  const TemporaryFile file;
+  const auto mesh = readFromStLFile<omReal32>(TemporaryFile(binary(tetrahedron(-1.1f, 1.0f / 3))).path);
+  for (const eMeshFileFormat format : {eMFF_StlAscii, eMFF_StlBinary}) {
+    MeshWriteOptions options;
+    options.format = format;
+    ASSERT_TRUE(writeMesh(file.path, *mesh, options));
+    EXPECT_EQ(cornersOf(*readMesh<omReal32>(file.path)), tetrahedron(-1.1f, 1.0f / 3));
+  }
+  EXPECT_FALSE(writeMesh("/dev/full", *mesh));
+}

@@ -1,0 +1,278 @@
+#include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
+#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
+#include <ORMIXGeometry/Tools/Stl/StlSave.h>
+#include <ORMIXUtil/Version.h>
+#include <gtest/gtest.h>
+
+#include <boost/smart_ptr/make_shared.hpp>
+#include <cmath>
+#include <limits>
+#include <locale>
+#include <sstream>
+
+#include "StlSamples.h"
+
+using namespace ormix;
+using namespace ormix::geom;
+using namespace stlsamples;
+
+namespace {
+
+struct Offset {
+  omReal32 x = 0, y = 0, z = 0;
+};
+
+/// One triangle a face, corners not shared.
+template <class T>
+Mesh3d<T> meshOf(const std::vector<std::array<T, 9>>& triangles) {
+  Mesh3d<T> mesh;
+  for (const std::array<T, 9>& c : triangles) {
+    const std::size_t first = mesh.addVertex({c[0], c[1], c[2]});
+    mesh.addVertex({c[3], c[4], c[5]});
+    mesh.addVertex({c[6], c[7], c[8]});
+    EXPECT_TRUE(mesh.addTriangle(first, first + 1, first + 2));
+  }
+  return mesh;
+}
+
+template <class T>
+std::string asciiOf(const Mesh3d<T>& mesh, std::streamsize precision = 6, const Offset& offset = {}) {
+  std::ostringstream stream;
+  stream.precision(precision);
+  writeStLAscii(stream, mesh, offset.x, offset.y, offset.z);
+  return stream.str();
+}
+
+/// The facets as a stream prints them, a flush a line.
+template <class T>
+std::string printedFacets(const Mesh3d<T>& mesh, std::streamsize precision, const Offset& offset) {
+  std::ostringstream stream;
+  stream.imbue(std::locale::classic());
+  stream.precision(precision);
+  stream << std::scientific;
+  const auto coordinate = [](T value, omReal32 add) {
+    if constexpr (std::is_floating_point_v<T>)
+      return value + add;
+    else
+      return static_cast<omReal32>(value) + add;
+  };
+  for (std::size_t triangle = 0; triangle < mesh.getNbTriangles(); ++triangle) {
+    const auto corners = mesh.getTriangle(triangle);
+    std::array<std::array<omReal64, 3>, 3> p;
+    for (std::size_t at = 0; at < 3; ++at)
+      p[at] = {omReal64(corners[at].getX()), omReal64(corners[at].getY()), omReal64(corners[at].getZ())};
+    std::array<omReal64, 3> n;
+    for (std::size_t k = 0, i = 1, j = 2; k < 3; i = j, j = k, ++k)
+      n[k] = (p[1][i] - p[0][i]) * (p[2][j] - p[0][j]) - (p[1][j] - p[0][j]) * (p[2][i] - p[0][i]);
+    const omReal64 length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+    stream << "facet normal";
+    for (const omReal64 component : n) stream << ' ' << omReal32(length != 0 ? component / length : component);
+    stream << std::endl << "outer loop" << std::endl;
+    for (const auto& corner : corners)
+      stream << "vertex " << coordinate(corner.getX(), offset.x) << ' ' << coordinate(corner.getY(), offset.y) << ' '
+             << coordinate(corner.getZ(), offset.z) << std::endl;
+    stream << "endloop" << std::endl << "endfacet" << std::endl;
+  }
+  return stream.str();
+}
+
+}  // namespace
+
+TEST(StlSave, aFacetIsWrittenAsItAlwaysWas) {
+  const auto mesh = meshOf<omReal64>({{0, 0, 0, 2, 0, 0, 0, 0.5, 0}, {1, 1, 1, 2, 2, 2, 3, 3, 3}});
+  EXPECT_EQ(asciiOf(mesh),
+            "facet normal 0.000000e+00 0.000000e+00 1.000000e+00\nouter loop\n"
+            "vertex 0.000000e+00 0.000000e+00 0.000000e+00\nvertex 2.000000e+00 0.000000e+00 0.000000e+00\n"
+            "vertex 0.000000e+00 5.000000e-01 0.000000e+00\nendloop\nendfacet\n"
+            "facet normal 0.000000e+00 0.000000e+00 0.000000e+00\nouter loop\n"
+            "vertex 1.000000e+00 1.000000e+00 1.000000e+00\nvertex 2.000000e+00 2.000000e+00 2.000000e+00\n"
+            "vertex 3.000000e+00 3.000000e+00 3.000000e+00\nendloop\nendfacet\n");
+}
+
+template <class T>
+class StlSaveOf : public ::testing::Test {};
+using Scalars = ::testing::Types<omInt32, omUInt32, omReal32, omReal64>;
+TYPED_TEST_SUITE(StlSaveOf, Scalars);
+
+TYPED_TEST(StlSaveOf, writesWhatAStreamPrints) {
+  using T = TypeParam;
+  std::vector<std::array<T, 9>> triangles;
+  for (int triangle = 0; triangle < 700; ++triangle) {
+    std::array<T, 9> corners;
+    for (std::size_t at = 0; at < 9; ++at)
+      corners[at] =
+          static_cast<T>(std::fmod(std::sin(triangle * 9.0 + double(at)) * 1e6, 1e5) + (std::is_signed_v<T> ? 0 : 1e5));
+    triangles.push_back(corners);
+  }
+  const Mesh3d<T> mesh = meshOf<T>(triangles);
+  const Offset offset{0.1f, -3, 1e7f};
+  for (const int precision : {6, 0, 3, 9, 17, 40})
+    EXPECT_EQ(asciiOf(mesh, precision, offset), printedFacets(mesh, precision, offset));
+}
+
+TEST(StlSave, sumsAreTakenInTheTypeOfTheMesh) {
+  EXPECT_NE(asciiOf(meshOf<omReal64>({{16777217, 0, 0}}), 9).find("vertex 1.677721700e+07 "), std::string::npos);
+  EXPECT_NE(asciiOf(meshOf<omInt32>({{16777217, 0, 0}}), 9, {1, 0, 0}).find("vertex 1.677721600e+07 "),
+            std::string::npos);
+}
+
+TEST(StlSave, theStreamKeepsTheScientificFlag) {
+  std::ostringstream stream;
+  stream << std::fixed;
+  writeStLAscii(stream, Mesh3d<omReal32>(), 0, 0, 0);
+  EXPECT_EQ(stream.flags() & std::ios_base::floatfield, std::ios_base::fixed) << "no number was written";
+  writeStLAscii(stream, meshOf<omReal32>({{}}), 0, 0, 0);
+  EXPECT_EQ(stream.flags() & std::ios_base::floatfield, std::ios_base::scientific);
+}
+
+TEST(StlSave, headersAndFooters) {
+  std::ostringstream text, bytes;
+  writeStLAsciiHeader(text, "my part");
+  writeStLAsciiFooter(text, "");
+  EXPECT_EQ(text.str(), "solid my part\nendsolid \n");
+  writeStLBinaryHeader(bytes, 0x1234567890u);
+  const std::string begin = "exported from ORMIX " + getSDKStrVersion();
+  EXPECT_EQ(bytes.str(), begin + std::string(80 - begin.size(), '-') + "\x90\x78\x56\x34");
+}
+
+TEST(StlSave, aMeshIsMovedIntoThePositiveOctant) {
+  const TemporaryFile file;
+  const auto savedCorners = [&](omReal32 at) {
+    EXPECT_TRUE(saveToStLBinary(file.path, meshOf<omReal32>(tetrahedron(at))));
+    const std::string bytes = file.bytes();
+    EXPECT_EQ(bytes.size(), 84u + 50u * 4u);
+    std::vector<Corners> triangles(4);
+    for (std::size_t at50 = 0; at50 < 4; ++at50) std::memcpy(triangles[at50].data(), &bytes[84 + 50 * at50 + 12], 36);
+    return triangles;
+  };
+  EXPECT_EQ(savedCorners(0), tetrahedron(1));
+  EXPECT_EQ(savedCorners(-7), tetrahedron(1));
+  EXPECT_EQ(savedCorners(2), tetrahedron(2));
+  EXPECT_TRUE(saveToStLAscii(file.path, meshOf<omInt32>({{-3, 5, 0, 0, 5, 0, 0, 6, 0}}), "p"));
+  EXPECT_EQ(file.bytes(),
+            "solid p\nfacet normal 0.000000e+00 0.000000e+00 1.000000e+00\nouter loop\n"
+            "vertex 1.000000e+00 5.000000e+00 1.000000e+00\nvertex 4.000000e+00 5.000000e+00 1.000000e+00\n"
+            "vertex 4.000000e+00 6.000000e+00 1.000000e+00\nendloop\nendfacet\nendsolid p\n");
+  EXPECT_TRUE(saveToStLBinary(file.path, Mesh3d<omUInt32>()));
+  EXPECT_EQ(file.bytes().size(), 84u);
+}
+
+/// A node with one triangle whose coordinates are this number.
+boost::shared_ptr<MeshWithHoles3d<omReal32>> node(omReal32 at) {
+  auto result = boost::make_shared<MeshWithHoles3d<omReal32>>();
+  Corners corners;
+  corners.fill(at);
+  result->getExteriorMesh() = meshOf<omReal32>({corners});
+  return result;
+}
+
+/// The first coordinate of each record.
+std::vector<omReal32> firstCoordinates(const std::string& records) {
+  std::vector<omReal32> coords(records.size() / 50);
+  for (std::size_t at = 0; at < coords.size(); ++at) std::memcpy(&coords[at], &records[50 * at + 12], 4);
+  return coords;
+}
+
+TEST(StlSave, holesFollowTheirMeshInOrder) {
+  const auto root = node(1), island = node(3);
+  root->getMeshHoles() = {node(2), nullptr, node(4)};
+  root->getMeshHoles()[0]->getMeshHoles() = {island};
+  for (const bool withHoles : {true, false}) {
+    const std::vector<omReal32> expected = withHoles ? std::vector<omReal32>{1, 2, 3, 4} : std::vector<omReal32>{1};
+    std::ostringstream records, text;
+    writeStLBinary(records, *root, withHoles, 0, 0, 0);
+    EXPECT_EQ(firstCoordinates(records.str()), expected);
+    writeStLAscii(text, *root, withHoles, 0.5f, 0, 0);
+    std::string joined;
+    for (const omReal32 at : expected) joined += asciiOf(node(at)->getExteriorMesh(), 6, {0.5f, 0, 0});
+    EXPECT_EQ(text.str(), joined);
+  }
+}
+
+TEST(StlSave, shapesAreWrittenAsOneFile) {
+  const TemporaryFile file;
+  const auto first = boost::make_shared<Shape3d>(), second = boost::make_shared<Shape3d>();
+  first->getMeshWithHolesColl() = {node(3), nullptr, node(5)};
+  first->getMeshWithHolesColl()[0]->getMeshHoles() = {node(4)};
+  second->getMeshWithHolesColl() = {node(-1)};
+  const auto saved = [&] { return firstCoordinates(file.bytes().substr(84)); };
+  EXPECT_TRUE(saveToStLBinary(file.path, *first, true));
+  EXPECT_EQ(saved(), (std::vector<omReal32>{3, 4, 5}));
+  EXPECT_TRUE(saveToStLBinary(file.path, *first, false));
+  EXPECT_EQ(saved(), (std::vector<omReal32>{3, 5}));
+  EXPECT_TRUE(saveToStLBinary(file.path, {first, nullptr, second}, true));
+  EXPECT_EQ(saved(), (std::vector<omReal32>{5, 6, 7, 1})) << "all are moved alike";
+  EXPECT_EQ(file.bytes()[80], 4);
+  EXPECT_TRUE(saveToStLAscii(file.path, {first, second}, false, "p"));
+  const std::string text = file.bytes();
+  EXPECT_EQ(text.substr(0, 8), "solid p\n");
+  EXPECT_EQ(text.substr(text.size() - 11), "endsolid p\n");
+  EXPECT_NE(text.find("vertex 7.000000e+00 7.000000e+00 7.000000e+00\n"), std::string::npos);
+  EXPECT_TRUE(saveToStLAscii(file.path, Shape3d(), true, ""));
+  EXPECT_EQ(file.bytes(), "solid \nendsolid \n");
+}
+
+TEST(StlSave, nestingIsNotRecursive) {
+  const auto root = node(1);
+  auto* inner = root.get();
+  for (int depth = 0; depth < 200000; ++depth) {
+    inner->getMeshHoles().push_back(boost::make_shared<MeshWithHoles3d<omReal32>>());
+    inner = inner->getMeshHoles().back().get();
+  }
+  inner->getExteriorMesh() = node(2)->getExteriorMesh();
+  std::ostringstream records;
+  writeStLBinary(records, *root, true, 0, 0, 0);
+  EXPECT_EQ(firstCoordinates(records.str()), (std::vector<omReal32>{1, 2}));
+}
+
+TEST(StlSave, whatCannotBeWrittenIsAFailureWithThePath) {
+  const Mesh3d<omReal32> mesh = meshOf<omReal32>(tetrahedron());
+  for (const std::string& path :
+       {std::string("/dev/full"), ::testing::TempDir(), ::testing::TempDir() + "no/such/folder/a.stl"})
+    for (const BoolResult& saved : {saveToStLAscii(path, mesh, "p"), saveToStLBinary(path, mesh)}) {
+      EXPECT_FALSE(saved) << path;
+      EXPECT_EQ(saved.getMessage(), "Failed to write mesh 3d data to file " + path);
+    }
+  EXPECT_FALSE(std::filesystem::exists(::testing::TempDir() + "no"));
+}
+
+TEST(StlSave, aStreamThatFailsAnywhereShowsIt) {
+  struct Limited : std::streambuf {
+    explicit Limited(std::size_t room) : left(room) {}
+    int_type overflow(int_type c) override { return left == 0 ? traits_type::eof() : (--left, c); }
+    std::size_t left;
+  };
+  const Mesh3d<omReal32> mesh = meshOf<omReal32>(tetrahedron());
+  const auto writeAll = [&](std::ostream& stream, bool isAscii) {
+    if (isAscii) {
+      writeStLAsciiHeader(stream, "p");
+      writeStLAscii(stream, mesh, 0, 0, 0);
+      writeStLAsciiFooter(stream, "p");
+    } else {
+      writeStLBinaryHeader(stream, mesh.getNbTriangles());
+      writeStLBinary(stream, mesh, 0, 0, 0);
+    }
+  };
+  for (const bool isAscii : {true, false}) {
+    std::ostringstream whole;
+    writeAll(whole, isAscii);
+    for (std::size_t room = 0; room <= whole.str().size(); ++room) {
+      Limited buffer(room);
+      std::ostream stream(&buffer);
+      writeAll(stream, isAscii);
+      EXPECT_EQ(stream.good(), room == whole.str().size()) << room;
+      EXPECT_EQ(buffer.left, 0u) << "what there is room for is written";
+    }
+  }
+}
+
+TEST(StlSave, numbersDoNotDependOnTheLocale) {
+  struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+  };
+  const Mesh3d<omReal64> mesh = meshOf<omReal64>({{0.5, 1.25, 3e-9, 0.1, 0, 7}});
+  const std::string expected = asciiOf(mesh) + asciiOf(mesh, 17);
+  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Comma));
+  EXPECT_EQ(asciiOf(mesh) + asciiOf(mesh, 17), expected);
+  std::locale::global(before);
+}
