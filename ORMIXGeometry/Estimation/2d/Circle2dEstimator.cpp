@@ -1,8 +1,9 @@
 #include <ORMIXGeometry/Estimation/2d/Circle2dCostFunction.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
+#include <ORMIXGeometry/Estimation/SphereRefinement.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 namespace ormix {
 template class VersionedLevel<geom::Circle2dEstimator, BaseEstimator>;
@@ -11,7 +12,7 @@ template class RegisteredObject<geom::Circle2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-template class Estimation2d<Circle2dEstimator>;
+template class GeometryEstimator<Circle2dEstimator>;
 
 namespace {
 const DynamicRegistrator<Circle2dEstimator> g_classRegistrator;
@@ -43,14 +44,8 @@ omReal64 Circle2dEstimator::getResidualScale(const RealVector& params) const { r
 
 BoolResult Circle2dEstimator::refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                                                const RefinementOptions& options) const {
-  Circle2dCostFunction function;
-  const BoolResult initialised = function.init(dataSet);
-  if (!initialised)
-    return detail::estimationFailure(eEstimationMessage::eEsM_CircleCostFunction, initialised.getMessage());
-  RefinementResult refined;
-  BoolResult result = refineIteratively(function, start, options, refined);
-  if (result) params = refined.params;
-  return result;
+  return detail::refineBy<Circle2dCostFunction>(eEstimationMessage::eEsM_CircleCostFunction, dataSet, start, params,
+                                                options);
 }
 
 }  // namespace ormix::geom

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXMath/Estimation/IterativeRefinement.h>
 
 namespace ormix::geom {
@@ -14,7 +14,7 @@ extern template class RegisteredObject<geom::Circle2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-extern template class Estimation2d<Circle2dEstimator>;
+extern template class GeometryEstimator<Circle2dEstimator>;
 
 /// Circle of points (x, y): centre x, centre y, radius.
 ///
@@ -22,7 +22,7 @@ extern template class Estimation2d<Circle2dEstimator>;
 /// solution of the linear system with the rows (2x, 2y, 1 | x² + y²) (Kåsa 1976). Fails with message 0 for points that
 /// are collinear or coincide, to rounding of their coordinates. The residual of a point is algebraic and signed,
 /// (x - cx)² + (y - cy)² - r². O(points), no allocation.
-class ORMIX_GEOMETRY_API Circle2dEstimator : public Estimation2d<Circle2dEstimator> {
+class ORMIX_GEOMETRY_API Circle2dEstimator : public GeometryEstimator<Circle2dEstimator> {
  public:
   static constexpr const char* s_className = "ormix::geom::Circle2dEstimator";
   static constexpr std::size_t s_minimalDataSize = 3;

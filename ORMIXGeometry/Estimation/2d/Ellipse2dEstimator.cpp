@@ -1,7 +1,7 @@
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/EllipseDistance.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 namespace ormix {
 template class VersionedLevel<geom::Ellipse2dEstimator, BaseEstimator>;
@@ -10,7 +10,7 @@ template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-template class Estimation2d<Ellipse2dEstimator>;
+template class GeometryEstimator<Ellipse2dEstimator>;
 
 namespace {
 const DynamicRegistrator<Ellipse2dEstimator> g_classRegistrator;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
 namespace ormix::geom {
 class ORMIX_GEOMETRY_API Ellipse2dEstimator;
@@ -13,7 +13,7 @@ extern template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-extern template class Estimation2d<Ellipse2dEstimator>;
+extern template class GeometryEstimator<Ellipse2dEstimator>;
 
 /// Ellipse of points (x, y): centre x, centre y, major radius a, minor radius b, the direction theta of a in [0, pi).
 ///
@@ -21,7 +21,7 @@ extern template class Estimation2d<Ellipse2dEstimator>;
 /// moves and turns with them (Bookstein 1979; solved as in Gander, Golub and Strebel 1994). Fails with message 2 when
 /// the rank of its system is below 2 (points that coincide), 3 when the conic is none or not an ellipse, 4 when a
 /// radius is null. The residual of a point is its distance to the curve, not signed. O(points), no allocation.
-class ORMIX_GEOMETRY_API Ellipse2dEstimator : public Estimation2d<Ellipse2dEstimator> {
+class ORMIX_GEOMETRY_API Ellipse2dEstimator : public GeometryEstimator<Ellipse2dEstimator> {
  public:
   static constexpr const char* s_className = "ormix::geom::Ellipse2dEstimator";
   static constexpr std::size_t s_minimalDataSize = 5;

@@ -3,7 +3,7 @@
 #include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
 #include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
 #include <ORMIXGeometry/Entity/2d/Point/Point2dData.h>
-#include <ORMIXGeometry/Estimation/2d/Samples2d.h>
+#include <ORMIXGeometry/Estimation/Samples.h>
 #include <ORMIXGeometry/Export.h>
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
 
@@ -44,18 +44,18 @@ ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Point2dData<T>>& first,
 /// \endcode
 /// @{
 template <class T>
-ORMIX_GEOMETRY_API Samples2d toSamples(const std::vector<Point2d<T>>& points);
+ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2d<T>>& points);
 template <class T>
-ORMIX_GEOMETRY_API Samples2d toSamples(const std::vector<Point2dData<T>>& points);
+ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2dData<T>>& points);
 /// The points would not outlive their samples.
-Samples2d toSamples(std::vector<Point2dData<omReal64>>&& points) = delete;
-ORMIX_GEOMETRY_API Samples2d toSamples(const std::vector<Line2d>& lines);
+Samples toSamples(std::vector<Point2dData<omReal64>>&& points) = delete;
+ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Line2d>& lines);
 /// \throw ORMIXGeometryException, logged first, when the collections have different sizes
 template <class T>
-ORMIX_GEOMETRY_API Samples2d toSamples(const std::vector<Point2d<T>>& first, const std::vector<Point2d<T>>& second);
+ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2d<T>>& first, const std::vector<Point2d<T>>& second);
 template <class T>
-ORMIX_GEOMETRY_API Samples2d toSamples(const std::vector<Point2dData<T>>& first,
-                                       const std::vector<Point2dData<T>>& second);
+ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2dData<T>>& first,
+                                     const std::vector<Point2dData<T>>& second);
 /// @}
 
 }  // namespace ormix::geom

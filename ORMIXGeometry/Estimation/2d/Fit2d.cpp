@@ -9,6 +9,7 @@
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/FitOf.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
@@ -18,51 +19,43 @@
 #include <boost/numeric/ublas/vector.hpp>
 
 namespace ormix::geom {
-namespace {
 
-/// Estimates, and hands the parameters on when that succeeded.
-template <class Estimator, class Use>
-BoolResult fit(const SampleView& samples, const Use& use) {
-  RealVector params;
-  BoolResult result = Estimator().computeEstimation(samples, params);
-  if (result) use(params);
-  return result;
-}
-
-}  // namespace
+using detail::fitOf;
 
 BoolResult fitCircle(const SampleView& points, Circle2d<omReal64>& circle) {
-  return fit<Circle2dEstimator>(points, [&](const RealVector& p) { circle.setCoords({p(0), p(1)}, p(2)); });
+  return fitOf<Circle2dEstimator>([&](const RealVector& p) { circle.setCoords({p(0), p(1)}, p(2)); }, points);
 }
 
 BoolResult fitEllipse(const SampleView& points, Ellipse2d<omReal64>& ellipse) {
-  return fit<Ellipse2dEstimator>(points, [&](const RealVector& p) {
-    ellipse.setCoords({p(0), p(1)}, p(2), p(3), p(4));
-  });
+  return fitOf<Ellipse2dEstimator>(
+      [&](const RealVector& p) {
+        ellipse.setCoords({p(0), p(1)}, p(2), p(3), p(4));
+      },
+      points);
 }
 
 BoolResult fitLine(const SampleView& points, Line2d& line) {
-  return fit<Line2dEstimator>(points, [&](const RealVector& p) { line.setCoords(p(1), p(0)); });
+  return fitOf<Line2dEstimator>([&](const RealVector& p) { line.setCoords(p(1), p(0)); }, points);
 }
 
 BoolResult fitIntersection(const SampleView& lines, Point2d<omReal64>& point) {
-  return fit<Line2dIntersectionEstimator>(lines,
-                                          [&](const RealVector& p) { point.setCoords(p(0) / p(2), p(1) / p(2)); });
+  return fitOf<Line2dIntersectionEstimator>([&](const RealVector& p) { point.setCoords(p(0) / p(2), p(1) / p(2)); },
+                                            lines);
 }
 
 BoolResult fitTranslation(const SampleView& pairs, TranslationTransform2d& transform) {
-  return fit<TranslationTransform2dEstimator>(
-      pairs, [&](const RealVector& p) { transform = TranslationTransform2d(p(0), p(1)); });
+  return fitOf<TranslationTransform2dEstimator>(
+      [&](const RealVector& p) { transform = TranslationTransform2d(p(0), p(1)); }, pairs);
 }
 
 BoolResult fitRigid(const SampleView& pairs, RigidTransform2d& transform) {
-  return fit<RigidTransform2dEstimator>(pairs,
-                                        [&](const RealVector& p) { transform = RigidTransform2d(p(0), p(1), p(2)); });
+  return fitOf<RigidTransform2dEstimator>([&](const RealVector& p) { transform = RigidTransform2d(p(0), p(1), p(2)); },
+                                          pairs);
 }
 
 BoolResult fitSimilarity(const SampleView& pairs, SimilarityTransform2d& transform) {
-  return fit<SimilarityTransform2dEstimator>(
-      pairs, [&](const RealVector& p) { transform = SimilarityTransform2d(p(0), p(1), p(2), p(3)); });
+  return fitOf<SimilarityTransform2dEstimator>(
+      [&](const RealVector& p) { transform = SimilarityTransform2d(p(0), p(1), p(2), p(3)); }, pairs);
 }
 
 BoolResult fitHomography(const SampleView& pairs, HomographyTransform2d& transform) {

@@ -1,9 +1,9 @@
-#include <ORMIXGeometry/Estimation/2d/CentredSums.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <ORMIXGeometry/Estimation/CentredSums.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXUtil/NumericLimits.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 #include <algorithm>
 namespace ormix {
@@ -13,7 +13,7 @@ template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-template class Estimation2d<Line2dEstimator>;
+template class GeometryEstimator<Line2dEstimator>;
 
 namespace {
 const DynamicRegistrator<Line2dEstimator> g_classRegistrator;
@@ -21,21 +21,15 @@ const DynamicRegistrator<Line2dEstimator> g_classRegistrator;
 
 namespace {
 
-/// Products xx, xy, yy of a centred point; two points stand in a vector.
+/// Products xx, xy, yy of a centred point.
 struct PointProducts2d {
   static constexpr std::size_t dimension = 2;
   static constexpr std::size_t nbProducts = 3;
-  static constexpr std::size_t nbAccumulators = 2;
 
-  [[gnu::always_inline]] static inline void add(const detail::SumLanes& c, detail::SumLanes* sums) {
-    sums[0] += c * c;
-    sums[1] += c * __builtin_shufflevector(c, c, 1, 0, 3, 2);
-  }
-
-  static void take(const detail::SumLanes* lanes, omReal64* sums) {
-    sums[0] = lanes[0][0] + lanes[0][2];
-    sums[1] = lanes[1][0] + lanes[1][2];
-    sums[2] = lanes[0][1] + lanes[0][3];
+  [[gnu::always_inline]] static inline void add(const detail::SumLanes* c, detail::SumLanes* sums) {
+    sums[0] += c[0] * c[0];
+    sums[1] += c[0] * c[1];
+    sums[2] += c[1] * c[1];
   }
 
   static bool isSmall(const omReal64* step, const omReal64* sums) {
@@ -49,7 +43,7 @@ struct Moments {
 };
 
 Moments momentsOf(const SampleView& samples) {
-  const auto all = detail::CentredSummation<PointProducts2d>::of(samples.data, samples.nbSamples);
+  const auto all = detail::centredSums<PointProducts2d>(samples);
   return {all.mean[0], all.mean[1], all.sums[0] / all.nbRows, all.sums[1] / all.nbRows, all.sums[2] / all.nbRows};
 }
 

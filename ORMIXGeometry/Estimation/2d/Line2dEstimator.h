@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
 namespace ormix::geom {
 class ORMIX_GEOMETRY_API Line2dEstimator;
@@ -13,7 +13,7 @@ extern template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-extern template class Estimation2d<Line2dEstimator>;
+extern template class GeometryEstimator<Line2dEstimator>;
 
 /// Line x cos theta + y sin theta = rho of points (x, y): theta, rho.
 ///
@@ -23,7 +23,7 @@ extern template class Estimation2d<Line2dEstimator>;
 /// have |Sxx - Syy| below sqrt(epsilon) max(Sxx, Syy) and |Sxy| below sqrt(epsilon). The latter threshold is absolute,
 /// so a cloud of size 1e-5 along a diagonal has none either: intended. The residual of a point is its signed distance.
 /// O(points), no allocation.
-class ORMIX_GEOMETRY_API Line2dEstimator : public Estimation2d<Line2dEstimator> {
+class ORMIX_GEOMETRY_API Line2dEstimator : public GeometryEstimator<Line2dEstimator> {
  public:
   static constexpr const char* s_className = "ormix::geom::Line2dEstimator";
   static constexpr std::size_t s_minimalDataSize = 2;

@@ -2,7 +2,7 @@
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXUtil/NumericLimits.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 #include <algorithm>
 namespace ormix {
@@ -12,7 +12,7 @@ template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEstimator
 
 namespace ormix::geom {
 
-template class Estimation2d<Line2dIntersectionEstimator>;
+template class GeometryEstimator<Line2dIntersectionEstimator>;
 
 namespace {
 const DynamicRegistrator<Line2dIntersectionEstimator> g_classRegistrator;
@@ -27,7 +27,7 @@ omReal64 unitOf(const SampleView& lines) {
   for (std::size_t i = 0; i < lines.nbSamples; ++i) {
     const omReal64 distance = std::abs(lines[i][1]);
     // Not std::max, which would lose a NaN.
-    if (!(distance <= largest)) largest = distance;
+    if (std::isnan(distance) || distance > largest) largest = distance;
   }
   if (!(largest > 0) || !std::isfinite(largest)) return largest == 0 ? 1 : largest;
   return std::ldexp(1.0, std::max(std::ilogb(largest), -1000));

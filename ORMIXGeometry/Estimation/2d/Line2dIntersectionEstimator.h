@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
 namespace ormix::geom {
 class ORMIX_GEOMETRY_API Line2dIntersectionEstimator;
@@ -13,14 +13,14 @@ extern template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEs
 
 namespace ormix::geom {
 
-extern template class Estimation2d<Line2dIntersectionEstimator>;
+extern template class GeometryEstimator<Line2dIntersectionEstimator>;
 
 /// Common point of lines (theta, rho), as homogeneous vector (a, b, c) with c = 1: the finite point (a, b) that
 /// minimises the sum of squared distances to the lines.
 ///
 /// Fails with message 10 for lines that are all parallel, to rounding of their angles. The residual of a line is
 /// a cos theta + b sin theta - c rho. O(lines), no allocation.
-class ORMIX_GEOMETRY_API Line2dIntersectionEstimator : public Estimation2d<Line2dIntersectionEstimator> {
+class ORMIX_GEOMETRY_API Line2dIntersectionEstimator : public GeometryEstimator<Line2dIntersectionEstimator> {
  public:
   static constexpr const char* s_className = "ormix::geom::Line2dIntersectionEstimator";
   static constexpr std::size_t s_minimalDataSize = 2;

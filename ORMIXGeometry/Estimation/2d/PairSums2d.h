@@ -1,36 +1,12 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/CentredSums.h>
 #include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Scalar/EuclideanNorm.h>
 
 /// \file
-/// What the estimators of transforms know of their pairs (x1, y1, x2, y2); not installed.
+/// What the planar estimators of transforms know of their pairs (x1, y1, x2, y2); not installed.
 
 namespace ormix::geom::detail {
-
-/// Products of a centred pair: spreads of sources and targets, S and C of PairSums2d.
-struct PairProducts2d {
-  static constexpr std::size_t dimension = 4;
-  static constexpr std::size_t nbProducts = 4;
-  static constexpr std::size_t nbAccumulators = 3;
-
-  [[gnu::always_inline]] static inline void add(const SumLanes& c, SumLanes* sums) {
-    sums[0] += c * c;
-    sums[1] += c * __builtin_shufflevector(c, c, 3, 2, 1, 0);
-    sums[2] += c * __builtin_shufflevector(c, c, 2, 3, 0, 1);
-  }
-
-  static void take(const SumLanes* lanes, omReal64* sums) {
-    sums[0] = lanes[0][0] + lanes[0][1];
-    sums[1] = lanes[0][2] + lanes[0][3];
-    sums[2] = lanes[1][1] - lanes[1][0];
-    sums[3] = lanes[2][0] + lanes[2][1];
-  }
-
-  static bool isSmall(const omReal64* step, const omReal64* sums) {
-    return 2 * step[0] <= sums[0] && 2 * step[1] <= sums[1];
-  }
-};
 
 /// Means of the sources and targets, and sums over all pairs of products of their centred coordinates.
 struct PairSums2d {
@@ -41,6 +17,11 @@ struct PairSums2d {
   omReal64 s;        ///< dy1 dx2 - dx1 dy2
   omReal64 c;        ///< dx1 dx2 + dy1 dy2
 
+  /// \param samples pairs, at least one
+  static PairSums2d of(const SampleView& samples);
+  /// \param sources, targets as many points, at least one
+  static PairSums2d of(const SampleView& sources, const SampleView& targets);
+
   /// Whether the sums tell a rotation: false when all are tiny, and when one is NaN or infinite. The threshold is
   /// absolute: intended.
   bool determineRotation() const;
@@ -48,7 +29,13 @@ struct PairSums2d {
   omReal64 rotationAngle() const;
 };
 
-/// \param samples at least one
-PairSums2d pairSums(const SampleView& samples);
+/// Distance of p2 to the image (a x + b y + tx, c x + d y + ty) of p1, for a row (x1, y1, x2, y2).
+struct LinearMapDistance2d {
+  omReal64 a, b, c, d, tx, ty;
+
+  omReal64 operator()(const omReal64* p) const {
+    return euclideanNorm(p[2] - (a * p[0] + b * p[1] + tx), p[3] - (c * p[0] + d * p[1] + ty));
+  }
+};
 
 }  // namespace ormix::geom::detail

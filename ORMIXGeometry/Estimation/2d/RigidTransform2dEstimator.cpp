@@ -1,6 +1,5 @@
-#include <ORMIXGeometry/Estimation/2d/PairSums2d.h>
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
 namespace ormix {
 template class VersionedLevel<geom::RigidTransform2dEstimator, BaseEstimator>;
@@ -9,14 +8,14 @@ template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEstimator>;
 
 namespace ormix::geom {
 
-template class Estimation2d<RigidTransform2dEstimator>;
+template class GeometryEstimator<RigidTransform2dEstimator>;
+template class PairEstimator<RigidTransform2dEstimator, 2>;
 
 namespace {
 const DynamicRegistrator<RigidTransform2dEstimator> g_classRegistrator;
 }  // namespace
 
-BoolResult RigidTransform2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
-  const detail::PairSums2d sums = detail::pairSums(samples);
+BoolResult RigidTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Rigid2dRank);
   const omReal64 theta = sums.rotationAngle();
   const omReal64 co = std::cos(theta);

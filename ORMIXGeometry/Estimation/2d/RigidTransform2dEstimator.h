@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/PairEstimator.h>
 
 namespace ormix::geom {
 class ORMIX_GEOMETRY_API RigidTransform2dEstimator;
@@ -13,7 +13,8 @@ extern template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEsti
 
 namespace ormix::geom {
 
-extern template class Estimation2d<RigidTransform2dEstimator>;
+extern template class GeometryEstimator<RigidTransform2dEstimator>;
+extern template class PairEstimator<RigidTransform2dEstimator, 2>;
 
 /// Rotation and translation of pairs (x1, y1, x2, y2): theta in (-pi, pi], tx, ty. Minimises the sum of squared
 /// residuals (Umeyama 1991).
@@ -21,16 +22,19 @@ extern template class Estimation2d<RigidTransform2dEstimator>;
 /// Fails with message 14 when the sums S of dy1 dx2 - dx1 dy2 and C of dx1 dx2 + dy1 dy2 over the centred pairs are
 /// both below sqrt(epsilon); the threshold is absolute: intended. The residual of a pair is the distance of p2 to the
 /// image of p1. O(pairs), no allocation.
-class ORMIX_GEOMETRY_API RigidTransform2dEstimator : public Estimation2d<RigidTransform2dEstimator> {
+class ORMIX_GEOMETRY_API RigidTransform2dEstimator : public PairEstimator<RigidTransform2dEstimator, 2> {
  public:
   static constexpr const char* s_className = "ormix::geom::RigidTransform2dEstimator";
   static constexpr std::size_t s_minimalDataSize = 2;
   static constexpr std::size_t s_nbParams = 3;
   static constexpr std::size_t s_sampleDimension = 4;
 
-  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
+
+ private:
+  friend PairEstimator<RigidTransform2dEstimator, 2>;
+  static BoolResult estimate(const detail::PairSums2d& sums, RealVector& params);
 };
 
 }  // namespace ormix::geom

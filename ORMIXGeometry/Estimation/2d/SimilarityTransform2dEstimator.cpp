@@ -1,6 +1,5 @@
-#include <ORMIXGeometry/Estimation/2d/PairSums2d.h>
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
 namespace ormix {
 template class VersionedLevel<geom::SimilarityTransform2dEstimator, BaseEstimator>;
@@ -9,14 +8,14 @@ template class RegisteredObject<geom::SimilarityTransform2dEstimator, BaseEstima
 
 namespace ormix::geom {
 
-template class Estimation2d<SimilarityTransform2dEstimator>;
+template class GeometryEstimator<SimilarityTransform2dEstimator>;
+template class PairEstimator<SimilarityTransform2dEstimator, 2>;
 
 namespace {
 const DynamicRegistrator<SimilarityTransform2dEstimator> g_classRegistrator;
 }  // namespace
 
-BoolResult SimilarityTransform2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
-  const detail::PairSums2d sums = detail::pairSums(samples);
+BoolResult SimilarityTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Similarity2dRank);
   const omReal64 theta = sums.rotationAngle();
   const omReal64 scale = std::hypot(sums.s, sums.c) / sums.spread1;

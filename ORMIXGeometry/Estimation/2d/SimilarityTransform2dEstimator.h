@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.h>
+#include <ORMIXGeometry/Estimation/PairEstimator.h>
 
 namespace ormix::geom {
 class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator;
@@ -13,23 +13,27 @@ extern template class RegisteredObject<geom::SimilarityTransform2dEstimator, Bas
 
 namespace ormix::geom {
 
-extern template class Estimation2d<SimilarityTransform2dEstimator>;
+extern template class GeometryEstimator<SimilarityTransform2dEstimator>;
+extern template class PairEstimator<SimilarityTransform2dEstimator, 2>;
 
 /// Scale, rotation and translation of pairs (x1, y1, x2, y2): scale > 0, theta in (-pi, pi], tx, ty. Minimises the sum
 /// of squared residuals: the scale is sqrt(S² + C²) over the spread of the sources (Umeyama 1991).
 ///
 /// Fails with message 18 when the sums S and C of RigidTransform2dEstimator are both below sqrt(epsilon); the threshold
 /// is absolute: intended. The residual of a pair is the distance of p2 to the image of p1. O(pairs), no allocation.
-class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator : public Estimation2d<SimilarityTransform2dEstimator> {
+class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator : public PairEstimator<SimilarityTransform2dEstimator, 2> {
  public:
   static constexpr const char* s_className = "ormix::geom::SimilarityTransform2dEstimator";
   static constexpr std::size_t s_minimalDataSize = 2;
   static constexpr std::size_t s_nbParams = 4;
   static constexpr std::size_t s_sampleDimension = 4;
 
-  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
+
+ private:
+  friend PairEstimator<SimilarityTransform2dEstimator, 2>;
+  static BoolResult estimate(const detail::PairSums2d& sums, RealVector& params);
 };
 
 }  // namespace ormix::geom

@@ -1,6 +1,5 @@
-#include <ORMIXGeometry/Estimation/2d/PairSums2d.h>
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
-#include <ORMIXGeometry/Estimation/2d/Estimation2d.ipp>
+#include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
 namespace ormix {
 template class VersionedLevel<geom::TranslationTransform2dEstimator, BaseEstimator>;
@@ -9,14 +8,14 @@ template class RegisteredObject<geom::TranslationTransform2dEstimator, BaseEstim
 
 namespace ormix::geom {
 
-template class Estimation2d<TranslationTransform2dEstimator>;
+template class GeometryEstimator<TranslationTransform2dEstimator>;
+template class PairEstimator<TranslationTransform2dEstimator, 2>;
 
 namespace {
 const DynamicRegistrator<TranslationTransform2dEstimator> g_classRegistrator;
 }  // namespace
 
-BoolResult TranslationTransform2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
-  const detail::PairSums2d sums = detail::pairSums(samples);
+BoolResult TranslationTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   // Asked although no angle is needed: intended.
   if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Translation2dRank);
   params(0) = sums.mx2 - sums.mx1;

@@ -10,8 +10,8 @@ namespace ormix::detail {
 class PointRun3dAvx2 : private CoordinateVectorsAvx2 {
  public:
   /// Maps four points at a time; answers how many.
-  template <class T, class TOut>
-  [[gnu::target("avx2")]] static std::size_t apply(const AffineCoefficients3d& c, const T* xyz, TOut* out,
+  template <class T>
+  [[gnu::target("avx2")]] static std::size_t apply(const AffineCoefficients3d& c, const T* xyz, T* out,
                                                    std::size_t nbPoints) {
     const Row rowX = rowOf(c.xx, c.xy, c.xz, c.tx);
     const Row rowY = rowOf(c.yx, c.yy, c.yz, c.ty);
@@ -25,8 +25,8 @@ class PointRun3dAvx2 : private CoordinateVectorsAvx2 {
     return nbMapped;
   }
 
-  template <class T, class TOut>
-  [[gnu::target("avx2")]] static std::size_t apply(const HomographyCoefficients3d& h, const T* xyz, TOut* out,
+  template <class T>
+  [[gnu::target("avx2")]] static std::size_t apply(const HomographyCoefficients3d& h, const T* xyz, T* out,
                                                    std::size_t nbPoints) {
     const Row rowX = rowOf(h[0], h[1], h[2], h[3]);
     const Row rowY = rowOf(h[4], h[5], h[6], h[7]);

@@ -4,7 +4,7 @@
 #include <boost/numeric/ublas/matrix.hpp>
 #include <limits>
 
-#include "EstimationSamples.h"
+#include "../EstimationSamples.h"
 
 namespace {
 

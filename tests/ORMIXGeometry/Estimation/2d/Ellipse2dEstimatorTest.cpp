@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "EstimationSamples.h"
+#include "../EstimationSamples.h"
 
 namespace {
 

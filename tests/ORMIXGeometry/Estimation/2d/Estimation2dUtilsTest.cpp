@@ -1,6 +1,6 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
-#include "EstimationSamples.h"
+#include "../EstimationSamples.h"
 #include "support/LogCapture.h"
 
 namespace {
@@ -32,11 +32,11 @@ void expectSamples() {
   const DataSet paired = toDataSet(points, others);
   ASSERT_EQ(paired.size(), 2u);
   EXPECT_EQ(valuesOf(paired[1]), (Values{3, max, 7, 8}));
-  const Samples2d samples = toSamples(points, others);
+  const Samples samples = toSamples(points, others);
   EXPECT_EQ(samples.view().nbSamples, 2u);
   EXPECT_EQ(samples.view().dimension, 4u);
   EXPECT_EQ(Values(samples.view()[1], samples.view()[1] + 4), (Values{3, max, 7, 8}));
-  const Samples2d run = toSamples(points);
+  const Samples run = toSamples(points);
   EXPECT_EQ(Values(run.view()[0], run.view()[0] + 4), (Values{1, 2, 3, max}));
   EXPECT_EQ(run.isBorrowed(), (std::is_same_v<Point, Point2dData<omReal64>>));
   EXPECT_TRUE(toDataSet(std::vector<Point>{}).empty());
@@ -81,10 +81,10 @@ TEST(PlanarSamples, OfLinesAreThetaAndRho) {
 
 TEST(PlanarSamples, OfPackedPointsAreNotCopied) {
   const std::vector<Point2dData<omReal64>> points{{1, 2}, {3, 4}};
-  const Samples2d samples = toSamples(points);
+  const Samples samples = toSamples(points);
   EXPECT_EQ(static_cast<const void*>(samples.view().data), static_cast<const void*>(points.data()));
-  const Samples2d copied = toSamples(std::vector<Point2d<omReal64>>{{1, 2}});
-  const Samples2d moved = Samples2d(copied);
+  const Samples copied = toSamples(std::vector<Point2d<omReal64>>{{1, 2}});
+  const Samples moved = Samples(copied);
   EXPECT_EQ(moved.view()[0][1], 2);
 }
 
@@ -112,7 +112,7 @@ TEST(Fit2d, GivesTransformsFromPairs) {
   const std::vector<Point2d<omReal64>> sources{{1, 2}, {4, 3}, {-2, 5}, {0, -3}, {7, 1}};
   std::vector<Point2d<omReal64>> targets;
   for (const auto& point : sources) targets.emplace_back(3 - point.getY(), point.getX() - 1);
-  const Samples2d pairs = toSamples(sources, targets);
+  const Samples pairs = toSamples(sources, targets);
   RigidTransform2d rigid;
   SimilarityTransform2d similarity;
   HomographyTransform2d homography;

@@ -1,7 +1,7 @@
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dIntersectionEstimator.h>
 
-#include "EstimationSamples.h"
+#include "../EstimationSamples.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <array>
 #include <boost/numeric/ublas/matrix.hpp>
 
-#include "EstimationSamples.h"
+#include "../EstimationSamples.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// What all planar estimators do the same way.
+// What all estimators do the same way.
 
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
@@ -15,12 +15,14 @@ using namespace estimation;
 using namespace ormix::geom;
 
 template <class Estimator>
-class PlanarEstimator : public ::testing::Test {};
+class AnyEstimator : public ::testing::Test {};
 using AllEstimators =
     ::testing::Types<Circle2dEstimator, Ellipse2dEstimator, Line2dEstimator, Line2dIntersectionEstimator,
                      TranslationTransform2dEstimator, RigidTransform2dEstimator, SimilarityTransform2dEstimator,
-                     HomographyTransform2dEstimator>;
-TYPED_TEST_SUITE(PlanarEstimator, AllEstimators);
+                     HomographyTransform2dEstimator, Plan3dEstimator, Sphere3dEstimator, Ellipsoid3dEstimator,
+                     TranslationTransform3dEstimator, RigidTransform3dEstimator, SimilarityTransform3dEstimator,
+                     HomographyTransform3dEstimator>;
+TYPED_TEST_SUITE(AnyEstimator, AllEstimators);
 
 struct Sizes {
   std::size_t minimal, params, dimension;
@@ -34,7 +36,14 @@ Sizes sizesOf(const std::string& name) {
                                            {"TranslationTransform2d", {2, 2, 4}},
                                            {"RigidTransform2d", {2, 3, 4}},
                                            {"SimilarityTransform2d", {2, 4, 4}},
-                                           {"HomographyTransform2d", {4, 9, 4}}};
+                                           {"HomographyTransform2d", {4, 9, 4}},
+                                           {"Plan3d", {3, 3, 3}},
+                                           {"Sphere3d", {4, 4, 3}},
+                                           {"Ellipsoid3d", {9, 9, 3}},
+                                           {"TranslationTransform3d", {3, 6, 6}},
+                                           {"RigidTransform3d", {3, 6, 6}},
+                                           {"SimilarityTransform3d", {3, 7, 6}},
+                                           {"HomographyTransform3d", {5, 16, 6}}};
   const std::string prefix = "ormix::geom::";
   return table.at(name.substr(prefix.size(), name.size() - prefix.size() - std::string("Estimator").size()));
 }
@@ -45,16 +54,21 @@ Values goodSamples(std::size_t nbSamples) {
   Values values;
   for (std::size_t i = 0; i < nbSamples; ++i) {
     const omReal64 t = random.uniform(0, 6);
-    // Near an ellipse that is nearly a circle; as lines of all directions they meet somewhere, too.
-    const omReal64 x = 3 * std::cos(t) + 0.01 * random.noise();
-    const omReal64 y = 2 * std::sin(t) + 0.01 * random.noise();
-    values.insert(values.end(), {x, y});
-    if (Estimator::s_sampleDimension == 4) values.insert(values.end(), {0.5 * x + 1, 0.5 * y + 2});
+    const omReal64 u = Estimator::s_sampleDimension % 3 == 0 ? random.uniform(-1.5, 1.5) : 0;
+    // Near an ellipse that is nearly a circle, or an ellipsoid; as lines of all directions they meet somewhere, too.
+    const omReal64 x = 3 * std::cos(t) * std::cos(u) + 0.01 * random.noise();
+    const omReal64 y = 2 * std::sin(t) * std::cos(u) + 0.01 * random.noise();
+    Values sample{x, y};
+    if (Estimator::s_sampleDimension % 3 == 0) sample.push_back(2.5 * std::sin(u));
+    if (Estimator::s_sampleDimension > 3)
+      for (std::size_t d = 0; d < Estimator::s_sampleDimension / 2; ++d)
+        sample.push_back(0.5 * sample[d] + 1 + static_cast<omReal64>(d));
+    values.insert(values.end(), sample.begin(), sample.end());
   }
   return values;
 }
 
-TYPED_TEST(PlanarEstimator, StatesItsSizes) {
+TYPED_TEST(AnyEstimator, StatesItsSizes) {
   const TypeParam estimator;
   const Sizes sizes = sizesOf(estimator.getClassName());
   EXPECT_EQ(estimator.getMinimalDataSize(), sizes.minimal);
@@ -62,7 +76,7 @@ TYPED_TEST(PlanarEstimator, StatesItsSizes) {
   EXPECT_EQ(estimator.getSampleDimension(), sizes.dimension);
 }
 
-TYPED_TEST(PlanarEstimator, IsRegisteredAndCopied) {
+TYPED_TEST(AnyEstimator, IsRegisteredAndCopied) {
   const std::string name = TypeParam::s_className;
   const std::unique_ptr<BaseDynamicObject> created(DynamicObjectFactory::getInstance().createNew(name));
   EXPECT_EQ(created->getClassName(), name);
@@ -81,7 +95,7 @@ TYPED_TEST(PlanarEstimator, IsRegisteredAndCopied) {
   EXPECT_TRUE(TypeParam().read(archive)) << out.str();
 }
 
-TYPED_TEST(PlanarEstimator, AnswersTheSameForADataSetAndAView) {
+TYPED_TEST(AnyEstimator, AnswersTheSameForADataSetAndAView) {
   const Values values = goodSamples<TypeParam>(300);
   TypeParam estimator;
   const DataSet dataSet = dataSetOf(values, estimator.getSampleDimension());
@@ -97,7 +111,7 @@ TYPED_TEST(PlanarEstimator, AnswersTheSameForADataSetAndAView) {
   EXPECT_EQ(residuals.size(), 300u);
 }
 
-TYPED_TEST(PlanarEstimator, SaysHowManySamplesAreNeeded) {
+TYPED_TEST(AnyEstimator, SaysHowManySamplesAreNeeded) {
   const TypeParam estimator;
   const std::string given = std::to_string(estimator.getMinimalDataSize() - 1);
   const std::string message = failureOf<TypeParam>(goodSamples<TypeParam>(estimator.getMinimalDataSize() - 1));
@@ -108,7 +122,7 @@ TYPED_TEST(PlanarEstimator, SaysHowManySamplesAreNeeded) {
   EXPECT_FALSE(estimator.computeResiduals(viewOf(values, estimator.getSampleDimension()), vectorOf({1}), residuals));
 }
 
-TYPED_TEST(PlanarEstimator, RefusesSamplesThatCoincide) {
+TYPED_TEST(AnyEstimator, RefusesSamplesThatCoincide) {
   for (const std::size_t count : {TypeParam::s_minimalDataSize, std::size_t{20}, std::size_t{1000}})
     for (const omReal64 value : {0.0, 0.3, 1e9}) {
       const Values values(count * TypeParam::s_sampleDimension, value);
@@ -116,7 +130,7 @@ TYPED_TEST(PlanarEstimator, RefusesSamplesThatCoincide) {
     }
 }
 
-TYPED_TEST(PlanarEstimator, RefusesNaNAndInfinity) {
+TYPED_TEST(AnyEstimator, RefusesNaNAndInfinity) {
   for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity(),
                              -std::numeric_limits<omReal64>::infinity()})
     for (const std::size_t count : {TypeParam::s_minimalDataSize, std::size_t{40}, std::size_t{300}})
@@ -132,7 +146,7 @@ TYPED_TEST(PlanarEstimator, RefusesNaNAndInfinity) {
 }
 
 // Whether there is a model in such data is for each estimator to say; if it says so, in numbers.
-TYPED_TEST(PlanarEstimator, NeverSucceedsWithoutNumbers) {
+TYPED_TEST(AnyEstimator, NeverSucceedsWithoutNumbers) {
   Random random(20240);
   for (int trial = 0; trial < 600; ++trial) {
     const std::size_t count = TypeParam::s_minimalDataSize + static_cast<std::size_t>(random.uniform(0, 9));
@@ -159,6 +173,19 @@ TYPED_TEST(PlanarEstimator, NeverSucceedsWithoutNumbers) {
   }
 }
 
+/// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
+template <class Estimator>
+Values spatialSample(Random& random) {
+  const omReal64 t = random.uniform(0, 6.28);
+  const omReal64 z = random.uniform(-1, 1);
+  const omReal64 across = std::sqrt(1 - z * z);
+  const omReal64 x = 30 * across * std::cos(t);
+  const omReal64 y = 30 * across * std::sin(t);
+  if (std::is_same_v<Estimator, Plan3dEstimator>) return {x, y, 0.5 * x - 0.2 * y + 2};
+  if (std::is_same_v<Estimator, Ellipsoid3dEstimator>) return {x + 1, 0.7 * y - 2, 15 * z};
+  return {x + 1, y - 2, 30 * z};
+}
+
 // Model, share of outliers and noise are such that the consensus is clear: the robust parameters are those of the
 // inliers alone.
 template <class Estimator>
@@ -174,15 +201,18 @@ Values withOutliers(std::size_t count) {
       x = t;
       y = 5 * std::cos(t) + 6 * std::sin(t);
     }
-    Values sample{x, y, x + 5, y - 3};
-    sample.resize(Estimator::s_sampleDimension);
+    Values sample{x, y};
+    if (Estimator::s_sampleDimension % 3 == 0) sample = spatialSample<Estimator>(random);
+    if (Estimator::s_sampleDimension > 3)
+      for (std::size_t d = 0; d < Estimator::s_sampleDimension / 2; ++d)
+        sample.push_back(sample[d] + 5 - 2 * static_cast<omReal64>(d));
     for (omReal64& value : sample) value += i % 5 < 2 ? random.uniform(-50, 50) : 1e-3 * random.noise();
     values.insert(values.end(), sample.begin(), sample.end());
   }
   return values;
 }
 
-TYPED_TEST(PlanarEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
+TYPED_TEST(AnyEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
   const Values values = withOutliers<TypeParam>(200);
   const SampleView view = viewOf(values, TypeParam::s_sampleDimension);
   TypeParam estimator;

@@ -10,13 +10,13 @@ namespace ormix::geom {
 
 /// Samples for an estimator in one run of memory, either their own or that of the points they were made from, which
 /// then have to live and stay where they are as long as the samples. See toSamples().
-class Samples2d {
+class Samples {
  public:
   /// Values of its own, `dimension` for each sample.
-  Samples2d(std::vector<omReal64> values, std::size_t dimension)
+  Samples(std::vector<omReal64> values, std::size_t dimension)
       : _values(std::move(values)), _nbSamples(_values.size() / dimension), _dimension(dimension) {}
   /// Somebody else's values.
-  explicit Samples2d(const SampleView& borrowed)
+  explicit Samples(const SampleView& borrowed)
       : _borrowed(borrowed.data), _nbSamples(borrowed.nbSamples), _dimension(borrowed.dimension) {}
 
   /// Valid as long as this object.

@@ -1,0 +1,41 @@
+#include <ORMIXGeometry/Estimation/3d/Ellipsoid3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/EllipsoidDistance.h>
+#include <ORMIXMath/Fitting/ShapesFromSamples.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
+
+namespace ormix {
+template class VersionedLevel<geom::Ellipsoid3dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::Ellipsoid3dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class GeometryEstimator<Ellipsoid3dEstimator>;
+
+namespace {
+const DynamicRegistrator<Ellipsoid3dEstimator> g_classRegistrator;
+}  // namespace
+
+BoolResult Ellipsoid3dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
+  std::size_t rank = 0;
+  EllipsoidParameters found;
+  const bool isEllipsoid = ellipsoidFromSamples(samples, found, rank);
+  constexpr std::size_t smallestRank = 5;
+  if (rank < smallestRank) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidRank);
+  if (!isEllipsoid) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNotAnEllipsoid);
+  if (!(found.c > 0)) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNullRadius);
+  const std::array<omReal64, s_nbParams> values{found.cx, found.cy,    found.cz,   found.a,  found.b,
+                                                found.c,  found.alpha, found.beta, found.chi};
+  std::copy(values.begin(), values.end(), params.begin());
+  return {};
+}
+
+BoolResult Ellipsoid3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                      RealVector& residuals) const {
+  const detail::EllipsoidDistance distance(
+      {params(0), params(1), params(2), params(3), params(4), params(5), params(6), params(7), params(8)});
+  return detail::fillResiduals<s_sampleDimension>(samples, residuals,
+                                                  [&](const omReal64* p) { return distance(p[0], p[1], p[2]); });
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/HomographyEstimator.h>
+#include <ORMIXGeometry/Message/EstimationMessage.h>
+
+namespace ormix::geom {
+class ORMIX_GEOMETRY_API HomographyTransform3dEstimator;
+}  // namespace ormix::geom
+
+namespace ormix {
+extern template class VersionedLevel<geom::HomographyTransform3dEstimator, BaseEstimator>;
+extern template class RegisteredObject<geom::HomographyTransform3dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+extern template class GeometryEstimator<HomographyTransform3dEstimator>;
+extern template class HomographyEstimator<HomographyTransform3dEstimator, 3>;
+
+/// Projective map of pairs (x1, y1, z1, x2, y2, z2): the 4 x 4 matrix row by row, its last element 1, or of length 1
+/// where that is 0 (the origin goes to infinity). Fails with message 9 when the rank of its system is not greater than
+/// 13. How it is found, and the matrix in place of the parameters: see HomographyEstimator.
+class ORMIX_GEOMETRY_API HomographyTransform3dEstimator
+    : public HomographyEstimator<HomographyTransform3dEstimator, 3> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::HomographyTransform3dEstimator";
+  static constexpr std::size_t s_minimalDataSize = 5;
+  static constexpr std::size_t s_nbParams = 16;
+  static constexpr std::size_t s_sampleDimension = 6;
+  static constexpr eEstimationMessage::eId s_rankMessage = eEstimationMessage::eEsM_Homography3dRank;
+};
+
+}  // namespace ormix::geom

@@ -1,0 +1,91 @@
+#include <ORMIXGeometry/Estimation/3d/PairSums3d.h>
+#include <ORMIXGeometry/Estimation/CentredSums.h>
+#include <ORMIXMath/Scalar/Round.h>
+#include <ORMIXUtil/NumericLimits.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace ormix::geom::detail {
+namespace {
+
+/// The products of a pair of points: all between source and target, then the two spreads.
+struct PairProducts3d {
+  static constexpr std::size_t dimension = 6;
+  static constexpr std::size_t nbProducts = 11;
+
+  [[gnu::always_inline]] static inline void add(const SumLanes* c, SumLanes* sums) {
+    for (std::size_t i = 0; i < 3; ++i)
+      for (std::size_t j = 0; j < 3; ++j) sums[3 * i + j] += c[i] * c[3 + j];
+    sums[9] += c[0] * c[0] + c[1] * c[1] + c[2] * c[2];
+    sums[10] += c[3] * c[3] + c[4] * c[4] + c[5] * c[5];
+  }
+
+  static bool isSmall(const omReal64* step, const omReal64* sums) {
+    return 2 * step[9] <= sums[9] && 2 * step[10] <= sums[10];
+  }
+};
+
+template <class Rows>
+PairSums3d sumsOf(const Rows& rows) {
+  const auto all = CentredSummation<PairProducts3d, Rows>::of(rows);
+  PairSums3d sums{};
+  sums.nbPairs = all.nbRows;
+  std::copy_n(all.mean.begin(), 3, sums.mean1.begin());
+  std::copy_n(all.mean.begin() + 3, 3, sums.mean2.begin());
+  std::copy_n(all.sums.begin(), 9, sums.products.begin());
+  sums.spread1 = all.sums[9];
+  sums.spread2 = all.sums[10];
+  return sums;
+}
+
+/// Whether points are more than one point that rounding of its coordinates spread.
+bool differ(omReal64 spread, const std::array<omReal64, 3>& mean, omReal64 nbPoints) {
+  const omReal64 largest = std::max({std::abs(mean[0]), std::abs(mean[1]), std::abs(mean[2])});
+  return std::sqrt(spread / nbPoints) > 4 * NumericLimits<omReal64>::s_eps * largest;
+}
+
+}  // namespace
+
+PairSums3d PairSums3d::of(const SampleView& samples) { return sumsOf(RowView<6>::of(samples)); }
+
+PairSums3d PairSums3d::of(const SampleView& sources, const SampleView& targets) {
+  const omReal64* p = sources.data;
+  const omReal64* q = targets.data;
+  return sumsOf(RowView<6, 3>{{p, p + 1, p + 2, q, q + 1, q + 2}, sources.nbSamples});
+}
+
+bool PairSums3d::tellTranslation() const {
+  constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
+  omReal64 largest = 0;
+  // Not std::max, which would lose a NaN.
+  for (const omReal64 product : products)
+    if (std::isnan(product) || std::abs(product) > largest) largest = std::abs(product);
+  return std::isfinite(largest) && largest >= threshold;
+}
+
+bool PairSums3d::bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const {
+  BestRotation best;
+  if (!differ(spread1, mean1, nbPairs) || !differ(spread2, mean2, nbPairs)) return false;
+  if (!rotationFromSums(products, best)) return false;
+  // So written that NaN tells nothing; the largest sum that there could be is the product of the lengths.
+  if (!(best.gap > NumericLimits<omReal64>::s_sqrt_eps * (std::sqrt(spread1) * std::sqrt(spread2)))) return false;
+  const auto rounded = ormix::round<omReal64, omReal64>;
+  if (!quaternionToEuler(rounded(best.w), rounded(best.x), rounded(best.y), rounded(best.z), angles.alpha, angles.beta,
+                         angles.chi))
+    return false;
+  sumOfTurned = best.sum;
+  return true;
+}
+
+SimilarityDistance3d SimilarityDistance3d::ofMeans(omReal64 factor, const EulerAngles& angles, const PairSums3d& sums) {
+  SimilarityDistance3d map(factor, angles, std::array<omReal64, 3>{});
+  const auto& mean = sums.mean1;
+  for (std::size_t k = 0; k < 3; ++k) {
+    const auto& row = map.rotation[k];
+    map.translation[k] = sums.mean2[k] - factor * (row[0] * mean[0] + row[1] * mean[1] + row[2] * mean[2]);
+  }
+  return map;
+}
+
+}  // namespace ormix::geom::detail

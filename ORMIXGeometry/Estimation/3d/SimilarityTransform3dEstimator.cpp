@@ -1,0 +1,39 @@
+#include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/PairEstimator.ipp>
+
+namespace ormix {
+template class VersionedLevel<geom::SimilarityTransform3dEstimator, BaseEstimator>;
+template class RegisteredObject<geom::SimilarityTransform3dEstimator, BaseEstimator>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+template class GeometryEstimator<SimilarityTransform3dEstimator>;
+template class PairEstimator<SimilarityTransform3dEstimator, 3>;
+
+namespace {
+const DynamicRegistrator<SimilarityTransform3dEstimator> g_classRegistrator;
+}  // namespace
+
+BoolResult SimilarityTransform3dEstimator::estimate(const detail::PairSums3d& sums, RealVector& params) {
+  EulerAngles angles;
+  omReal64 sumOfTurned = 0;
+  if (!sums.bestRotation(angles, sumOfTurned))
+    return detail::estimationFailure(eEstimationMessage::eEsM_Similarity3dRank);
+  const auto map = detail::SimilarityDistance3d::ofMeans(sumOfTurned / sums.spread1, angles, sums);
+  params(0) = map.scale;
+  params(1) = angles.alpha;
+  params(2) = angles.beta;
+  params(3) = angles.chi;
+  std::copy(map.translation.begin(), map.translation.end(), params.begin() + 4);
+  return {};
+}
+
+BoolResult SimilarityTransform3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                                RealVector& residuals) const {
+  return detail::fillResiduals<s_sampleDimension>(
+      samples, residuals,
+      detail::SimilarityDistance3d(params(0), {params(1), params(2), params(3)}, {params(4), params(5), params(6)}));
+}
+
+}  // namespace ormix::geom

@@ -1,0 +1,251 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/CentredSums.h>
+#include <ORMIXGeometry/Estimation/HomographyEstimator.h>
+#include <ORMIXMath/Algebra/SvdSolve.h>
+#include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXUtil/NumericLimits.h>
+#include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
+
+#include <algorithm>
+#include <array>
+#include <boost/numeric/ublas/matrix.hpp>
+#include <numeric>
+
+namespace ormix::geom {
+namespace detail {
+
+/// The system of a projective map of dimension D. `side` is the matrix' number of rows.
+template <std::size_t D>
+struct HomographySystem {
+  static constexpr std::size_t side = D + 1;
+  static constexpr std::size_t nbElements = side * side;
+  // Most unknown elements that may stay open are two, of which one is the matrix' factor.
+  static constexpr std::size_t smallestRank = nbElements - 2;
+  using Elements = std::array<omReal64, nbElements>;
+  using Columns = TallQr<nbElements>;
+
+  /// Squared lengths of sources and of targets about their means.
+  struct Spreads {
+    static constexpr std::size_t dimension = 2 * D;
+    static constexpr std::size_t nbProducts = 2;
+
+    [[gnu::always_inline]] static inline void add(const SumLanes* c, SumLanes* sums) {
+      for (std::size_t d = 0; d < D; ++d) sums[0] += c[d] * c[d];
+      for (std::size_t d = D; d < 2 * D; ++d) sums[1] += c[d] * c[d];
+    }
+    static bool isSmall(const omReal64* step, const omReal64* sums) {
+      return 2 * step[0] <= sums[0] && 2 * step[1] <= sums[1];
+    }
+  };
+
+  /// Points moved to their mean and scaled near 1 (Hartley 1997, In Defense of the Eight-Point Algorithm, IEEE PAMI
+  /// 19), by a power of two so that nothing is rounded.
+  struct Frame {
+    std::array<omReal64, D> centre;
+    omReal64 scale;
+
+    Frame(const omReal64* mean, omReal64 spread, omReal64 nbPoints) : scale(1) {
+      std::copy(mean, mean + D, centre.begin());
+      const omReal64 radius = std::sqrt(spread / nbPoints);
+      // Points that coincide, and those with a NaN or infinity, are left to the rank.
+      if (radius > 0 && std::isfinite(radius)) scale = std::ldexp(1.0, std::clamp(-std::ilogb(radius), -1000, 1000));
+    }
+    omReal64 operator()(omReal64 value, std::size_t d) const { return (value - centre[d]) * scale; }
+  };
+
+  /// The columns (p | u p | v p ...) of the sources p = (x, y, ..., 1) and targets (u, v, ...) in their frames, as a
+  /// triangle.
+  static void reduce(const SampleView& samples, const Frame& source, const Frame& target, Columns& qr) {
+    for (std::size_t start = 0; start < samples.nbSamples; start += Columns::s_blockRows) {
+      const std::size_t nbRows = std::min(Columns::s_blockRows, samples.nbSamples - start);
+      for (std::size_t i = 0; i < nbRows; ++i) {
+        const omReal64* pair = samples[start + i];
+        std::array<omReal64, side> p;
+        for (std::size_t d = 0; d < D; ++d) p[d] = source(pair[d], d);
+        p[D] = 1;
+        for (std::size_t c = 0; c < side; ++c) qr.block(c)[i] = p[c];
+        for (std::size_t d = 0; d < D; ++d) {
+          const omReal64 u = target(pair[D + d], d);
+          for (std::size_t c = 0; c < side; ++c) qr.block((d + 1) * side + c)[i] = u * p[c];
+        }
+      }
+      qr.fold(nbRows);
+    }
+  }
+
+  /// The null vector of the direct linear system, whose rows are (p 0 ... -u p), (0 p ... -v p), ...; returns its rank.
+  ///
+  /// With the triangle (R P Q ...; 0 S T ...; 0 0 W ...) of the columns the orthogonal factor of p turns that system of
+  /// D rows a pair into (R 0 ... -P; 0 R ... -Q; ...) and rows of which only the last block, S, T, W, ..., is not zero
+  /// and which a triangle replaces: less work, and the same singular values.
+  static std::size_t solve(const Columns& qr, Elements& h) {
+    std::array<omReal64, nbElements * nbElements> a{};
+    const auto row = [&a](std::size_t r) { return a.data() + r * nbElements; };
+    TallQr<side> last;
+    std::size_t nbLast = 0;
+    for (std::size_t d = 0; d < D; ++d)
+      for (std::size_t r = 0; r < (d + 2) * side; ++r) {
+        const std::size_t column = (d + 1) * side;
+        if (r >= side) {
+          for (std::size_t c = 0; c < side; ++c) last.block(c)[nbLast] = qr(r, column + c);
+          ++nbLast;
+          continue;
+        }
+        for (std::size_t c = 0; c < side; ++c) {
+          row(d * side + r)[d * side + c] = qr(r, c);
+          row(d * side + r)[D * side + c] = -qr(r, column + c);
+        }
+      }
+    last.fold(nbLast);
+    for (std::size_t r = 0; r < side; ++r)
+      for (std::size_t c = 0; c < side; ++c) row(D * side + r)[D * side + c] = last(r, c);
+    return svdNullVectorSmall(a.data(), nbElements, nbElements, h.data());
+  }
+
+  /// Whether the sources lie on one line of the plane, one plane of space, to rounding of their coordinates, which far
+  /// from the origin hides behind a full rank: then the equations are not enough.
+  static bool areFlat(const Columns& qr, const Frame& source, omReal64 nbPoints) {
+    // The first D columns are the centred sources: the singular values of their corner are the cloud's half axes. The
+    // length of its inverse is that of the smallest one, inverted.
+    omReal64 squareOfInverse = 0;
+    for (std::size_t c = 0; c < D; ++c) {
+      std::array<omReal64, D> x{};
+      for (std::size_t r = c + 1; r-- > 0;) {
+        omReal64 value = r == c;
+        for (std::size_t k = r + 1; k <= c; ++k) value -= qr(r, k) * x[k];
+        x[r] = value / qr(r, r);
+        squareOfInverse += x[r] * x[r];
+      }
+    }
+    omReal64 largest = 0;
+    for (const omReal64 value : source.centre) largest = std::max(largest, std::abs(value));
+    const omReal64 rounding = 4 * NumericLimits<omReal64>::s_eps * (largest * source.scale + 1) * std::sqrt(nbPoints);
+    return !(1 > rounding * std::sqrt(squareOfInverse));
+  }
+
+  /// From the frames back to the coordinates, target⁻¹ · h · source, times `factor`, with the last column such that the
+  /// rounded matrix maps the centre of the sources where the exact one does: what rounding takes from a pair then grows
+  /// with its distance from the centre rather than from the origin.
+  static Elements withoutFrames(const Frame& source, const Frame& target, const Elements& h, omReal64 factor) {
+    Elements result;
+    for (std::size_t c = 0; c < side; ++c) {
+      const omReal64 scale = c < D ? source.scale * factor : factor;
+      const omReal64 denominator = h[D * side + c];
+      for (std::size_t r = 0; r < D; ++r)
+        result[r * side + c] = (h[r * side + c] / target.scale + target.centre[r] * denominator) * scale;
+      result[D * side + c] = denominator * scale;
+    }
+    for (std::size_t r = 0; r < side; ++r) {
+      omReal64* row = result.data() + side * r;
+      for (std::size_t d = D; d-- > 0;) row[D] = std::fma(-row[d], source.centre[d], row[D]);
+    }
+    return result;
+  }
+
+  /// What makes the last element 1, or the length where that element is 0 to rounding.
+  static omReal64 normalisation(const Elements& h) {
+    const auto lengthOf = [](auto first, auto last) {
+      return std::sqrt(std::inner_product(first, last, first, omReal64{0}));
+    };
+    const omReal64 length = lengthOf(h.begin(), h.end());
+    // Only the last row decides: those above have the targets' unit.
+    const bool isLastNull =
+        !(std::abs(h.back()) > NumericLimits<omReal64>::s_eps * lengthOf(h.end() - side, h.end())) ||
+        !std::isfinite(length / h.back());
+    return 1 / (isLastNull ? length : h.back());
+  }
+
+  /// Distance of p2 to the image of p1.
+  static omReal64 transferDistance(const Elements& h, const omReal64* pair) {
+    const auto mapped = [&](std::size_t r) {
+      omReal64 sum = h[r * side] * pair[0];
+      for (std::size_t d = 1; d < D; ++d) sum += h[r * side + d] * pair[d];
+      return sum + h[r * side + D];
+    };
+    const omReal64 w = mapped(D);
+    const auto off = [&](std::size_t d) { return pair[D + d] - mapped(d) / w; };
+    if constexpr (D == 2)
+      return euclideanNorm(off(0), off(1));
+    else
+      return euclideanNorm(off(0), off(1), off(2));
+  }
+};
+
+template <class Matrix>
+Matrix matrixOf(const RealVector& params, std::size_t side) {
+  Matrix matrix(side, side);
+  for (std::size_t k = 0; k < params.size(); ++k) matrix(k / side, k % side) = params(k);
+  return matrix;
+}
+
+template <class Matrix>
+RealVector paramsOf(const Matrix& matrix) {
+  RealVector params(matrix.size1() * matrix.size2());
+  for (std::size_t k = 0; k < params.size(); ++k) params(k) = matrix(k / matrix.size2(), k % matrix.size2());
+  return params;
+}
+
+}  // namespace detail
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::processViewEstimation(const SampleView& samples, RealVector& params) {
+  using System = detail::HomographySystem<D>;
+  const auto sums = detail::centredSums<typename System::Spreads>(samples);
+  const typename System::Frame source(sums.mean.data(), sums.sums[0], sums.nbRows);
+  const typename System::Frame target(sums.mean.data() + D, sums.sums[1], sums.nbRows);
+  typename System::Columns qr;
+  System::reduce(samples, source, target, qr);
+  typename System::Elements h{};
+  std::size_t rank = System::solve(qr, h);
+  if (System::areFlat(qr, source, sums.nbRows)) rank = std::min(rank, System::smallestRank - 1);
+  if (rank < System::smallestRank) return detail::estimationFailure(Self::s_rankMessage, rank, System::smallestRank);
+  const omReal64 factor = System::normalisation(System::withoutFrames(source, target, h, 1));
+  h = System::withoutFrames(source, target, h, factor);
+  // Off by the rounding of the factor.
+  if (std::abs(h.back() - 1) < NumericLimits<omReal64>::s_sqrt_eps) h.back() = 1;
+  if (!std::all_of(h.begin(), h.end(), [](omReal64 element) { return std::isfinite(element); }))
+    return failure(this->getClassName() + ": the matrix is beyond the range of numbers");
+  std::copy(h.begin(), h.end(), params.begin());
+  return {};
+}
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::processViewResiduals(const SampleView& samples, const RealVector& params,
+                                                              RealVector& residuals) const {
+  using System = detail::HomographySystem<D>;
+  typename System::Elements h;
+  std::copy(params.begin(), params.end(), h.begin());
+  return detail::fillResiduals<2 * D>(samples, residuals,
+                                      [&h](const omReal64* pair) { return System::transferDistance(h, pair); });
+}
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::computeEstimation(const DataSet& dataSet, Matrix& matrix) {
+  RealVector params;
+  BoolResult result = computeEstimation(dataSet, params);
+  if (result) matrix = detail::matrixOf<Matrix>(params, D + 1);
+  return result;
+}
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::computeEstimation(const SampleView& samples, Matrix& matrix) {
+  RealVector params;
+  BoolResult result = computeEstimation(samples, params);
+  if (result) matrix = detail::matrixOf<Matrix>(params, D + 1);
+  return result;
+}
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::computeResiduals(const DataSet& dataSet, const Matrix& matrix,
+                                                          RealVector& residuals) const {
+  return computeResiduals(dataSet, detail::paramsOf(matrix), residuals);
+}
+
+template <class Self, std::size_t D>
+BoolResult HomographyEstimator<Self, D>::computeResiduals(const SampleView& samples, const Matrix& matrix,
+                                                          RealVector& residuals) const {
+  return computeResiduals(samples, detail::paramsOf(matrix), residuals);
+}
+
+}  // namespace ormix::geom
