@@ -1,20 +1,31 @@
 #pragma once
 
 #include <ORMIXMath/Transform/2d/BaseGeometricTransform2d.h>
+#include <ORMIXMath/Transform/3d/BaseGeometricTransform3d.h>
 #include <ORMIXSerialization/Archive/ArchiveItem.h>
 
+#include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
+#include <type_traits>
 #include <vector>
 
 namespace ormix {
 
-/// The owned transform of the plane is archived as the vector of its parameters.
-inline BoolResult writeItem(BaseOArchive& archive, std::string_view key, const BaseGeometricTransform2d& transform) {
+namespace detail {
+template <class Transform>
+inline constexpr bool s_isGeometricTransform =
+    std::is_base_of_v<BaseGeometricTransform2d, Transform> || std::is_base_of_v<BaseGeometricTransform3d, Transform>;
+}  // namespace detail
+
+/// A transform of the plane or of space is archived as the vector of its parameters.
+template <class Transform, std::enable_if_t<detail::s_isGeometricTransform<Transform>, int> = 0>
+BoolResult writeItem(BaseOArchive& archive, std::string_view key, const Transform& transform) {
   const RealVector params = transform.getParams();
   return writeItem(archive, key, std::vector<omReal64>(params.begin(), params.end()));
 }
 
-inline BoolResult readItem(BaseIArchive& archive, std::string_view key, BaseGeometricTransform2d& transform) {
+template <class Transform, std::enable_if_t<detail::s_isGeometricTransform<Transform>, int> = 0>
+BoolResult readItem(BaseIArchive& archive, std::string_view key, Transform& transform) {
   std::vector<omReal64> values;
   const BoolResult result = readItem(archive, key, values);
   if (!result) return result;

@@ -3,17 +3,11 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/AnisotropicScale2d.h>
 
-#include <boost/smart_ptr/make_shared_object.hpp>
 #include <utility>
 
-namespace ormix {
-extern template class VersionedLevel<geom::AnisotropicScaleTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::AnisotropicScaleTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, AnisotropicScaleTransform2d, AnisotropicScale2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<AnisotropicScaleTransform2d, AnisotropicScale2d>;
 
 /// Scales planar entities about the origin by one factor along x and one along y. The one linear transform that can
 /// turn an entity into one of another class: a circle becomes an ellipse, and so has no image in place.
@@ -32,13 +26,17 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d
   template <class Entity, class Base = LinearTransform2d,
             class = decltype(std::declval<const Base&>().processInSitu(std::declval<Entity&>()))>
   GeometryEntity2dPtr process(const Entity& entity) const {
-    const auto image = boost::make_shared<Entity>(entity);
-    return this->processInSitu(*image) ? image : boost::shared_ptr<Entity>();
+    return this->image(entity);
   }
   /// The ellipse that is the image of a circle: its major radius the larger of the two, at an angle of 0 when the x
   /// radius is strictly larger, of pi/2 otherwise.
   template <class T>
   GeometryEntity2dPtr process(const Circle2d<T>& circle) const;
+
+  /// The image of a circle under the scale by these factors.
+  /// \throw ORMIXGeometryException, logged first, where it is none
+  template <class T>
+  static Ellipse2d<T> anisotropicScale(const Circle2d<T>& circle, omReal64 sx, omReal64 sy);
 };
 
 }  // namespace ormix::geom

@@ -8,9 +8,9 @@
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
+#include <ORMIXGeometry/Transform/ApplyToAll.ipp>
 
 #include <boost/smart_ptr/make_shared_object.hpp>
-#include <utility>
 
 namespace ormix::geom {
 
@@ -19,11 +19,6 @@ namespace {
 template <class Transform, class Math>
 GeometryTransform2dPtr converted(const BaseGeometricTransform2d& transform) {
   return boost::make_shared<Transform>(static_cast<const Math&>(transform));
-}
-
-std::string failureText(const BaseGeometryTransform2d& transform, const GeometryEntity2dPtr& entity) {
-  return formatMessage<eTransformMessage>(eTransformMessage::eTM_TransformFailed, transform.getClassName(),
-                                          entity ? toString(entity->getEntity2dType()) : "null");
 }
 
 }  // namespace
@@ -67,25 +62,12 @@ GeometryEntity2dPtr apply(const BaseGeometricTransform2d& transform,
 }
 
 BoolResult applyAll(const BaseGeometryTransform2d& transform, GeometryEntity2dPtrColl& entities) {
-  for (const GeometryEntity2dPtr& entity : entities) {
-    BoolResult result = transform.applyInSitu(entity);
-    if (!result) return result;
-  }
-  return {};
+  return detail::applyToAll<PlanarTransforms>(transform, entities);
 }
 
 BoolResult applyAll(const BaseGeometryTransform2d& transform, const GeometryEntity2dPtrColl& in,
                     GeometryEntity2dPtrColl& out) {
-  // Held here: `out` may be `in`.
-  const GeometryEntity2dPtrColl entities = in;
-  out.clear();
-  out.reserve(entities.size());
-  for (const GeometryEntity2dPtr& entity : entities) {
-    GeometryEntity2dPtr image = apply(transform, entity);
-    if (!image) return failure(failureText(transform, entity));
-    out.push_back(std::move(image));
-  }
-  return {};
+  return detail::imagesOfAll<PlanarTransforms>(transform, in, out);
 }
 
 GeometryEntity2dPtrColl applyAll(const BaseGeometryTransform2d& transform, const GeometryEntity2dPtrColl& entities) {

@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Homography2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::HomographyTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::HomographyTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, HomographyTransform2d, Homography2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<HomographyTransform2d, Homography2d>;
 
 /// Maps planar entities by a projective map.
 class ORMIX_GEOMETRY_API HomographyTransform2d : public LinearTransform2d<HomographyTransform2d, Homography2d> {

@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Rigid2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::RigidTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::RigidTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, RigidTransform2d, Rigid2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<RigidTransform2d, Rigid2d>;
 
 /// Rotates planar entities about the origin, then shifts them.
 class ORMIX_GEOMETRY_API RigidTransform2d : public LinearTransform2d<RigidTransform2d, Rigid2d> {

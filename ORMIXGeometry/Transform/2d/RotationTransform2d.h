@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Rotation2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::RotationTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::RotationTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, RotationTransform2d, Rotation2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<RotationTransform2d, Rotation2d>;
 
 /// Rotates planar entities about the origin; theta in radians.
 class ORMIX_GEOMETRY_API RotationTransform2d : public LinearTransform2d<RotationTransform2d, Rotation2d> {

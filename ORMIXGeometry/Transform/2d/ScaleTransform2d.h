@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Scale2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::ScaleTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::ScaleTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, ScaleTransform2d, Scale2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<ScaleTransform2d, Scale2d>;
 
 /// Scales planar entities about the origin.
 class ORMIX_GEOMETRY_API ScaleTransform2d : public LinearTransform2d<ScaleTransform2d, Scale2d> {

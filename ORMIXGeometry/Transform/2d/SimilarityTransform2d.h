@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Similarity2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::SimilarityTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::SimilarityTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, SimilarityTransform2d, Similarity2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<SimilarityTransform2d, Similarity2d>;
 
 /// Rotates and scales planar entities about the origin, then shifts them.
 class ORMIX_GEOMETRY_API SimilarityTransform2d : public LinearTransform2d<SimilarityTransform2d, Similarity2d> {

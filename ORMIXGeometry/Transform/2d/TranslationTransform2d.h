@@ -3,14 +3,9 @@
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
 #include <ORMIXMath/Transform/2d/Translation2d.h>
 
-namespace ormix {
-extern template class VersionedLevel<geom::TranslationTransform2d, geom::BaseGeometryTransform2d>;
-extern template class RegisteredObject<geom::TranslationTransform2d, geom::BaseGeometryTransform2d>;
-}  // namespace ormix
+ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(extern, TranslationTransform2d, Translation2d)
 
 namespace ormix::geom {
-
-extern template class LinearTransform2d<TranslationTransform2d, Translation2d>;
 
 /// Shifts planar entities.
 class ORMIX_GEOMETRY_API TranslationTransform2d : public LinearTransform2d<TranslationTransform2d, Translation2d> {

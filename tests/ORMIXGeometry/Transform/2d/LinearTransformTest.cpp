@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <sstream>
 
 #include "support/LogCapture.h"
 #include "support/SampleObjects.h"
@@ -68,6 +69,105 @@ TYPED_TEST(LinearTransform, SupportsWhatTheTableSays) {
     }
   }
   EXPECT_EQ(inSitu + "|" + copied, supportRow(static_cast<const TypeParam*>(nullptr)));
+}
+
+/// Points enough for several blocks and a part of one; from `bad` on, where it is there, points of no image.
+template <class T>
+std::vector<Point2dData<T>> manyPoints(std::size_t bad = 700) {
+  std::vector<Point2dData<T>> points;
+  for (std::size_t index = 0; index < 700; ++index)
+    points.emplace_back(static_cast<T>(3 * index % 251), static_cast<T>(index));
+  for (std::size_t index = bad; index < points.size(); index += 40) points[index].setX(1000);
+  return points;
+}
+
+/// A cloud, a polygon and a tree of polygons with islands, the points at the end of each.
+template <class T>
+GeometryEntity2dPtrColl entitiesOfRuns(const std::vector<Point2dData<T>>& points) {
+  const auto polygon = boost::make_shared<Polygon2d<T>>();
+  polygon->setPolygon2dType(eP2DT_Interior);
+  polygon->getPointColl() = points;
+  const auto tree = boost::make_shared<PolygonWithHoles2d<T>>(Sample<PolygonWithHoles2d<T>>::make());
+  tree->getPolygonHoles()[0]->getPolygonHoles()[0]->getExteriorPolygon() = *polygon;
+  tree->getPolygonHoles().insert(tree->getPolygonHoles().begin(), nullptr);
+  // Named after the island above, which is visited first.
+  tree->getPolygonHoles().back()->getExteriorPolygon().getPointColl().push_back({points.back().getX(), 9999});
+  return {boost::make_shared<PointCloud2d<T>>(points), polygon, tree};
+}
+
+template <class T>
+std::string printed(const BaseGeometryEntity2d& entity) {
+  std::ostringstream stream;
+  stream.precision(17);
+  if (const auto* cloud = dynamic_cast<const PointCloud2d<T>*>(&entity)) stream << *cloud;
+  if (const auto* polygon = dynamic_cast<const Polygon2d<T>*>(&entity))
+    stream << toString(polygon->getPolygon2dType()) << *polygon;
+  if (const auto* tree = dynamic_cast<const PolygonWithHoles2d<T>*>(&entity)) stream << *tree;
+  return stream.str();
+}
+
+template <class T>
+class ImageOfRuns : public ::testing::Test {};
+using ScalarTypes = ::testing::Types<omInt32, omUInt32, omReal32, omReal64>;
+TYPED_TEST_SUITE(ImageOfRuns, ScalarTypes, );
+
+TYPED_TEST(ImageOfRuns, IsTheEntityTransformedInPlace) {
+  for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>())) {
+    const std::string before = printed<TypeParam>(*entity);
+    for (const BaseGeometryTransform2d* transform : s_transforms) {
+      const auto inPlace = boost::dynamic_pointer_cast<BaseGeometryEntity2d>(entity->duplicateShared());
+      ASSERT_TRUE(transform->applyInSitu(*inPlace));
+      const GeometryEntity2dPtr image = transform->apply(*entity);
+      ASSERT_TRUE(image);
+      EXPECT_EQ(printed<TypeParam>(*image), printed<TypeParam>(*inPlace)) << transform->getClassName();
+      EXPECT_EQ(image->getClassName(), entity->getClassName());
+    }
+    EXPECT_EQ(printed<TypeParam>(*entity), before);
+  }
+}
+
+TYPED_TEST(ImageOfRuns, IsNoneAndIsLoggedAsInPlaceWhereAPointHasNone) {
+  const HomographyTransform2d homography(matrix({1, 0, 0, 0, 1, 0, -1, 0, 1000}));
+  for (const std::size_t bad : {0, 255, 256, 511, 512, 699}) {
+    for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>(bad))) {
+      const auto messagesOf = [](const auto& call) {
+        const support::LogCapture log(getORMIXGeometryLoggerName());
+        call();
+        return log.messages();
+      };
+      const auto ofImage = messagesOf([&] { EXPECT_FALSE(homography.apply(*entity)); });
+      const auto inPlace = messagesOf([&] { EXPECT_FALSE(homography.applyInSitu(*entity)); });
+      EXPECT_EQ(ofImage, inPlace);
+      ASSERT_EQ(ofImage.size(), 1u);
+      EXPECT_NE(ofImage[0].second.find(", " + std::to_string(bad) + "."), std::string::npos) << ofImage[0].second;
+    }
+  }
+}
+
+/// A class of its own is copied as it says.
+struct NamedCloud : PointCloud2d<omReal64> {
+  boost::shared_ptr<BaseDynamicObject> duplicateShared() const override {
+    return boost::make_shared<NamedCloud>(*this);
+  }
+  std::string name;
+};
+
+TEST(ImageOfEntities, OfADerivedClassAndOfATreeKeepsWhatBelongsToThem) {
+  NamedCloud cloud;
+  cloud.name = "left camera";
+  cloud.push_back({1, 2});
+  const auto image = boost::dynamic_pointer_cast<NamedCloud>(s_scale.apply(cloud));
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->name, cloud.name);
+  EXPECT_EQ(image->getCollection()[0], Point2dData<omReal64>(2, 4));
+
+  const auto tree = boost::dynamic_pointer_cast<PolygonWithHoles2d<omReal64>>(
+      s_scale.apply(Sample<PolygonWithHoles2d<omReal64>>::make()));
+  ASSERT_TRUE(tree);
+  const auto& hole = tree->getPolygonHoles()[0];
+  EXPECT_FALSE(tree->getParent());
+  EXPECT_EQ(hole->getParent(), tree);
+  EXPECT_EQ(hole->getPolygonHoles()[0]->getParent(), hole);
 }
 
 // Boundary points of the image are images of boundary points: whatever the fields say, the entity is the image.
@@ -160,6 +260,8 @@ TEST(AnisotropicScale, MakesAnEllipseOfACircle) {
   EXPECT_EQ(describe(*image(2, 4)), describe(Ellipse2d<omReal64>({2, 8}, 12, 6, s_piValue / 2)));
   // The tie goes to pi/2.
   EXPECT_EQ(describe(*image(2, 2)), describe(Ellipse2d<omReal64>({2, 4}, 6, 6, s_piValue / 2)));
+  EXPECT_EQ(describe(AnisotropicScaleTransform2d::anisotropicScale(circle, 4, 2)), describe(*wide));
+  EXPECT_THROW(AnisotropicScaleTransform2d::anisotropicScale(circle, s_infinity, 1), ORMIXGeometryException);
 }
 
 TEST(LinearTransformFailure, ChangesNothingAndIsLogged) {
@@ -189,6 +291,9 @@ TEST(LinearTransformFailure, ChangesNothingAndIsLogged) {
     Circle2d<omReal64> circle({0, 0}, bad);
     EXPECT_FALSE(s_scale.applyInSitu(circle));
     EXPECT_EQ(circle.center(), Point2dData<omReal64>(0, 0));
+    Square2d<omReal64> square({1, 2}, 3, bad);
+    EXPECT_FALSE(s_rotation.applyInSitu(square));
+    EXPECT_EQ(square.center(), Point2dData<omReal64>(1, 2));
   }
   Point2d<omReal32> large(3e38f, 0);
   EXPECT_FALSE(s_scale.applyInSitu(large));

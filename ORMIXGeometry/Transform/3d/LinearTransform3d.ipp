@@ -1,0 +1,173 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/3d/BoundingBox/BoundingBox3d.h>
+#include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
+#include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
+#include <ORMIXGeometry/Entity/3d/Ellipsoid/Ellipsoid3d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
+#include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
+#include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
+#include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
+#include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
+#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
+#include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
+#include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
+#include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
+#include <ORMIXGeometry/Transform/3d/LinearTransform3d.h>
+#include <ORMIXMath/Rotation/EulerAngles.h>
+#include <ORMIXGeometry/Transform/FewPointsMapping.ipp>
+#include <ORMIXGeometry/Transform/LinearTransform.ipp>
+
+#include <cmath>
+
+// The rule of each spatial entity under a linear transform, once for all seven. An entity's new fields are computed
+// first and stored last, so that a failure changes nothing.
+
+namespace ormix::geom::detail {
+
+/// \name What is mapped as its counterpart in the plane.
+/// @{
+template <class Map, class T>
+bool mapInSitu(const Map& map, Point3d<T>& point) {
+  return mapCoords(map, point);
+}
+template <class Map>
+bool mapInSitu(const Map& map, Vector3d& vector) {
+  return mapAsPosition(map, vector, Point3dData<omReal64>(vector.getX(), vector.getY(), vector.getZ()));
+}
+template <class Map, class T>
+bool mapInSitu(const Map& map, Segment3d<T>& segment) {
+  return mapEnds(map, segment);
+}
+template <class Map, class T>
+bool mapInSitu(const Map& map, BoundingBox3d<T>& box) {
+  return mapCorners(map, box);
+}
+template <class Map, class T>
+bool mapInSitu(const Map& map, Sphere3d<T>& sphere) {
+  return mapBall(map, sphere);
+}
+/// @}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Triangle3d<T>& triangle) {
+  Point3dData<T> pt0 = triangle.getPoint0();
+  Point3dData<T> pt1 = triangle.getPoint1();
+  Point3dData<T> pt2 = triangle.getPoint2();
+  if (!mapPoint(map, pt0, pt1, pt2)) return false;
+  triangle.setCoords(pt0, pt1, pt2);
+  return true;
+}
+
+/// Follows the orientation by the rotation that is in the map; unchanged, to the bit, where the map keeps directions.
+/// False where the angles are not finite, and so no orientation.
+template <class Map>
+bool turn(const Map& map, EulerAngles& orientation) {
+  using Math = std::decay_t<decltype(map.math)>;
+  if constexpr (!s_preserved<Math>.directions) {
+    // By the map's own angles and not its matrix, which a scale of zero leaves without a direction.
+    const EulerAngles turned =
+        composed(EulerAngles{map.math.getAlpha(), map.math.getBeta(), map.math.getChi()}, orientation);
+    if (!std::isfinite(turned.alpha) || !std::isfinite(turned.beta) || !std::isfinite(turned.chi)) return false;
+    orientation = turned;
+  }
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Ellipsoid3d<T>& ellipsoid) {
+  Point3dData<T> center = ellipsoid.center();
+  T majorRadius = ellipsoid.getMajorRadius();
+  T mediumRadius = ellipsoid.getMediumRadius();
+  T minorRadius = ellipsoid.getMinorRadius();
+  EulerAngles angles{ellipsoid.getAlpha(), ellipsoid.getBeta(), ellipsoid.getChi()};
+  if (!mapPoint(map, center) || !mapLength(map, majorRadius, mediumRadius, minorRadius) || !turn(map, angles))
+    return false;
+  ellipsoid.setCoords(center, majorRadius, mediumRadius, minorRadius, angles.alpha, angles.beta, angles.chi);
+  return true;
+}
+
+// The matrix of a cube or a cuboid is Rz(chi)·Ry(beta)·Rx(alpha): its angles bear their names the other way round.
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Cube3d<T>& cube) {
+  Point3dData<T> center = cube.center();
+  T halfLength = cube.getHalfLength();
+  EulerAngles angles{cube.getChi(), cube.getBeta(), cube.getAlpha()};
+  if (!mapPoint(map, center) || !mapLength(map, halfLength) || !turn(map, angles)) return false;
+  cube.setCoords(center, halfLength, angles.chi, angles.beta, angles.alpha);
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Cuboid3d<T>& cuboid) {
+  Point3dData<T> center = cuboid.center();
+  T halfLength = cuboid.getHalfLength();
+  T halfWidth = cuboid.getHalfWidth();
+  T halfHeight = cuboid.getHalfHeight();
+  EulerAngles angles{cuboid.getChi(), cuboid.getBeta(), cuboid.getAlpha()};
+  if (!mapPoint(map, center) || !mapLength(map, halfLength, halfWidth, halfHeight) || !turn(map, angles)) return false;
+  cuboid.setCoords(center, halfLength, halfWidth, halfHeight, angles.chi, angles.beta, angles.alpha);
+  return true;
+}
+
+template <class T>
+struct RunOf<PointCloud3d<T>> {
+  static constexpr bool isRun = true;
+  template <class Cloud>
+  static auto& points(Cloud& cloud) {
+    return cloud.getCollection();
+  }
+  static void copyRest(const PointCloud3d<T>&, PointCloud3d<T>&) {}
+};
+
+template <class T>
+struct RunOf<Mesh3d<T>> {
+  static constexpr bool isRun = true;
+  template <class Mesh>
+  static auto& points(Mesh& mesh) {
+    return mesh.getVertexColl();
+  }
+  static void copyRest(const Mesh3d<T>& from, Mesh3d<T>& to) { to.copyTriangles(from); }
+};
+
+template <class T>
+struct TreeOf<MeshWithHoles3d<T>> {
+  static constexpr bool isTree = true;
+  template <class Node>
+  static auto& body(Node& node) {
+    return node.getExteriorMesh();
+  }
+  template <class Node>
+  static auto& holes(Node& node) {
+    return node.getMeshHoles();
+  }
+};
+
+template <>
+constexpr bool isMadeOfRuns<Shape3d>() {
+  return true;
+}
+
+template <class Map>
+bool mapInSitu(const Map& map, Shape3d& shape) {
+  for (const auto& mesh : shape.getMeshWithHolesColl())
+    if (mesh && !hasImageOfTree(map, std::as_const(*mesh))) return false;
+  for (const auto& mesh : shape.getMeshWithHolesColl())
+    if (mesh) applyToTree(map, *mesh);
+  return true;
+}
+
+template <class Map>
+bool mapRuns(const Map& map, const Shape3d& shape, Shape3d& image) {
+  for (const auto& mesh : shape.getMeshWithHolesColl()) {
+    auto& meshImage = image.getMeshWithHolesColl().emplace_back();
+    if (!mesh) continue;
+    meshImage = boost::make_shared<MeshWithHoles3d<omReal32>>();
+    if (!mapRuns(map, *mesh, *meshImage)) return false;
+  }
+  image.getRowIntersections() = shape.getRowIntersections();
+  return true;
+}
+
+}  // namespace ormix::geom::detail
