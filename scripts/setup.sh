@@ -6,7 +6,7 @@ set -euo pipefail
 
 build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev)
 test_packages=(libgtest-dev)
-demo_packages=(gnuplot-doc)
+demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)
 
 wanted=()
