@@ -48,6 +48,8 @@ TEST(Messages, AreFormattedInOrder) {
       "Can't add row intersection with row range [1, 5[ to existing row range [3, 9[, ranges should not intersect");
   EXPECT_EQ(formatMessage<eTransformMessage>(eTransformMessage::eTM_Point2dFailed, "eGT2DT_Homography", 1.5, -2.0),
             "Failed to apply eGT2DT_Homography transformation on point 2d with coordinates {1.500000, -2.000000}");
+  EXPECT_EQ(formatMessage<eTransformMessage>(eTransformMessage::eTM_Point3dFailed, "eT3DT_Scale", 1.5, -2.0, 0.25),
+            "Failed to apply eT3DT_Scale transformation on point 3d with coordinates {1.500000, -2.000000, 0.250000}");
 }
 
 TEST(Failure, IsLoggedAtErrorLevelAndThrown) {

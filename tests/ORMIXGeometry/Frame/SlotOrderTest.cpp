@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -21,18 +22,18 @@ std::size_t slot(F function) {
 }
 
 // Function types are given to choose among the overloads.
-template <class Transform>
-std::size_t inSitu() {
-  return slot(static_cast<bool (BaseGeometryEntity2d::*)(const Transform&)>(&BaseGeometryEntity2d::visitInSitu));
+template <class Base, class EntityPtr, class Transform>
+void expectTransformPair(std::size_t first) {
+  EXPECT_EQ(slot(static_cast<bool (Base::*)(const Transform&)>(&Base::visitInSitu)), first);
+  EXPECT_EQ(slot(static_cast<EntityPtr (Base::*)(const Transform&) const>(&Base::visitNonInSitu)), first + 1);
 }
-template <class Transform>
-std::size_t nonInSitu() {
-  return slot(static_cast<GeometryEntity2dPtr (BaseGeometryEntity2d::*)(const Transform&) const>(
-      &BaseGeometryEntity2d::visitNonInSitu));
+template <class Base, class EntityPtr, class... Transforms>
+void expectTransformPairs(std::size_t next) {
+  (expectTransformPair<Base, EntityPtr, Transforms>(std::exchange(next, next + 2)), ...);
 }
-template <class Measure, class Value>
+template <class Base, class Measure, class Value>
 std::size_t visit() {
-  return slot(static_cast<bool (BaseGeometryEntity2d::*)(const Measure&, Value&) const>(&BaseGeometryEntity2d::visit));
+  return slot(static_cast<bool (Base::*)(const Measure&, Value&) const>(&Base::visit));
 }
 
 TEST(SlotOrder, OfDynamicObjects) {
@@ -48,29 +49,31 @@ TEST(SlotOrder, OfDynamicObjects) {
   EXPECT_EQ(slot(&BaseSerializationObject::read), 12u);
 }
 
-template <class... Transforms>
-void expectTransformPairs(std::size_t first) {
-  std::size_t next = first;
-  const auto expectPair = [&next](std::size_t inSituSlot, std::size_t nonInSituSlot) {
-    EXPECT_EQ(inSituSlot, next);
-    EXPECT_EQ(nonInSituSlot, next + 1);
-    next += 2;
-  };
-  (expectPair(inSitu<Transforms>(), nonInSitu<Transforms>()), ...);
+TEST(SlotOrder, OfPlanarEntities) {
+  using Base = BaseGeometryEntity2d;
+  EXPECT_EQ(slot(&BaseGeometryEntity::getCoordinateDimension), 13u);
+  expectTransformPairs<Base, GeometryEntity2dPtr, AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d,
+                       RotationTransform2d, ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d,
+                       CentroidTransform2d, ConvexHullTransform2d, EnvelopeTransform2d, SimplifyTransform2d,
+                       MinEnclosingCircleTransform2d>(14);
+  EXPECT_EQ((visit<Base, PerimeterMsr2d, omReal64>()), 38u);
+  EXPECT_EQ((visit<Base, AreaMsr2d, omReal64>()), 39u);
+  EXPECT_EQ((visit<Base, MomentsMsr2d, Moments2dO3>()), 40u);
+  EXPECT_EQ((visit<Base, HuMomentsMsr2d, HuMoments2dO3>()), 41u);
+  EXPECT_EQ(slot(&Base::getCoordinateSystem2dType), 42u);
+  EXPECT_EQ(slot(&Base::getEntity2dType), 43u);
 }
 
-TEST(SlotOrder, OfPlanarEntities) {
-  EXPECT_EQ(slot(&BaseGeometryEntity::getCoordinateDimension), 13u);
-  expectTransformPairs<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
-                       ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d, CentroidTransform2d,
-                       ConvexHullTransform2d, EnvelopeTransform2d, SimplifyTransform2d, MinEnclosingCircleTransform2d>(
+TEST(SlotOrder, OfSpatialEntities) {
+  using Base = BaseGeometryEntity3d;
+  expectTransformPairs<Base, GeometryEntity3dPtr, AnisotropicScaleTransform3d, HomographyTransform3d, RigidTransform3d,
+                       RotationTransform3d, ScaleTransform3d, SimilarityTransform3d, TranslationTransform3d,
+                       CentroidTransform3d, ConvexHullTransform3d, EnvelopeTransform3d, MinEnclosingSphereTransform3d>(
       14);
-  EXPECT_EQ((visit<PerimeterMsr2d, omReal64>()), 38u);
-  EXPECT_EQ((visit<AreaMsr2d, omReal64>()), 39u);
-  EXPECT_EQ((visit<MomentsMsr2d, Moments2dO3>()), 40u);
-  EXPECT_EQ((visit<HuMomentsMsr2d, HuMoments2dO3>()), 41u);
-  EXPECT_EQ(slot(&BaseGeometryEntity2d::getCoordinateSystem2dType), 42u);
-  EXPECT_EQ(slot(&BaseGeometryEntity2d::getEntity2dType), 43u);
+  EXPECT_EQ((visit<Base, AreaMsr3d, omReal64>()), 36u);
+  EXPECT_EQ((visit<Base, VolumeMsr3d, omReal64>()), 37u);
+  EXPECT_EQ(slot(&Base::getCoordinateSystem3dType), 38u);
+  EXPECT_EQ(slot(&Base::getEntity3dType), 39u);
 }
 
 TEST(SlotOrder, OfPlanarMeasures) {
@@ -86,6 +89,14 @@ TEST(SlotOrder, OfPlanarTransforms) {
   EXPECT_EQ(slot(&Transform::getTransform2dType), 14u);
   EXPECT_EQ(slot(static_cast<BoolResult (Transform::*)(BaseGeometryEntity2d&) const>(&Transform::applyInSitu)), 15u);
   EXPECT_EQ(slot(static_cast<GeometryEntity2dPtr (Transform::*)(const BaseGeometryEntity2d&) const>(&Transform::apply)),
+            16u);
+}
+
+TEST(SlotOrder, OfSpatialTransforms) {
+  using Transform = BaseGeometryTransform3d;
+  EXPECT_EQ(slot(&Transform::getTransform3dType), 14u);
+  EXPECT_EQ(slot(static_cast<BoolResult (Transform::*)(BaseGeometryEntity3d&) const>(&Transform::applyInSitu)), 15u);
+  EXPECT_EQ(slot(static_cast<GeometryEntity3dPtr (Transform::*)(const BaseGeometryEntity3d&) const>(&Transform::apply)),
             16u);
 }
 

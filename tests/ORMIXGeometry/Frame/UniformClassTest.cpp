@@ -116,7 +116,8 @@ TEST_P(UniformClass, SurvivesBothArchives) {
 }
 
 TEST_P(UniformClass, StatesItsVersionOnceAnArchive) {
-  const std::string section = "{\"" + GetParam().name + "\": [{\"version\": 1}]}";
+  const std::string section =
+      "{\"" + GetParam().name + "\": [{\"version\": " + std::to_string(GetParam().version) + "}]}";
   const std::string text = written<Json>(*sample, *sample, *sample);
   EXPECT_EQ(occurrences(text, section), 1u) << text;
   std::istringstream stream(text);
@@ -129,18 +130,36 @@ TEST_P(UniformClass, StatesItsVersionOnceAnArchive) {
   }
 }
 
-TEST_P(UniformClass, RefusesANewerVersionAndTakesAnOlderOne) {
+TEST_P(UniformClass, RefusesVersionsThatItDoesNotKnow) {
   const std::string section = "{\"" + GetParam().name + "\": [{\"version\": ";
   const std::string text = written<Json>(*sample);
+  const auto withVersion = [&](omUInt32 version) {
+    return replaced(text, section + std::to_string(GetParam().version), section + std::to_string(version));
+  };
   try {
-    readInto<Json>(replaced(text, section + "1", section + "2"), *object);
+    readInto<Json>(withVersion(GetParam().version + 1), *object);
     FAIL() << "a newer version was read";
   } catch (const ORMIXSerializationException& exception) {
     EXPECT_NE(exception.getMessage().find(GetParam().name), std::string::npos) << exception.what();
   }
   EXPECT_EQ(describe(*object), defaultText);
-  EXPECT_TRUE(readInto<Json>(replaced(text, section + "1", section + "0"), *object));
-  EXPECT_EQ(describe(*object), sampleText);
+  const omUInt32 older = GetParam().version - 1;
+  const BoolResult result = readInto<Json>(withVersion(older), *object);
+  EXPECT_EQ(result.getResult(), older >= GetParam().oldestVersion) << result.getMessage();
+  EXPECT_EQ(describe(*object), result ? sampleText : defaultText);
+}
+
+// Files written once and for all, in both formats: what they hold is read for ever.
+TEST_P(UniformClass, GoldenArchivesAreRead) {
+  std::string file = GetParam().name;
+  std::replace_if(
+      file.begin(), file.end(), [](char c) { return c == ':' || c == '<' || c == '>'; }, '_');
+  for (const char* format : {"cbor", "json"}) {
+    const std::string path = std::string(ORMIX_TEST_SEEDS) + "/" + format + "/" + file;
+    boost::shared_ptr<BaseDynamicObject> golden;
+    ASSERT_NO_THROW(golden = load(path)) << path;
+    EXPECT_EQ(describe(*golden), sampleText) << path;
+  }
 }
 
 TEST_P(UniformClass, FailedReadChangesNothing) {
@@ -156,15 +175,23 @@ TEST_P(UniformClass, FailedReadChangesNothing) {
 
 TEST(RegisteredNames, AreSpelledWithTheFamilysScalars) {
   const auto names = DynamicObjectFactory::getInstance().getRegisteredNames();
-  std::vector<std::string> expected{"ormix::geom::Line2d", "ormix::geom::Parabola2d", "ormix::geom::Vector2d",
-                                    "ormix::geom::AreaMsr2d", "ormix::geom::PerimeterMsr2d"};
+  std::vector<std::string> expected{"ormix::geom::Line2d",     "ormix::geom::Parabola2d",     "ormix::geom::Vector2d",
+                                    "ormix::geom::Plan3d",     "ormix::geom::Vector3d",       "ormix::geom::Shape3d",
+                                    "ormix::geom::AreaMsr2d",  "ormix::geom::PerimeterMsr2d", "ormix::geom::AreaMsr3d",
+                                    "ormix::geom::VolumeMsr3d"};
   for (const char* name : {"Translation", "Rotation", "Rigid", "Scale", "Similarity", "AnisotropicScale", "Homography"})
-    expected.push_back("ormix::geom::" + std::string(name) + "Transform2d");
-  for (const char* name : {"Circle2d", "Ellipse2d", "Line2d", "Line2dIntersection", "TranslationTransform2d",
-                           "RigidTransform2d", "SimilarityTransform2d", "HomographyTransform2d"})
+    for (const char* space : {"2d", "3d"})
+      expected.push_back("ormix::geom::" + std::string(name) + "Transform" + space);
+  for (const char* name :
+       {"Circle2d", "Ellipse2d", "Line2d", "Line2dIntersection", "TranslationTransform2d", "RigidTransform2d",
+        "SimilarityTransform2d", "HomographyTransform2d", "Plan3d", "Sphere3d", "Ellipsoid3d", "TranslationTransform3d",
+        "RigidTransform3d", "SimilarityTransform3d", "HomographyTransform3d"})
     expected.push_back("ormix::geom::" + std::string(name) + "Estimator");
-  for (const char* name : {"BoundingBox2d", "Circle2d", "Ellipse2d", "Point2d", "PointCloud2d", "Polygon2d",
-                           "PolygonWithHoles2d", "Rectangle2d", "Segment2d", "Square2d"})
+  for (const char* name :
+       {"BoundingBox2d",      "Circle2d",    "Ellipse2d", "Point2d",         "PointCloud2d",  "Polygon2d",
+        "PolygonWithHoles2d", "Rectangle2d", "Segment2d", "Square2d",        "BoundingBox3d", "Cube3d",
+        "Cuboid3d",           "Ellipsoid3d", "Mesh3d",    "MeshWithHoles3d", "Point3d",       "PointCloud3d",
+        "Segment3d",          "Sphere3d",    "Triangle3d"})
     for (const char* scalar : {"omInt32", "omUInt32", "omReal32", "omReal64"})
       expected.push_back("ormix::geom::" + std::string(name) + "<ormix::" + scalar + ">");
   std::sort(expected.begin(), expected.end());
@@ -174,19 +201,35 @@ TEST(RegisteredNames, AreSpelledWithTheFamilysScalars) {
             "ormix::geom::BaseTypedGeometryEntity2d<ormix::omInt64>");
 }
 
-TEST(VersionSections, StandInOrderOfTheClassChain) {
-  const std::string text = written<Json>(Circle2d<omReal64>({1, 2}, 3));
+void expectInOrder(const std::string& text, const std::vector<std::string>& parts) {
   std::size_t last = 0;
-  for (const char* part : {"{\"ormix::geom::BaseGeometryEntity\": [{\"version\": 1}]}",
-                           "{\"ormix::geom::BaseGeometryEntity2d\": [{\"version\": 1}]}",
-                           "{\"ormix::geom::BaseTypedGeometryEntity2d<ormix::omReal64>\": [{\"version\": 1}]}",
-                           "{\"ormix::geom::Circle2d<ormix::omReal64>\": [{\"version\": 1}]}",
-                           "{\"_centerPt\": [{\"x\": 1}, {\"y\": 2}]}", "{\"_radius\": 3}"}) {
+  for (const std::string& part : parts) {
     const auto at = text.find(part);
     ASSERT_NE(at, std::string::npos) << part << " is not in " << text;
     EXPECT_GE(at, last) << part;
     last = at;
   }
+}
+
+TEST(VersionSections, StandInOrderOfTheClassChain) {
+  expectInOrder(written<Json>(Circle2d<omReal64>({1, 2}, 3)),
+                {"{\"ormix::geom::BaseGeometryEntity\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::BaseGeometryEntity2d\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::BaseTypedGeometryEntity2d<ormix::omReal64>\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::Circle2d<ormix::omReal64>\": [{\"version\": 1}]}",
+                 "{\"_centerPt\": [{\"x\": 1}, {\"y\": 2}]}", "{\"_radius\": 3}"});
+  expectInOrder(written<Json>(Cuboid3d<omInt32>({1, 2, 3}, 6, 5, 4, 0.25, 0.5, 0.75)),
+                {"{\"ormix::geom::BaseGeometryEntity\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::BaseGeometryEntity3d\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::BaseTypedGeometryEntity3d<ormix::omInt32>\": [{\"version\": 1}]}",
+                 "{\"ormix::geom::Cuboid3d<ormix::omInt32>\": [{\"version\": 1}]}",
+                 "{\"_centerPt\": [{\"x\": 1}, {\"y\": 2}, {\"z\": 3}]}", "{\"_halfLength\": 6}", "{\"_halfWidth\": 5}",
+                 "{\"_halfHeight\": 4}", "{\"_alpha\": 0.25}", "{\"_beta\": 0.5}", "{\"_chi\": 0.75}"});
+  expectInOrder(written<Json>(Ellipsoid3d<omInt32>({1, 2, 3}, 6, 5, 4, 0.25, 0.5, 0.75)),
+                {"{\"_centerPt\": ", "{\"_majorRadius\": 6}", "{\"_mediumRadius\": 5}", "{\"_minorRadius\": 4}",
+                 "{\"_alpha\": 0.25}", "{\"_beta\": 0.5}", "{\"_chi\": 0.75}"});
+  expectInOrder(written<Json>(PointCloud3d<omInt32>({{1, 2, 3}, {4, 5, 6}})),
+                {"{\"_pointColl\": [[1, 2, 3], [4, 5, 6]]}"});
 }
 
 }  // namespace

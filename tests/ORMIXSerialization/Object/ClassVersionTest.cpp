@@ -63,6 +63,17 @@ TYPED_TEST(ClassVersions, NewerOnesAreLoggedAndThrown) {
   EXPECT_EQ(capture.messages(), (support::LogCapture::Messages{{40000, text}}));
 }
 
+TYPED_TEST(ClassVersions, TooOldOnesAreAFailure) {
+  const std::string bytes =
+      archived<TypeParam>([](BaseOArchive& archive) { writeClassVersion(archive, "sample::Disc", 2); });
+  Reading<TypeParam> known(bytes);
+  EXPECT_SUCCESS(readClassVersion(known.archive, "sample::Disc", 3, 2));
+  Reading<TypeParam> tooOld(bytes);
+  EXPECT_FAILURE(readClassVersion(tooOld.archive, "sample::Disc", 3, 3),
+                 "Class sample::Disc: Key \"version\": 2 is older than 3, the oldest known");
+  EXPECT_FALSE(tooOld.archive.isClassVersionRegistred("sample::Disc"));
+}
+
 TEST(ClassVersionMessage, HasNumber25) {
   EXPECT_EQ(formatMessage<eORMIXSerializationMessage>(25, std::string("C"), 7, 3),
             "Class C was archived with version 7, the newest known is 3");

@@ -138,6 +138,21 @@ TEST(Mesh3d, IsCast) {
   expectSame(mesh, before);
 }
 
+TEST(Mesh3d, TakesTrianglesOverToItsOwnVertices) {
+  auto source = tetrahedron<omReal64>();
+  source.setMesh3dType(eM3DT_Interior);
+  Mesh3d<omReal64> mesh;
+  for (int index = 0; index < 3; ++index) mesh.addVertex({9, 9, omReal64(index)});
+  EXPECT_FALSE(mesh.copyTriangles(source));
+  EXPECT_EQ(mesh.getNbTriangles(), 0u);
+  EXPECT_EQ(mesh.getMesh3dType(), eM3DT_Exterior);
+  mesh.addVertex({9, 9, 3});
+  ASSERT_TRUE(mesh.copyTriangles(source));
+  EXPECT_TRUE(mesh.checkIntegrity());
+  EXPECT_EQ(mesh.getMesh3dType(), eM3DT_Interior);
+  EXPECT_EQ(mesh.getTriangle(1), (std::array<Point3dData<omReal64>, 3>{{{9, 9, 0}, {9, 9, 1}, {9, 9, 3}}}));
+}
+
 TEST(Mesh3d, IsCompared) {
   const auto mesh = tetrahedron();
   auto other = mesh;
