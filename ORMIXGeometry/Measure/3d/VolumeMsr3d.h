@@ -15,10 +15,10 @@ extern template class GeometryMeasure<VolumeMsr3d, BaseTypedGeometryMeasure3d<om
 /// Volume of a spatial entity, in cubed units of its coordinates. Points, vectors and triangles measure 0. The volume
 /// of a mesh is the absolute value of the sum, in face order, of the signed tetrahedra between its triangles and the
 /// origin of coordinates: of either orientation, and meaningless but defined for a mesh that is open or oriented in two
-/// ways. Far from the origin it loses digits, about epsilon · (distance / size)³ of the volume: 1e-10 at a thousand
-/// sizes away, all of them at 1e5 sizes; `localVolume` (MeshMoments3d.h) measures about the mesh itself. Holes are
-/// subtracted. A shape is measured by its meshes, not by its voxels. Segments, plans and point clouds are not
-/// supported.
+/// ways. Far from the origin it loses digits, up to epsilon · (distance / size)³ of the volume: of a cube about 1e-8
+/// at a thousand sizes away, 1e-3 at 1e5, and all of them at 1e6; `localVolume` (MeshMoments3d.h) measures about the
+/// mesh itself. Holes are subtracted. A shape is measured by its meshes, not by its voxels. Segments, plans and point
+/// clouds are not supported.
 class ORMIX_GEOMETRY_API VolumeMsr3d : public GeometryMeasure<VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>> {
  public:
   static constexpr const char* s_className = "ormix::geom::VolumeMsr3d";

@@ -41,8 +41,6 @@ void Plan3d::setThrough(const Point3dData<omReal64>& p0, const Point3dData<omRea
   if (!planFromPoints(p0.getX(), p0.getY(), p0.getZ(), p1.getX(), p1.getY(), p1.getZ(), p2.getX(), p2.getY(), p2.getZ(),
                       rho, theta, phi))
     return setCoords(0, 0, 0);
-  // No vector points straight down: the same plane from its other side.
-  if (theta >= s_pi) return setCoords(-rho, 0, 0);
   setCoords(rho, theta, phi);
 }
 
