@@ -42,10 +42,11 @@ struct Face {
   std::array<Point2dData<omReal64>, 3> corners;
   omReal64 depth;
   omReal64 shade;
+  bool isSeenFromInside;
 };
 
 Face project(const std::array<Point, 3>& corners, const Camera& camera) {
-  Face face{{}, 0, 0};
+  Face face{{}, 0, 0, false};
   for (std::size_t k = 0; k < 3; ++k) {
     face.corners[k].setCoords(dot(corners[k], camera.right), dot(corners[k], camera.up));
     face.depth += dot(corners[k], camera.depth) / 3;
@@ -55,10 +56,10 @@ Face project(const std::array<Point, 3>& corners, const Camera& camera) {
                  corners[k].getZ() - corners[0].getZ());
   };
   const Point normal = unit(crossProduct(edge(1), edge(2)));
-  const bool isSeenFromInside = dot(normal, camera.depth) < 0;
-  const omReal64 cosine = isSeenFromInside ? -dot(normal, camera.light) : dot(normal, camera.light);
+  face.isSeenFromInside = dot(normal, camera.depth) < 0;
+  const omReal64 cosine = face.isSeenFromInside ? -dot(normal, camera.light) : dot(normal, camera.light);
   constexpr omReal64 ambient = 0.35;
-  face.shade = (ambient + (1 - ambient) * std::max(cosine, 0.0)) * (isSeenFromInside ? 0.6 : 1);
+  face.shade = (ambient + (1 - ambient) * std::max(cosine, 0.0)) * (face.isSeenFromInside ? 0.6 : 1);
   return face;
 }
 
@@ -87,6 +88,9 @@ BoolResult drawMesh(SvgWriter& writer, const Mesh3d<T>& mesh, const MeshViewOpti
     isFinite = isFinite && std::isfinite(faces.back().depth);
   });
   if (!isFinite) return failure("A vertex of the mesh is not finite");
+  if (mesh.isClosed())
+    faces.erase(std::remove_if(faces.begin(), faces.end(), [](const Face& face) { return face.isSeenFromInside; }),
+                faces.end());
   std::sort(faces.begin(), faces.end(), [](const Face& a, const Face& b) { return a.depth < b.depth; });
   SvgStyle style;
   // Wide enough to leave no gap between neighbours.

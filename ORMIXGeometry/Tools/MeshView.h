@@ -16,8 +16,9 @@ struct MeshViewOptions {
 
 /// Draws a mesh as seen from far away (an orthographic projection): triangles from the farthest to the nearest by their
 /// barycentres, so that near ones hide far ones, each in one shade by the angle between its normal and a light over the
-/// viewer's left shoulder. Triangles seen from their inside are drawn darker, not left out. Triangles that pass through
-/// each other may be drawn in the wrong order.
+/// viewer's left shoulder. Triangles seen from their inside are left out of a closed mesh, which hides them, and are
+/// darker in an open one. Triangles that pass through each other, or long ones beside small ones, may be drawn in the
+/// wrong order.
 ///
 /// Fails, and adds nothing, when a vertex that is used or the direction is not finite, or the direction is zero.
 /// O(triangles · log triangles).

@@ -55,6 +55,13 @@ TEST(MeshView, DrawsNearTrianglesOverFarOnes) {
   EXPECT_LT(fromBelow[0], fromBelow[1]);
 }
 
+TEST(MeshView, LeavesOutTheInsideOfAClosedMesh) {
+  Mesh3d<omReal64> mesh;
+  ASSERT_TRUE(mesh.build({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3}));
+  EXPECT_EQ(brightness(picture(mesh, {{1, 1, 1}})).size(), 1U);
+  EXPECT_EQ(brightness(picture(mesh, {{-1, -1, -1}})).size(), 3U);
+}
+
 TEST(MeshView, AddsNothingOfWhatIsNotFinite) {
   Mesh3d<omReal64> mesh;
   addTriangleAt(mesh, 0);
