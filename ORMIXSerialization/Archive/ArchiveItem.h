@@ -66,8 +66,9 @@ BoolResult readVector(BaseIArchive& archive, std::string_view key, std::vector<P
 
 }  // namespace detail
 
-/// \name Bools and texts. A text is UTF-8.
+/// \name Items by type: `writeItem` puts a value under a key, `readItem` takes it back or leaves the value as it was.
 /// @{
+/// Bools and texts. A text is UTF-8.
 template <class V, std::enable_if_t<std::is_same_v<V, bool>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return archive.writeBool(key, value);
@@ -82,10 +83,8 @@ inline BoolResult writeItem(BaseOArchive& archive, std::string_view key, const s
 inline BoolResult readItem(BaseIArchive& archive, std::string_view key, std::string& value) {
   return archive.readText(key, value);
 }
-/// @}
 
-/// \name Integers of every size, checked against the type's range when read.
-/// @{
+/// Integers of every size, checked against the type's range when read.
 template <class V, std::enable_if_t<detail::isIntegerItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   if constexpr (std::is_signed_v<V>)
@@ -108,10 +107,8 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   value = static_cast<V>(wide);
   return result;
 }
-/// @}
 
-/// \name Reals, bit for bit.
-/// @{
+/// Reals, bit for bit.
 template <class V, std::enable_if_t<detail::isRealItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return archive.writeReal(key, value);
@@ -120,10 +117,8 @@ template <class V, std::enable_if_t<detail::isRealItem<V>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   return archive.readReal(key, value);
 }
-/// @}
 
-/// \name Enumerations with `EnumerationNames`, by the enumerator's name; another value or name is a failure.
-/// @{
+/// Enumerations with `EnumerationNames`, by the enumerator's name; another value or name is a failure.
 template <class V, std::enable_if_t<isNamedEnumeration<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   using Names = EnumerationNames<V>;
@@ -141,10 +136,8 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   value = *read;
   return result;
 }
-/// @}
 
-/// \name Serializable objects: a section under the key, in it what the object writes.
-/// @{
+/// Serializable objects: a section under the key, in it what the object writes.
 template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return detail::writeObjectItem(archive, key, value);
@@ -153,11 +146,9 @@ template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   return detail::readObjectItem(archive, key, value);
 }
-/// @}
 
-/// \name Shared objects: a section under the key, in it an entry an object under the name of its class. Reading creates
+/// Shared objects: a section under the key, in it an entry an object under the name of its class. Reading creates
 /// them through the factory; a class that is not registered or not a V, and a null pointer in writing, are failures.
-/// @{
 template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::vector<boost::shared_ptr<V>>& values) {
   for (const boost::shared_ptr<V>& value : values)
@@ -182,10 +173,8 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, std::vector<boo
   if (result) values = std::move(read);
   return result;
 }
-/// @}
 
-/// \name Vectors of 32- and 64-bit numbers, and of coordinates with `PackedCoordinates`: one numeric array.
-/// @{
+/// Vectors of 32- and 64-bit numbers, and of coordinates with `PackedCoordinates`: one numeric array.
 template <class V, std::enable_if_t<detail::isArrayElement<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::vector<V>& values) {
   return archive.writeArray(key, {arrayScalar<detail::ArrayScalarOf<V>>(), values.data(), values.size(), 0});

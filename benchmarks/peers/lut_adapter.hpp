@@ -7,12 +7,20 @@
 
 #include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
+#include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
+#include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/Tools/Stl/StlLoad.h>
+#include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
 #include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/Archive/CborIArchive.h>
@@ -116,12 +124,12 @@ struct Transforms<float> : OrmixTransforms<float> {};
 template <>
 struct Transforms<std::int32_t> : OrmixTransforms<std::int32_t> {};
 
-/// Planar fits from the comparison's points to the parameters, the points read where they are. Fits in space are not
-/// plugged in.
+/// Fits from the comparison's points to the parameters, the points read where they are.
 template <>
 struct Fits<double> {
   static constexpr bool available = true;
   using Points = std::vector<data::P2<double>>;
+  using SpatialPoints = std::vector<data::P3<double>>;
 
   static ormix::RealVector circle(const Points& points) { return fit<ormix::geom::Circle2dEstimator>(points); }
   static ormix::RealVector ellipse(const Points& points) { return fit<ormix::geom::Ellipse2dEstimator>(points); }
@@ -130,18 +138,28 @@ struct Fits<double> {
     std::vector<double> pairs;
     pairs.reserve(4 * from.size());
     for (std::size_t i = 0; i < from.size(); ++i) pairs.insert(pairs.end(), {from[i].x, from[i].y, to[i].x, to[i].y});
-    return estimate<ormix::geom::HomographyTransform2dEstimator>({pairs.data(), from.size(), 4});
+    return estimate<ormix::geom::HomographyTransform2dEstimator>(ormix::SampleView{pairs.data(), from.size(), 4});
+  }
+  static ormix::RealVector plane(const SpatialPoints& points) {
+    return estimate<ormix::geom::Plan3dEstimator>(view(points));
+  }
+  static ormix::RealVector sphere(const SpatialPoints& points) {
+    return estimate<ormix::geom::Sphere3dEstimator>(view(points));
+  }
+  static ormix::RealVector rigid3(const SpatialPoints& from, const SpatialPoints& to) {
+    return estimate<ormix::geom::RigidTransform3dEstimator>(view(from), view(to));
   }
 
  private:
   template <class Estimator>
   static ormix::RealVector fit(const Points& points) {
-    return estimate<Estimator>({&points.front().x, points.size(), 2});
+    return estimate<Estimator>(ormix::SampleView{&points.front().x, points.size(), 2});
   }
-  template <class Estimator>
-  static ormix::RealVector estimate(const ormix::SampleView& samples) {
+  static ormix::SampleView view(const SpatialPoints& points) { return {&points.front().x, points.size(), 3}; }
+  template <class Estimator, class... Samples>
+  static ormix::RealVector estimate(const Samples&... samples) {
     ormix::RealVector params;
-    const ormix::BoolResult result = Estimator().computeEstimation(samples, params);
+    const ormix::BoolResult result = Estimator().computeEstimation(samples..., params);
     if (!result) throw std::runtime_error(result.getMessage());
     return params;
   }
@@ -179,6 +197,44 @@ struct Archives<double> : OrmixRing<double> {
     check(ring.read(archive));
     return ring;
   }
+};
+
+/// The comparison's mesh as this library holds it, with half-edges.
+template <class T>
+struct OrmixMesh {
+  static constexpr bool available = true;
+  using Mesh = ormix::geom::Mesh3d<T>;
+
+  static Mesh make(const data::Mesh& source) {
+    Mesh mesh;
+    typename Mesh::VertexColl vertices;
+    typename Mesh::IndexColl indices;
+    for (const auto& vertex : source.v) vertices.emplace_back(vertex.x, vertex.y, vertex.z);
+    for (const auto& triangle : source.t) indices.insert(indices.end(), triangle.begin(), triangle.end());
+    check(mesh.build(std::move(vertices), indices));
+    return mesh;
+  }
+
+ protected:
+  static void check(const ormix::BoolResult& result) {
+    if (!result) throw std::runtime_error(result.getMessage());
+  }
+};
+
+/// STL files of a mesh: read with vertices merged in order and half-edges built, written as users save them.
+template <>
+struct Stl<float> : OrmixMesh<float> {
+  static void write(const Mesh& mesh, const std::string& path, bool ascii) {
+    check(ascii ? ormix::geom::saveToStLAscii(path, mesh, "bench") : ormix::geom::saveToStLBinary(path, mesh));
+  }
+  static boost::shared_ptr<Mesh> read(const std::string& path) { return ormix::geom::readFromStLFile<float>(path); }
+};
+
+/// Area and volume of a mesh, by way of the measures.
+template <>
+struct MeshMeasures<double> : OrmixMesh<double> {
+  static double area(const Mesh& mesh) { return ormix::geom::AreaMsr3d::measure(mesh); }
+  static double volume(const Mesh& mesh) { return ormix::geom::VolumeMsr3d::measure(mesh); }
 };
 
 }  // namespace lut

@@ -30,4 +30,22 @@ void measureReading(benchmark::State& state, const std::vector<T>& data) {
   for (auto _ : state) benchmark::DoNotOptimize(readAll(data.data(), data.size() * sizeof(T)));
 }
 
+/// Reads and writes every word once, for what changes its data in place; a rest of less than a word is left out.
+template <class T>
+void measureRewriting(benchmark::State& state, std::vector<T>& data) {
+  omUInt64 nothing = 0;
+  benchmark::DoNotOptimize(nothing);
+  char* const begin = reinterpret_cast<char*>(data.data());
+  const std::size_t nbWords = data.size() * sizeof(T) / sizeof nothing;
+  for (auto _ : state) {
+    for (std::size_t w = 0; w < nbWords; ++w) {
+      omUInt64 word;
+      std::memcpy(&word, begin + w * sizeof word, sizeof word);
+      word ^= nothing;
+      std::memcpy(begin + w * sizeof word, &word, sizeof word);
+    }
+    benchmark::ClobberMemory();
+  }
+}
+
 }  // namespace ormix::benchmarks

@@ -1,14 +1,6 @@
-#include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
-#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
-#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
-#include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
-#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
-#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
-#include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
-#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
-#include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
+#include <ORMIXGeometry/Measure/2d/MeasureInstances2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
-#include <ORMIXGeometry/Measure/HoleTreeMeasure.h>
+#include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.ipp>
@@ -27,6 +19,53 @@ template class GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal
 
 namespace {
 const DynamicRegistrator<PerimeterMsr2d> g_classRegistrator;
+
+omReal64 perimeterOf(const Vector2d&) { return 0; }
+
+template <class T>
+omReal64 perimeterOf(const Point2d<T>&) {
+  return 0;
+}
+
+template <class T>
+omReal64 perimeterOf(const BoundingBox2d<T>& box) {
+  return 2 *
+         ((omReal64(box.getXMax()) - omReal64(box.getXMin())) + (omReal64(box.getYMax()) - omReal64(box.getYMin())));
+}
+
+template <class T>
+omReal64 perimeterOf(const Circle2d<T>& circle) {
+  return 2 * s_pi * omReal64(circle.getRadius());
+}
+
+// Ramanujan's second approximation [Ramanujan1914]: exact for a circle, within 4.1e-4 for a flat ellipse.
+template <class T>
+omReal64 perimeterOf(const Ellipse2d<T>& ellipse) {
+  const omReal64 a = omReal64(ellipse.getMajorRadius());
+  const omReal64 b = omReal64(ellipse.getMinorRadius());
+  const omReal64 sum = a + b;
+  const omReal64 difference = a - b;
+  // Two radii of 0 would leave h undefined.
+  const omReal64 h = a == 0 && b == 0 ? 0 : (difference * difference) / (sum * sum);
+  return s_pi * sum * (1 + 3 * h / (10 + std::sqrt(4 - 3 * h)));
+}
+
+template <class T>
+omReal64 perimeterOf(const Square2d<T>& square) {
+  return 8 * omReal64(square.getHalfLength());
+}
+
+template <class T>
+omReal64 perimeterOf(const Rectangle2d<T>& rectangle) {
+  return 4 * omReal64(rectangle.getHalfLength()) + 4 * omReal64(rectangle.getHalfWidth());
+}
+
+template <class T>
+omReal64 perimeterOf(const Polygon2d<T>& polygon) {
+  const auto& points = polygon.getPointColl();
+  return pathLength(coordinates(points), points.size());
+}
+
 }  // namespace
 
 omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {
@@ -34,83 +73,12 @@ omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {
                                         __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-bool PerimeterMsr2d::process(const Vector2d&, omReal64& value) const {
-  value = 0;
-  return true;
+template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+bool PerimeterMsr2d::process(const Measured& entity, omReal64& value) const {
+  const auto simple = [](const auto& part) { return perimeterOf(part); };
+  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::plus<>());
 }
 
-template <class T>
-bool PerimeterMsr2d::process(const Point2d<T>&, omReal64& value) const {
-  value = 0;
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const BoundingBox2d<T>& box, omReal64& value) const {
-  value =
-      2 * ((omReal64(box.getXMax()) - omReal64(box.getXMin())) + (omReal64(box.getYMax()) - omReal64(box.getYMin())));
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const Circle2d<T>& circle, omReal64& value) const {
-  value = 2 * s_pi * omReal64(circle.getRadius());
-  return true;
-}
-
-// Ramanujan's second approximation [Ramanujan1914]: exact for a circle, within 4.1e-4 for a flat ellipse.
-template <class T>
-bool PerimeterMsr2d::process(const Ellipse2d<T>& ellipse, omReal64& value) const {
-  const omReal64 a = omReal64(ellipse.getMajorRadius());
-  const omReal64 b = omReal64(ellipse.getMinorRadius());
-  const omReal64 sum = a + b;
-  const omReal64 difference = a - b;
-  // Two radii of 0 would leave h undefined.
-  const omReal64 h = a == 0 && b == 0 ? 0 : (difference * difference) / (sum * sum);
-  value = s_pi * sum * (1 + 3 * h / (10 + std::sqrt(4 - 3 * h)));
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const Square2d<T>& square, omReal64& value) const {
-  value = 8 * omReal64(square.getHalfLength());
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const Rectangle2d<T>& rectangle, omReal64& value) const {
-  value = 4 * omReal64(rectangle.getHalfLength()) + 4 * omReal64(rectangle.getHalfWidth());
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const Polygon2d<T>& polygon, omReal64& value) const {
-  const auto& points = polygon.getPointColl();
-  value = pathLength(coordinates(points), points.size());
-  return true;
-}
-
-template <class T>
-bool PerimeterMsr2d::process(const PolygonWithHoles2d<T>& polygon, omReal64& value) const {
-  const auto measureExterior = [this](const PolygonWithHoles2d<T>& node, omReal64& result) {
-    return process(node.getExteriorPolygon(), result);
-  };
-  return measureHoleTree(polygon, getHoleMsrPolicy(), value, measureExterior, std::plus<>());
-}
-
-#define ORMIX_GEOMETRY_INSTANTIATE_PROCESS(T)                                      \
-  template bool PerimeterMsr2d::process(const Point2d<T>&, omReal64&) const;       \
-  template bool PerimeterMsr2d::process(const BoundingBox2d<T>&, omReal64&) const; \
-  template bool PerimeterMsr2d::process(const Circle2d<T>&, omReal64&) const;      \
-  template bool PerimeterMsr2d::process(const Ellipse2d<T>&, omReal64&) const;     \
-  template bool PerimeterMsr2d::process(const Square2d<T>&, omReal64&) const;      \
-  template bool PerimeterMsr2d::process(const Rectangle2d<T>&, omReal64&) const;   \
-  template bool PerimeterMsr2d::process(const Polygon2d<T>&, omReal64&) const;     \
-  template bool PerimeterMsr2d::process(const PolygonWithHoles2d<T>&, omReal64&) const;
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omInt32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omUInt32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omReal32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omReal64)
-#undef ORMIX_GEOMETRY_INSTANTIATE_PROCESS
+ORMIX_GEOMETRY_INSTANTIATE_MEASURE2D(PerimeterMsr2d)
 
 }  // namespace ormix::geom

@@ -2,6 +2,9 @@
 
 #include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
+#include <ORMIXGeometry/Measure/MeasuredEntities.h>
+
+#include <type_traits>
 
 namespace ormix {
 extern template class RegisteredObject<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
@@ -25,26 +28,9 @@ class ORMIX_GEOMETRY_API PerimeterMsr2d : public GeometryMeasure<PerimeterMsr2d,
 
   eMeasure2dType getMeasure2dType() const final { return eM2DT_Perimeter; }
 
-  /// \name Supported entities. True unless a hole cannot be measured.
-  /// @{
-  template <class T>
-  bool process(const Point2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const BoundingBox2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Circle2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Ellipse2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Square2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Rectangle2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Polygon2d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const PolygonWithHoles2d<T>& entity, omReal64& value) const;
-  bool process(const Vector2d& entity, omReal64& value) const;
-  /// @}
+  /// The value of any entity that is measured; false when a hole is null.
+  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  bool process(const Measured& entity, omReal64& value) const;
 };
 
 }  // namespace ormix::geom

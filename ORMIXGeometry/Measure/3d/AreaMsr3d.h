@@ -2,6 +2,9 @@
 
 #include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
+#include <ORMIXGeometry/Measure/MeasuredEntities.h>
+
+#include <type_traits>
 
 namespace ormix {
 extern template class RegisteredObject<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
@@ -26,29 +29,9 @@ class ORMIX_GEOMETRY_API AreaMsr3d : public GeometryMeasure<AreaMsr3d, BaseTyped
 
   eMeasure3dType getMeasure3dType() const final { return eM3DT_Area; }
 
-  /// \name Supported entities. True unless a hole cannot be measured.
-  /// @{
-  template <class T>
-  bool process(const Point3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const BoundingBox3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Sphere3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Ellipsoid3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Cube3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Cuboid3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Triangle3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const Mesh3d<T>& entity, omReal64& value) const;
-  template <class T>
-  bool process(const MeshWithHoles3d<T>& entity, omReal64& value) const;
-  bool process(const Vector3d& entity, omReal64& value) const;
-  bool process(const Shape3d& entity, omReal64& value) const;
-  /// @}
+  /// The value of any entity that is measured; false when a hole is null.
+  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  bool process(const Measured& entity, omReal64& value) const;
 };
 
 }  // namespace ormix::geom

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
-#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
 
 #include <vector>
@@ -28,18 +27,6 @@ auto overTriangles(const Mesh3d<T>& mesh, Sum sum) {
     for (const omUInt32 index : {i0, i1, i2}) corners.push_back(index);
   });
   return sum(TriangleMeshView<T>{vertices, corners.data(), nbTriangles});
-}
-
-/// The sum of what `measure` answers for the meshes of a shape; false when one cannot be measured or is null.
-template <class Measure>
-bool measureMeshes(const Measure& measure, const Shape3d& shape, omReal64& value) {
-  value = 0;
-  for (const auto& mesh : shape.getMeshWithHolesColl()) {
-    omReal64 part = 0;
-    if (!mesh || !measure.process(*mesh, part)) return false;
-    value += part;
-  }
-  return true;
 }
 
 }  // namespace ormix::geom

@@ -1,17 +1,7 @@
-#include <ORMIXGeometry/Entity/3d/BoundingBox/BoundingBox3d.h>
-#include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
-#include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
-#include <ORMIXGeometry/Entity/3d/Ellipsoid/Ellipsoid3d.h>
-#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
-#include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
-#include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
-#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
-#include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
-#include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
-#include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
+#include <ORMIXGeometry/Measure/3d/MeasureInstances3d.h>
 #include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
-#include <ORMIXGeometry/Measure/HoleTreeMeasure.h>
+#include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ellipsoid.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.ipp>
@@ -30,6 +20,57 @@ template class GeometryMeasure<VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>
 
 namespace {
 const DynamicRegistrator<VolumeMsr3d> g_classRegistrator;
+
+omReal64 volumeOf(const Vector3d&) { return 0; }
+
+template <class T>
+omReal64 volumeOf(const Point3d<T>&) {
+  return 0;
+}
+
+template <class T>
+omReal64 volumeOf(const BoundingBox3d<T>& box) {
+  const omReal64 dx = omReal64(box.getXMax()) - omReal64(box.getXMin());
+  const omReal64 dy = omReal64(box.getYMax()) - omReal64(box.getYMin());
+  const omReal64 dz = omReal64(box.getZMax()) - omReal64(box.getZMin());
+  return dx * dy * dz;
+}
+
+template <class T>
+omReal64 volumeOf(const Sphere3d<T>& sphere) {
+  const omReal64 radius = omReal64(sphere.getRadius());
+  return s_pi * radius * radius * radius * 4 / 3;
+}
+
+template <class T>
+omReal64 volumeOf(const Ellipsoid3d<T>& ellipsoid) {
+  return ellipsoidVolume(omReal64(ellipsoid.getMajorRadius()), omReal64(ellipsoid.getMediumRadius()),
+                         omReal64(ellipsoid.getMinorRadius()));
+}
+
+template <class T>
+omReal64 volumeOf(const Cube3d<T>& cube) {
+  const omReal64 edge = 2 * omReal64(cube.getHalfLength());
+  return edge * edge * edge;
+}
+
+template <class T>
+omReal64 volumeOf(const Cuboid3d<T>& cuboid) {
+  return (2 * omReal64(cuboid.getHalfLength())) * (2 * omReal64(cuboid.getHalfWidth())) *
+         (2 * omReal64(cuboid.getHalfHeight()));
+}
+
+template <class T>
+omReal64 volumeOf(const Triangle3d<T>&) {
+  return 0;
+}
+
+template <class T>
+omReal64 volumeOf(const Mesh3d<T>& mesh) {
+  return std::abs(
+      overTriangles(mesh, [](const TriangleMeshView<T>& triangles) { return meshSignedVolume(triangles); }));
+}
+
 }  // namespace
 
 omReal64 VolumeMsr3d::measure(const BaseGeometryEntity3d& entity) {
@@ -37,91 +78,12 @@ omReal64 VolumeMsr3d::measure(const BaseGeometryEntity3d& entity) {
                                      __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-bool VolumeMsr3d::process(const Vector3d&, omReal64& value) const {
-  value = 0;
-  return true;
+template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+bool VolumeMsr3d::process(const Measured& entity, omReal64& value) const {
+  const auto simple = [](const auto& part) { return volumeOf(part); };
+  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::minus<>());
 }
 
-template <class T>
-bool VolumeMsr3d::process(const Point3d<T>&, omReal64& value) const {
-  value = 0;
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const BoundingBox3d<T>& box, omReal64& value) const {
-  const omReal64 dx = omReal64(box.getXMax()) - omReal64(box.getXMin());
-  const omReal64 dy = omReal64(box.getYMax()) - omReal64(box.getYMin());
-  const omReal64 dz = omReal64(box.getZMax()) - omReal64(box.getZMin());
-  value = dx * dy * dz;
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Sphere3d<T>& sphere, omReal64& value) const {
-  const omReal64 radius = omReal64(sphere.getRadius());
-  value = s_pi * radius * radius * radius * 4 / 3;
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Ellipsoid3d<T>& ellipsoid, omReal64& value) const {
-  value = ellipsoidVolume(omReal64(ellipsoid.getMajorRadius()), omReal64(ellipsoid.getMediumRadius()),
-                          omReal64(ellipsoid.getMinorRadius()));
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Cube3d<T>& cube, omReal64& value) const {
-  const omReal64 edge = 2 * omReal64(cube.getHalfLength());
-  value = edge * edge * edge;
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Cuboid3d<T>& cuboid, omReal64& value) const {
-  value = (2 * omReal64(cuboid.getHalfLength())) * (2 * omReal64(cuboid.getHalfWidth())) *
-          (2 * omReal64(cuboid.getHalfHeight()));
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Triangle3d<T>&, omReal64& value) const {
-  value = 0;
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const Mesh3d<T>& mesh, omReal64& value) const {
-  value =
-      std::abs(overTriangles(mesh, [](const TriangleMeshView<T>& triangles) { return meshSignedVolume(triangles); }));
-  return true;
-}
-
-template <class T>
-bool VolumeMsr3d::process(const MeshWithHoles3d<T>& mesh, omReal64& value) const {
-  const auto measureExterior = [this](const MeshWithHoles3d<T>& node, omReal64& result) {
-    return process(node.getExteriorMesh(), result);
-  };
-  return measureHoleTree(mesh, getHoleMsrPolicy(), value, measureExterior, std::minus<>());
-}
-
-bool VolumeMsr3d::process(const Shape3d& shape, omReal64& value) const { return measureMeshes(*this, shape, value); }
-
-#define ORMIX_GEOMETRY_INSTANTIATE_PROCESS(T)                                   \
-  template bool VolumeMsr3d::process(const Point3d<T>&, omReal64&) const;       \
-  template bool VolumeMsr3d::process(const BoundingBox3d<T>&, omReal64&) const; \
-  template bool VolumeMsr3d::process(const Sphere3d<T>&, omReal64&) const;      \
-  template bool VolumeMsr3d::process(const Ellipsoid3d<T>&, omReal64&) const;   \
-  template bool VolumeMsr3d::process(const Cube3d<T>&, omReal64&) const;        \
-  template bool VolumeMsr3d::process(const Cuboid3d<T>&, omReal64&) const;      \
-  template bool VolumeMsr3d::process(const Triangle3d<T>&, omReal64&) const;    \
-  template bool VolumeMsr3d::process(const Mesh3d<T>&, omReal64&) const;        \
-  template bool VolumeMsr3d::process(const MeshWithHoles3d<T>&, omReal64&) const;
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omInt32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omUInt32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omReal32)
-ORMIX_GEOMETRY_INSTANTIATE_PROCESS(omReal64)
-#undef ORMIX_GEOMETRY_INSTANTIATE_PROCESS
+ORMIX_GEOMETRY_INSTANTIATE_MEASURE3D(VolumeMsr3d)
 
 }  // namespace ormix::geom
