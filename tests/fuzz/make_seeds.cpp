@@ -1,5 +1,5 @@
-// Writes the samples of the tests, one object of every class, as seeds into <folder>/cbor and <folder>/json. What is there
-// already stays: the tests read it as the archive that an older version wrote.
+// Writes the samples of the tests, one object of every class, as seeds into <folder>/cbor and <folder>/json. What is
+// there already stays: the tests read it as the archive that an older version wrote.
 
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
