@@ -32,8 +32,9 @@ class ORMIX_GEOMETRY_API Plan3d : public Entity3d<Plan3d, BaseGeometryEntity3d> 
   void setCoords(const Point3dData<T>& p0, const Point3dData<T>& p1, const Point3dData<T>& p2) {
     setThrough(cast<omReal64>(p0), cast<omReal64>(p1), cast<omReal64>(p2));
   }
-  template <class T>
-  void setCoords(const Point3d<T>& p0, const Point3d<T>& p1, const Point3d<T>& p2) {
+  /// Of `Point3d`; coordinates in braces are a `Point3dData`.
+  template <template <class> class Point, class T>
+  void setCoords(const Point<T>& p0, const Point<T>& p1, const Point<T>& p2) {
     setCoords(p0.getCoords(), p1.getCoords(), p2.getCoords());
   }
   /// The plane through the point across the normal, of which only the angles count: for a zero vector too, which gives
@@ -42,8 +43,8 @@ class ORMIX_GEOMETRY_API Plan3d : public Entity3d<Plan3d, BaseGeometryEntity3d> 
   void setCoords(const Point3dData<T>& point, const Vector3d& normal) {
     setThrough(cast<omReal64>(point), normal);
   }
-  template <class T>
-  void setCoords(const Point3d<T>& point, const Vector3d& normal) {
+  template <template <class> class Point, class T>
+  void setCoords(const Point<T>& point, const Vector3d& normal) {
     setCoords(point.getCoords(), normal);
   }
 
