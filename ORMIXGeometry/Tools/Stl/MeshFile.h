@@ -11,6 +11,7 @@
 
 namespace ormix::geom {
 
+/// The two formats of STL files.
 enum eMeshFileFormat { eMFF_StlAscii, eMFF_StlBinary };
 
 /// What becomes of triangles that add nothing to a surface; by default all stay.
@@ -46,6 +47,7 @@ boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path, const MeshReadOpt
 template <class T>
 boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path);
 
+/// How `writeMesh` writes: by default binary, coordinates as they are.
 struct MeshWriteOptions {
   eMeshFileFormat format = eMFF_StlBinary;
   std::string name = "mesh";           ///< of an ASCII file; one word, for readers that are as strict as `readStLAscii`
