@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 namespace ormix::geom {
@@ -35,15 +36,78 @@ TripleTable::Triple keyOf(const omReal32* coords) {
   return {canonicalBits(coords[0]), canonicalBits(coords[1]), canonicalBits(coords[2])};
 }
 
-/// The vertices of a table with the places they have there.
-std::vector<CoordWithIndex> verticesOf(const TripleTable& table) {
-  std::vector<CoordWithIndex> vertices(table.getTriples().size());
-  for (std::size_t at = 0; at < vertices.size(); ++at) {
-    std::memcpy(&vertices[at], &table.getTriples()[at], sizeof(TripleTable::Triple));
-    vertices[at].index = static_cast<omUInt32>(at);
+/// Appends the triples of a table, each with its place.
+void appendVertices(const TripleTable& table, std::vector<CoordWithIndex>& vertices) {
+  for (const TripleTable::Triple& triple : table.getTriples()) {
+    CoordWithIndex vertex{0, 0, 0, static_cast<omUInt32>(vertices.size())};
+    std::memcpy(&vertex, &triple, sizeof triple);
+    vertices.push_back(vertex);
   }
-  return vertices;
 }
+
+/// Corners in parts by their hashes, so that equal ones meet in one part, and a part's table stays in the near caches
+/// however many corners there are.
+class CornerParts {
+ public:
+  explicit CornerParts(const std::vector<omReal32>& coordColl) : _coords(coordColl), _nbCorners(coordColl.size() / 3) {
+    constexpr std::size_t cornersOfPart = std::size_t(1) << 14;
+    unsigned bits = 0;
+    while (_nbCorners > (cornersOfPart << bits) && bits < s_mostBits) ++bits;
+    _ends.assign(std::size_t(1) << bits, 0);
+    for (std::size_t at = 0; at < _nbCorners; ++at) ++_ends[partOf(keyOf(&_coords[3 * at]))];
+  }
+
+  /// The different corners in no order that means anything, each with its place; the place of every corner is written
+  /// to `placeColl`.
+  std::vector<CoordWithIndex> merge(std::vector<omUInt32>& placeColl) {
+    const auto nbUsed = _ends.size() - static_cast<std::size_t>(std::count(_ends.begin(), _ends.end(), 0));
+    std::vector<CoordWithIndex> vertices;
+    // Few different corners are in few parts and need none: their table is small.
+    if (4 * nbUsed < _ends.size()) {
+      TripleTable table(0);
+      for (std::size_t at = 0; at < _nbCorners; ++at) placeColl[at] = table.add(keyOf(&_coords[3 * at]));
+      appendVertices(table, vertices);
+    } else {
+      mergeParts(placeColl, vertices);
+    }
+    return vertices;
+  }
+
+ private:
+  struct Corner {
+    TripleTable::Triple key;
+    omUInt32 index;
+  };
+  /// More parts than this are dealt slower than they are merged.
+  static constexpr unsigned s_mostBits = 10;
+
+  std::size_t partOf(const TripleTable::Triple& key) const {
+    // The upper half of the hash, of which the tables do not use the bits.
+    return static_cast<std::size_t>((omUInt64(TripleTable::hash(key)) >> 40) & (_ends.size() - 1));
+  }
+
+  void mergeParts(std::vector<omUInt32>& placeColl, std::vector<CoordWithIndex>& vertices) {
+    std::size_t sum = 0;
+    for (std::size_t& end : _ends) sum += std::exchange(end, sum);
+    const std::unique_ptr<Corner[]> corners(new Corner[_nbCorners]);  // not set before they are dealt
+    for (std::size_t at = 0; at < _nbCorners; ++at) {
+      const TripleTable::Triple key = keyOf(&_coords[3 * at]);
+      corners[_ends[partOf(key)]++] = {key, static_cast<omUInt32>(at)};
+    }
+    TripleTable table(0);
+    std::size_t at = 0;
+    for (const std::size_t end : _ends) {
+      const auto first = static_cast<omUInt32>(vertices.size());
+      for (; at < end; ++at) placeColl[corners[at].index] = first + table.add(corners[at].key);
+      appendVertices(table, vertices);
+      table.clear();
+    }
+  }
+
+  const std::vector<omReal32>& _coords;
+  std::size_t _nbCorners;
+  std::vector<std::size_t> _ends;  // the sizes of the parts, until the corners are dealt
+};
 
 /// Sorts by one coordinate after the other: all by x, then each run of equal x by y, then of equal y by z.
 class CoordSorter {
@@ -110,11 +174,7 @@ void sortByCoords(std::vector<CoordWithIndex>& vertices) { vertices = CoordSorte
 MergedCoords removeDoubles(const std::vector<omReal32>& coordColl) {
   MergedCoords merged;
   merged.indexColl.resize(coordColl.size() / 3);
-  // In a closed mesh six corners meet in a vertex.
-  TripleTable table(merged.indexColl.size() / 3);
-  for (std::size_t at = 0; at < merged.indexColl.size(); ++at)
-    merged.indexColl[at] = table.add(keyOf(&coordColl[3 * at]));
-  std::vector<CoordWithIndex> vertices = verticesOf(table);
+  std::vector<CoordWithIndex> vertices = CornerParts(coordColl).merge(merged.indexColl);
   sortByCoords(vertices);
   merged.coordColl.resize(3 * vertices.size());
   std::vector<omUInt32> ranks(vertices.size());

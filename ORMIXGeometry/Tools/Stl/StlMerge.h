@@ -23,7 +23,7 @@ struct MergedCoords {
 
 /// Merges vertices whose three coordinates are exactly equal. The order is total: -0 equals +0 (and comes out as +0),
 /// NaN stands behind all numbers, equal to NaN of the same bits only, by its bits as an unsigned number.
-/// Linear in the vertices: a hash table finds the different ones, and only those are sorted.
+/// Linear in the vertices: hash tables find the different ones, and only those are sorted.
 /// \param coordColl three numbers a vertex, at most 2^32 - 2 vertices
 ORMIX_GEOMETRY_API MergedCoords removeDoubles(const std::vector<omReal32>& coordColl);
 

@@ -35,16 +35,23 @@ class TripleTable {
 
   const std::vector<Triple>& getTriples() const { return _triples; }
 
- private:
-  static constexpr omUInt32 s_free = 0xFFFFFFFFu;
+  /// Forgets the triples; the memory stays.
+  void clear() {
+    _slots.assign(_slots.size(), s_free);
+    _triples.clear();
+  }
 
-  /// Each bit of the triple reaches the lower bits of the result, by multiplication and by folding the upper half down.
+  /// Each bit of the triple reaches the lower bits of the result, by multiplication and by folding the upper half down;
+  /// the table uses the lower ones.
   static std::size_t hash(const Triple& triple) {
     omUInt64 mixed = (omUInt64(triple.y) << 32 | triple.x) * 0x9E3779B97F4A7C15u;
     mixed ^= mixed >> 32;
     mixed = (mixed ^ omUInt64(triple.z) * 0xC2B2AE3D27D4EB4Fu) * 0xFF51AFD7ED558CCDu;
     return static_cast<std::size_t>(mixed ^ mixed >> 32);
   }
+
+ private:
+  static constexpr omUInt32 s_free = 0xFFFFFFFFu;
 
   omUInt32 insert(const Triple& triple, std::size_t slot) {
     const auto place = static_cast<omUInt32>(_triples.size());

@@ -93,7 +93,7 @@ TEST(StlMerge, agreesWithAMap) {
   const std::vector<omReal32> special{
       0, -0.0f, 1, -1, s_inf, -s_inf, 1e-45f, -1e-45f, 3e38f, fromBits(0x7FC00000u), fromBits(0xFFC00001u)};
   // Few different values give long runs of equal coordinates, sorted on the next axis; many give large runs.
-  for (const std::size_t nbVertices : {10u, 5000u, 40000u})
+  for (const std::size_t nbVertices : {10u, 5000u, 200000u})
     for (const unsigned nbValues : {2u, 11u, 60u, 100000u}) {
       std::vector<omReal32> coords(3 * nbVertices);
       for (omReal32& coord : coords) {
