@@ -12,17 +12,6 @@ namespace {
 
 using detail::nbLanes;
 
-/// Joins the lanes by halves, so that no addition waits for those beside it.
-omReal64 joined(detail::Lanes& lanes) {
-  for (std::size_t half = nbLanes / 2; half > 0; half /= 2) {
-    for (std::size_t l = 0; l < half; ++l) {
-      detail::addCompensated(lanes.sum[l + half], lanes.sum[l], lanes.error[l]);
-      lanes.error[l] += lanes.error[l + half];
-    }
-  }
-  return detail::roundedSum(lanes.sum[0], lanes.error[0]);
-}
-
 /// Fewer edges than lanes are added one after the other, which joins them sooner.
 template <class T>
 omReal64 sumOfFewEdges(const T* xy, std::size_t nbPoints) {
@@ -45,12 +34,12 @@ template <class Blocks, class T>
 omReal64 sumOfManyEdges(const T* xy, std::size_t nbPoints) {
   const std::size_t nbBlocks = (nbPoints - 1) / nbLanes;
   const std::size_t nbEdgesLeft = (nbPoints - 1) % nbLanes;
-  detail::Lanes lanes;
+  detail::RingLanes lanes;
   Blocks::add(xy, nbBlocks, lanes);
   xy += nbBlocks * detail::blockSize;
   for (std::size_t l = 0; l < nbEdgesLeft; ++l)
     detail::addCompensated(detail::edgeLength(xy + 2 * l), lanes.sum[l], lanes.error[l]);
-  return joined(lanes);
+  return detail::joined(lanes);
 }
 
 }  // namespace

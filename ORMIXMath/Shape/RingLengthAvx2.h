@@ -11,7 +11,7 @@ namespace ormix::detail {
 class Avx2Blocks {
  public:
   template <class T>
-  [[gnu::target("avx2")]] static void add(const T* xy, std::size_t nbBlocks, Lanes& result) {
+  [[gnu::target("avx2")]] static void add(const T* xy, std::size_t nbBlocks, RingLanes& result) {
     WideLanes low{_mm256_setzero_pd(), _mm256_setzero_pd()};
     WideLanes high = low;
     for (; nbBlocks > 0; --nbBlocks, xy += blockSize) {

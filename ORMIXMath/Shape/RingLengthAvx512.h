@@ -10,7 +10,7 @@ namespace ormix::detail {
 class Avx512Blocks {
  public:
   template <class T>
-  [[gnu::target("avx512f")]] static void add(const T* xy, std::size_t nbBlocks, Lanes& result) {
+  [[gnu::target("avx512f")]] static void add(const T* xy, std::size_t nbBlocks, RingLanes& result) {
     WideLanes lanes{_mm512_setzero_pd(), _mm512_setzero_pd()};
     for (; nbBlocks >= 5; nbBlocks -= 5, xy += 5 * blockSize) {
       addPair(lanes, xy);

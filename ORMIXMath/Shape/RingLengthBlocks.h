@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXMath/Shape/CompensatedSum.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cmath>
@@ -13,21 +14,6 @@ constexpr std::size_t nbLanes = 8;
 /// Coordinates from the start of one block, an edge a lane, to the start of the next.
 constexpr std::size_t blockSize = 2 * nbLanes;
 
-/// The rounding error of sum + value is itself a number (Knuth1969), kept in `error`; of reals or vectors of them.
-template <class V>
-inline void addCompensated(V value, V& sum, V& error) {
-  const V total = sum + value;
-  const V added = total - sum;
-  error += (sum - (total - added)) + (value - added);
-  sum = total;
-}
-
-/// Once the sum is infinite its error is inf - inf: the plain sum then tells what happened.
-inline omReal64 roundedSum(omReal64 sum, omReal64 error) {
-  const omReal64 rounded = sum + error;
-  return std::isnan(rounded) ? sum : rounded;
-}
-
 inline omReal64 length(omReal64 dx, omReal64 dy) { return std::sqrt(dx * dx + dy * dy); }
 
 template <class T>
@@ -36,11 +22,7 @@ omReal64 edgeLength(const T* xy) {
                 static_cast<omReal64>(xy[3]) - static_cast<omReal64>(xy[1]));
 }
 
-/// nbLanes compensated sums, sums and errors apart so that one vector holds several of either.
-struct Lanes {
-  omReal64 sum[nbLanes] = {};
-  omReal64 error[nbLanes] = {};
-};
+using RingLanes = Lanes<nbLanes>;
 
 /// Asks for the block that will be read 2 KiB from now. Without it rings beyond the caches cost half as much again; an
 /// address past the end is ignored by the processor.
@@ -56,8 +38,8 @@ void prefetchBlock(const T* xy) {
 /// Adds edge l of each of the blocks to lane l.
 struct PortableBlocks {
   template <class T>
-  static void add(const T* xy, std::size_t nbBlocks, Lanes& result) {
-    Lanes lanes;
+  static void add(const T* xy, std::size_t nbBlocks, RingLanes& result) {
+    RingLanes lanes;
     for (; nbBlocks > 0; --nbBlocks, xy += blockSize) {
       prefetchBlock(xy);
       omReal64 lengths[nbLanes];

@@ -1,11 +1,13 @@
-#include <ORMIXMath/Shape/RingLengthBlocks.h>
+#include <ORMIXMath/Shape/CompensatedSum.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
 #include <ORMIXMath/Shape/TrianglePairs.h>
+#if defined(__x86_64__)
+#include <ORMIXMath/Shape/TriangleQuadsAvx2.h>
+#endif
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <type_traits>
 
 namespace ormix {
 namespace {
@@ -14,29 +16,47 @@ using detail::CornerPair;
 using detail::Pair;
 using detail::TrianglePair;
 
-/// Calls `take(pair, nbTriangles)` with the triangles two by two in their order, a last single one beside itself.
-template <class T, class Stride, class Take>
-inline void forPairsOfStride(const TriangleMeshView<T>& mesh, Stride stride, Take& take) {
-  const omUInt32* indices = mesh.indices;
-  for (std::size_t pairs = mesh.nbTriangles / 2; pairs > 0; --pairs, indices += 6 * stride) {
-    detail::prefetchIndices(indices, 6 * stride);
-    take(detail::trianglePair(mesh.xyz, indices, stride), 2);
-  }
-  if (mesh.nbTriangles % 2 != 0) take(detail::doubledTriangle(mesh.xyz, indices, stride), 1);
-}
-
-/// The strides in use are compiled in: their multiples are then part of the addresses.
+/// Calls `take(pair, nbTriangles)` with the triangles from the given one on, two by two in their order, a last single
+/// one beside itself.
 template <class T, class Take>
-void forPairs(const TriangleMeshView<T>& mesh, Take take) {
-  if (mesh.stride == 1) return forPairsOfStride(mesh, std::integral_constant<std::size_t, 1>{}, take);
-  if (mesh.stride == 4) return forPairsOfStride(mesh, std::integral_constant<std::size_t, 4>{}, take);
-  forPairsOfStride(mesh, mesh.stride, take);
+inline void forPairs(const TriangleMeshView<T>& mesh, std::size_t first, Take take) {
+  const omUInt32* indices = mesh.indices + 3 * first;
+  for (std::size_t pairs = (mesh.nbTriangles - first) / 2; pairs > 0; --pairs, indices += 6)
+    take(detail::trianglePair(mesh.xyz, indices), 2);
+  if ((mesh.nbTriangles - first) % 2 != 0) take(detail::doubledTriangle(mesh.xyz, indices), 1);
 }
 
 template <class T>
 CornerPair firstCorner(const TriangleMeshView<T>& mesh) {
   const T* vertex = mesh.xyz + 3 * static_cast<std::size_t>(mesh.indices[0]);
   return detail::cornerPair(vertex, vertex);
+}
+
+/// Adds twice the area of triangle t to lane t % 4, from the given triangle on, of which four divides the index.
+template <class T>
+void addDoubleAreas(const TriangleMeshView<T>& mesh, std::size_t first, detail::Lanes<4>& lanes) {
+  // The lanes of the pair at hand, and those of the one before, which comes next.
+  Pair sum{lanes.sum[0], lanes.sum[1]}, nextSum{lanes.sum[2], lanes.sum[3]};
+  Pair error{lanes.error[0], lanes.error[1]}, nextError{lanes.error[2], lanes.error[3]};
+  bool isSwapped = false;
+  forPairs(mesh, first, [&](const TrianglePair& t, int nbTriangles) {
+    Pair area = detail::doubleAreaPair(t);
+    if (nbTriangles == 1) area[1] = 0;
+    detail::addCompensated(area, sum, error);
+    std::swap(sum, nextSum);
+    std::swap(error, nextError);
+    isSwapped = !isSwapped;
+  });
+  if (isSwapped) {
+    std::swap(sum, nextSum);
+    std::swap(error, nextError);
+  }
+  for (std::size_t l = 0; l < 2; ++l) {
+    lanes.sum[l] = sum[l];
+    lanes.sum[2 + l] = nextSum[l];
+    lanes.error[l] = error[l];
+    lanes.error[2 + l] = nextError[l];
+  }
 }
 
 TrianglePair relativeTo(const CornerPair& origin, const TrianglePair& t) {
@@ -116,31 +136,23 @@ omReal64 tetrahedronSignedVolume(omReal64 x0, omReal64 y0, omReal64 z0, omReal64
 
 template <class T>
 omReal64 meshArea(const TriangleMeshView<T>& mesh) {
-  // The two lanes of the pair at hand, and those of the one before, which comes next.
-  Pair sum{}, sumOfOther{}, error{}, errorOfOther{};
-  forPairs(mesh, [&](const TrianglePair& t, int nbTriangles) {
-    Pair area = detail::doubleAreaPair(t);
-    if (nbTriangles == 1) area[1] = 0;
-    detail::addCompensated(area, sum, error);
-    std::swap(sum, sumOfOther);
-    std::swap(error, errorOfOther);
-  });
-  if ((mesh.nbTriangles + 1) / 2 % 2 != 0) {
-    std::swap(sum, sumOfOther);
-    std::swap(error, errorOfOther);
-  }
-  detail::addCompensated(sumOfOther, sum, error);
-  error += errorOfOther;
-  omReal64 total = sum[0];
-  omReal64 rest = error[0] + error[1];
-  detail::addCompensated(omReal64{sum[1]}, total, rest);
-  return 0.5 * detail::roundedSum(total, rest);
+  detail::Lanes<4> lanes;
+  std::size_t nbDone = 0;
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) nbDone = detail::TriangleQuadsAvx2::addDoubleAreas(mesh, lanes);
+#endif
+  addDoubleAreas(mesh, nbDone, lanes);
+  return 0.5 * detail::joined(lanes);
 }
 
 template <class T>
 omReal64 meshSignedVolume(const TriangleMeshView<T>& mesh) {
   omReal64 sum = 0;
-  forPairs(mesh, [&](const TrianglePair& t, int nbTriangles) {
+  std::size_t nbDone = 0;
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) nbDone = detail::TriangleQuadsAvx2::addVolumes(mesh, sum);
+#endif
+  forPairs(mesh, nbDone, [&](const TrianglePair& t, int nbTriangles) {
     const Pair volume = detail::determinantPair(t) / 6;
     sum += volume[0];
     if (nbTriangles == 2) sum += volume[1];
@@ -153,7 +165,11 @@ omReal64 meshLocalVolume(const TriangleMeshView<T>& mesh) {
   if (mesh.nbTriangles == 0) return 0;
   const CornerPair origin = firstCorner(mesh);
   Pair sum{};
-  forPairs(mesh, [&](const TrianglePair& t, int nbTriangles) {
+  std::size_t nbDone = 0;
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) nbDone = detail::TriangleQuadsAvx2::addDeterminants(mesh, origin, sum);
+#endif
+  forPairs(mesh, nbDone, [&](const TrianglePair& t, int nbTriangles) {
     Pair determinant = detail::determinantPair(relativeTo(origin, t));
     if (nbTriangles == 1) determinant[1] = 0;
     sum += determinant;
@@ -166,7 +182,7 @@ bool meshMoments(const TriangleMeshView<T>& mesh, MeshMoments& moments) {
   if (mesh.nbTriangles == 0) return false;
   const CornerPair origin = firstCorner(mesh);
   IntegralSums sums;
-  forPairs(mesh, [&](const TrianglePair& t, int nbTriangles) {
+  forPairs(mesh, 0, [&](const TrianglePair& t, int nbTriangles) {
     sums.add(relativeTo(origin, t), Pair{1, nbTriangles == 2 ? 1.0 : 0.0});
   });
   const Integrals about = sums.result();

@@ -15,16 +15,14 @@
 
 namespace ormix {
 
-/// Triangles given by indices of vertices, neither of them owned. Corner k of triangle t is the vertex
-/// i = indices[(3 t + k) * stride] with the coordinates xyz[3 i], xyz[3 i + 1], xyz[3 i + 2]; so the indices may stand
-/// in larger structures, such as half-edges, of `stride` times 4 bytes each. Indices are believed. The pointers may be
-/// null where there are no triangles. Corners stand counter-clockwise as seen from outside.
+/// Triangles given by indices of vertices, neither of them owned. Corner k of triangle t is the vertex i = indices[3 t
+/// + k] with the coordinates xyz[3 i], xyz[3 i + 1], xyz[3 i + 2]. Indices are believed. The pointers may be null where
+/// there are no triangles. Corners stand counter-clockwise as seen from outside.
 template <class T>
 struct TriangleMeshView {
   const T* xyz;
   const omUInt32* indices;
   std::size_t nbTriangles;
-  std::size_t stride = 1;
 };
 
 /// Signed volume of the tetrahedron over the triangle (p0, p1, p2) with its apex at the origin, p0 · (p1 × p2) / 6:

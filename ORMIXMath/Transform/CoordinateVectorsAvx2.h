@@ -4,6 +4,7 @@
 #include <ORMIXMath/Shape/RingIntrinsics.h>
 
 #include <limits>
+#include <type_traits>
 
 namespace ormix::detail {
 
@@ -15,12 +16,20 @@ class CoordinateVectorsAvx2 {
   }
   [[gnu::target("avx2")]] static __m128i signBits() { return _mm_set1_epi32(std::numeric_limits<omInt32>::min()); }
 
+  /// Four words that hold values of the type T.
+  template <class T>
+  [[gnu::target("avx2")]] static __m256d converted(__m128i words) {
+    if constexpr (std::is_same_v<T, omReal32>)
+      return _mm256_cvtps_pd(_mm_castsi128_ps(words));
+    else if constexpr (std::is_same_v<T, omInt32>)
+      return _mm256_cvtepi32_pd(words);
+    else  // Shifted down by 2^31 for the signed conversion, and back, which is exact.
+      return _mm256_add_pd(_mm256_cvtepi32_pd(_mm_xor_si128(words, signBits())), _mm256_set1_pd(0x1p31));
+  }
   [[gnu::target("avx2")]] static __m256d load(const omReal64* at) { return _mm256_loadu_pd(at); }
-  [[gnu::target("avx2")]] static __m256d load(const omReal32* at) { return _mm256_cvtps_pd(_mm_loadu_ps(at)); }
-  [[gnu::target("avx2")]] static __m256d load(const omInt32* at) { return _mm256_cvtepi32_pd(loadWords(at)); }
-  [[gnu::target("avx2")]] static __m256d load(const omUInt32* at) {
-    // Shifted down by 2^31 for the signed conversion, and back, which is exact.
-    return _mm256_add_pd(_mm256_cvtepi32_pd(_mm_xor_si128(loadWords(at), signBits())), _mm256_set1_pd(0x1p31));
+  template <class T>
+  [[gnu::target("avx2")]] static __m256d load(const T* at) {
+    return converted<T>(loadWords(at));
   }
 
   /// What round() truncates.

@@ -68,7 +68,7 @@ omReal64 areaOf(const Triangle3d<T>& triangle) {
 
 template <class T>
 omReal64 areaOf(const Mesh3d<T>& mesh) {
-  return overTriangles(mesh, [](const TriangleMeshView<T>& triangles) { return meshArea(triangles); });
+  return meshArea(triangleView(mesh));
 }
 
 }  // namespace

@@ -5,13 +5,12 @@ namespace ormix::geom {
 
 template <class T>
 omReal64 localVolume(const Mesh3d<T>& mesh) {
-  return overTriangles(mesh, [](const TriangleMeshView<T>& triangles) { return meshLocalVolume(triangles); });
+  return meshLocalVolume(triangleView(mesh));
 }
 
 template <class T>
 bool moments(const Mesh3d<T>& mesh, MeshMoments& result) {
-  return overTriangles(mesh,
-                       [&result](const TriangleMeshView<T>& triangles) { return meshMoments(triangles, result); });
+  return meshMoments(triangleView(mesh), result);
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(T)                         \

@@ -67,8 +67,7 @@ omReal64 volumeOf(const Triangle3d<T>&) {
 
 template <class T>
 omReal64 volumeOf(const Mesh3d<T>& mesh) {
-  return std::abs(
-      overTriangles(mesh, [](const TriangleMeshView<T>& triangles) { return meshSignedVolume(triangles); }));
+  return std::abs(meshSignedVolume(triangleView(mesh)));
 }
 
 }  // namespace

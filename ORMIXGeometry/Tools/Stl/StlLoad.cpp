@@ -42,7 +42,7 @@ boost::shared_ptr<Mesh3d<T>> meshOf(StlTriangles triangles, const std::string& p
   auto mesh = boost::make_shared<Mesh3d<T>>();
   if (triangles.stop == eSS_TooMany || triangles.stop == eSS_ReadError) logUnreadable(path, stopText(triangles));
   if (triangles.coordColl.empty()) return mesh;
-  const MergedCoords merged = removeDoubles(triangles.coordColl);
+  MergedCoords merged = removeDoubles(triangles.coordColl);
   triangles.coordColl = {};
   MeshTopology::IndexColl ownerColl;
   const BoolResult built = buildMesh(merged, *mesh, ownerColl);

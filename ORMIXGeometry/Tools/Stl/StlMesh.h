@@ -10,18 +10,18 @@
 // Not installed.
 namespace ormix::geom {
 
-/// Builds a mesh of merged triangles, see `StlLoad.h`.
+/// Builds a mesh of merged triangles, of which it takes the indices; see `StlLoad.h`.
 /// \param ownerColl set to the triangles that got vertices of their own
 /// \return a failure when there are more vertices than indices; the mesh is then empty
 template <class T>
-BoolResult buildMesh(const MergedCoords& merged, Mesh3d<T>& mesh, MeshTopology::IndexColl& ownerColl) {
+BoolResult buildMesh(MergedCoords& merged, Mesh3d<T>& mesh, MeshTopology::IndexColl& ownerColl) {
   typename Mesh3d<T>::VertexColl vertices;
   vertices.reserve(merged.getNbVertices());
   for (std::size_t at = 0; at < merged.coordColl.size(); at += 3) {
     const omReal32* coords = &merged.coordColl[at];
     vertices.push_back(cast<T>(Point3dData<omReal32>(coords[0], coords[1], coords[2])));
   }
-  return mesh.build(std::move(vertices), merged.indexColl, eNMP_OwnVertices, &ownerColl);
+  return mesh.build(std::move(vertices), std::move(merged.indexColl), eNMP_OwnVertices, &ownerColl);
 }
 
 /// Logs at error level that the file cannot be read as a mesh, and why.

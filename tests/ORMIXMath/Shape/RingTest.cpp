@@ -124,8 +124,8 @@ TYPED_TEST(RingTest, lengthHasTheSameBitsWithoutVectors) {
 }
 
 template <class Blocks, class T>
-void expectLanesOf(const detail::Lanes& expected, const std::vector<T>& xy, std::size_t nbBlocks) {
-  detail::Lanes lanes;
+void expectLanesOf(const detail::RingLanes& expected, const std::vector<T>& xy, std::size_t nbBlocks) {
+  detail::RingLanes lanes;
   Blocks::add(xy.data(), nbBlocks, lanes);
   for (std::size_t l = 0; l < detail::nbLanes; ++l) {
     ASSERT_EQ(bits(lanes.sum[l]), bits(expected.sum[l])) << "lane " << l << " of " << nbBlocks << " blocks";
@@ -137,7 +137,7 @@ void expectLanesOf(const detail::Lanes& expected, const std::vector<T>& xy, std:
 template <class T>
 void expectSameLanesAtEveryWidth(const std::vector<T>& xy) {
   const std::size_t nbBlocks = (xy.size() / 2 - 1) / detail::nbLanes;
-  detail::Lanes expected;
+  detail::RingLanes expected;
   detail::PortableBlocks::add(xy.data(), nbBlocks, expected);
 #if defined(__x86_64__)
   if (__builtin_cpu_supports("avx2")) expectLanesOf<detail::Avx2Blocks>(expected, xy, nbBlocks);

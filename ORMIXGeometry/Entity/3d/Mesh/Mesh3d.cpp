@@ -60,16 +60,15 @@ std::size_t Mesh3d<T>::addVertex(const Point3dData<T>& point) {
 }
 
 template <class T>
-BoolResult Mesh3d<T>::build(VertexColl vertexColl, const IndexColl& vertexIndexColl, eNonManifoldPolicy policy,
+BoolResult Mesh3d<T>::build(VertexColl vertexColl, IndexColl vertexIndexColl, eNonManifoldPolicy policy,
                             IndexColl* ownerColl) {
   MeshTopology topology;
   IndexColl owners;
-  BoolResult result = topology.build(vertexColl.size(), vertexIndexColl, policy, owners);
+  IndexColl origins;
+  BoolResult result = topology.build(vertexColl.size(), std::move(vertexIndexColl), policy, owners, origins);
   if (!result) return result;
-  vertexColl.reserve(vertexColl.size() + 3 * owners.size());
-  for (const omUInt32 triangle : owners)
-    for (std::size_t corner = 0; corner < 3; ++corner)
-      vertexColl.push_back(vertexColl[vertexIndexColl[3 * std::size_t{triangle} + corner]]);
+  vertexColl.reserve(vertexColl.size() + origins.size());
+  for (const omUInt32 origin : origins) vertexColl.push_back(vertexColl[origin]);
   _vertexColl = std::move(vertexColl);
   _topology = std::move(topology);
   if (ownerColl) *ownerColl = std::move(owners);

@@ -55,6 +55,8 @@ class ORMIX_GEOMETRY_API Mesh3d : public Entity3d<Mesh3d<T>, BaseTypedGeometryEn
   const MeshTopology& getTopology() const { return _topology; }
   const MeshTopology::HalfEdgeColl& getHalfEdgeColl() const { return _topology.getHalfEdgeColl(); }
   const IndexColl& getTriangleToHalfEdgeColl() const { return _topology.getTriangleToHalfEdgeColl(); }
+  /// Three vertex indices a triangle.
+  const IndexColl& getVertexIndexColl() const { return _topology.getVertexIndexColl(); }
 
   /// \name Checked access. An index out of range is logged and thrown as ORMIXGeometryException.
   /// Loops over all triangles are faster with `visitTriangles`.
@@ -85,7 +87,7 @@ class ORMIX_GEOMETRY_API Mesh3d : public Entity3d<Mesh3d<T>, BaseTypedGeometryEn
   /// it gets are appended in order of the triangles. \param vertexIndexColl three indices of `vertexColl` a triangle
   /// \param ownerColl if given, set to the triangles that got vertices of their own, ascending
   /// \return a failure leaves the mesh as it was, see `MeshTopology::build`
-  BoolResult build(VertexColl vertexColl, const IndexColl& vertexIndexColl, eNonManifoldPolicy policy = eNMP_Refuse,
+  BoolResult build(VertexColl vertexColl, IndexColl vertexIndexColl, eNonManifoldPolicy policy = eNMP_Refuse,
                    IndexColl* ownerColl = nullptr);
 
   /// Takes over the role and the triangles of a mesh that has at most as many vertices as this one, which keeps its

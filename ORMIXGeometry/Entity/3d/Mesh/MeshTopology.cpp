@@ -28,9 +28,9 @@ bool MeshTopology::isClosed() const {
 }
 
 std::array<std::size_t, 3> MeshTopology::getTriangleVertexIndices(std::size_t triangleIdx) const {
-  const HalfEdge& first = _halfEdgeColl[getTriangleHalfEdgeIdx(triangleIdx)];
-  const HalfEdge& second = _halfEdgeColl[first.nextHalfEdgeIdx];
-  return {first.startVertexIdx, second.startVertexIdx, _halfEdgeColl[second.nextHalfEdgeIdx].startVertexIdx};
+  if (triangleIdx >= getNbTriangles()) throwInvalidTriangle(triangleIdx);
+  const omUInt32* vertices = &_vertexIndexColl[3 * triangleIdx];
+  return {vertices[0], vertices[1], vertices[2]};
 }
 
 std::size_t MeshTopology::getPreviousHalfEdgeIdx(std::size_t halfEdgeIdx) const {
@@ -70,72 +70,60 @@ BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexI
   }
   reserveMore(_halfEdgeColl, 3);
   reserveMore(_triangleToHalfEdgeColl, 1);
+  reserveMore(_vertexIndexColl, 3);
   const omUInt32 first = narrowed(getNbHalfEdges());
   const omUInt32 triangle = narrowed(getNbTriangles());
   for (omUInt32 corner = 0; corner < 3; ++corner) {
     const omUInt32 opposite = opposites[corner];
     _halfEdgeColl.push_back({narrowed(corners[corner]), first + (corner + 1) % 3, opposite, triangle});
+    _vertexIndexColl.push_back(narrowed(corners[corner]));
     if (opposite != s_noHalfEdge) _halfEdgeColl[opposite].oppositeHalfEdgeIdx = first + corner;
   }
   _triangleToHalfEdgeColl.push_back(first);
   return {};
 }
 
-void MeshTopology::reverseOrientation() {
-  _halfEdgeTable.clear();
-  if (_isSequential) {
-    // (a, b, c) becomes (a, c, b): the half-edge k of a triangle becomes its half-edge 2 - k.
-    const auto turned = [](omUInt32 halfEdgeIdx) {
-      return halfEdgeIdx == s_noHalfEdge ? halfEdgeIdx : halfEdgeIdx + 2 - 2 * (halfEdgeIdx % 3);
-    };
-    for (std::size_t first = 0; first < _halfEdgeColl.size(); first += 3) {
-      HalfEdge* halfEdges = &_halfEdgeColl[first];
-      std::swap(halfEdges[1].startVertexIdx, halfEdges[2].startVertexIdx);
-      std::swap(halfEdges[0].oppositeHalfEdgeIdx, halfEdges[2].oppositeHalfEdgeIdx);
-      for (std::size_t corner = 0; corner < 3; ++corner)
-        halfEdges[corner].oppositeHalfEdgeIdx = turned(halfEdges[corner].oppositeHalfEdgeIdx);
-    }
-    return;
-  }
-  reverseInPlace();
-}
-
 // Each half-edge stays where it is and runs the other way, so that opposite ones stay opposite; a triangle's first one
 // becomes the one that starts at the same vertex as before.
-void MeshTopology::reverseInPlace() {
-  for (omUInt32& first : _triangleToHalfEdgeColl) {
-    const std::array<omUInt32, 3> cycle{first, _halfEdgeColl[first].nextHalfEdgeIdx,
-                                        _halfEdgeColl[_halfEdgeColl[first].nextHalfEdgeIdx].nextHalfEdgeIdx};
-    const omUInt32 firstStart = _halfEdgeColl[cycle[0]].startVertexIdx;
+void MeshTopology::reverseOrientation() {
+  _halfEdgeTable.clear();
+  for (std::size_t triangle = 0; triangle < getNbTriangles(); ++triangle) {
+    omUInt32& first = _triangleToHalfEdgeColl[triangle];
+    omUInt32* vertices = &_vertexIndexColl[3 * triangle];
+    const omUInt32 second = _halfEdgeColl[first].nextHalfEdgeIdx;
+    const std::array<omUInt32, 3> cycle{first, second, _halfEdgeColl[second].nextHalfEdgeIdx};
     for (std::size_t corner = 0; corner < 3; ++corner) {
       HalfEdge& halfEdge = _halfEdgeColl[cycle[corner]];
-      halfEdge.startVertexIdx = corner < 2 ? _halfEdgeColl[cycle[corner + 1]].startVertexIdx : firstStart;
+      halfEdge.startVertexIdx = vertices[(corner + 1) % 3];
       halfEdge.nextHalfEdgeIdx = cycle[(corner + 2) % 3];
     }
     first = cycle[2];
+    std::swap(vertices[1], vertices[2]);
   }
 }
 
 void MeshTopology::reserve(std::size_t nbTriangles) {
   _halfEdgeColl.reserve(3 * nbTriangles);
   _triangleToHalfEdgeColl.reserve(nbTriangles);
+  _vertexIndexColl.reserve(3 * nbTriangles);
 }
 
 void MeshTopology::clear() noexcept {
   _halfEdgeColl.clear();
   _triangleToHalfEdgeColl.clear();
+  _vertexIndexColl.clear();
   _halfEdgeTable.clear();
-  _isSequential = true;
 }
 
 void MeshTopology::refresh() {
   _halfEdgeTable.clear();
-  _isSequential = true;
-  for (std::size_t triangle = 0; _isSequential && triangle < getNbTriangles(); ++triangle) {
-    const std::size_t first = 3 * triangle;
-    _isSequential = _triangleToHalfEdgeColl[triangle] == first;
-    for (std::size_t corner = 0; corner < 3; ++corner)
-      _isSequential = _isSequential && _halfEdgeColl[first + corner].nextHalfEdgeIdx == first + (corner + 1) % 3;
+  _vertexIndexColl.clear();
+  _vertexIndexColl.reserve(_halfEdgeColl.size());
+  for (omUInt32 halfEdgeIdx : _triangleToHalfEdgeColl) {
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+      _vertexIndexColl.push_back(_halfEdgeColl[halfEdgeIdx].startVertexIdx);
+      halfEdgeIdx = _halfEdgeColl[halfEdgeIdx].nextHalfEdgeIdx;
+    }
   }
 }
 
@@ -150,10 +138,7 @@ void MeshTopology::throwInvalidTriangle(std::size_t triangleIdx) const {
 }
 
 bool haveSameTriangles(const MeshTopology& a, const MeshTopology& b) {
-  if (a.getNbTriangles() != b.getNbTriangles()) return false;
-  for (std::size_t triangle = 0; triangle < a.getNbTriangles(); ++triangle)
-    if (a.getTriangleVertexIndices(triangle) != b.getTriangleVertexIndices(triangle)) return false;
-  return true;
+  return a.getVertexIndexColl() == b.getVertexIndexColl();
 }
 
 }  // namespace ormix::geom

@@ -53,9 +53,9 @@ class ORMIX_GEOMETRY_API MeshTopology {
   /// For each triangle one of its half-edges, which is its first.
   const IndexColl& getTriangleToHalfEdgeColl() const { return _triangleToHalfEdgeColl; }
 
-  /// Whether triangle t owns the half-edges 3t, 3t + 1 and 3t + 2 in this order, as in every mesh built here; one that
-  /// is read from an archive may differ. Constant time.
-  bool isSequential() const { return _isSequential; }
+  /// The vertices of all triangles, three each in order of their half-edges: what loops over triangles read, a quarter
+  /// of the half-edges' bytes.
+  const IndexColl& getVertexIndexColl() const { return _vertexIndexColl; }
 
   /// \name Checked access. An index out of range is logged and thrown as ORMIXGeometryException.
   /// @{
@@ -86,13 +86,13 @@ class ORMIX_GEOMETRY_API MeshTopology {
   /// Replaces everything by the given triangles, with the same result as adding them one by one. Linear.
   /// \param vertexIndexColl three vertex indices a triangle
   /// \param ownerColl for `eNMP_OwnVertices` set to the triangles that got vertices of their own, ascending: the k-th
-  /// has
-  ///        the vertices nbVertices + 3 k and the two following ones, which the caller adds. Otherwise left empty.
+  ///        has the vertices nbVertices + 3 k and the two following ones, which the caller adds. Otherwise left empty.
+  /// \param originColl for each vertex to be added the given vertex where it lies
   /// \return a failure, with nothing changed: an index out of range, a number of indices that three does not divide,
   /// too
   ///         many triangles or vertices, and for `eNMP_Refuse` the first triangle that `addTriangle` would refuse
-  BoolResult build(std::size_t nbVertices, const IndexColl& vertexIndexColl, eNonManifoldPolicy policy,
-                   IndexColl& ownerColl);
+  BoolResult build(std::size_t nbVertices, IndexColl vertexIndexColl, eNonManifoldPolicy policy, IndexColl& ownerColl,
+                   IndexColl& originColl);
 
   /// Room for that many triangles.
   void reserve(std::size_t nbTriangles);
@@ -118,12 +118,12 @@ class ORMIX_GEOMETRY_API MeshTopology {
   BoolResult validate(std::size_t nbVertices) const;
   /// To be called after the collections have been read.
   void refresh();
-  void reverseInPlace();
 
   HalfEdgeColl _halfEdgeColl;
   IndexColl _triangleToHalfEdgeColl;
+  /// Follows from the two above, and so is not archived.
+  IndexColl _vertexIndexColl;
   HalfEdgeTable _halfEdgeTable;
-  bool _isSequential = true;
 };
 
 /// Whether the triangles have the same vertices one by one, from the first half-edge recorded for each.
@@ -132,17 +132,9 @@ ORMIX_GEOMETRY_API bool haveSameTriangles(const MeshTopology& a, const MeshTopol
 /// Calls `visit(i0, i1, i2)` with the vertex indices of each triangle, in order.
 template <class Visit>
 void visitTriangleIndices(const MeshTopology& topology, Visit visit) {
-  const HalfEdge* halfEdges = topology.getHalfEdgeColl().data();
-  if (topology.isSequential()) {
-    for (const HalfEdge* end = halfEdges + topology.getNbHalfEdges(); halfEdges != end; halfEdges += 3)
-      visit(halfEdges[0].startVertexIdx, halfEdges[1].startVertexIdx, halfEdges[2].startVertexIdx);
-    return;
-  }
-  for (const omUInt32 halfEdgeIdx : topology.getTriangleToHalfEdgeColl()) {
-    const HalfEdge& first = halfEdges[halfEdgeIdx];
-    const HalfEdge& second = halfEdges[first.nextHalfEdgeIdx];
-    visit(first.startVertexIdx, second.startVertexIdx, halfEdges[second.nextHalfEdgeIdx].startVertexIdx);
-  }
+  const MeshTopology::IndexColl& indices = topology.getVertexIndexColl();
+  for (std::size_t first = 0; first < indices.size(); first += 3)
+    visit(indices[first], indices[first + 1], indices[first + 2]);
 }
 
 }  // namespace ormix::geom

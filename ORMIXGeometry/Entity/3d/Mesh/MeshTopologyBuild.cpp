@@ -106,6 +106,16 @@ IndexColl findRefused(const IndexColl& vertexIndexColl, const std::vector<Repeat
   return refused;
 }
 
+/// Gives the triangles vertices of their own, numbered from `own` on, and answers the former ones.
+IndexColl separate(const IndexColl& triangles, omUInt32 own, IndexColl& vertexIndexColl) {
+  IndexColl origins;
+  origins.reserve(3 * triangles.size());
+  for (const omUInt32 triangle : triangles)
+    for (std::size_t corner = 0; corner < 3; ++corner)
+      origins.push_back(std::exchange(vertexIndexColl[3 * std::size_t{triangle} + corner], own++));
+  return origins;
+}
+
 BoolResult checkIndices(std::size_t nbVertices, const IndexColl& vertexIndexColl) {
   if (vertexIndexColl.size() % 3 != 0)
     return failure("Triangles have three vertex indices each, not " + std::to_string(vertexIndexColl.size()) +
@@ -122,8 +132,8 @@ BoolResult checkIndices(std::size_t nbVertices, const IndexColl& vertexIndexColl
 
 }  // namespace
 
-BoolResult MeshTopology::build(std::size_t nbVertices, const IndexColl& vertexIndexColl, eNonManifoldPolicy policy,
-                               IndexColl& ownerColl) {
+BoolResult MeshTopology::build(std::size_t nbVertices, IndexColl vertexIndexColl, eNonManifoldPolicy policy,
+                               IndexColl& ownerColl, IndexColl& originColl) {
   if (BoolResult refused = checkIndices(nbVertices, vertexIndexColl); !refused) return refused;
   HalfEdgeColl halfEdges = makeHalfEdges(vertexIndexColl);
   const std::vector<Repeat> repeats = linkOpposites(nbVertices, vertexIndexColl, halfEdges);
@@ -134,13 +144,11 @@ BoolResult MeshTopology::build(std::size_t nbVertices, const IndexColl& vertexIn
     owners = findRefused(vertexIndexColl, repeats);
     if (nbVertices > s_maxNbVertices || owners.size() > (s_maxNbVertices - nbVertices) / 3) return tooManyVertices();
   }
+  IndexColl origins;
   if (!owners.empty()) {
-    IndexColl separated = vertexIndexColl;
-    auto own = static_cast<omUInt32>(nbVertices);
-    for (const omUInt32 triangle : owners)
-      for (std::size_t corner = 0; corner < 3; ++corner) separated[3 * std::size_t{triangle} + corner] = own++;
-    halfEdges = makeHalfEdges(separated);
-    linkOpposites(own, separated, halfEdges);
+    origins = separate(owners, static_cast<omUInt32>(nbVertices), vertexIndexColl);
+    halfEdges = makeHalfEdges(vertexIndexColl);
+    linkOpposites(nbVertices + origins.size(), vertexIndexColl, halfEdges);
   }
   IndexColl triangleToHalfEdge(halfEdges.size() / 3);
   for (omUInt32 triangle = 0; triangle < triangleToHalfEdge.size(); ++triangle)
@@ -148,7 +156,9 @@ BoolResult MeshTopology::build(std::size_t nbVertices, const IndexColl& vertexIn
   clear();
   _halfEdgeColl = std::move(halfEdges);
   _triangleToHalfEdgeColl = std::move(triangleToHalfEdge);
+  _vertexIndexColl = std::move(vertexIndexColl);
   ownerColl = std::move(owners);
+  originColl = std::move(origins);
   return {};
 }
 

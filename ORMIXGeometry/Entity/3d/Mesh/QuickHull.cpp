@@ -25,7 +25,7 @@ BoolResult quickHull(const std::vector<Point3dData<T>>& points, Mesh3d<T>& mesh)
   corners.reserve(3 * triangles.size());
   for (const IndexTriangle& triangle : triangles)
     for (const omUInt32 point : triangle) corners.push_back(vertexIndices[point]);
-  return mesh.build(std::move(vertices), corners);
+  return mesh.build(std::move(vertices), std::move(corners));
 }
 
 template ORMIX_GEOMETRY_API BoolResult quickHull(const std::vector<Point3dData<omInt32>>&, Mesh3d<omInt32>&);
