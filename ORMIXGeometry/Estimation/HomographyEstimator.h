@@ -16,7 +16,8 @@ namespace ormix::geom {
 /// the message of the class when its rank is more than two below the number of elements. One more than the matrix'
 /// factor may stay open (with the fewest pairs, when all but one of the sources are collinear in the plane or coplanar
 /// in space): one of the maps that agree with the pairs is returned, intended. The residual of a pair is the transfer
-/// distance, from p2 to the image of p1, infinite or NaN where that has none. O(pairs), no allocation. The bodies are
+/// distance, from p2 to the image of p1, infinite or NaN where that has none. Far from the origin a perspective is held
+/// by the matrix less well than by the pairs: docs/accuracy.md has the sizes. O(pairs), no allocation. The bodies are
 /// in HomographyEstimator.ipp.
 template <class Self, std::size_t D>
 class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self> {

@@ -4,6 +4,7 @@
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXMath/Scalar/Twofold.h>
 #include <ORMIXUtil/NumericLimits.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
@@ -24,6 +25,7 @@ struct HomographySystem {
   static constexpr std::size_t smallestRank = nbElements - 2;
   using Elements = std::array<omReal64, nbElements>;
   using Columns = TallQr<nbElements>;
+  using Twofold = ormix::detail::Twofold;
 
   /// Squared lengths of sources and of targets about their means.
   struct Spreads {
@@ -124,26 +126,44 @@ struct HomographySystem {
     return !(1 > rounding * std::sqrt(squareOfInverse));
   }
 
-  /// From the frames back to the coordinates, target⁻¹ · h · source, times `factor`, with the last column such that the
-  /// rounded matrix maps the centre of the sources where the exact one does: what rounding takes from a pair then grows
-  /// with its distance from the centre rather than from the origin.
-  static Elements withoutFrames(const Frame& source, const Frame& target, const Elements& h, omReal64 factor) {
+  /// From the frames back to the coordinates: target⁻¹ · h · source, divided by its last element, or by its length
+  /// where that element is 0 to rounding.
+  static Elements withoutFrames(const Frame& source, const Frame& target, const Elements& h) {
+    std::array<omReal64, side> denominators;
+    for (std::size_t c = 0; c < D; ++c) denominators[c] = h[D * side + c] * source.scale;
+    denominators[D] = difference({h[D * side + D], 0}, atCentre(source, denominators.data())).high;
+    const omReal64 divisor = normalisation(withDenominators(source, target, h, 1, denominators));
+    for (omReal64& denominator : denominators) denominator /= divisor;
+    return withDenominators(source, target, h, divisor, denominators);
+  }
+
+  /// The same divided by `divisor`, its last row given. Each other row is a multiple of that one, by the targets'
+  /// centre, and what the frame adds. The last column makes that true at the centre of the sources for the rows as they
+  /// are rounded, and is itself rounded once: what rounding takes from a pair grows with its distance from the centres,
+  /// but for half an ulp of that column.
+  static Elements withDenominators(const Frame& source, const Frame& target, const Elements& h, omReal64 divisor,
+                                   const std::array<omReal64, side>& denominators) {
     Elements result;
-    for (std::size_t c = 0; c < side; ++c) {
-      const omReal64 scale = c < D ? source.scale * factor : factor;
-      const omReal64 denominator = h[D * side + c];
-      for (std::size_t r = 0; r < D; ++r)
-        result[r * side + c] = (h[r * side + c] / target.scale + target.centre[r] * denominator) * scale;
-      result[D * side + c] = denominator * scale;
-    }
-    for (std::size_t r = 0; r < side; ++r) {
+    std::copy(denominators.begin(), denominators.end(), result.end() - side);
+    const Twofold denominator = sum({denominators[D], 0}, atCentre(source, denominators.data()));
+    for (std::size_t r = 0; r < D; ++r) {
+      const auto added = [&](std::size_t c) { return h[r * side + c] / target.scale / divisor; };
       omReal64* row = result.data() + side * r;
-      for (std::size_t d = D; d-- > 0;) row[D] = std::fma(-row[d], source.centre[d], row[D]);
+      for (std::size_t c = 0; c < D; ++c) row[c] = std::fma(target.centre[r], denominators[c], added(c) * source.scale);
+      const Twofold numerator = sum(times(target.centre[r], denominator), {added(D), 0});
+      row[D] = difference(numerator, atCentre(source, row)).high;
     }
     return result;
   }
 
-  /// What makes the last element 1, or the length where that element is 0 to rounding.
+  /// A row times the centre of the sources, without its last element.
+  static Twofold atCentre(const Frame& source, const omReal64* row) {
+    Twofold value{};
+    for (std::size_t d = 0; d < D; ++d) value = sum(value, times(row[d], Twofold{source.centre[d], 0}));
+    return value;
+  }
+
+  /// What the matrix is divided by: its last element or, where that is 0 to rounding, its length.
   static omReal64 normalisation(const Elements& h) {
     const auto lengthOf = [](auto first, auto last) {
       return std::sqrt(std::inner_product(first, last, first, omReal64{0}));
@@ -153,7 +173,7 @@ struct HomographySystem {
     const bool isLastNull =
         !(std::abs(h.back()) > NumericLimits<omReal64>::s_eps * lengthOf(h.end() - side, h.end())) ||
         !std::isfinite(length / h.back());
-    return 1 / (isLastNull ? length : h.back());
+    return isLastNull ? length : h.back();
   }
 
   /// Distance of p2 to the image of p1.
@@ -200,10 +220,7 @@ BoolResult HomographyEstimator<Self, D>::processViewEstimation(const SampleView&
   std::size_t rank = System::solve(qr, h);
   if (System::areFlat(qr, source, sums.nbRows)) rank = std::min(rank, System::smallestRank - 1);
   if (rank < System::smallestRank) return detail::estimationFailure(Self::s_rankMessage, rank, System::smallestRank);
-  const omReal64 factor = System::normalisation(System::withoutFrames(source, target, h, 1));
-  h = System::withoutFrames(source, target, h, factor);
-  // Off by the rounding of the factor.
-  if (std::abs(h.back() - 1) < NumericLimits<omReal64>::s_sqrt_eps) h.back() = 1;
+  h = System::withoutFrames(source, target, h);
   if (!std::all_of(h.begin(), h.end(), [](omReal64 element) { return std::isfinite(element); }))
     return failure(this->getClassName() + ": the matrix is beyond the range of numbers");
   std::copy(h.begin(), h.end(), params.begin());

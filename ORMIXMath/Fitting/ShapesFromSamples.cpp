@@ -1,6 +1,8 @@
 #include <ORMIXMath/Algebra/EigenBridge.h>
 #include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXMath/Fitting/CloudFrame.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
+#include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXUtil/NumericLimits.h>
 
@@ -12,51 +14,7 @@
 namespace ormix {
 namespace {
 
-/// Where the cloud is and how far it reaches: enough to bring the coordinates near 1, and exactness is not needed, for
-/// the solution does not depend on it but for rounding.
-template <std::size_t D>
-struct CloudFrame {
-  std::array<omReal64, D> origin{};
-  omReal64 extent = 0;      ///< A power of two; 0 when all samples looked at are one point, or something is not finite.
-  omReal64 coarseness = 0;  ///< What rounding of the coordinates is, in parts of the extent.
-};
-
-// Samples looked at for the frame at first.
-constexpr std::size_t s_nbFrameSamples = 64;
-
-/// The sample number k of those looked at: spread over all by multiples of the golden ratio, since even steps may be in
-/// step with the data.
-inline std::size_t spreadIndex(std::size_t k, std::size_t nbSamples) {
-  constexpr omReal64 golden = 0.6180339887498949;
-  const omReal64 turns = static_cast<omReal64>(k) * golden;
-  const auto index = static_cast<std::size_t>((turns - std::floor(turns)) * static_cast<omReal64>(nbSamples));
-  return std::min(index, nbSamples - 1);
-}
-
-template <std::size_t D>
-CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbLookedAt) {
-  CloudFrame<D> frame;
-  const std::size_t nbUsed = std::min(samples.nbSamples, nbLookedAt);
-  const auto used = [&](std::size_t k) {
-    return samples[nbUsed == samples.nbSamples ? k : spreadIndex(k, samples.nbSamples)];
-  };
-  const omReal64* first = used(0);
-  for (std::size_t k = 0; k < nbUsed; ++k)
-    for (std::size_t d = 0; d < D; ++d) frame.origin[d] += (used(k)[d] - first[d]) / static_cast<omReal64>(nbUsed);
-  omReal64 largest = 0;
-  for (std::size_t d = 0; d < D; ++d) {
-    frame.origin[d] += first[d];
-    largest = std::max(largest, std::abs(frame.origin[d]));
-  }
-  omReal64 reach = 0;
-  for (std::size_t k = 0; k < nbUsed; ++k)
-    for (std::size_t d = 0; d < D; ++d) reach = std::max(reach, std::abs(used(k)[d] - frame.origin[d]));
-  if (!(reach > 0) || !std::isfinite(reach)) return frame;
-  // A power of two, so that scaling is exact; held where its inverse is a number, too.
-  frame.extent = std::ldexp(1.0, std::clamp(std::ilogb(reach) + 1, -1000, 1000));
-  frame.coarseness = NumericLimits<omReal64>::s_eps * std::max(1.0, largest / frame.extent);
-  return frame;
-}
+using detail::CloudFrame;
 
 /// Folds all samples into the triangle; `fill` writes the columns of up to a block of them.
 template <class Qr, class Fill>
@@ -85,8 +43,8 @@ bool framedTriangle(const SampleView& samples, const Fold& fold, CloudFrame<D>& 
   constexpr omReal64 plausibleSpread = 8;
   rank = 0;
   if (samples.empty()) return false;
-  for (const std::size_t nbLookedAt : {s_nbFrameSamples, samples.nbSamples}) {
-    frame = cloudFrame<D>(samples, nbLookedAt);
+  for (const std::size_t nbLookedAt : {detail::s_nbFrameSamples, samples.nbSamples}) {
+    frame = detail::cloudFrame<D>(samples, nbLookedAt);
     if (!(frame.extent > 0)) continue;
     triangle = fold(samples, frame);
     const omReal64 spread = triangle.template leftCols<static_cast<int>(D)>().colwise().norm().maxCoeff();
@@ -178,7 +136,8 @@ struct QuadricSizes {
   using Quadratic = Eigen::Matrix<omReal64, static_cast<int>(nbQuadratic), 1>;
 };
 
-/// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the frame's coordinates.
+/// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the frame's coordinates, aligned if the
+/// frame is.
 template <std::size_t D>
 typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, const CloudFrame<D>& frame) {
   const omReal64 scale = 1 / frame.extent;
@@ -186,6 +145,8 @@ typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, co
   foldSamples(samples, qr, [&](const omReal64* rows, std::size_t nbRows) {
     for (std::size_t d = 0; d < D; ++d)
       for (std::size_t i = 0; i < nbRows; ++i) qr.block(d)[i] = (rows[D * i + d] - frame.origin[d]) * scale;
+    if constexpr (D == 2)
+      if (frame.isFlat) detail::alignRows(frame, qr.block(0), qr.block(1), nbRows);
     std::size_t column = D;
     std::fill(qr.block(column), qr.block(column) + nbRows, 1.0);
     for (std::size_t d = 0; d < D; ++d)
@@ -201,17 +162,46 @@ typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, co
   return triangleOf(qr);
 }
 
+/// The unit vector q of least |matrix q|.
+template <int N>
+Eigen::Matrix<omReal64, N, 1> leastDirection(const Eigen::Matrix<omReal64, N, N>& matrix) {
+  return Eigen::JacobiSVD<Eigen::Matrix<omReal64, N, N>>(matrix, Eigen::ComputeFullV).matrixV().col(N - 1);
+}
+
+/// The same for the quadratic coefficients (xy / √2, xx, yy) in coordinates that are sheared, of unit length before.
+///
+/// Singular vectors are right to rounding of their largest element, which is not enough: along a flat cloud the column
+/// of xx is the longest and its coefficient the smallest. A step of inverse iteration adds what is missing, since
+/// triangular systems are solved as well whatever the lengths of their columns (Higham2002, chapter 8).
+Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
+  const omReal64 slope = s_sqrt2 * shear;
+  Eigen::Matrix3d toSheared;
+  toSheared << 1, 0, slope, slope, 1, shear * shear, 0, 0, 1;
+  Eigen::Matrix3d fromSheared;
+  fromSheared << 1, 0, -slope, -slope, 1, shear * shear, 0, 0, 1;
+  const Eigen::Vector3d start = fromSheared.transpose() * leastDirection<3>(corner * toSheared);
+  // Far below rounding, yet so that nothing overflows; a pivot is 0 where the conic goes through all points.
+  const omReal64 smallestPivot = NumericLimits<omReal64>::s_eps * NumericLimits<omReal64>::s_eps * corner.norm();
+  for (int k = 0; k < 3; ++k)
+    if (!(std::abs(corner(k, k)) > smallestPivot)) corner(k, k) = smallestPivot;
+  const Eigen::Vector3d half = corner.transpose().triangularView<Eigen::Lower>().solve(start);
+  const Eigen::Vector3d q = corner.triangularView<Eigen::Upper>().solve(half);
+  return q / (fromSheared * q).norm();
+}
+
 /// The conic or quadric of least algebraic distance in the frame, from its triangle: the quadratic coefficients are the
 /// singular vector of the triangle's last corner, the others follow.
 template <std::size_t D>
-void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, typename QuadricSizes<D>::Linear& linear,
-                 typename QuadricSizes<D>::Quadratic& quadratic) {
+void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, const CloudFrame<D>& frame,
+                 typename QuadricSizes<D>::Linear& linear, typename QuadricSizes<D>::Quadratic& quadratic) {
   constexpr int nbLinear = static_cast<int>(QuadricSizes<D>::nbLinear);
   constexpr int nbQuadratic = static_cast<int>(QuadricSizes<D>::nbQuadratic);
-  using Corner = Eigen::Matrix<omReal64, nbQuadratic, nbQuadratic>;
-  const Eigen::JacobiSVD<Corner> svd(Corner(triangle.template bottomRightCorner<nbQuadratic, nbQuadratic>()),
-                                     Eigen::ComputeFullU | Eigen::ComputeFullV);
-  quadratic = svd.matrixV().col(nbQuadratic - 1);
+  if constexpr (D == 2) {
+    const Eigen::Matrix3d corner = triangle.template bottomRightCorner<3, 3>();
+    quadratic = frame.isFlat ? leastSheared(corner, frame.shear) : leastDirection<3>(corner);
+  } else {
+    quadratic = leastDirection<nbQuadratic>(triangle.template bottomRightCorner<nbQuadratic, nbQuadratic>());
+  }
   linear = -triangle.template topLeftCorner<nbLinear, nbLinear>().template triangularView<Eigen::Upper>().solve(
       triangle.template topRightCorner<nbLinear, nbQuadratic>() * quadratic);
 }
@@ -221,12 +211,42 @@ template <std::size_t D>
 bool quadricInDimension(const SampleView& samples, CloudFrame<D>& frame, typename QuadricSizes<D>::Linear& linear,
                         typename QuadricSizes<D>::Quadratic& quadratic, std::size_t& rank) {
   typename QuadricSizes<D>::Triangle triangle;
-  if (!framedTriangle(samples, quadricTriangle<D>, frame, triangle, rank)) return false;
+  const auto fold = [](const SampleView& all, CloudFrame<D>& found) {
+    if constexpr (D == 2) detail::alignWithFlatCloud(all, found);
+    return quadricTriangle<D>(all, found);
+  };
+  if (!framedTriangle(samples, fold, frame, triangle, rank)) return false;
   const Eigen::JacobiSVD<typename QuadricSizes<D>::Triangle> svd(triangle);
   rank = static_cast<std::size_t>(rankOf(svd.singularValues(), samples.nbSamples, frame.coarseness));
   if (rank + 1 < QuadricSizes<D>::nbColumns) return false;
-  bestQuadric<D>(triangle, linear, quadratic);
+  bestQuadric<D>(triangle, frame, linear, quadratic);
   return true;
+}
+
+/// From coordinates aligned with a flat cloud back to those that are not: the vectors of the radii are sheared, and the
+/// matrix they make is decomposed again. The centre (u, v) is relative to the frame's origin.
+void removeAlignment(const CloudFrame<2>& frame, omReal64& u, omReal64& v, omReal64& major, omReal64& minor,
+                     omReal64& direction) {
+  const omReal64 co = std::cos(direction);
+  const omReal64 si = std::sin(direction);
+  const omReal64 xx = major * co;
+  const omReal64 xy = -minor * si;
+  const omReal64 yx = major * si + frame.shear * xx;
+  const omReal64 yy = minor * co + frame.shear * xy;
+  // The matrix is that of a similarity plus that of a reflected one, which together stretch most.
+  const omReal64 turned = std::hypot(xx + yy, yx - xy);
+  const omReal64 reflected = std::hypot(xx - yy, yx + xy);
+  const omReal64 area = major * minor;
+  major = (turned + reflected) / 2;
+  minor = std::min(area / major, major);
+  direction = reflected == 0 ? 0 : (std::atan2(yx - xy, xx + yy) + std::atan2(yx + xy, xx - yy)) / 2;
+  v += frame.shear * u;
+  if (frame.isSteep) {
+    std::swap(u, v);
+    direction = reflected == 0 ? 0 : s_pi / 2 - direction;
+  }
+  if (direction < 0) direction += s_pi;
+  if (direction >= s_pi) direction -= s_pi;
 }
 
 }  // namespace
@@ -262,6 +282,7 @@ bool ellipseFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, o
   omReal64 minor = 0;
   omReal64 direction = 0;
   if (!ellipseFromConic(conic, u, v, major, minor, direction)) return false;
+  if (frame.isFlat) removeAlignment(frame, u, v, major, minor, direction);
   const omReal64 reach = frame.extent * (std::abs(u) + std::abs(v) + major);
   if (!std::isfinite(reach) || !(frame.extent * minor > 0)) return false;
   theta = direction;

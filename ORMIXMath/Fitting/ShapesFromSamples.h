@@ -9,10 +9,11 @@
 
 /// \file
 /// Algebraic least-squares shapes of any number of points, in one pass over contiguous samples and without allocation:
-/// coordinates shifted and scaled to the cloud, rows folded into a triangle (TallQr), singular values of that. The
-/// answers therefore move with the data and scale with it, as far as double precision allows. Samples have dimension 2
-/// (3 for sphere and ellipsoid), not checked. Each answers false, the shape untouched, when the samples do not
-/// determine it; `rank` tells what they do determine and is 0 when a sample is NaN or infinite. O(samples).
+/// coordinates shifted and scaled to the cloud, for ellipses also laid along it where it is flat, rows folded into a
+/// triangle (TallQr), singular values of that. The answers therefore move with the data and scale with it, as far as
+/// double precision allows. Samples have dimension 2 (3 for sphere and ellipsoid), not checked. Each answers false, the
+/// shape untouched, when the samples do not determine it; `rank` tells what they do determine and is 0 when a sample is
+/// NaN or infinite. O(samples).
 
 namespace ormix {
 

@@ -145,6 +145,44 @@ TEST(HomographyTransform2dEstimator, IsExactFarFromTheOrigin) {
   }
 }
 
+omReal64 ulpOf(omReal64 value) { return std::ldexp(1.0, std::ilogb(value) - 52); }
+
+/// Of a matrix evaluated without rounding to speak of: largest transfer distance, without what a half ulp of its last
+/// column makes of it, in parts of what the coordinates' rounding makes of the pairs.
+omReal64 excessOfTransfer(const RealVector& h, const Values& pairs) {
+  long double largest = 0;
+  for (std::size_t i = 0; i < pairs.size(); i += 4) {
+    const long double x = pairs[i];
+    const long double y = pairs[i + 1];
+    const long double w = h(6) * x + h(7) * y + h(8);
+    const long double u = (h(0) * x + h(1) * y + h(2)) / w;
+    const long double v = (h(3) * x + h(4) * y + h(5)) / w;
+    const long double lost = (ulpOf(h(2)) + ulpOf(h(5))) / 2 / std::abs(w);
+    const long double stretch = (std::abs(h(0) - u * h(6)) + std::abs(h(1) - u * h(7)) + std::abs(h(3) - v * h(6)) +
+                                 std::abs(h(4) - v * h(7))) /
+                                std::abs(w);
+    const long double rounding = (ulpOf(pairs[i + 2]) + ulpOf(pairs[i + 3]) + stretch * ulpOf(pairs[i])) / 2;
+    largest = std::max(largest, (std::hypot(u - pairs[i + 2], v - pairs[i + 3]) - lost) / rounding);
+  }
+  return static_cast<omReal64>(largest);
+}
+
+// Far away a perspective makes the elements large and their differences small: nine numbers cannot hold the map of the
+// points better than the last column is rounded.
+TEST(HomographyTransform2dEstimator, LosesOnlyTheRoundingOfItsLastColumnFarAway) {
+  for (const omReal64 perspective : {0.0, 1e-7, 1e-4, 0.03})
+    for (unsigned seed = 1; seed <= 50; ++seed) {
+      SCOPED_TRACE(testing::Message() << perspective << ' ' << seed);
+      Random random(seed);
+      const auto around = [&](omReal64 value) { return value + random.uniform(-0.1, 0.1); };
+      const auto local = homography({around(1), around(0), 5, around(0), around(1), -3,
+                                     perspective * random.uniform(-1, 1), perspective * random.uniform(-1, 1), 1});
+      Values values = pairs(4 + seed, 0, 0, seed, local);
+      for (omReal64& value : values) value += 1e6;
+      EXPECT_LE(excessOfTransfer(fitted<HomographyTransform2dEstimator>(values), values), 1);
+    }
+}
+
 TEST(HomographyTransform2dEstimator, MapsThatSendTheOriginToInfinity) {
   const Values values = pairs(20, 30, 20, 3, homography({1, 0.2, 3, 0.1, 1, 4, 0.5, 0.25, 0}));
   const RealVector params = fitted<HomographyTransform2dEstimator>(values);
