@@ -83,22 +83,25 @@ BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexI
   return {};
 }
 
-// Each half-edge stays where it is and runs the other way, so that opposite ones stay opposite; a triangle's first one
-// becomes the one that starts at the same vertex as before.
+// (a, b, c) becomes (a, c, b): the first and the third half-edge of a triangle change roles, the order stays.
 void MeshTopology::reverseOrientation() {
   _halfEdgeTable.clear();
+  const auto turned = [this](omUInt32 halfEdgeIdx) {
+    if (halfEdgeIdx == s_noHalfEdge) return halfEdgeIdx;
+    const omUInt32 next = _halfEdgeColl[halfEdgeIdx].nextHalfEdgeIdx;
+    const omUInt32 first = _triangleToHalfEdgeColl[_halfEdgeColl[halfEdgeIdx].triangleIdx];
+    if (halfEdgeIdx == first) return _halfEdgeColl[next].nextHalfEdgeIdx;
+    return next == first ? first : halfEdgeIdx;
+  };
   for (std::size_t triangle = 0; triangle < getNbTriangles(); ++triangle) {
-    omUInt32& first = _triangleToHalfEdgeColl[triangle];
-    omUInt32* vertices = &_vertexIndexColl[3 * triangle];
-    const omUInt32 second = _halfEdgeColl[first].nextHalfEdgeIdx;
-    const std::array<omUInt32, 3> cycle{first, second, _halfEdgeColl[second].nextHalfEdgeIdx};
-    for (std::size_t corner = 0; corner < 3; ++corner) {
-      HalfEdge& halfEdge = _halfEdgeColl[cycle[corner]];
-      halfEdge.startVertexIdx = vertices[(corner + 1) % 3];
-      halfEdge.nextHalfEdgeIdx = cycle[(corner + 2) % 3];
-    }
-    first = cycle[2];
-    std::swap(vertices[1], vertices[2]);
+    HalfEdge& first = _halfEdgeColl[_triangleToHalfEdgeColl[triangle]];
+    HalfEdge& second = _halfEdgeColl[first.nextHalfEdgeIdx];
+    HalfEdge& third = _halfEdgeColl[second.nextHalfEdgeIdx];
+    std::swap(second.startVertexIdx, third.startVertexIdx);
+    std::swap(_vertexIndexColl[3 * triangle + 1], _vertexIndexColl[3 * triangle + 2]);
+    std::swap(first.oppositeHalfEdgeIdx, third.oppositeHalfEdgeIdx);
+    for (HalfEdge* const halfEdge : {&first, &second, &third})
+      halfEdge->oppositeHalfEdgeIdx = turned(halfEdge->oppositeHalfEdgeIdx);
   }
 }
 

@@ -50,7 +50,8 @@ class ORMIX_GEOMETRY_API MeshTopology {
   bool isClosed() const;
 
   const HalfEdgeColl& getHalfEdgeColl() const { return _halfEdgeColl; }
-  /// For each triangle one of its half-edges, which is its first.
+  /// For each triangle one of its half-edges, which is its first. In a mesh that was built here triangle t has the
+  /// half-edges 3t, 3t + 1 and 3t + 2 in this order; one that is read from an archive may differ.
   const IndexColl& getTriangleToHalfEdgeColl() const { return _triangleToHalfEdgeColl; }
 
   /// The vertices of all triangles, three each in order of their half-edges: what loops over triangles read, a quarter
