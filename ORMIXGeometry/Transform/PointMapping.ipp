@@ -91,7 +91,9 @@ bool mapPoints(const Map& map, const std::vector<Point>& points, std::vector<Poi
   while (images.size() < points.size()) {
     const std::size_t nbDone = images.size();
     const std::size_t count = std::min(nbInBlock, points.size() - nbDone);
-    images.resize(nbDone + count);
+    // What resize() would do point by point.
+    static constexpr Point zeros[nbInBlock]{};
+    images.insert(images.end(), zeros, zeros + count);
     const std::size_t nbDefined = mapRun(map.math, coordinates(points) + nbCoordinates * nbDone,
                                          coordinates(images) + nbCoordinates * nbDone, count);
     if (nbDefined != count) return reportUndefinedImage(map, points[nbDone + nbDefined]);

@@ -38,16 +38,36 @@ class CoordinateVectorsAvx2 {
     return _mm256_add_pd(values, signedHalf);
   }
 
-  [[gnu::target("avx2")]] static void store(omReal64* at, __m256d values) { _mm256_storeu_pd(at, values); }
-  [[gnu::target("avx2")]] static void store(omReal32* at, __m256d values) {
-    _mm_storeu_ps(at, _mm256_cvtpd_ps(values));
+  /// Sums of zero times each real that was stored: NaN once one of them is not finite.
+  struct Watch {
+    __m256d sum64;
+    __m128 sum32;
+  };
+  [[gnu::target("avx2")]] static Watch watching() { return {_mm256_setzero_pd(), _mm_setzero_ps()}; }
+  [[gnu::target("avx2")]] static bool areFinite(const Watch& watch) {
+    return _mm256_movemask_pd(_mm256_cmp_pd(watch.sum64, watch.sum64, _CMP_UNORD_Q)) == 0 &&
+           _mm_movemask_ps(_mm_cmp_ps(watch.sum32, watch.sum32, _CMP_UNORD_Q)) == 0;
   }
-  [[gnu::target("avx2")]] static void store(omInt32* at, __m256d values) {
+
+  template <bool isWatched>
+  [[gnu::target("avx2")]] static void store(omReal64* at, __m256d values, Watch& watch) {
+    _mm256_storeu_pd(at, values);
+    if constexpr (isWatched) watch.sum64 = _mm256_add_pd(watch.sum64, _mm256_mul_pd(values, _mm256_setzero_pd()));
+  }
+  template <bool isWatched>
+  [[gnu::target("avx2")]] static void store(omReal32* at, __m256d values, Watch& watch) {
+    const __m128 stored = _mm256_cvtpd_ps(values);
+    _mm_storeu_ps(at, stored);
+    if constexpr (isWatched) watch.sum32 = _mm_add_ps(watch.sum32, _mm_mul_ps(stored, _mm_setzero_ps()));
+  }
+  template <bool>
+  [[gnu::target("avx2")]] static void store(omInt32* at, __m256d values, Watch&) {
     // Below the range the conversion answers the lowest integer by itself.
     const __m256d bounded = _mm256_min_pd(beforeTruncation(values), _mm256_set1_pd(0x7FFFFFFF));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(at), _mm256_cvttpd_epi32(bounded));
   }
-  [[gnu::target("avx2")]] static void store(omUInt32* at, __m256d values) {
+  template <bool>
+  [[gnu::target("avx2")]] static void store(omUInt32* at, __m256d values, Watch&) {
     const __m256d positive = _mm256_max_pd(beforeTruncation(values), _mm256_setzero_pd());
     const __m256d bounded = _mm256_min_pd(_mm256_floor_pd(positive), _mm256_set1_pd(0xFFFFFFFF));
     const __m128i shifted = _mm256_cvttpd_epi32(_mm256_sub_pd(bounded, _mm256_set1_pd(0x1p31)));

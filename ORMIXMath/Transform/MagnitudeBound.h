@@ -36,13 +36,14 @@ omReal64 magnitudeOf(omUInt32 word) {
 template <class T>
 omReal64 magnitudeBound(const T* values, std::size_t nbValues) {
   omUInt32 largest = 0;
+  std::size_t nbLeft = nbValues;
 #if defined(__x86_64__)
   if (__builtin_cpu_supports("avx512f"))
-    nbValues = PointRun2dAvx512::raise(values, nbValues, largest);
+    nbLeft = PointRun2dAvx512::raise(values, nbValues, largest);
   else if (__builtin_cpu_supports("avx2"))
-    nbValues = PointRun2dAvx2::raise(values, nbValues, largest);
+    nbLeft = PointRun2dAvx2::raise(values, nbValues, largest);
 #endif
-  return magnitudeOf<T>(std::max(largest, PointRun2dPortable::largestWord(values, nbValues)));
+  return magnitudeOf<T>(std::max(largest, PointRun2dPortable::largestWord(values + nbValues - nbLeft, nbLeft)));
 }
 
 /// Index of the first value that is not finite, `nbValues` when all are.

@@ -6,8 +6,9 @@
 #include <type_traits>
 
 // Whether the points of a run have images, in the plane and in space. `Run` has `nbCoordinates`, the kernel
-// `mapEach(map, points, images, nbPoints)` and `imagesStayFinite<T>(map, magnitude)`: whether no image of points of at
-// most this magnitude can leave the finite range of T, where false is no proof.
+// `mapEach<isWatched>(map, points, images, nbPoints)`, which tells whether all images are finite when it watches them,
+// and `imagesStayFinite<T>(map, magnitude)`: whether no image of points of at most this magnitude can leave the finite
+// range of T, where false is no proof.
 
 namespace ormix::detail {
 
@@ -28,9 +29,7 @@ std::size_t findUndefinedImage(const Map& map, const T* points, std::size_t nbPo
     const std::size_t count = std::min(nbInBlock, nbPoints - done);
     std::transform(points + n * done, points + n * (done + count), images,
                    [](T value) { return static_cast<Image>(value); });
-    Run::mapEach(map, images, images, count);
-    const std::size_t undefined = firstUndefined<Run>(images, count);
-    if (undefined != count) return done + undefined;
+    if (!Run::template mapEach<true>(map, images, images, count)) return done + firstUndefined<Run>(images, count);
   }
   return nbPoints;
 }
@@ -46,6 +45,20 @@ std::size_t askRun(const Map& map, const T* points, std::size_t nbPoints) {
   return findUndefinedImage<Run>(map, points, nbPoints);
 }
 
+/// Maps in place or to another place that does not overlap. The quarters of a run that the near caches do not hold are
+/// mapped side by side, block by block, as the processor fetches several streams faster than one.
+template <class Run, class Map, class T>
+void mapQuarters(const Map& map, const T* points, T* images, std::size_t nbPoints) {
+  constexpr std::size_t nbInBlock = 256;
+  constexpr std::size_t n = Run::nbCoordinates;
+  constexpr std::size_t nbInNearCaches = 1048576 / (n * sizeof(T));
+  const std::size_t quarter = nbPoints > nbInNearCaches ? nbPoints / (4 * nbInBlock) * nbInBlock : 0;
+  for (std::size_t done = 0; done < quarter; done += nbInBlock)
+    for (std::size_t first = done; first < 4 * quarter; first += quarter)
+      Run::mapEach(map, points + n * first, images + n * first, nbInBlock);
+  Run::mapEach(map, points + n * 4 * quarter, images + n * 4 * quarter, nbPoints - 4 * quarter);
+}
+
 /// Maps to another place and answers as askRun(). Integers are asked first, as images beyond their range are brought
 /// into it; images of reals show it themselves.
 template <class Run, class Map, class T>
@@ -55,7 +68,7 @@ std::size_t mapDefined(const Map& map, const T* points, T* images, std::size_t n
     Run::mapEach(map, points, images, nbDefined);
     return nbDefined;
   } else {
-    Run::mapEach(map, points, images, nbPoints);
+    if (Run::template mapEach<true>(map, points, images, nbPoints)) return nbPoints;
     return firstUndefined<Run>(images, nbPoints);
   }
 }

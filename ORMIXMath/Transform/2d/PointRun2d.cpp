@@ -21,18 +21,23 @@ omReal64 rowBound(omReal64 a, omReal64 b, omReal64 c, omReal64 magnitude) {
 struct PointRun2d {
   static constexpr std::size_t nbCoordinates = 2;
 
-  /// The vectors take what fills them, the portable version the rest.
-  template <class Map, class T>
-  static void mapEach(const Map& map, const T* xy, T* images, std::size_t nbPoints) {
-    std::size_t nbMapped = 0;
+  /// The vectors take what fills them, the portable version the rest. Answers whether all images are finite,
+  /// if they are watched.
+  template <bool isWatched = false, class Map, class T>
+  static bool mapEach(const Map& map, const T* xy, T* images, std::size_t nbPoints) {
+    detail::MappedPoints mapped{0, true};
 #if defined(__x86_64__)
     // A load and a test: no resolver of the dynamic linker, which sanitizers do not survive.
     if (__builtin_cpu_supports("avx512f"))
-      nbMapped = detail::PointRun2dAvx512::apply(map, xy, images, nbPoints);
+      mapped = detail::PointRun2dAvx512::apply<isWatched>(map, xy, images, nbPoints);
     else if (__builtin_cpu_supports("avx2"))
-      nbMapped = detail::PointRun2dAvx2::apply(map, xy, images, nbPoints);
+      mapped = detail::PointRun2dAvx2::apply<isWatched>(map, xy, images, nbPoints);
 #endif
-    detail::PointRun2dPortable::apply(map, xy + 2 * nbMapped, images + 2 * nbMapped, nbPoints - nbMapped);
+    const std::size_t nbLeft = nbPoints - mapped.nbPoints;
+    if (nbLeft == 0) return mapped.areFinite;
+    T* const imagesLeft = images + 2 * mapped.nbPoints;
+    detail::PointRun2dPortable::apply(map, xy + 2 * mapped.nbPoints, imagesLeft, nbLeft);
+    return mapped.areFinite && (!isWatched || detail::firstNotFinite(imagesLeft, 2 * nbLeft) == 2 * nbLeft);
   }
 
   template <class T>
@@ -65,11 +70,11 @@ std::size_t firstUndefinedImage(const HomographyCoefficients2d& map, const T* xy
 }
 template <class T>
 void applyToRun(const AffineCoefficients2d& map, T* xy, std::size_t nbPoints) {
-  PointRun2d::mapEach(map, xy, xy, nbPoints);
+  detail::mapQuarters<PointRun2d>(map, xy, xy, nbPoints);
 }
 template <class T>
 void applyToRun(const HomographyCoefficients2d& map, T* xy, std::size_t nbPoints) {
-  PointRun2d::mapEach(map, xy, xy, nbPoints);
+  detail::mapQuarters<PointRun2d>(map, xy, xy, nbPoints);
 }
 template <class T>
 std::size_t mapRun(const AffineCoefficients2d& map, const T* xy, T* images, std::size_t nbPoints) {

@@ -11,27 +11,56 @@ namespace ormix::detail {
 class PointRun2dAvx512 : CoordinateVectorsAvx512 {
  public:
   /// Maps eight points at a time; answers how many.
-  template <class T>
-  [[gnu::target("avx512f")]] static std::size_t apply(const AffineCoefficients2d& c, const T* xy, T* images,
-                                                      std::size_t nbPoints) {
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx512f")]] static MappedPoints apply(const AffineCoefficients2d& c, const T* xy, T* images,
+                                                       std::size_t nbPoints) {
     const __m512d same = pair(c.xx, c.yy);
     const __m512d other = pair(c.xy, c.yx);
     const __m512d shift = pair(c.tx, c.ty);
     const std::size_t nbMapped = nbPoints - nbPoints % 8;
+    Watch watch = watching();
     for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 16, images += 16) {
-      prefetchLines<2048, 16 * sizeof(T)>(xy);
-      store(images, linear(same, other, shift, load(xy)));
-      store(images + 8, linear(same, other, shift, load(xy + 8)));
+      store<isWatched>(images, linear(same, other, shift, load(xy)), watch);
+      store<isWatched>(images + 8, linear(same, other, shift, load(xy + 8)), watch);
     }
-    return nbMapped;
+    return {nbMapped, areFinite(watch)};
   }
 
-  template <class T>
-  [[gnu::target("avx512f")]] static std::size_t apply(const HomographyCoefficients2d& h, const T* xy, T* images,
-                                                      std::size_t nbPoints) {
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx512f")]] static MappedPoints apply(const HomographyCoefficients2d& h, const T* xy, T* images,
+                                                       std::size_t nbPoints) {
+    // The unit for divisions of these processors is as fast as the multipliers that could do its work.
+    return __builtin_cpu_is("amd") ? applyDividing<isWatched>(h, xy, images, nbPoints)
+                                   : applyMultiplying<isWatched>(h, xy, images, nbPoints);
+  }
+
+  /// A division for each coordinate.
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx512f")]] static MappedPoints applyDividing(const HomographyCoefficients2d& h, const T* xy,
+                                                               T* images, std::size_t nbPoints) {
+    const __m512d same = pair(h[0], h[4]);
+    const __m512d other = pair(h[1], h[3]);
+    const __m512d shift = pair(h[2], h[5]);
+    const __m512d denominator = pair(h[6], h[7]);
+    const __m512d denominatorShift = _mm512_set1_pd(h[8]);
+    const std::size_t nbMapped = nbPoints - nbPoints % 4;
+    Watch watch = watching();
+    for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 8, images += 8) {
+      const __m512d point = load(xy);
+      const __m512d products = _mm512_mul_pd(denominator, point);
+      const __m512d w = _mm512_add_pd(_mm512_add_pd(products, swapped(products)), denominatorShift);
+      store<isWatched>(images, _mm512_div_pd(linear(same, other, shift, point), w), watch);
+    }
+    return {nbMapped, areFinite(watch)};
+  }
+
+  /// Half as many divisions.
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx512f")]] static MappedPoints applyMultiplying(const HomographyCoefficients2d& h, const T* xy,
+                                                                  T* images, std::size_t nbPoints) {
     const std::size_t nbMapped = nbPoints - nbPoints % 8;
+    Watch watch = watching();
     for (const T* const end = xy + 2 * nbMapped; xy != end; xy += 16, images += 16) {
-      prefetchLines<2048, 16 * sizeof(T)>(xy);
       const __m512d first = load(xy);
       const __m512d second = load(xy + 8);
       // The points in the order 0, 4, 1, 5, ... that the same two operations undo.
@@ -39,30 +68,29 @@ class PointRun2dAvx512 : CoordinateVectorsAvx512 {
       const __m512d y = _mm512_unpackhi_pd(first, second);
       const Quotients quotients =
           divided(row(h[0], h[1], h[2], x, y), row(h[3], h[4], h[5], x, y), row(h[6], h[7], h[8], x, y));
-      store(images, _mm512_unpacklo_pd(quotients.x, quotients.y));
-      store(images + 8, _mm512_unpackhi_pd(quotients.x, quotients.y));
+      store<isWatched>(images, _mm512_unpacklo_pd(quotients.x, quotients.y), watch);
+      store<isWatched>(images + 8, _mm512_unpackhi_pd(quotients.x, quotients.y), watch);
     }
-    return nbMapped;
+    return {nbMapped, areFinite(watch)};
   }
 
-  /// Raises `largest` to the largest magnitudeWord(), from the last value to the first; answers how many values at the
-  /// front are left.
+  /// Raises `largest` to the largest magnitudeWord(); answers how many values at the end are left. The four quarters
+  /// are read side by side, as the processor fetches several streams faster than one, and each from its last value to
+  /// its first.
   template <class T>
   [[gnu::target("avx512f")]] static std::size_t raise(const T* values, std::size_t nbValues, omUInt32& largest) {
     constexpr std::size_t nbInVector = sizeof(__m512i) / sizeof(T);
-    constexpr std::size_t nbInBlock = 4 * nbInVector;
     __m512i words[4] = {_mm512_setzero_si512(), _mm512_setzero_si512(), _mm512_setzero_si512(), _mm512_setzero_si512()};
-    const T* const begin = values + nbValues % nbInBlock;
-    for (const T* at = values + nbValues; at != begin;) {
-      at -= nbInBlock;
-      prefetchLines<-2048, nbInBlock * sizeof(T)>(at);
-      for (std::size_t v = 0; v < 4; ++v) words[v] = _mm512_max_epu32(words[v], magnitudes(at + v * nbInVector));
+    const std::size_t quarter = nbValues / (4 * nbInVector) * nbInVector;
+    for (std::size_t at = quarter; at > 0;) {
+      at -= nbInVector;
+      for (std::size_t q = 0; q < 4; ++q) words[q] = _mm512_max_epu32(words[q], magnitudes(values + q * quarter + at));
     }
     const __m512i joined = _mm512_max_epu32(_mm512_max_epu32(words[0], words[1]), _mm512_max_epu32(words[2], words[3]));
     omUInt32 each[16];
     _mm512_storeu_si512(each, joined);
     largest = std::max(largest, *std::max_element(each, each + 16));
-    return nbValues % nbInBlock;
+    return nbValues - 4 * quarter;
   }
 
  private:
@@ -75,10 +103,11 @@ class PointRun2dAvx512 : CoordinateVectorsAvx512 {
     return _mm512_setr_pd(x, y, x, y, x, y, x, y);
   }
 
+  [[gnu::target("avx512f")]] static __m512d swapped(__m512d points) { return _mm512_permute_pd(points, 0x55); }
+
   /// Both rows of an affine map at once: the coordinate's own factor, the other coordinate's, and the shift.
   [[gnu::target("avx512f")]] static __m512d linear(__m512d same, __m512d other, __m512d shift, __m512d points) {
-    const __m512d swapped = _mm512_permute_pd(points, 0x55);
-    return _mm512_add_pd(_mm512_add_pd(_mm512_mul_pd(same, points), _mm512_mul_pd(other, swapped)), shift);
+    return _mm512_add_pd(_mm512_add_pd(_mm512_mul_pd(same, points), _mm512_mul_pd(other, swapped(points))), shift);
   }
 
   [[gnu::target("avx512f")]] static __m512d row(omReal64 a, omReal64 b, omReal64 c, __m512d x, __m512d y) {

@@ -5,7 +5,6 @@
 #include <ORMIXMath/Transform/2d/Homography2d.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <type_traits>
 
@@ -27,15 +26,12 @@ omUInt32 magnitudeWord(T value) {
   }
 }
 
-/// Asks for the cache lines of these bytes 2 KiB from now, or before now; an address outside is ignored by the
-/// processor.
-template <std::intptr_t nbBytesAhead, std::size_t nbBytes>
-void prefetchLines(const void* now) {
-  constexpr std::uintptr_t cacheLine = 64;
-  const std::uintptr_t first = reinterpret_cast<std::uintptr_t>(now) + static_cast<std::uintptr_t>(nbBytesAhead);
-  for (std::uintptr_t at = 0; at < nbBytes; at += cacheLine)
-    __builtin_prefetch(reinterpret_cast<const void*>(first + at));
-}
+/// What a version for wider vectors has done: how many points from the front it has mapped, and whether all of their
+/// images are finite. Integers are.
+struct MappedPoints {
+  std::size_t nbPoints;
+  bool areFinite;
+};
 
 /// The operations on runs of points, one point after the other. Versions for wider vectors do the same to as many
 /// points as fill their vectors and leave the others. Images go to other places, or to those of their points.

@@ -21,18 +21,23 @@ omReal64 rowBound(omReal64 a, omReal64 b, omReal64 c, omReal64 d, omReal64 magni
 struct PointRun3d {
   static constexpr std::size_t nbCoordinates = 3;
 
-  /// The vectors take what fills them, the portable version the rest.
-  template <class Map, class T>
-  static void mapEach(const Map& map, const T* xyz, T* images, std::size_t nbPoints) {
-    std::size_t nbMapped = 0;
+  /// The vectors take what fills them, the portable version the rest. Answers whether all images are finite,
+  /// if they are watched.
+  template <bool isWatched = false, class Map, class T>
+  static bool mapEach(const Map& map, const T* xyz, T* images, std::size_t nbPoints) {
+    detail::MappedPoints mapped{0, true};
 #if defined(__x86_64__)
     // A load and a test: no resolver of the dynamic linker, which sanitizers do not survive.
-    if (__builtin_cpu_supports("avx512f"))
-      nbMapped = detail::PointRun3dAvx512::apply(map, xyz, images, nbPoints);
+    if (__builtin_cpu_supports("avx512vl"))
+      mapped = detail::PointRun3dAvx512::apply<isWatched>(map, xyz, images, nbPoints);
     else if (__builtin_cpu_supports("avx2"))
-      nbMapped = detail::PointRun3dAvx2::apply(map, xyz, images, nbPoints);
+      mapped = detail::PointRun3dAvx2::apply<isWatched>(map, xyz, images, nbPoints);
 #endif
-    detail::PointRun3dPortable::apply(map, xyz + 3 * nbMapped, images + 3 * nbMapped, nbPoints - nbMapped);
+    const std::size_t nbLeft = nbPoints - mapped.nbPoints;
+    if (nbLeft == 0) return mapped.areFinite;
+    T* const imagesLeft = images + 3 * mapped.nbPoints;
+    detail::PointRun3dPortable::apply(map, xyz + 3 * mapped.nbPoints, imagesLeft, nbLeft);
+    return mapped.areFinite && (!isWatched || detail::firstNotFinite(imagesLeft, 3 * nbLeft) == 3 * nbLeft);
   }
 
   template <class T>
@@ -66,11 +71,11 @@ std::size_t firstUndefinedImage(const HomographyCoefficients3d& map, const T* xy
 }
 template <class T>
 void applyToRun(const AffineCoefficients3d& map, const T* xyz, T* out, std::size_t nbPoints) {
-  PointRun3d::mapEach(map, xyz, out, nbPoints);
+  detail::mapQuarters<PointRun3d>(map, xyz, out, nbPoints);
 }
 template <class T>
 void applyToRun(const HomographyCoefficients3d& map, const T* xyz, T* out, std::size_t nbPoints) {
-  PointRun3d::mapEach(map, xyz, out, nbPoints);
+  detail::mapQuarters<PointRun3d>(map, xyz, out, nbPoints);
 }
 template <class T>
 std::size_t mapRun(const AffineCoefficients3d& map, const T* xyz, T* images, std::size_t nbPoints) {

@@ -10,37 +10,39 @@ namespace ormix::detail {
 class PointRun3dAvx2 : private CoordinateVectorsAvx2 {
  public:
   /// Maps four points at a time; answers how many.
-  template <class T>
-  [[gnu::target("avx2")]] static std::size_t apply(const AffineCoefficients3d& c, const T* xyz, T* out,
-                                                   std::size_t nbPoints) {
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx2")]] static MappedPoints apply(const AffineCoefficients3d& c, const T* xyz, T* out,
+                                                    std::size_t nbPoints) {
     const Row rowX = rowOf(c.xx, c.xy, c.xz, c.tx);
     const Row rowY = rowOf(c.yx, c.yy, c.yz, c.ty);
     const Row rowZ = rowOf(c.zx, c.zy, c.zz, c.tz);
     const std::size_t nbMapped = nbPoints - nbPoints % 4;
+    Watch watch = watching();
     for (const T* const end = xyz + 3 * nbMapped; xyz != end; xyz += 12, out += 12) {
-      prefetchLines<2048, 12 * sizeof(T)>(xyz);
       const Points points = loadPoints(xyz);
-      storePoints(out, {value(rowX, points), value(rowY, points), value(rowZ, points)});
+      storePoints<isWatched>(out, {value(rowX, points), value(rowY, points), value(rowZ, points)}, watch);
     }
-    return nbMapped;
+    return {nbMapped, areFinite(watch)};
   }
 
-  template <class T>
-  [[gnu::target("avx2")]] static std::size_t apply(const HomographyCoefficients3d& h, const T* xyz, T* out,
-                                                   std::size_t nbPoints) {
+  template <bool isWatched = false, class T>
+  [[gnu::target("avx2")]] static MappedPoints apply(const HomographyCoefficients3d& h, const T* xyz, T* out,
+                                                    std::size_t nbPoints) {
     const Row rowX = rowOf(h[0], h[1], h[2], h[3]);
     const Row rowY = rowOf(h[4], h[5], h[6], h[7]);
     const Row rowZ = rowOf(h[8], h[9], h[10], h[11]);
     const Row rowW = rowOf(h[12], h[13], h[14], h[15]);
     const std::size_t nbMapped = nbPoints - nbPoints % 4;
+    Watch watch = watching();
     for (const T* const end = xyz + 3 * nbMapped; xyz != end; xyz += 12, out += 12) {
-      prefetchLines<2048, 12 * sizeof(T)>(xyz);
       const Points points = loadPoints(xyz);
       const __m256d w = value(rowW, points);
-      storePoints(out, {_mm256_div_pd(value(rowX, points), w), _mm256_div_pd(value(rowY, points), w),
-                        _mm256_div_pd(value(rowZ, points), w)});
+      storePoints<isWatched>(out,
+                             {_mm256_div_pd(value(rowX, points), w), _mm256_div_pd(value(rowY, points), w),
+                              _mm256_div_pd(value(rowZ, points), w)},
+                             watch);
     }
-    return nbMapped;
+    return {nbMapped, areFinite(watch)};
   }
 
  private:
@@ -77,14 +79,14 @@ class PointRun3dAvx2 : private CoordinateVectorsAvx2 {
     return {_mm256_shuffle_pd(xy, zx, 0b1010), _mm256_shuffle_pd(xy, yz, 0b0101), _mm256_shuffle_pd(zx, yz, 0b1010)};
   }
   /// The reverse.
-  template <class T>
-  [[gnu::target("avx2")]] static void storePoints(T* xyz, const Points& points) {
+  template <bool isWatched, class T>
+  [[gnu::target("avx2")]] static void storePoints(T* xyz, const Points& points, Watch& watch) {
     const __m256d xy = _mm256_unpacklo_pd(points.x, points.y);
     const __m256d zx = _mm256_shuffle_pd(points.z, points.x, 0b1010);
     const __m256d yz = _mm256_unpackhi_pd(points.y, points.z);
-    store(xyz, _mm256_permute2f128_pd(xy, zx, 0x20));
-    store(xyz + 4, _mm256_blend_pd(yz, xy, 0b1100));
-    store(xyz + 8, _mm256_permute2f128_pd(zx, yz, 0x31));
+    store<isWatched>(xyz, _mm256_permute2f128_pd(xy, zx, 0x20), watch);
+    store<isWatched>(xyz + 4, _mm256_blend_pd(yz, xy, 0b1100), watch);
+    store<isWatched>(xyz + 8, _mm256_permute2f128_pd(zx, yz, 0x31), watch);
   }
 };
 

@@ -65,6 +65,11 @@ bool sameBits(const std::vector<T>& a, const std::vector<T>& b) {
   return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0);
 }
 
+#if defined(__x86_64__)
+bool hasAvx2() { return __builtin_cpu_supports("avx2"); }
+bool hasAvx512() { return __builtin_cpu_supports("avx512vl"); }
+#endif
+
 /// Each version that this processor runs maps the run in place and to another place, the points that it leaves taken
 /// one by one.
 template <class S, class Map, class T>
@@ -80,15 +85,23 @@ std::vector<std::vector<T>> mappedByEveryVersion(const Map& map, const std::vect
     applyToRun(map, run.data(), results.back().data(), nbPoints);
   }
 #if defined(__x86_64__)
-  const auto add = [&](auto version) {
+  const auto add = [&](auto apply) {
     results.push_back(run);
     T* const values = results.back().data();
-    const std::size_t nbMapped = version.apply(map, values, values, nbPoints);
-    T* const left = values + S::dimension * nbMapped;
-    S::Portable::apply(map, left, left, nbPoints - nbMapped);
+    const detail::MappedPoints mapped = apply(values);
+    EXPECT_TRUE(mapped.areFinite);
+    T* const left = values + S::dimension * mapped.nbPoints;
+    S::Portable::apply(map, left, left, nbPoints - mapped.nbPoints);
   };
-  if (__builtin_cpu_supports("avx2")) add(typename S::Avx2());
-  if (__builtin_cpu_supports("avx512f")) add(typename S::Avx512());
+  using Avx2 = typename S::Avx2;
+  using Avx512 = typename S::Avx512;
+  if (hasAvx2()) add([&](T* at) { return Avx2::template apply<true>(map, at, at, nbPoints); });
+  if (hasAvx512()) add([&](T* at) { return Avx512::template apply<true>(map, at, at, nbPoints); });
+  if constexpr (std::is_same_v<Map, HomographyCoefficients2d>) {
+    // One of which is what apply() does here.
+    if (hasAvx512()) add([&](T* at) { return Avx512::template applyDividing<true>(map, at, at, nbPoints); });
+    if (hasAvx512()) add([&](T* at) { return Avx512::template applyMultiplying<true>(map, at, at, nbPoints); });
+  }
 #endif
   return results;
 }
@@ -115,6 +128,25 @@ void expectSameBits(const Transform& transform, std::vector<T> run) {
   EXPECT_EQ(firstUndefinedImage(transform, run.data(), nbPoints), nbPoints);
   for (const std::vector<T>& mapped : mappedByEveryVersion<S>(transform.getCoefficients(), run))
     EXPECT_TRUE(sameBits(mapped, expected)) << nbPoints << " points";
+}
+
+/// A run whose first undefined image is that of the given point.
+template <class S, class Transform, class T>
+void expectUndefined(const Transform& transform, const std::vector<T>& run, std::size_t point) {
+  const std::size_t nbPoints = run.size() / S::dimension;
+  ASSERT_EQ(firstUndefinedImage(transform, run.data(), nbPoints), point);
+  std::vector<T> images(run.size());
+  ASSERT_EQ(mapRun(transform, run.data(), images.data(), nbPoints), point);
+#if defined(__x86_64__)
+  if constexpr (std::is_floating_point_v<T>) {
+    const auto expectSeen = [point](const detail::MappedPoints& mapped) {
+      ASSERT_TRUE(point >= mapped.nbPoints || !mapped.areFinite);
+    };
+    const auto& map = transform.getCoefficients();
+    if (hasAvx2()) expectSeen(S::Avx2::template apply<true>(map, run.data(), images.data(), nbPoints));
+    if (hasAvx512()) expectSeen(S::Avx512::template apply<true>(map, run.data(), images.data(), nbPoints));
+  }
+#endif
 }
 
 template <class Transform>
@@ -202,6 +234,15 @@ TYPED_TEST(PointRun, MapsEverySizeAsPointByPoint) {
   }
 }
 
+// Mapped by quarters, with some points left.
+TYPED_TEST(PointRun, MapsRunsBeyondTheNearCachesAsPointByPoint) {
+  using S = typename TypeParam::Where;
+  for (const std::size_t nbPoints : {131073u, 200003u}) {
+    expectSameBits<S>(this->drawnAffine(), this->run(nbPoints, true));
+    expectSameBits<S>(this->drawnHomography(), this->run(nbPoints, true));
+  }
+}
+
 TYPED_TEST(PointRun, DividesByAnyDenominatorAsTheProcessorDoes) {
   using S = typename TypeParam::Where;
   for (const int widest : {1, 250, 500, 1000}) {
@@ -278,19 +319,19 @@ TYPED_TEST(PointRun, FindsTheFirstUndefinedImage) {
       run[D * at + D - 1] = 7000;
       run.back() = 7000;
       const std::vector<T> before = run;
-      ASSERT_EQ(firstUndefinedImage(homography, run.data(), nbPoints), at);
+      expectUndefined<S>(homography, run, at);
       ASSERT_TRUE(sameBits(run, before));
       if constexpr (std::is_floating_point_v<T>) {
         run = this->run(nbPoints, true);
         T& value = run[D * at + at % D];
         for (const T bad : {std::numeric_limits<T>::quiet_NaN(), -std::numeric_limits<T>::infinity()}) {
           value = bad;
-          ASSERT_EQ(firstUndefinedImage(homography, run.data(), nbPoints), at);
-          ASSERT_EQ(firstUndefinedImage(S::rigid(0.1, 4), run.data(), nbPoints), at);
+          expectUndefined<S>(homography, run, at);
+          expectUndefined<S>(S::rigid(0.1, 4), run, at);
         }
         value = std::numeric_limits<T>::max();
-        ASSERT_EQ(firstUndefinedImage(typename S::Scale(-1), run.data(), nbPoints), nbPoints);
-        ASSERT_EQ(firstUndefinedImage(typename S::Scale(1.5), run.data(), nbPoints), at);
+        expectUndefined<S>(typename S::Scale(-1), run, nbPoints);
+        expectUndefined<S>(typename S::Scale(1.5), run, at);
       }
     }
   }
