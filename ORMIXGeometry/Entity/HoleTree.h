@@ -23,10 +23,9 @@ namespace ormix::geom {
 /// All operations but archives, which bound the nesting themselves, work at every depth. A node that is made its own
 /// hole, directly or not, is not a tree: it is never released, and whatever walks it does not end.
 ///
-/// `Node` derives from this and befriends it. Its constructors of copies call `copyTree` and `takeTree`, its
-/// assignments `assignTree`, its destructor `clearHoles`, its `read` `linkHoles`; `copyOwn(from)` and `takeOwn(from)`
-/// bring over what the node itself holds.
-template <class Node>
+/// `Node` derives from this; its copies, moves and destructor are the defaults, and its `read` calls `linkHoles`.
+/// `Exterior` is what a node holds besides its holes; it is cast and cleared with the tree.
+template <class Node, class Exterior>
 class HoleTree : public boost::enable_shared_from_this<Node> {
  public:
   using HoleColl = std::vector<boost::shared_ptr<Node>>;
@@ -54,10 +53,30 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
  protected:
   HoleTree() = default;
-  HoleTree(const HoleTree& other) : boost::enable_shared_from_this<Node>(other) {}
-  HoleTree& operator=(const HoleTree&) = delete;
-  ~HoleTree() = default;
+  HoleTree(const HoleTree& other) : boost::enable_shared_from_this<Node>(other) { copyTree(other); }
+  HoleTree(HoleTree&& other) noexcept
+      : boost::enable_shared_from_this<Node>(other), _exterior(std::move(other._exterior)) {
+    takeHoles(other);
+  }
+  /// \param other may be one of the holes below, of a move too
+  HoleTree& operator=(const HoleTree& other) {
+    if (this != &other) *this = Node(static_cast<const Node&>(other));
+    return *this;
+  }
+  HoleTree& operator=(HoleTree&& other) noexcept {
+    if (this == &other) return *this;
+    // Taken out first, as `other` may be one of the holes that are released here.
+    Node staged(static_cast<Node&&>(other));
+    clearHoles();
+    _anchor.reset();
+    _exterior = std::move(staged._exterior);
+    takeHoles(staged);
+    return *this;
+  }
+  ~HoleTree() { clearHoles(); }
 
+  const Exterior& exterior() const { return _exterior; }
+  Exterior& exterior() { return _exterior; }
   const HoleColl& holes() const { return _holes; }
   HoleColl& holes() { return _holes; }
 
@@ -76,50 +95,46 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
   /// Copies `source` into this node, which has no holes. Iterative: each pair of the list is a node to fill from
   /// another.
-  template <class NodeIn>
-  void copyTree(const NodeIn& source) {
-    std::vector<std::pair<const NodeIn*, Node*>> pending{{&source, static_cast<Node*>(this)}};
+  template <class NodeIn, class ExteriorIn>
+  void copyTree(const HoleTree<NodeIn, ExteriorIn>& source) {
+    std::vector<std::pair<const HoleTree<NodeIn, ExteriorIn>*, HoleTree*>> pending{{&source, this}};
     while (!pending.empty()) {
       const auto [from, to] = pending.back();
       pending.pop_back();
-      to->copyOwn(*from);
-      HoleTree& tree = *to;
-      tree._holes.reserve(from->getNbHoles());
-      for (auto hole = from->beginHole(); hole != from->endHole(); ++hole) {
-        tree._holes.push_back(*hole ? boost::make_shared<Node>() : nullptr);
-        if (*hole) pending.emplace_back(hole->get(), tree._holes.back().get());
+      cast(from->_exterior, to->_exterior);
+      to->_holes.reserve(from->_holes.size());
+      for (const auto& hole : from->_holes) {
+        to->_holes.push_back(hole ? boost::make_shared<Node>() : nullptr);
+        if (hole) pending.emplace_back(hole.get(), to->_holes.back().get());
       }
-      tree.linkHoles();
+      to->linkHoles();
     }
   }
 
-  /// Takes the contents of `source` into this node, which has none.
-  void takeTree(Node& source) noexcept {
-    static_cast<Node*>(this)->takeOwn(source);
-    HoleTree& other = source;
-    _holes.swap(other._holes);
-    _anchor.swap(other._anchor);
-    if (_anchor) *_anchor = static_cast<Node*>(this);
+  /// Forgets the parent and the holes and clears the exterior.
+  void clearTree() noexcept {
+    _parent.reset();
+    _exterior.clear();
+    clearHoles();
   }
-
-  void assignTree(Node&& other) noexcept {
-    if (static_cast<Node*>(this) == &other) return;
-    // Taken out first, as `other` may be one of the holes that are released here.
-    Node staged(std::move(other));
-    Node former;
-    former.takeTree(*static_cast<Node*>(this));
-    takeTree(staged);
-  }
-
-  void forgetParent() noexcept { _parent.reset(); }
 
  private:
+  template <class, class>
+  friend class HoleTree;
+
   /// Where a node's holes find it: follows the node when it moves and ends with it, shared or not.
-  using Anchor = const Node*;
+  using Anchor = const HoleTree*;
 
   const boost::shared_ptr<Anchor>& anchor() const {
-    if (!_anchor) _anchor = boost::make_shared<Anchor>(static_cast<const Node*>(this));
+    if (!_anchor) _anchor = boost::make_shared<Anchor>(this);
     return _anchor;
+  }
+
+  /// Takes the holes of `source` into this node, which has none and is not a parent yet.
+  void takeHoles(HoleTree& source) noexcept {
+    _holes.swap(source._holes);
+    _anchor.swap(source._anchor);
+    if (_anchor) *_anchor = this;
   }
 
   // Destroys what nobody else owns from the leaves upwards, without recursion and without memory of its own: the nodes
@@ -148,6 +163,7 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   }
 
   boost::weak_ptr<Anchor> _parent;
+  Exterior _exterior;
   HoleColl _holes;
   mutable boost::shared_ptr<Anchor> _anchor;  // made when the first hole is linked
 };

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
@@ -37,10 +38,7 @@ std::ostream& operator<<(std::ostream& stream, const Circle2d<T>& circle) {
   return stream << "[center=" << circle.center() << ", radius=" << circle.getRadius() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Circle2d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Circle2d)
 
 }  // namespace ormix::geom
 

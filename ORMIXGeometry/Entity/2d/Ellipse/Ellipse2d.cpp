@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXMath/Shape/Ellipse.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
@@ -107,10 +108,7 @@ std::ostream& operator<<(std::ostream& stream, const Ellipse2d<T>& ellipse) {
                 << ", b=" << ellipse.getMinorRadius() << ", theta=" << ellipse.getTheta() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Ellipse2d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Ellipse2d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Ellipse2d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Ellipse2d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Ellipse2d)
 
 }  // namespace ormix::geom
 

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
 #include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -67,24 +68,17 @@ void cast(const Polygon2d<TIn>& polygon, Polygon2d<TOut>& result) {
   castPoints(polygon.getPointColl(), result.getPointColl());
 }
 
-#define ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(TOut, TIn)                       \
-  template ORMIX_GEOMETRY_API Polygon2d<TOut> cast<TOut>(const Polygon2d<TIn>&); \
-  template ORMIX_GEOMETRY_API void cast(const Polygon2d<TIn>&, Polygon2d<TOut>&);
-#define ORMIX_GEOMETRY_INSTANTIATE_POLYGON(T)                                               \
-  template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Polygon2d<T>&); \
-  template ORMIX_GEOMETRY_API bool isClosed(const Polygon2d<T>&);                           \
-  template ORMIX_GEOMETRY_API void closePolygon(Polygon2d<T>&);                             \
-  template ORMIX_GEOMETRY_API void fromString(Polygon2d<T>&, const std::string&);           \
-  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omInt32, T)                                       \
-  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omUInt32, T)                                      \
-  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omReal32, T)                                      \
-  ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST(omReal64, T)
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Polygon2d)
+ORMIX_GEOMETRY_INSTANTIATE_CASTS(Polygon2d)
+#define ORMIX_GEOMETRY_INSTANTIATE_POLYGON(T)                     \
+  template ORMIX_GEOMETRY_API bool isClosed(const Polygon2d<T>&); \
+  template ORMIX_GEOMETRY_API void closePolygon(Polygon2d<T>&);   \
+  template ORMIX_GEOMETRY_API void fromString(Polygon2d<T>&, const std::string&);
 ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omInt32)
 ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omUInt32)
 ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omReal32)
 ORMIX_GEOMETRY_INSTANTIATE_POLYGON(omReal64)
 #undef ORMIX_GEOMETRY_INSTANTIATE_POLYGON
-#undef ORMIX_GEOMETRY_INSTANTIATE_POLYGON_CAST
 
 }  // namespace ormix::geom
 

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -11,31 +12,15 @@ const ScalarRegistrators<PolygonWithHoles2d> g_classRegistrator;
 }  // namespace
 
 template <class T>
-PolygonWithHoles2d<T>::PolygonWithHoles2d(const PolygonWithHoles2d& other) : Base(other), Tree(other) {
-  this->copyTree(other);
-}
-
+PolygonWithHoles2d<T>::PolygonWithHoles2d(const PolygonWithHoles2d& other) = default;
 template <class T>
-PolygonWithHoles2d<T>::PolygonWithHoles2d(PolygonWithHoles2d&& other) noexcept : Base(other), Tree(other) {
-  this->takeTree(other);
-}
-
+PolygonWithHoles2d<T>::PolygonWithHoles2d(PolygonWithHoles2d&& other) noexcept = default;
 template <class T>
-PolygonWithHoles2d<T>& PolygonWithHoles2d<T>::operator=(const PolygonWithHoles2d& other) {
-  if (this != &other) *this = PolygonWithHoles2d(other);
-  return *this;
-}
-
+PolygonWithHoles2d<T>& PolygonWithHoles2d<T>::operator=(const PolygonWithHoles2d& other) = default;
 template <class T>
-PolygonWithHoles2d<T>& PolygonWithHoles2d<T>::operator=(PolygonWithHoles2d&& other) noexcept {
-  this->assignTree(std::move(other));
-  return *this;
-}
-
+PolygonWithHoles2d<T>& PolygonWithHoles2d<T>::operator=(PolygonWithHoles2d&& other) noexcept = default;
 template <class T>
-PolygonWithHoles2d<T>::~PolygonWithHoles2d() {
-  this->clearHoles();
-}
+PolygonWithHoles2d<T>::~PolygonWithHoles2d() = default;
 
 template <class T>
 BoolResult PolygonWithHoles2d<T>::read(BaseIArchive& archive) {
@@ -53,13 +38,6 @@ template <class T>
 omUInt32 PolygonWithHoles2d<T>::getNbTotPoints() const {
   return static_cast<omUInt32>(
       sumOverNodes(*this, [](const PolygonWithHoles2d& node) { return node.getNbExteriorPoints(); }));
-}
-
-template <class T>
-void PolygonWithHoles2d<T>::clear() noexcept {
-  this->forgetParent();
-  _exteriorPolygon.clear();
-  this->clearHoles();
 }
 
 namespace {
@@ -109,21 +87,8 @@ void cast(const PolygonWithHoles2d<TIn>& polygon, PolygonWithHoles2d<TOut>& resu
   result = cast<TOut>(polygon);
 }
 
-#define ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST(TOut, TIn)                                            \
-  template ORMIX_GEOMETRY_API PolygonWithHoles2d<TOut> cast<TOut>(const PolygonWithHoles2d<TIn>&); \
-  template ORMIX_GEOMETRY_API void cast(const PolygonWithHoles2d<TIn>&, PolygonWithHoles2d<TOut>&);
-#define ORMIX_GEOMETRY_INSTANTIATE_TREE(T)                                                           \
-  template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const PolygonWithHoles2d<T>&); \
-  ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST(omInt32, T)                                                   \
-  ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST(omUInt32, T)                                                  \
-  ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST(omReal32, T)                                                  \
-  ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST(omReal64, T)
-ORMIX_GEOMETRY_INSTANTIATE_TREE(omInt32)
-ORMIX_GEOMETRY_INSTANTIATE_TREE(omUInt32)
-ORMIX_GEOMETRY_INSTANTIATE_TREE(omReal32)
-ORMIX_GEOMETRY_INSTANTIATE_TREE(omReal64)
-#undef ORMIX_GEOMETRY_INSTANTIATE_TREE
-#undef ORMIX_GEOMETRY_INSTANTIATE_TREE_CAST
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(PolygonWithHoles2d)
+ORMIX_GEOMETRY_INSTANTIATE_CASTS(PolygonWithHoles2d)
 
 }  // namespace ormix::geom
 

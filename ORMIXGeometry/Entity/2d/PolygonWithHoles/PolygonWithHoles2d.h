@@ -12,15 +12,14 @@ namespace ormix::geom {
 /// checks the tree's geometry. How nodes own each other, are copied and nested: see `HoleTree`.
 template <class T>
 class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>,
-                                              public HoleTree<PolygonWithHoles2d<T>> {
+                                              public HoleTree<PolygonWithHoles2d<T>, Polygon2d<T>> {
   using Base = Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>;
-  using Tree = HoleTree<PolygonWithHoles2d<T>>;
 
  public:
   static constexpr const char* s_className = "ormix::geom::PolygonWithHoles2d";
   static constexpr eEntity2dType s_entity2dType = eE2DT_PolygonWithHoles;
 
-  using PolygonHoleColl = typename Tree::HoleColl;
+  using PolygonHoleColl = typename HoleTree<PolygonWithHoles2d<T>, Polygon2d<T>>::HoleColl;
 
   /// An empty exterior ring, no holes, no parent.
   PolygonWithHoles2d() = default;
@@ -35,18 +34,18 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   BoolResult read(BaseIArchive& archive) override;
 
   /// The role of this node: a region, or a hole.
-  ePolygon2dType getPolygon2dType() const { return _exteriorPolygon.getPolygon2dType(); }
+  ePolygon2dType getPolygon2dType() const { return this->exterior().getPolygon2dType(); }
 
-  const Polygon2d<T>& getExteriorPolygon() const { return _exteriorPolygon; }
-  Polygon2d<T>& getExteriorPolygon() { return _exteriorPolygon; }
-  std::size_t getNbExteriorPoints() const { return _exteriorPolygon.getNbPoints(); }
+  const Polygon2d<T>& getExteriorPolygon() const { return this->exterior(); }
+  Polygon2d<T>& getExteriorPolygon() { return this->exterior(); }
+  std::size_t getNbExteriorPoints() const { return this->exterior().getNbPoints(); }
 
   /// The holes themselves, in order of insertion. A hole is added by appending it and setting its parent.
   const PolygonHoleColl& getPolygonHoles() const { return this->holes(); }
   PolygonHoleColl& getPolygonHoles() { return this->holes(); }
 
   /// Whether the exterior ring has no vertices, whatever the holes.
-  bool isEmpty() const { return _exteriorPolygon.isEmpty(); }
+  bool isEmpty() const { return this->exterior().isEmpty(); }
   /// The number of nodes of the tree below and including this one, modulo 2^32.
   omUInt32 getNbTotPolygons() const;
   /// The number of vertices stored in all of them, modulo 2^32.
@@ -55,25 +54,16 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   /// Releases every hole; one that others own too lives on, with its own holes.
   void clearPolygonHoles() noexcept { this->clearHoles(); }
   /// Forgets the parent, the vertices and the holes; the role stays.
-  void clear() noexcept;
+  void clear() noexcept { this->clearTree(); }
 
  private:
   friend FieldAccess;
   template <class S, class F>
   static bool fields(S& self, F&& item) {
-    return item("_exteriorPolygon", self._exteriorPolygon) && item("_polygonHoles", self.holes());
+    return item("_exteriorPolygon", self.exterior()) && item("_polygonHoles", self.holes());
   }
   template <class TOut, class TIn>
   friend PolygonWithHoles2d<TOut> cast(const PolygonWithHoles2d<TIn>& polygon);
-
-  friend Tree;
-  template <class TIn>
-  void copyOwn(const PolygonWithHoles2d<TIn>& from) {
-    cast(from.getExteriorPolygon(), _exteriorPolygon);
-  }
-  void takeOwn(PolygonWithHoles2d& from) noexcept { _exteriorPolygon = std::move(from._exteriorPolygon); }
-
-  Polygon2d<T> _exteriorPolygon;
 };
 
 /// "[exterior=[[0, 0], [4, 0], [4, 3]], holes=[]]", each hole in the same form, or "null".

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/OrientedCorner.h>
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -39,10 +40,7 @@ std::ostream& operator<<(std::ostream& stream, const Rectangle2d<T>& rectangle) 
                 << ", width=" << rectangle.getWidth() << ", theta=" << rectangle.getOrientation() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Rectangle2d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Rectangle2d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Rectangle2d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Rectangle2d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Rectangle2d)
 
 }  // namespace ormix::geom
 

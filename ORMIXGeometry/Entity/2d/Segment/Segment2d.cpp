@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
@@ -85,10 +86,7 @@ std::ostream& operator<<(std::ostream& stream, const Segment2d<T>& segment) {
   return stream << "[p0=" << segment.getPoint0() << ", p1=" << segment.getPoint1() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment2d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment2d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment2d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment2d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Segment2d)
 
 }  // namespace ormix::geom
 

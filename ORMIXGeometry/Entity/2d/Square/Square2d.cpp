@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/OrientedCorner.h>
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 
 #include <ostream>
@@ -28,10 +29,7 @@ std::ostream& operator<<(std::ostream& stream, const Square2d<T>& square) {
                 << ", theta=" << square.getOrientation() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Square2d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Square2d)
 
 }  // namespace ormix::geom
 

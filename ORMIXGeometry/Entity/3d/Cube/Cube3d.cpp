@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
 #include <ORMIXGeometry/Entity/3d/Cuboid/TurnedCorner.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
 #include <ostream>
@@ -18,11 +19,9 @@ T Cube3d<T>::getLength() const {
 
 template <class T>
 Point3dData<omReal64> Cube3d<T>::corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const {
-  // Signs are applied after the conversion, as unsigned sizes have no negative.
-  const Point3dData<omReal64> offset(sideX * static_cast<omReal64>(_halfLength),
-                                     sideY * static_cast<omReal64>(_halfLength),
-                                     sideZ * static_cast<omReal64>(_halfLength));
-  return detail::turnedAboutOrigin(cast<omReal64>(_centerPt) + offset, _alpha, _beta, _chi);
+  const auto halfLength = static_cast<omReal64>(_halfLength);
+  return detail::turnedCorner(_centerPt, sideX * halfLength, sideY * halfLength, sideZ * halfLength, _alpha, _beta,
+                              _chi);
 }
 
 template <class T>
@@ -31,10 +30,7 @@ std::ostream& operator<<(std::ostream& stream, const Cube3d<T>& cube) {
                 << ", beta=" << cube.getBeta() << ", alpha=" << cube.getAlpha() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cube3d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cube3d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cube3d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cube3d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Cube3d)
 
 }  // namespace ormix::geom
 

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
 #include <ORMIXGeometry/Entity/3d/Cuboid/TurnedCorner.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
 #include <ostream>
@@ -29,10 +30,9 @@ T Cuboid3d<T>::getHeight() const {
 template <class T>
 Point3dData<omReal64> Cuboid3d<T>::corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const {
   // Signs are applied after the conversion, as unsigned sizes have no negative.
-  const Point3dData<omReal64> offset(sideX * static_cast<omReal64>(_halfLength),
-                                     sideY * static_cast<omReal64>(_halfWidth),
-                                     sideZ * static_cast<omReal64>(_halfHeight));
-  return detail::turnedAboutOrigin(cast<omReal64>(_centerPt) + offset, _alpha, _beta, _chi);
+  return detail::turnedCorner(_centerPt, sideX * static_cast<omReal64>(_halfLength),
+                              sideY * static_cast<omReal64>(_halfWidth), sideZ * static_cast<omReal64>(_halfHeight),
+                              _alpha, _beta, _chi);
 }
 
 template <class T>
@@ -42,10 +42,7 @@ std::ostream& operator<<(std::ostream& stream, const Cuboid3d<T>& cuboid) {
                 << ", alpha=" << cuboid.getAlpha() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cuboid3d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cuboid3d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cuboid3d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Cuboid3d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Cuboid3d)
 
 }  // namespace ormix::geom
 

@@ -8,13 +8,15 @@
 
 namespace ormix::geom::detail {
 
-/// The point turned by Rz(chi)·Ry(beta)·Rx(alpha) about the origin of coordinates. The angles of eulerToMatrix() bear
-/// their names the other way round (intended).
-inline Point3dData<omReal64> turnedAboutOrigin(const Point3dData<omReal64>& point, omReal64 alpha, omReal64 beta,
-                                               omReal64 chi) {
+/// The centre plus (localX, localY, localZ), turned by Rz(chi)·Ry(beta)·Rx(alpha) about the origin of coordinates. The
+/// angles of eulerToMatrix() bear their names the other way round (intended).
+template <class T>
+Point3dData<omReal64> turnedCorner(const Point3dData<T>& center, omReal64 localX, omReal64 localY, omReal64 localZ,
+                                   omReal64 alpha, omReal64 beta, omReal64 chi) {
+  const Point3dData<omReal64> corner = cast<omReal64>(center) + Point3dData<omReal64>(localX, localY, localZ);
   const RotationMatrix rows = eulerToMatrix(chi, beta, alpha);
-  const auto component = [&point](const std::array<omReal64, 3>& row) {
-    return row[0] * point.getX() + row[1] * point.getY() + row[2] * point.getZ();
+  const auto component = [&corner](const std::array<omReal64, 3>& row) {
+    return row[0] * corner.getX() + row[1] * corner.getY() + row[2] * corner.getZ();
   };
   return {component(rows[0]), component(rows[1]), component(rows[2])};
 }

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
@@ -124,22 +125,15 @@ void cast(const Mesh3d<TIn>& mesh, Mesh3d<TOut>& result) {
   result._topology = mesh.getTopology();
 }
 
-#define ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST(TOut, TIn)                    \
-  template ORMIX_GEOMETRY_API Mesh3d<TOut> cast<TOut>(const Mesh3d<TIn>&); \
-  template ORMIX_GEOMETRY_API void cast(const Mesh3d<TIn>&, Mesh3d<TOut>&);
-#define ORMIX_GEOMETRY_INSTANTIATE_MESH(T)                                                             \
-  template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Mesh3d<T>&);               \
-  template ORMIX_GEOMETRY_API bool compare(const Mesh3d<T>&, const Mesh3d<T>&, std::common_type_t<T>); \
-  ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST(omInt32, T)                                                     \
-  ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST(omUInt32, T)                                                    \
-  ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST(omReal32, T)                                                    \
-  ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST(omReal64, T)
-ORMIX_GEOMETRY_INSTANTIATE_MESH(omInt32)
-ORMIX_GEOMETRY_INSTANTIATE_MESH(omUInt32)
-ORMIX_GEOMETRY_INSTANTIATE_MESH(omReal32)
-ORMIX_GEOMETRY_INSTANTIATE_MESH(omReal64)
-#undef ORMIX_GEOMETRY_INSTANTIATE_MESH
-#undef ORMIX_GEOMETRY_INSTANTIATE_MESH_CAST
+#define ORMIX_GEOMETRY_INSTANTIATE_COMPARE(T) \
+  template ORMIX_GEOMETRY_API bool compare(const Mesh3d<T>&, const Mesh3d<T>&, std::common_type_t<T>);
+ORMIX_GEOMETRY_INSTANTIATE_COMPARE(omInt32)
+ORMIX_GEOMETRY_INSTANTIATE_COMPARE(omUInt32)
+ORMIX_GEOMETRY_INSTANTIATE_COMPARE(omReal32)
+ORMIX_GEOMETRY_INSTANTIATE_COMPARE(omReal64)
+#undef ORMIX_GEOMETRY_INSTANTIATE_COMPARE
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Mesh3d)
+ORMIX_GEOMETRY_INSTANTIATE_CASTS(Mesh3d)
 
 }  // namespace ormix::geom
 

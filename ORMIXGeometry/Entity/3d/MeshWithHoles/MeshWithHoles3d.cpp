@@ -12,31 +12,15 @@ const ScalarRegistrators<MeshWithHoles3d> g_classRegistrator;
 }  // namespace
 
 template <class T>
-MeshWithHoles3d<T>::MeshWithHoles3d(const MeshWithHoles3d& other) : Base(other), Tree(other) {
-  this->copyTree(other);
-}
-
+MeshWithHoles3d<T>::MeshWithHoles3d(const MeshWithHoles3d& other) = default;
 template <class T>
-MeshWithHoles3d<T>::MeshWithHoles3d(MeshWithHoles3d&& other) noexcept : Base(other), Tree(other) {
-  this->takeTree(other);
-}
-
+MeshWithHoles3d<T>::MeshWithHoles3d(MeshWithHoles3d&& other) noexcept = default;
 template <class T>
-MeshWithHoles3d<T>& MeshWithHoles3d<T>::operator=(const MeshWithHoles3d& other) {
-  if (this != &other) *this = MeshWithHoles3d(other);
-  return *this;
-}
-
+MeshWithHoles3d<T>& MeshWithHoles3d<T>::operator=(const MeshWithHoles3d& other) = default;
 template <class T>
-MeshWithHoles3d<T>& MeshWithHoles3d<T>::operator=(MeshWithHoles3d&& other) noexcept {
-  this->assignTree(std::move(other));
-  return *this;
-}
-
+MeshWithHoles3d<T>& MeshWithHoles3d<T>::operator=(MeshWithHoles3d&& other) noexcept = default;
 template <class T>
-MeshWithHoles3d<T>::~MeshWithHoles3d() {
-  this->clearHoles();
-}
+MeshWithHoles3d<T>::~MeshWithHoles3d() = default;
 
 template <class T>
 BoolResult MeshWithHoles3d<T>::read(BaseIArchive& archive) {
@@ -63,13 +47,6 @@ std::size_t MeshWithHoles3d<T>::getNbTotEdges() const {
 template <class T>
 std::size_t MeshWithHoles3d<T>::getNbTotTriangles() const {
   return sumOverNodes(*this, [](const MeshWithHoles3d& node) { return node.getNbExteriorTriangles(); });
-}
-
-template <class T>
-void MeshWithHoles3d<T>::clear() noexcept {
-  this->forgetParent();
-  _exteriorMesh.clear();
-  this->clearHoles();
 }
 
 template <class T>

@@ -14,15 +14,14 @@ namespace ormix::geom {
 /// `HoleTree`.
 template <class T>
 class ORMIX_GEOMETRY_API MeshWithHoles3d : public Entity3d<MeshWithHoles3d<T>, BaseTypedGeometryEntity3d<T>>,
-                                           public HoleTree<MeshWithHoles3d<T>> {
+                                           public HoleTree<MeshWithHoles3d<T>, Mesh3d<T>> {
   using Base = Entity3d<MeshWithHoles3d<T>, BaseTypedGeometryEntity3d<T>>;
-  using Tree = HoleTree<MeshWithHoles3d<T>>;
 
  public:
   static constexpr const char* s_className = "ormix::geom::MeshWithHoles3d";
   static constexpr eEntity3dType s_entity3dType = eE3DT_MeshWithHoles;
 
-  using MeshHoleColl = typename Tree::HoleColl;
+  using MeshHoleColl = typename HoleTree<MeshWithHoles3d<T>, Mesh3d<T>>::HoleColl;
 
   /// An empty exterior mesh, no holes, no parent.
   MeshWithHoles3d() = default;
@@ -37,23 +36,23 @@ class ORMIX_GEOMETRY_API MeshWithHoles3d : public Entity3d<MeshWithHoles3d<T>, B
   BoolResult read(BaseIArchive& archive) override;
 
   /// The role of this node: a body, or a cavity.
-  eMesh3dType getMesh3dType() const { return _exteriorMesh.getMesh3dType(); }
+  eMesh3dType getMesh3dType() const { return this->exterior().getMesh3dType(); }
 
-  const Mesh3d<T>& getExteriorMesh() const { return _exteriorMesh; }
-  Mesh3d<T>& getExteriorMesh() { return _exteriorMesh; }
+  const Mesh3d<T>& getExteriorMesh() const { return this->exterior(); }
+  Mesh3d<T>& getExteriorMesh() { return this->exterior(); }
 
   /// The holes themselves, in order of insertion. A hole is added by appending it and setting its parent.
   const MeshHoleColl& getMeshHoles() const { return this->holes(); }
   MeshHoleColl& getMeshHoles() { return this->holes(); }
 
   /// Whether the exterior mesh has neither vertices nor triangles, whatever the holes.
-  bool isEmpty() const { return _exteriorMesh.isEmpty(); }
+  bool isEmpty() const { return this->exterior().isEmpty(); }
 
   /// \name Counts of the exterior mesh.
   /// @{
-  std::size_t getNbExteriorVertices() const { return _exteriorMesh.getNbVertices(); }
-  std::size_t getNbExteriorEdges() const { return _exteriorMesh.getNbEdges(); }
-  std::size_t getNbExteriorTriangles() const { return _exteriorMesh.getNbTriangles(); }
+  std::size_t getNbExteriorVertices() const { return this->exterior().getNbVertices(); }
+  std::size_t getNbExteriorEdges() const { return this->exterior().getNbEdges(); }
+  std::size_t getNbExteriorTriangles() const { return this->exterior().getNbTriangles(); }
   /// @}
   /// \name Counts of the whole tree below and including this node.
   /// @{
@@ -66,25 +65,16 @@ class ORMIX_GEOMETRY_API MeshWithHoles3d : public Entity3d<MeshWithHoles3d<T>, B
   /// Releases every hole; one that others own too lives on, with its own holes.
   void clearMeshHoles() noexcept { this->clearHoles(); }
   /// Forgets the parent, the vertices, the triangles and the holes; the role stays.
-  void clear() noexcept;
+  void clear() noexcept { this->clearTree(); }
 
  private:
   friend FieldAccess;
   template <class S, class F>
   static bool fields(S& self, F&& item) {
-    return item("_exteriorMesh", self._exteriorMesh) && item("_meshHoles", self.holes());
+    return item("_exteriorMesh", self.exterior()) && item("_meshHoles", self.holes());
   }
   template <class TOut, class TIn>
   friend boost::shared_ptr<MeshWithHoles3d<TOut>> cast(const MeshWithHoles3d<TIn>& mesh);
-
-  friend Tree;
-  template <class TIn>
-  void copyOwn(const MeshWithHoles3d<TIn>& from) {
-    cast(from.getExteriorMesh(), _exteriorMesh);
-  }
-  void takeOwn(MeshWithHoles3d& from) noexcept { _exteriorMesh = std::move(from._exteriorMesh); }
-
-  Mesh3d<T> _exteriorMesh;
 };
 
 /// "[" the exterior mesh "]", with holes "[" the exterior mesh ", [" their addresses separated by ", " "]]": holes are

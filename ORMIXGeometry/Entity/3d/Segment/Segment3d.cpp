@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
@@ -77,10 +78,7 @@ std::ostream& operator<<(std::ostream& stream, const Segment3d<T>& segment) {
   return stream << "[p0=" << segment.getPoint0() << ", p1=" << segment.getPoint1() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment3d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment3d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment3d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Segment3d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Segment3d)
 
 }  // namespace ormix::geom
 

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
+#include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
 #include <ostream>
@@ -77,10 +78,7 @@ std::ostream& operator<<(std::ostream& stream, const Triangle3d<T>& triangle) {
                 << ", pt2=" << triangle.getPoint2() << ']';
 }
 
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Triangle3d<omInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Triangle3d<omUInt32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Triangle3d<omReal32>&);
-template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Triangle3d<omReal64>&);
+ORMIX_GEOMETRY_INSTANTIATE_PRINT(Triangle3d)
 
 }  // namespace ormix::geom
 
