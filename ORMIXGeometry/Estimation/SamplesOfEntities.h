@@ -9,6 +9,7 @@
 #include <boost/numeric/ublas/vector.hpp>
 #include <cstddef>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -75,6 +76,15 @@ template <class Point, class SampleOf>
 auto paired(const std::vector<Point>& first, const std::vector<Point>& second, SampleOf sampleOf) {
   requireEqualSizes(first, second);
   return [&first, &second, sampleOf](std::size_t i) { return joined(sampleOf(first[i]), sampleOf(second[i])); };
+}
+
+/// The coordinates of points where they are, when they are omReal64; else as samplesOf().
+template <class Point, class SampleOf>
+Samples samplesInPlace(const std::vector<Point>& points, SampleOf sampleOf) {
+  if constexpr (std::is_same_v<typename Point::CoordinateType, omReal64>)
+    return Samples(SampleView{coordinates(points), points.size(), sizeof(Point) / sizeof(omReal64)});
+  else
+    return samplesOf(points.size(), single(points, sampleOf));
 }
 
 }  // namespace ormix::geom::detail

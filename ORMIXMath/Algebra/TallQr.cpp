@@ -132,22 +132,6 @@ void TallQr<NbColumns, NbRight>::fold(std::size_t nbRows) {
   foldPortable(nbRows);
 }
 
-template class TallQr<3>;
-template class TallQr<3, 1>;
-template class TallQr<4>;
-template class TallQr<4, 1>;
-template class TallQr<5>;
-template class TallQr<5, 1>;
-template class TallQr<6>;
-template class TallQr<6, 1>;
-template class TallQr<7>;
-template class TallQr<7, 1>;
-template class TallQr<8>;
-template class TallQr<8, 1>;
-template class TallQr<9>;
-template class TallQr<9, 1>;
-template class TallQr<10>;
-template class TallQr<10, 1>;
-template class TallQr<16>;
+ORMIX_MATH_TALL_QR_SIZES()
 
 }  // namespace ormix

@@ -47,22 +47,26 @@ class ORMIX_MATH_API TallQr {
   std::array<omReal64, NbColumns * NbColumns> _triangle{};
 };
 
-extern template class TallQr<3>;
-extern template class TallQr<3, 1>;
-extern template class TallQr<4>;
-extern template class TallQr<4, 1>;
-extern template class TallQr<5>;
-extern template class TallQr<5, 1>;
-extern template class TallQr<6>;
-extern template class TallQr<6, 1>;
-extern template class TallQr<7>;
-extern template class TallQr<7, 1>;
-extern template class TallQr<8>;
-extern template class TallQr<8, 1>;
-extern template class TallQr<9>;
-extern template class TallQr<9, 1>;
-extern template class TallQr<10>;
-extern template class TallQr<10, 1>;
-extern template class TallQr<16>;
+// The sizes that exist: declared here, with `extern` for the keyword, and instantiated in the source.
+#define ORMIX_MATH_TALL_QR_SIZES(keyword) \
+  keyword template class TallQr<3>;       \
+  keyword template class TallQr<3, 1>;    \
+  keyword template class TallQr<4>;       \
+  keyword template class TallQr<4, 1>;    \
+  keyword template class TallQr<5>;       \
+  keyword template class TallQr<5, 1>;    \
+  keyword template class TallQr<6>;       \
+  keyword template class TallQr<6, 1>;    \
+  keyword template class TallQr<7>;       \
+  keyword template class TallQr<7, 1>;    \
+  keyword template class TallQr<8>;       \
+  keyword template class TallQr<8, 1>;    \
+  keyword template class TallQr<9>;       \
+  keyword template class TallQr<9, 1>;    \
+  keyword template class TallQr<10>;      \
+  keyword template class TallQr<10, 1>;   \
+  keyword template class TallQr<16>;
+
+ORMIX_MATH_TALL_QR_SIZES(extern)
 
 }  // namespace ormix

@@ -2,8 +2,6 @@
 #include <ORMIXGeometry/Estimation/SamplesOfEntities.h>
 
 #include <array>
-#include <cstddef>
-#include <type_traits>
 
 namespace ormix::geom {
 namespace {
@@ -47,11 +45,7 @@ Samples toSamples(const std::vector<Point2d<T>>& points) {
 
 template <class T>
 Samples toSamples(const std::vector<Point2dData<T>>& points) {
-  constexpr std::size_t dimension = 2;
-  if constexpr (std::is_same_v<T, omReal64>)
-    return Samples(SampleView{coordinates(points), points.size(), dimension});
-  else
-    return detail::samplesOf(points.size(), detail::single(points, coordinatesOf));
+  return detail::samplesInPlace(points, coordinatesOf);
 }
 
 Samples toSamples(const std::vector<Line2d>& lines) {

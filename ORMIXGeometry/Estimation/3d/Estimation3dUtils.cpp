@@ -3,8 +3,6 @@
 #include <ORMIXGeometry/Estimation/SamplesOfEntities.h>
 
 #include <array>
-#include <cstddef>
-#include <type_traits>
 
 namespace ormix::geom {
 namespace {
@@ -43,11 +41,7 @@ Samples toSamples(const std::vector<Point3d<T>>& points) {
 
 template <class T>
 Samples toSamples(const std::vector<Point3dData<T>>& points) {
-  constexpr std::size_t dimension = 3;
-  if constexpr (std::is_same_v<T, omReal64>)
-    return Samples(SampleView{coordinates(points), points.size(), dimension});
-  else
-    return detail::samplesOf(points.size(), detail::single(points, coordinatesOf));
+  return detail::samplesInPlace(points, coordinatesOf);
 }
 
 template <class T>
