@@ -1,18 +1,14 @@
-#include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
-
-#include <boost/smart_ptr/make_shared_object.hpp>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <random>
 #include <sstream>
 
-#include "support/LogCapture.h"
-#include "support/SampleObjects.h"
+#include "ORMIXGeometry/Transform/LinearTransformChecks.h"
 
 namespace {
 
-using namespace samples;
+using namespace transforms;
 
 constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
 constexpr omReal64 s_piValue = 3.141592653589793;
@@ -25,50 +21,24 @@ const SimilarityTransform2d s_similarity(2, 0.5, 30, 5);
 const AnisotropicScaleTransform2d s_anisotropic(2, 3);
 const HomographyTransform2d s_homography(matrix({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
 
-/// In place and, after the bar, as a copy: which of the seven transforms, in this order, accept the class.
-// clang-format off
-template <class T> const char* supportRow(const Point2d<T>*)            { return "1111111|1111111"; }
-const char* supportRow(const Vector2d*)                                 { return "1111111|1111111"; }
-template <class T> const char* supportRow(const BoundingBox2d<T>*)      { return "1001010|1001010"; }
-template <class T> const char* supportRow(const Segment2d<T>*)          { return "1111111|1111111"; }
-const char* supportRow(const Line2d*)                                   { return "1110000|1110000"; }
-template <class T> const char* supportRow(const Circle2d<T>*)           { return "1111100|1111110"; }
-template <class T> const char* supportRow(const Ellipse2d<T>*)          { return "1111100|1111100"; }
-template <class T> const char* supportRow(const Square2d<T>*)           { return "1111100|1111100"; }
-template <class T> const char* supportRow(const Rectangle2d<T>*)        { return "1111100|1111100"; }
-const char* supportRow(const Parabola2d*)                               { return "1110000|1110000"; }
-template <class T> const char* supportRow(const Polygon2d<T>*)          { return "1111111|1111111"; }
-template <class T> const char* supportRow(const PolygonWithHoles2d<T>*) { return "1111111|1111111"; }
-template <class T> const char* supportRow(const PointCloud2d<T>*)       { return "1111111|1111111"; }
-// clang-format on
-
 const std::array<const BaseGeometryTransform2d*, 7> s_transforms{&s_translation, &s_rotation,    &s_rigid,     &s_scale,
                                                                  &s_similarity,  &s_anisotropic, &s_homography};
 
-template <class Entity>
-class LinearTransform : public ::testing::Test {};
-TYPED_TEST_SUITE(LinearTransform, AllEntities2d);
+/// In place and, after the bar, as a copy: which of the seven transforms, in this order, accept the class.
+const std::map<std::string, std::string> s_support{
+    {"Point2d", "1111111|1111111"},     {"Vector2d", "1111111|1111111"},  {"BoundingBox2d", "1001010|1001010"},
+    {"Segment2d", "1111111|1111111"},   {"Line2d", "1110000|1110000"},    {"Circle2d", "1111100|1111110"},
+    {"Ellipse2d", "1111100|1111100"},   {"Square2d", "1111100|1111100"},  {"Rectangle2d", "1111100|1111100"},
+    {"Parabola2d", "1110000|1110000"},  {"Polygon2d", "1111111|1111111"}, {"PolygonWithHoles2d", "1111111|1111111"},
+    {"PointCloud2d", "1111111|1111111"}};
 
-TYPED_TEST(LinearTransform, SupportsWhatTheTableSays) {
-  const TypeParam sample = Sample<TypeParam>::make();
-  std::string inSitu;
-  std::string copied;
-  for (const BaseGeometryTransform2d* transform : s_transforms) {
-    TypeParam entity = sample;
-    const BoolResult result = transform->applyInSitu(entity);
-    inSitu += result ? '1' : '0';
-    EXPECT_EQ(describe(entity) != describe(sample), static_cast<bool>(result)) << transform->getClassName();
-    EXPECT_EQ(result.getMessage(), result ? ""
-                                          : "Transform " + transform->getClassName() + " failed for geometry entity " +
-                                                toString(sample.getEntity2dType()));
-    const GeometryEntity2dPtr image = transform->apply(sample);
-    copied += image ? '1' : '0';
-    if (result) {
-      ASSERT_TRUE(image);
-      EXPECT_EQ(describe(dynamic_cast<const TypeParam&>(*image)), describe(entity));
-    }
-  }
-  EXPECT_EQ(inSitu + "|" + copied, supportRow(static_cast<const TypeParam*>(nullptr)));
+class LinearTransformSupport : public ::testing::TestWithParam<ClassCase> {};
+INSTANTIATE_TEST_SUITE_P(, LinearTransformSupport, ::testing::ValuesIn(classCases(AllEntities2d())));
+
+TEST_P(LinearTransformSupport, IsWhatTheTableSays) {
+  const std::string space = "ormix::geom::";
+  const std::string name = GetParam().name.substr(space.size(), GetParam().name.find('<') - space.size());
+  EXPECT_EQ(supportOf(GetParam(), s_transforms), s_support.at(name));
 }
 
 /// Points enough for several blocks and a part of one; from `bad` on, where it is there, points of no image.
@@ -112,36 +82,18 @@ using ScalarTypes = ::testing::Types<omInt32, omUInt32, omReal32, omReal64>;
 TYPED_TEST_SUITE(ImageOfRuns, ScalarTypes, );
 
 TYPED_TEST(ImageOfRuns, IsTheEntityTransformedInPlace) {
-  for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>())) {
-    const std::string before = printed<TypeParam>(*entity);
-    for (const BaseGeometryTransform2d* transform : s_transforms) {
-      const auto inPlace = boost::dynamic_pointer_cast<BaseGeometryEntity2d>(entity->duplicateShared());
-      ASSERT_TRUE(transform->applyInSitu(*inPlace));
-      const GeometryEntity2dPtr image = transform->apply(*entity);
-      ASSERT_TRUE(image);
-      EXPECT_EQ(printed<TypeParam>(*image), printed<TypeParam>(*inPlace)) << transform->getClassName();
-      EXPECT_EQ(image->getClassName(), entity->getClassName());
-    }
-    EXPECT_EQ(printed<TypeParam>(*entity), before);
-  }
+  for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>()))
+    expectImagesAreThoseInPlace(*entity, s_transforms, printed<TypeParam>);
 }
 
 TYPED_TEST(ImageOfRuns, IsNoneAndIsLoggedAsInPlaceWhereAPointHasNone) {
   const HomographyTransform2d homography(matrix({1, 0, 0, 0, 1, 0, -1, 0, 1000}));
-  for (const std::size_t bad : {0, 255, 256, 511, 512, 699}) {
-    for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>(bad))) {
-      const auto messagesOf = [](const auto& call) {
-        const support::LogCapture log(getORMIXGeometryLoggerName());
-        call();
-        return log.messages();
-      };
-      const auto ofImage = messagesOf([&] { EXPECT_FALSE(homography.apply(*entity)); });
-      const auto inPlace = messagesOf([&] { EXPECT_FALSE(homography.applyInSitu(*entity)); });
-      EXPECT_EQ(ofImage, inPlace);
-      ASSERT_EQ(ofImage.size(), 1u);
-      EXPECT_NE(ofImage[0].second.find(", " + std::to_string(bad) + "."), std::string::npos) << ofImage[0].second;
-    }
-  }
+  for (const std::size_t bad : {0, 255, 256, 511, 512, 699})
+    for (const GeometryEntity2dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>(bad)))
+      expectNoImage(homography, *entity, printed<TypeParam>,
+                    "Failed to apply eT2DT_HomographyTransform transformation on point 2d with coordinates "
+                    "{1000.000000, " +
+                        std::to_string(bad) + ".000000}");
 }
 
 /// A class of its own is copied as it says.
@@ -300,73 +252,24 @@ TEST(LinearTransformFailure, ChangesNothingAndIsLogged) {
   EXPECT_EQ(large, Point2d<omReal32>(3e38f, 0));
 }
 
-TEST(LinearTransformFailure, OfNullPointersIsAResult) {
-  EXPECT_EQ(s_scale.applyInSitu(GeometryEntity2dPtr()).getMessage(), "Input shared pointer should not be null");
-  EXPECT_FALSE(s_scale.apply(boost::shared_ptr<const BaseGeometryEntity2d>()));
-  GeometryEntity2dPtrColl withNull{nullptr};
-  EXPECT_FALSE(applyAll(s_scale, withNull));
-  EXPECT_THROW(applyAll(static_cast<const BaseGeometryTransform2d&>(s_scale), std::as_const(withNull)),
-               ORMIXGeometryException);
-}
+TEST(LinearTransformFailure, OfNullPointersIsAResult) { expectNullPointersFail(s_scale); }
 
 TEST(Convert, GivesTheTransformOfTheSameParameters) {
-  const auto expectConverted = [](const BaseGeometricTransform2d& math, const BaseGeometryTransform2d& expected) {
-    const GeometryTransform2dPtr transform = convert(math);
-    ASSERT_TRUE(transform);
-    EXPECT_EQ(transform->getTransform2dType(), expected.getTransform2dType());
-    EXPECT_EQ(transform->getClassName(), expected.getClassName());
-    Point2d<omReal64> point(3, 4);
-    Point2d<omReal64> expectedPoint(3, 4);
-    ASSERT_TRUE(transform->applyInSitu(point));
-    ASSERT_TRUE(expected.applyInSitu(expectedPoint));
-    EXPECT_EQ(point, expectedPoint);
-  };
-  expectConverted(s_translation.getGeometricTransform(), s_translation);
-  expectConverted(s_rotation.getGeometricTransform(), s_rotation);
-  expectConverted(s_rigid.getGeometricTransform(), s_rigid);
-  expectConverted(s_scale.getGeometricTransform(), s_scale);
-  expectConverted(s_similarity.getGeometricTransform(), s_similarity);
-  expectConverted(s_anisotropic.getGeometricTransform(), s_anisotropic);
-  expectConverted(s_homography.getGeometricTransform(), s_homography);
+  const Point2d<omReal64> point(3, 4);
+  expectConverted(s_translation, point);
+  expectConverted(s_rotation, point);
+  expectConverted(s_rigid, point);
+  expectConverted(s_scale, point);
+  expectConverted(s_similarity, point);
+  expectConverted(s_anisotropic, point);
+  expectConverted(s_homography, point);
 }
 
-TEST(Convert, RefusesAnAffineTransform) {
-  const std::string expected =
-      "Input geometric transformation eGT2DT_Affine is not yet supported for geometric entities transformation";
-  const support::LogCapture log(getORMIXGeometryLoggerName());
-  try {
-    convert(Affine2d(1, 0, 0, 0, 1, 0));
-    FAIL() << "an affine transform was converted";
-  } catch (const ORMIXGeometryException& exception) {
-    EXPECT_EQ(exception.what(), expected);
-  }
-  EXPECT_EQ(log.messages(), (support::LogCapture::Messages{{40000, expected}}));
-}
+TEST(Convert, RefusesAnAffineTransform) { expectAffineIsRefused(Affine2d(1, 0, 0, 0, 1, 0)); }
 
 TEST(ApplyAll, StopsAtTheFirstFailure) {
-  const BaseGeometryTransform2d& scale = s_scale;
   const auto circle = [] { return boost::make_shared<Circle2d<omReal64>>(Point2dData<omReal64>(1, 1), 1.0); };
-  GeometryEntity2dPtrColl entities{circle(), boost::make_shared<Line2d>(1, 0), circle()};
-  GeometryEntity2dPtrColl images{circle(), circle(), circle(), circle()};
-  EXPECT_FALSE(applyAll(scale, entities, images));
-  EXPECT_EQ(images.size(), 1u);
-  EXPECT_THROW(applyAll(scale, std::as_const(entities)), ORMIXGeometryException);
-  const auto radius = [&entities](std::size_t index) {
-    return boost::dynamic_pointer_cast<Circle2d<omReal64>>(entities[index])->getRadius();
-  };
-  const BoolResult result = applyAll(scale, entities);
-  EXPECT_EQ(result.getMessage(), "Transform ormix::geom::ScaleTransform2d failed for geometry entity eE2DT_Line");
-  EXPECT_EQ(radius(0), 2);
-  EXPECT_EQ(radius(2), 1);
-
-  GeometryEntity2dPtrColl none;
-  EXPECT_TRUE(applyAll(scale, none));
-  EXPECT_TRUE(applyAll(scale, std::as_const(none)).empty());
-  EXPECT_TRUE(applyAll(scale, none, images));
-  EXPECT_TRUE(images.empty());
-  entities.resize(1);
-  ASSERT_TRUE(applyAll(scale, entities, entities));
-  EXPECT_EQ(radius(0), 4);
+  expectApplyAllStopsAtTheFirstFailure(s_scale, circle, boost::make_shared<Line2d>(1, 0));
 }
 
 }  // namespace

@@ -1,18 +1,12 @@
-#include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
-
-#include <boost/smart_ptr/make_shared_object.hpp>
 #include <limits>
 #include <map>
 #include <random>
-#include <sstream>
 
-#include "support/LogCapture.h"
-#include "support/SampleObjects.h"
+#include "ORMIXGeometry/Transform/LinearTransformChecks.h"
 
 namespace {
 
-using namespace samples;
+using namespace transforms;
 
 const TranslationTransform3d s_translation = Sample<TranslationTransform3d>::make();
 const RotationTransform3d s_rotation = Sample<RotationTransform3d>::make();
@@ -38,25 +32,7 @@ INSTANTIATE_TEST_SUITE_P(, LinearTransform3dSupport, ::testing::ValuesIn(classCa
 
 TEST_P(LinearTransform3dSupport, IsWhatTheTableSays) {
   const auto sample = boost::dynamic_pointer_cast<BaseGeometryEntity3d>(GetParam().makeSample());
-  const std::string before = GetParam().describe(*sample);
-  std::string inSitu;
-  std::string copied;
-  for (const BaseGeometryTransform3d* transform : s_transforms) {
-    const auto entity = boost::dynamic_pointer_cast<BaseGeometryEntity3d>(GetParam().makeSample());
-    const BoolResult result = transform->applyInSitu(*entity);
-    inSitu += result ? '1' : '0';
-    EXPECT_EQ(GetParam().describe(*entity) != before, static_cast<bool>(result)) << transform->getClassName();
-    EXPECT_EQ(result.getMessage(), result ? ""
-                                          : "Transform " + transform->getClassName() + " failed for geometry entity " +
-                                                toString(sample->getEntity3dType()));
-    const GeometryEntity3dPtr image = transform->apply(*sample);
-    copied += image ? '1' : '0';
-    if (!result) continue;
-    ASSERT_TRUE(image);
-    EXPECT_EQ(GetParam().describe(*image), GetParam().describe(*entity)) << transform->getClassName();
-    EXPECT_EQ(GetParam().describe(*sample), before);
-  }
-  EXPECT_EQ(inSitu + "|" + copied, s_support.at(sample->getEntity3dType()));
+  EXPECT_EQ(supportOf(GetParam(), s_transforms), s_support.at(sample->getEntity3dType()));
 }
 
 template <class T>
@@ -156,7 +132,6 @@ Points<T> manyPoints(std::size_t bad = 700) {
   for (std::size_t index = bad; index < points.size(); index += 40) points[index].setX(1000);
   return points;
 }
-const HomographyTransform3d s_infiniteAt1000(matrix<4>({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, -1, 0, 0, 1000}));
 
 /// A cloud, a mesh and a tree of meshes, the points last in each, with a null hole; of omReal32 a shape of two trees.
 template <class T>
@@ -195,43 +170,18 @@ class ImageOfRuns3d : public ::testing::Test {};
 TYPED_TEST_SUITE(ImageOfRuns3d, ScalarTypes, );
 
 TYPED_TEST(ImageOfRuns3d, IsTheEntityTransformedInPlace) {
-  for (const GeometryEntity3dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>())) {
-    const std::string before = printed<TypeParam>(*entity);
-    for (const BaseGeometryTransform3d* transform : s_transforms) {
-      const auto inPlace = boost::dynamic_pointer_cast<BaseGeometryEntity3d>(entity->duplicateShared());
-      ASSERT_TRUE(transform->applyInSitu(*inPlace));
-      const GeometryEntity3dPtr image = transform->apply(*entity);
-      ASSERT_TRUE(image);
-      EXPECT_EQ(printed<TypeParam>(*image), printed<TypeParam>(*inPlace)) << transform->getClassName();
-      EXPECT_NE(printed<TypeParam>(*image), before);
-      EXPECT_EQ(image->getClassName(), entity->getClassName());
-    }
-    EXPECT_EQ(printed<TypeParam>(*entity), before);
-  }
+  for (const GeometryEntity3dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>()))
+    expectImagesAreThoseInPlace(*entity, s_transforms, printed<TypeParam>);
 }
 
 TYPED_TEST(ImageOfRuns3d, IsNoneAndIsLoggedAsInPlaceWhereAPointHasNone) {
-  for (const std::size_t bad : {0, 84, 85, 169, 170, 171, 340, 699}) {
-    for (const GeometryEntity3dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>(bad))) {
-      const std::string before = printed<TypeParam>(*entity);
-      const auto messagesOf = [](const auto& call) {
-        const support::LogCapture log(getORMIXGeometryLoggerName());
-        call();
-        return log.messages();
-      };
-      const auto ofImage = messagesOf([&] { EXPECT_FALSE(s_infiniteAt1000.apply(*entity)); });
-      const auto inPlace = messagesOf([&] { EXPECT_FALSE(s_infiniteAt1000.applyInSitu(*entity)); });
-      EXPECT_EQ(ofImage, inPlace);
-      const std::string z = std::to_string(7 * bad % 300);
-      EXPECT_EQ(
-          ofImage,
-          (support::LogCapture::Messages{{40000,
-                                          "Failed to apply eT3DT_HomographyTransform transformation on point 3d with "
-                                          "coordinates {1000.000000, " +
-                                              std::to_string(bad) + ".000000, " + z + ".000000}"}}));
-      EXPECT_EQ(printed<TypeParam>(*entity), before);
-    }
-  }
+  const HomographyTransform3d homography(matrix<4>({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, -1, 0, 0, 1000}));
+  for (const std::size_t bad : {0, 84, 85, 169, 170, 171, 340, 699})
+    for (const GeometryEntity3dPtr& entity : entitiesOfRuns(manyPoints<TypeParam>(bad)))
+      expectNoImage(homography, *entity, printed<TypeParam>,
+                    "Failed to apply eT3DT_HomographyTransform transformation on point 3d with coordinates "
+                    "{1000.000000, " +
+                        std::to_string(bad) + ".000000, " + std::to_string(7 * bad % 300) + ".000000}");
 }
 
 TEST(ImageOfEntities3d, OfADerivedClassAndOfATreeKeepsWhatBelongsToThem) {
@@ -281,77 +231,26 @@ TEST(LinearTransform3dFailure, ChangesNothing) {
   Sphere3d<omReal64> sphere({1, 2, 3}, infinity);
   EXPECT_FALSE(s_scale.applyInSitu(sphere));
   EXPECT_EQ(sphere.center(), Point3dData<omReal64>(1, 2, 3));
-
-  EXPECT_EQ(s_scale.applyInSitu(GeometryEntity3dPtr()).getMessage(), "Input shared pointer should not be null");
-  EXPECT_FALSE(s_scale.apply(boost::shared_ptr<const BaseGeometryEntity3d>()));
 }
+
+TEST(LinearTransform3dFailure, OfNullPointersIsAResult) { expectNullPointersFail(s_scale); }
 
 TEST(Convert3d, GivesTheTransformOfTheSameParameters) {
-  const auto expectConverted = [](const auto& expected) {
-    const GeometryTransform3dPtr transform = convert(expected.getGeometricTransform());
-    ASSERT_TRUE(transform);
-    EXPECT_EQ(transform->getTransform3dType(), expected.getTransform3dType());
-    EXPECT_EQ(describe(dynamic_cast<decltype(expected)&>(*transform)), describe(expected));
-    const auto image = boost::dynamic_pointer_cast<Point3d<omReal64>>(
-        apply(expected.getGeometricTransform(), boost::make_shared<Point3d<omReal64>>(3, 4, 5)));
-    Point3d<omReal64> point(3, 4, 5);
-    EXPECT_TRUE(apply(expected, point));
-    EXPECT_EQ(*image, point);
-  };
-  expectConverted(s_translation);
-  expectConverted(s_rotation);
-  expectConverted(s_rigid);
-  expectConverted(s_scale);
-  expectConverted(s_similarity);
-  expectConverted(s_anisotropic);
-  expectConverted(s_homography);
+  const Point3d<omReal64> point(3, 4, 5);
+  expectConverted(s_translation, point);
+  expectConverted(s_rotation, point);
+  expectConverted(s_rigid, point);
+  expectConverted(s_scale, point);
+  expectConverted(s_similarity, point);
+  expectConverted(s_anisotropic, point);
+  expectConverted(s_homography, point);
 }
 
-TEST(Convert3d, RefusesAnAffineTransform) {
-  const std::string expected =
-      "Input geometric transformation eGT3DT_Affine is not yet supported for geometric entities transformation";
-  const support::LogCapture log(getORMIXGeometryLoggerName());
-  try {
-    convert(Affine3d());
-    FAIL() << "an affine transform was converted";
-  } catch (const ORMIXGeometryException& exception) {
-    EXPECT_EQ(exception.what(), expected);
-  }
-  EXPECT_EQ(log.messages(), (support::LogCapture::Messages{{40000, expected}}));
-}
+TEST(Convert3d, RefusesAnAffineTransform) { expectAffineIsRefused(Affine3d()); }
 
 TEST(ApplyAll3d, StopsAtTheFirstFailure) {
-  const BaseGeometryTransform3d& scale = s_scale;
   const auto sphere = [] { return boost::make_shared<Sphere3d<omReal64>>(1, 1, 1, 1); };
-  GeometryEntity3dPtrColl entities{sphere(), boost::make_shared<Plan3d>(1, 0, 0), sphere()};
-  GeometryEntity3dPtrColl images{sphere(), sphere(), sphere(), sphere()};
-  const std::string expected = "Transform ormix::geom::ScaleTransform3d failed for geometry entity eE3DT_Plan";
-  EXPECT_EQ(applyAll(scale, entities, images).getMessage(), expected);
-  EXPECT_EQ(images.size(), 1u);
-  try {
-    applyAll(s_scale.getGeometricTransform(), std::as_const(entities));
-    FAIL() << "a plane was scaled";
-  } catch (const ORMIXGeometryException& exception) {
-    EXPECT_EQ(exception.what(), expected);
-  }
-  EXPECT_EQ(applyAll(scale, entities).getMessage(), expected);
-  const auto radius = [&entities](std::size_t index) {
-    return boost::dynamic_pointer_cast<Sphere3d<omReal64>>(entities[index])->getRadius();
-  };
-  EXPECT_EQ(radius(0), 2);
-  EXPECT_EQ(radius(2), 1);
-
-  GeometryEntity3dPtrColl none;
-  EXPECT_TRUE(applyAll(scale, none));
-  EXPECT_TRUE(applyAll(scale, std::as_const(none)).empty());
-  EXPECT_TRUE(applyAll(scale, none, images));
-  EXPECT_TRUE(images.empty());
-  entities.resize(1);
-  ASSERT_TRUE(applyAll(scale, entities, entities));
-  EXPECT_EQ(radius(0), 4);
-  entities.assign(1, nullptr);
-  EXPECT_FALSE(applyAll(scale, entities));
-  EXPECT_THROW(applyAll(scale, std::as_const(entities)), ORMIXGeometryException);
+  expectApplyAllStopsAtTheFirstFailure(s_scale, sphere, boost::make_shared<Plan3d>(1, 0, 0));
 }
 
 }  // namespace
