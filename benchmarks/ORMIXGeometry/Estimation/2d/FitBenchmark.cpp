@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Estimation/2d/Estimation2dUtils.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <benchmark/benchmark.h>
 #include <benchmarks/support/PhysicalLimit.h>
 
@@ -57,6 +58,45 @@ void fitByDataSet(benchmark::State& state) {
   }
 }
 
+/// Points about a line or a circle, off by about 1, each followed by one that is anywhere.
+template <class OnShape>
+Points withAsManyOutliers(std::size_t nbPoints, omReal64 low, omReal64 high, OnShape onShape) {
+  std::mt19937 random(15);
+  std::uniform_real_distribution<omReal64> anywhere(low, high);
+  std::uniform_real_distribution<omReal64> along(0, 1);
+  std::normal_distribution<omReal64> noise;
+  Points points;
+  while (points.size() < nbPoints) {
+    points.push_back(onShape(along(random), noise(random)));
+    points.emplace_back(anywhere(random), anywhere(random));
+  }
+  return points;
+}
+
+template <class Estimator>
+void fitRobustly(benchmark::State& state, const Points& points) {
+  RobustOptions options;
+  options.threshold = 3;
+  for (auto _ : state) {
+    Estimator estimator;
+    RobustResult result;
+    if (!robustEstimation(estimator, toSamples(points), options, result)) state.SkipWithError("the fit failed");
+    benchmark::DoNotOptimize(result.params);
+  }
+}
+void fitLineRobustly(benchmark::State& state) {
+  fitRobustly<Line2dEstimator>(state, withAsManyOutliers(10000, 0, 2000, [](omReal64 t, omReal64 noise) {
+                                 return Point2dData<omReal64>(1600 * t - 0.6 * noise + 100,
+                                                              1200 * t + 0.8 * noise + 50);
+                               }));
+}
+void fitCircleRobustly(benchmark::State& state) {
+  fitRobustly<Circle2dEstimator>(state, withAsManyOutliers(10000, 19000, 21000, [](omReal64 t, omReal64 noise) {
+                                   return Point2dData<omReal64>(20000 + (500 + noise) * std::cos(6.28 * t),
+                                                                20000 + (500 + noise) * std::sin(6.28 * t));
+                                 }));
+}
+
 void fitHomography(benchmark::State& state) {
   const Points from = noisyEllipse(state, 500, 300);
   const Points to = noisyEllipse(state, 490, 310);
@@ -74,6 +114,8 @@ BENCHMARK_TEMPLATE(fit, Ellipse2dEstimator)->Apply(sizes);
 BENCHMARK_TEMPLATE(fit, Line2dEstimator)->Apply(sizes);
 BENCHMARK_TEMPLATE(fitByDataSet, Circle2dEstimator)->Apply(sizes);
 BENCHMARK(fitHomography)->Arg(10000);
+BENCHMARK(fitLineRobustly)->Unit(benchmark::kMillisecond);
+BENCHMARK(fitCircleRobustly)->Unit(benchmark::kMillisecond);
 // clang-format on
 
 }  // namespace ormix::benchmarks
