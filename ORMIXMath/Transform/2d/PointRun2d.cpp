@@ -21,8 +21,8 @@ omReal64 rowBound(omReal64 a, omReal64 b, omReal64 c, omReal64 magnitude) {
 struct PointRun2d {
   static constexpr std::size_t nbCoordinates = 2;
 
-  /// The vectors take what fills them, the portable version the rest. Answers whether all images are finite,
-  /// if they are watched.
+  /// The vectors take what fills them, the portable version the rest. Answers whether all images are finite, if they
+  /// are watched.
   template <bool isWatched = false, class Map, class T>
   static bool mapEach(const Map& map, const T* xy, T* images, std::size_t nbPoints) {
     detail::MappedPoints mapped{0, true};

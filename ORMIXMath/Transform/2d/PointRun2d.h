@@ -10,9 +10,9 @@
 /// Planar transforms on runs of points, x and y in turn, with wider vectors where the processor has them; the same bits
 /// on every processor as point by point. T is one of the four scalar types.
 ///
-/// To map a run or leave it alone, all of its points are asked first: a look at the largest magnitude, which goes from
-/// the last point to the first and so leaves in the caches what is mapped first. Images that go to another place need
-/// no such look: they show themselves whether they are defined.
+/// To map a run or leave it alone, all of its points are asked first: a look at the largest magnitude. Both take the
+/// quarters of a long run side by side, the look from their last points to their first, which leaves in the caches what
+/// is mapped first. Images that go to another place need no such look: they are watched while they are stored.
 
 namespace ormix {
 

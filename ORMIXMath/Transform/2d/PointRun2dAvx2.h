@@ -10,7 +10,7 @@ namespace ormix::detail {
 /// PointRun2dPortable on two points at once, the same operations on each.
 class PointRun2dAvx2 : CoordinateVectorsAvx2 {
  public:
-  /// Maps four points at a time; answers how many.
+  /// Maps four points at a time; isWatched makes it tell whether their images are finite.
   template <bool isWatched = false, class T>
   [[gnu::target("avx2")]] static MappedPoints apply(const AffineCoefficients2d& c, const T* xy, T* images,
                                                     std::size_t nbPoints) {

@@ -10,7 +10,7 @@ namespace ormix::detail {
 /// PointRun2dPortable on four points at once, with the same bits.
 class PointRun2dAvx512 : CoordinateVectorsAvx512 {
  public:
-  /// Maps eight points at a time; answers how many.
+  /// Maps eight points at a time; isWatched makes it tell whether their images are finite.
   template <bool isWatched = false, class T>
   [[gnu::target("avx512f")]] static MappedPoints apply(const AffineCoefficients2d& c, const T* xy, T* images,
                                                        std::size_t nbPoints) {

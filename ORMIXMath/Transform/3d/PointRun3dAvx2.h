@@ -9,7 +9,7 @@ namespace ormix::detail {
 /// PointRun3dPortable on four points at once, with the same bits.
 class PointRun3dAvx2 : private CoordinateVectorsAvx2 {
  public:
-  /// Maps four points at a time; answers how many.
+  /// Maps four points at a time; isWatched makes it tell whether their images are finite.
   template <bool isWatched = false, class T>
   [[gnu::target("avx2")]] static MappedPoints apply(const AffineCoefficients3d& c, const T* xyz, T* out,
                                                     std::size_t nbPoints) {

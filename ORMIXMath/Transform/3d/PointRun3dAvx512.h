@@ -9,7 +9,7 @@ namespace ormix::detail {
 /// PointRun3dPortable on eight points at once, with the same bits.
 class PointRun3dAvx512 : private CoordinateVectorsAvx512 {
  public:
-  /// Maps eight points at a time; answers how many.
+  /// Maps eight points at a time; isWatched makes it tell whether their images are finite.
   template <bool isWatched = false, class T>
   [[gnu::target("avx512f")]] static MappedPoints apply(const AffineCoefficients3d& c, const T* xyz, T* out,
                                                        std::size_t nbPoints) {
