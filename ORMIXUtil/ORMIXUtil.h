@@ -6,6 +6,7 @@
 #include <ORMIXUtil/Enumeration.h>
 #include <ORMIXUtil/Exception/BaseException.h>
 #include <ORMIXUtil/Exception/UnHandleException.h>
+#include <ORMIXUtil/HashSecret.h>
 #include <ORMIXUtil/Logger/Logger.h>
 #include <ORMIXUtil/Message/LogMessageFormater.h>
 #include <ORMIXUtil/Message/LogMessageManager.h>

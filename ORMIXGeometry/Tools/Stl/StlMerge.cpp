@@ -83,7 +83,7 @@ class CornerParts {
 
   std::size_t partOf(const TripleTable::Triple& key) const {
     // The upper half of the hash, of which the tables do not use the bits.
-    return static_cast<std::size_t>((omUInt64(TripleTable::hash(key)) >> 40) & (_ends.size() - 1));
+    return static_cast<std::size_t>((omUInt64(TripleTable::hash(key, _secret)) >> 40) & (_ends.size() - 1));
   }
 
   void mergeParts(std::vector<omUInt32>& placeColl, std::vector<CoordWithIndex>& vertices) {
@@ -104,6 +104,7 @@ class CornerParts {
     }
   }
 
+  const omUInt64 _secret = hashSecret();
   const std::vector<omReal32>& _coords;
   std::size_t _nbCorners;
   std::vector<std::size_t> _ends;  // the sizes of the parts, until the corners are dealt

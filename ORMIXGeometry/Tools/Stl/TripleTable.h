@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXUtil/HashSecret.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <vector>
@@ -26,7 +27,7 @@ class TripleTable {
   /// The number of the triple, which is the count of triples before when it is new.
   omUInt32 add(const Triple& triple) {
     const std::size_t mask = _slots.size() - 1;
-    for (std::size_t slot = hash(triple) & mask;; slot = (slot + 1) & mask) {
+    for (std::size_t slot = hash(triple, _secret) & mask;; slot = (slot + 1) & mask) {
       const omUInt32 place = _slots[slot];
       if (place == s_free) return insert(triple, slot);
       if (_triples[place] == triple) return place;
@@ -43,8 +44,9 @@ class TripleTable {
 
   /// Each bit of the triple reaches the lower bits of the result, by multiplication and by folding the upper half down;
   /// the table uses the lower ones.
-  static std::size_t hash(const Triple& triple) {
-    omUInt64 mixed = (omUInt64(triple.y) << 32 | triple.x) * 0x9E3779B97F4A7C15u;
+  /// \param secret hashSecret(), as triples come from files
+  static std::size_t hash(const Triple& triple, omUInt64 secret) {
+    omUInt64 mixed = ((omUInt64(triple.y) << 32 | triple.x) ^ secret) * 0x9E3779B97F4A7C15u;
     mixed ^= mixed >> 32;
     mixed = (mixed ^ omUInt64(triple.z) * 0xC2B2AE3D27D4EB4Fu) * 0xFF51AFD7ED558CCDu;
     return static_cast<std::size_t>(mixed ^ mixed >> 32);
@@ -65,12 +67,13 @@ class TripleTable {
     const std::size_t mask = 2 * _slots.size() - 1;
     _slots.assign(mask + 1, s_free);
     for (std::size_t place = 0; place < _triples.size(); ++place) {
-      std::size_t slot = hash(_triples[place]) & mask;
+      std::size_t slot = hash(_triples[place], _secret) & mask;
       while (_slots[slot] != s_free) slot = (slot + 1) & mask;
       _slots[slot] = static_cast<omUInt32>(place);
     }
   }
 
+  omUInt64 _secret = hashSecret();
   std::vector<omUInt32> _slots;
   std::vector<Triple> _triples;
 };

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/HalfEdgeTable.h>
+#include <ORMIXUtil/HashSecret.h>
 
 #include <utility>
 
@@ -9,9 +10,9 @@ namespace {
 constexpr std::size_t s_smallestNbSlots = 16;
 
 // The finalizer of SplitMix64 (Steele2014): every bit of the vertices reaches every bit of the slot, so that the
-// regular numbering of meshes makes no clusters.
+// regular numbering of meshes makes no clusters. Indices may come from an archive, hence the secret.
 std::size_t hashOf(omUInt32 start, omUInt32 end) {
-  omUInt64 key = omUInt64{start} << 32 | end;
+  omUInt64 key = (omUInt64{start} << 32 | end) ^ hashSecret();
   key = (key ^ key >> 30) * 0xBF58476D1CE4E5B9u;
   key = (key ^ key >> 27) * 0x94D049BB133111EBu;
   return static_cast<std::size_t>(key ^ key >> 31);

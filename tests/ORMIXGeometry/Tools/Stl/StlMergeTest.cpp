@@ -107,6 +107,21 @@ TEST(StlMerge, agreesWithAMap) {
   expectAsMap(anyBits);
 }
 
+// The vertices have one hash, but for what a file cannot know. Were it left out, this would take minutes.
+TEST(StlMerge, verticesMadeToCollideTakeNoLonger) {
+  constexpr omUInt64 factor = 0x9E3779B97F4A7C15u;
+  omUInt64 inverse = factor;
+  for (int step = 0; step < 5; ++step) inverse *= 2 - factor * inverse;
+  std::vector<omReal32> coords;
+  for (omUInt32 z = 0x3F800000u; z < 0x3F800000u + 600000; ++z) {
+    omUInt64 mixed = 0x123456789ABCDEFu ^ z * 0xC2B2AE3D27D4EB4Fu;
+    mixed = (mixed ^ mixed >> 32) * inverse;
+    for (const omUInt32 bits : {static_cast<omUInt32>(mixed), static_cast<omUInt32>(mixed >> 32), z})
+      coords.push_back(fromBits(bits));
+  }
+  EXPECT_EQ(removeDoubles(coords).getNbVertices(), 600000u);
+}
+
 TEST(StlMerge, manyEqualVerticesAreOne) {
   const MergedCoords merged = removeDoubles(std::vector<omReal32>(9000000, 1.5f));
   EXPECT_EQ(merged.coordColl, (std::vector<omReal32>{1.5f, 1.5f, 1.5f}));
