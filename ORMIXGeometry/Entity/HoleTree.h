@@ -60,8 +60,9 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   }
   /// \param other may be one of the holes below, of a move too
   HoleTree& operator=(const HoleTree& other) {
-    if (this != &other) *this = Node(static_cast<const Node&>(other));
-    return *this;
+    if (this == &other) return *this;
+    Node copy(static_cast<const Node&>(other));
+    return *this = static_cast<HoleTree&&>(copy);
   }
   HoleTree& operator=(HoleTree&& other) noexcept {
     if (this == &other) return *this;
