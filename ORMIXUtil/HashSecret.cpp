@@ -14,9 +14,9 @@ omUInt64 drawSecret() noexcept {
     return omUInt64{device()} << 32 | device();
   } catch (const std::exception&) {
     // Without a source of random numbers: where the process was put, and when.
-    const auto place = reinterpret_cast<std::uintptr_t>(&drawSecret);
-    return static_cast<omUInt64>(std::chrono::steady_clock::now().time_since_epoch().count()) ^ omUInt64 { place }
-                                                                                                    << 20;
+    const omUInt64 place = reinterpret_cast<std::uintptr_t>(&drawSecret);
+    const auto time = static_cast<omUInt64>(std::chrono::steady_clock::now().time_since_epoch().count());
+    return time ^ place << 20;
   }
 }
 

@@ -48,6 +48,7 @@ class CoordinateVectorsAvx512 {
     else  // beyond it the highest.
       return _mm512_cvttpd_epu32(_mm512_max_pd(beforeTruncation(values), _mm512_setzero_pd()));
   }
+
   /// Sums of zero times each real that was stored: NaN once one of them is not finite.
   struct Watch {
     __m512d sum64;
