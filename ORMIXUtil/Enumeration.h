@@ -22,6 +22,7 @@ template <class E>
 struct HasEnumerationNames<E, std::void_t<decltype(EnumerationNames<E>::names)>> : std::true_type {};
 }  // namespace detail
 
+/// Whether the texts of the enumeration are declared.
 template <class E>
 inline constexpr bool isNamedEnumeration = detail::HasEnumerationNames<E>::value;
 
@@ -34,7 +35,7 @@ std::string toString(E value) {
   return std::string(Names::typeName) + "(" + std::to_string(static_cast<long long>(value)) + ")";
 }
 
-/// The value with this name, or nothing.
+/// The value with this name, or nothing where no value has it. Linear in the number of values.
 template <class E, std::enable_if_t<isNamedEnumeration<E>, int> = 0>
 std::optional<E> enumerationFromString(std::string_view name) {
   using Names = EnumerationNames<E>;
@@ -43,6 +44,7 @@ std::optional<E> enumerationFromString(std::string_view name) {
   return std::nullopt;
 }
 
+/// Prints as toString().
 template <class E, std::enable_if_t<isNamedEnumeration<E>, int> = 0>
 std::ostream& operator<<(std::ostream& stream, E value) {
   return stream << toString(value);

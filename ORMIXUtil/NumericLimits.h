@@ -16,13 +16,16 @@ constexpr omReal64 constexprSqrt(omReal64 value) {
 }
 }  // namespace detail
 
-/// Limits of a scalar type. `s_min` is the lowest value (not the smallest positive one), `s_eps` the distance from 1 to
-/// the next value (0 for integers), `s_sqrt_eps` its square root.
+/// Limits of a scalar type.
 template <class T>
 struct NumericLimits {
+  /// The distance from 1 to the next value; 0 for integers.
   static constexpr T s_eps = std::numeric_limits<T>::epsilon();
+  /// The largest finite value.
   static constexpr T s_max = std::numeric_limits<T>::max();
+  /// The lowest finite value, not the smallest positive one.
   static constexpr T s_min = std::numeric_limits<T>::lowest();
+  /// The square root of `s_eps`: the relative threshold of most estimations.
   static constexpr T s_sqrt_eps = static_cast<T>(detail::constexprSqrt(static_cast<omReal64>(s_eps)));
 };
 

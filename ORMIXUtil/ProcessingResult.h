@@ -10,12 +10,16 @@ namespace ormix {
 template <class T>
 class ProcessingResult {
  public:
-  /// A value without a message; `ProcessingResult<bool>` starts successful, other values value-initialised.
+  /// No message; `ProcessingResult<bool>` starts successful, other values value-initialised.
   ProcessingResult() : _result(std::is_same_v<T, bool> ? static_cast<T>(true) : T()) {}
+  /// A value without a message.
   ProcessingResult(T value) : _result(std::move(value)) {}  // NOLINT(google-explicit-constructor): `return true;`
+  /// A value and what there is to say of it.
   ProcessingResult(T value, std::string message) : _result(std::move(value)), _message(std::move(message)) {}
 
+  /// The value.
   const T& getResult() const { return _result; }
+  /// Why the operation failed, for a person; empty after a success.
   const std::string& getMessage() const { return _message; }
 
   /// True when a boolean result is true.

@@ -4,7 +4,7 @@
 
 namespace ormix {
 
-/// \name Scalar types of the family.
+/// \name Scalar types of the family: integers by their width in bits, reals of single and double precision.
 /// @{
 using omInt8 = std::int8_t;
 using omInt16 = std::int16_t;

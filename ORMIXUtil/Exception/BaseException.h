@@ -18,9 +18,13 @@ class ORMIX_UTIL_API BaseException : public std::exception {
 
   /// The message; valid as long as the exception.
   const char* what() const noexcept override;
+  /// What went wrong, for a person.
   const std::string& getMessage() const { return _message; }
+  /// The signature of the throwing function.
   const std::string& getFunction() const { return _function; }
+  /// The source that threw, relative to the folder of the project.
   const std::string& getFile() const { return _file; }
+  /// The line of the throw in that source.
   int getLine() const { return _line; }
 
  private:

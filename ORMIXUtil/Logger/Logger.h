@@ -12,8 +12,8 @@ namespace ormix {
 
 /// \name Levels of log4cplus, by value, so that its headers stay out of ours.
 /// @{
-inline constexpr int s_warnLogLevel = 30000;
-inline constexpr int s_errorLogLevel = 40000;
+inline constexpr int s_warnLogLevel = 30000;   ///< something was corrected or left out
+inline constexpr int s_errorLogLevel = 40000;  ///< a request failed
 /// @}
 
 /// Name of the logger that all loggers of the family descend from.

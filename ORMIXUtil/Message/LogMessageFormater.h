@@ -17,13 +17,14 @@ namespace ormix {
 /// arguments never throw: what is missing stays blank, what is left over is dropped.
 class ORMIX_UTIL_API LogMessageFormater {
  public:
+  /// \param manager the catalogue of the texts, which must live as long as this object
   explicit LogMessageFormater(const LogMessageManager& manager);
   ~LogMessageFormater();
 
   /// Chooses the text and forgets arguments fed before.
   void setMsgId(const std::string& domain, int id);
 
-  /// Feeds the next argument.
+  /// Feeds the next argument: a text, a number, or anything that prints to a stream.
   template <class T>
   LogMessageFormater& operator%(const T& argument) {
     if constexpr (std::is_convertible_v<const T&, std::string_view>)

@@ -17,7 +17,9 @@ class ORMIX_UTIL_API LogMessageManager {
   /// The text with its placeholders; for an unknown domain or id a text that names both, so that an error path never
   /// ends in a second error.
   std::string getMessage(const std::string& domain, int id) const;
+  /// Whether there is a text under this domain and id.
   bool hasMessage(const std::string& domain, int id) const;
+  /// The name under which getInstance() gives this catalogue.
   const std::string& getName() const;
 
   LogMessageManager(const LogMessageManager&) = delete;

@@ -11,8 +11,8 @@ namespace ormix {
 
 /// One line of a message catalogue.
 struct MessageText {
-  int id;
-  const char* text;
+  int id;            ///< within its domain
+  const char* text;  ///< with placeholders as LogMessageFormater fills them
 };
 
 /// A message domain `D` is a struct that holds an enumeration of ids, a tag type `domain`, the array `texts` of
@@ -26,6 +26,7 @@ std::string domainName() {
 /// Puts a domain's texts into its catalogue, once however often it is asked.
 template <class D>
 struct MsgMapRegistrator {
+  /// Adds the texts at the first call. Safe from several threads at once.
   static void registerMessageMap() {
     static const bool registered = [] {
       for (const MessageText& message : D::texts) D::manager().addMessage(domainName<D>(), message.id, message.text);
@@ -38,6 +39,7 @@ struct MsgMapRegistrator {
 /// Registers a domain when a static object of it is constructed, that is when its library is loaded.
 template <class D>
 struct MessageMapRegistrator {
+  /// As MsgMapRegistrator::registerMessageMap().
   MessageMapRegistrator() { MsgMapRegistrator<D>::registerMessageMap(); }
 };
 

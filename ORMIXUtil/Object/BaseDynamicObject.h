@@ -23,6 +23,7 @@ class ORMIX_UTIL_API BaseDynamicObject {
   virtual bool hasCopySupport() const = 0;
   /// A new copy of this object; the caller owns it.
   virtual BaseDynamicObject* duplicate() const = 0;
+  /// The same as a shared pointer, made in one allocation.
   virtual boost::shared_ptr<BaseDynamicObject> duplicateShared() const = 0;
   /// Fills a freshly constructed object from another one of its class; the same as `copy` unless a class says
   /// otherwise.

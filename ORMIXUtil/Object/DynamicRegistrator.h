@@ -4,16 +4,17 @@
 
 namespace ormix {
 
-/// Registers the class `X` in the factory as long as it lives: one static registrator a class makes a library's classes
-/// known while the library is loaded. `X` gives `getTypeName()`, `createNewObject()` and `createSharedObject()`.
+/// Registers the class `X` in the factory as long as it lives: static registrators make the classes of a library known
+/// while the library is loaded. `X` gives `getTypeName()`, `createNewObject()` and `createSharedObject()`.
 template <class X>
 class DynamicRegistrator {
  public:
+  /// Registers the class, unless its name is taken.
   DynamicRegistrator()
       : _registered(DynamicObjectFactory::getInstance().registerClass(X::getTypeName(), &X::createNewObject,
                                                                       &X::createSharedObject)) {}
-  // noexcept as every destructor: an exception while unloading ends the process. A name that somebody else had
-  // registered first stays theirs.
+  /// Takes the registration back; a name that was taken before stays registered. An exception ends the process, as in
+  /// every destructor.
   ~DynamicRegistrator() {
     if (_registered) DynamicObjectFactory::getInstance().unRegisterClass(X::getTypeName());
   }
