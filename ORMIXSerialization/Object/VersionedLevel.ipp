@@ -3,17 +3,32 @@
 #include <ORMIXSerialization/Object/ClassVersion.h>
 #include <ORMIXSerialization/Object/VersionedLevel.h>
 
+#include <string>
+#include <type_traits>
+
 namespace ormix {
 
 namespace detail {
+
+/// The registered name of a class, or the family's name of a scalar type, as a template argument too.
 template <class Class>
 struct RegisteredName {
-  static std::string make() { return Class::s_className; }
+  static std::string make() {
+    if constexpr (std::is_arithmetic_v<Class>)
+      return scalarName<Class>();
+    else
+      return Class::s_className;
+  }
 };
-template <template <class> class Class, class T>
-struct RegisteredName<Class<T>> {
-  static std::string make() { return std::string(Class<T>::s_className) + "<" + scalarName<T>() + ">"; }
+template <template <class> class Class, class Argument>
+struct RegisteredName<Class<Argument>> {
+  static std::string make() {
+    const std::string argument = RegisteredName<Argument>::make();
+    // Two closing brackets are kept apart by a blank.
+    return std::string(Class<Argument>::s_className) + "<" + argument + (argument.back() == '>' ? " >" : ">");
+  }
 };
+
 }  // namespace detail
 
 // The language makes the first construction of a function-local static safe between threads; later calls read it.
