@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/EntityVisits.h>
-#include <ORMIXUtil/Object/DynamicRegistrator.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <type_traits>
@@ -145,14 +144,5 @@ typename Space::EntityPtr EntityVisits<Self, Base, Space>::visitNonInSitu(
     const typename Space::Envelope& transform) const {
   return detail::processNonInSitu<EntityPtr>(transform, static_cast<const Self&>(*this));
 }
-
-/// Registers a class template for the four scalar types while the library is loaded.
-template <template <class> class Class>
-struct ScalarRegistrators {
-  DynamicRegistrator<Class<omInt32>> int32;
-  DynamicRegistrator<Class<omUInt32>> uint32;
-  DynamicRegistrator<Class<omReal32>> real32;
-  DynamicRegistrator<Class<omReal64>> real64;
-};
 
 }  // namespace ormix::geom

@@ -1,17 +1,22 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/2d/PlanarClasses.h>
+#include <ORMIXGeometry/Entity/3d/SpatialClasses.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
 #include <ORMIXGeometry/Message/MeasureMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
-#include <ORMIXUtil/Object/DynamicRegistrator.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <string_view>
+#include <tuple>
 
 namespace ormix::geom {
 
 template <class Self, class Base>
 bool GeometryMeasure<Self, Base>::measure(const typename Base::Entity& entity, typename Base::Value& value) const {
+  static_assert(isListed<Self>(JoinedLists<PlanarMeasureList, SpatialMeasureList>()),
+                "a measure is missing in PlanarMeasureList or SpatialMeasureList: add it in Entity/2d/PlanarClasses.h "
+                "or Entity/3d/SpatialClasses.h");
   return entity.visit(static_cast<const Self&>(*this), value);
 }
 
@@ -26,5 +31,25 @@ typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, s
   logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_MeasureFailed, kind, entityType), function, file,
               line);
 }
+
+namespace detail {
+
+template <class Measure, class Entity>
+constexpr auto processOf() {
+  using Process = bool (Measure::*)(const Entity&, typename Measure::Value&) const;
+  if constexpr (Measure::template Supports<Entity>::value)
+    return static_cast<Process>(&Measure::template process<Entity>);
+  else
+    return nullptr;
+}
+
+/// Pointers to `process` of every entity that a measure supports. A constant of this value, marked as used, makes the
+/// compiler emit these functions in the source of the measure, for the visits in the sources of the entities.
+template <class Measure, class... Entity>
+constexpr auto processOfAll(ClassList<Entity...>) {
+  return std::make_tuple(processOf<Measure, Entity>()...);
+}
+
+}  // namespace detail
 
 }  // namespace ormix::geom

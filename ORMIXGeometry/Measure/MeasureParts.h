@@ -12,9 +12,10 @@
 /// \file
 /// How the measure of an entity is put together from those of its parts, once for all measures; not installed. `simple`
 /// answers the measure of an entity that has no parts, `combine` how the result of a hole enters the running result of
-/// what encloses it.
+/// what encloses it. The value of a measure is any type with a default value that is the measure of nothing; those of
+/// shapes are summed by `+=`.
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 template <class T>
 const Polygon2d<T>& exteriorOf(const PolygonWithHoles2d<T>& node) {
@@ -28,14 +29,14 @@ const Mesh3d<T>& exteriorOf(const MeshWithHoles3d<T>& node) {
 /// A tree of entities with holes: a node is its exterior combined with each of its holes, in collection order, a hole
 /// being measured the same way. Iterative, so that the depth of a tree is bounded by memory only.
 /// \return false when a hole is null
-template <class Node, class Simple, class Combine>
-bool measureTree(const Node& root, eHoleMsrPolicy policy, omReal64& value, Simple simple, Combine combine) {
+template <class Node, class Value, class Simple, class Combine>
+bool measureTree(const Node& root, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   value = simple(exteriorOf(root));
   if (policy == eHMP_IgnoreHoles || !root.hasHoles()) return true;
   struct Step {
     const Node* node;
     std::size_t nextHole;
-    omReal64 running;
+    Value running;
   };
   std::vector<Step> path{{&root, 0, value}};
   for (;;) {
@@ -46,7 +47,7 @@ bool measureTree(const Node& root, eHoleMsrPolicy policy, omReal64& value, Simpl
       path.push_back({hole, 0, simple(exteriorOf(*hole))});
       continue;
     }
-    const omReal64 result = step.running;
+    const Value result = step.running;
     path.pop_back();
     if (path.empty()) {
       value = result;
@@ -57,31 +58,30 @@ bool measureTree(const Node& root, eHoleMsrPolicy policy, omReal64& value, Simpl
 }
 
 /// An entity without parts.
-template <class Entity, class Simple, class Combine>
-bool measureParts(const Entity& entity, eHoleMsrPolicy, omReal64& value, Simple simple, Combine) {
+template <class Entity, class Value, class Simple, class Combine>
+bool measureParts(const Entity& entity, eHoleMsrPolicy, Value& value, Simple simple, Combine) {
   value = simple(entity);
   return true;
 }
-template <class T, class Simple, class Combine>
-bool measureParts(const PolygonWithHoles2d<T>& polygon, eHoleMsrPolicy policy, omReal64& value, Simple simple,
+template <class T, class Value, class Simple, class Combine>
+bool measureParts(const PolygonWithHoles2d<T>& polygon, eHoleMsrPolicy policy, Value& value, Simple simple,
                   Combine combine) {
   return measureTree(polygon, policy, value, simple, combine);
 }
-template <class T, class Simple, class Combine>
-bool measureParts(const MeshWithHoles3d<T>& mesh, eHoleMsrPolicy policy, omReal64& value, Simple simple,
-                  Combine combine) {
+template <class T, class Value, class Simple, class Combine>
+bool measureParts(const MeshWithHoles3d<T>& mesh, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   return measureTree(mesh, policy, value, simple, combine);
 }
 /// The sum over its meshes with holes; false when one is null or cannot be measured.
-template <class Simple, class Combine>
-bool measureParts(const Shape3d& shape, eHoleMsrPolicy policy, omReal64& value, Simple simple, Combine combine) {
-  value = 0;
+template <class Value, class Simple, class Combine>
+bool measureParts(const Shape3d& shape, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
+  value = Value();
   for (const auto& mesh : shape.getMeshWithHolesColl()) {
-    omReal64 part = 0;
+    Value part{};
     if (!mesh || !measureTree(*mesh, policy, part, simple, combine)) return false;
     value += part;
   }
   return true;
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -62,6 +62,8 @@ eCoordinateSystem2dType Entity2d<Self, Base>::getCoordinateSystem2dType() const 
 }
 template <class Self, class Base>
 eEntity2dType Entity2d<Self, Base>::getEntity2dType() const {
+  static_assert(isListed<Self>(PlanarEntityList()),
+                "an entity of the plane is missing in PlanarEntityList: add it in Entity/2d/PlanarClasses.h");
   return Self::s_entity2dType;
 }
 

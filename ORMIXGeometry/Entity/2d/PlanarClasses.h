@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/ClassList.h>
 #include <ORMIXGeometry/Export.h>
 
 // Every planar class, declared once. The first declaration decides the visibility of what is instantiated for a class
@@ -59,5 +60,19 @@ class ORMIX_GEOMETRY_API HuMomentsMsr2d;
 class ORMIX_GEOMETRY_API Moments2dO3;
 class ORMIX_GEOMETRY_API HuMoments2dO3;
 /// @}
+
+/// The entities of the plane. A class that is missing here does not compile. What else an entity needs stands in
+/// CONTRIBUTING.md.
+using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, Ellipse2d, Point2d, PointCloud2d,
+                                                     Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
+                                     ClassList<Line2d, Parabola2d, Vector2d>>;
+
+/// The transforms of planar entities.
+using PlanarTransformList =
+    ClassList<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
+              ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
+
+/// The measures of planar entities.
+using PlanarMeasureList = ClassList<PerimeterMsr2d, AreaMsr2d>;
 
 }  // namespace ormix::geom

@@ -46,6 +46,8 @@ eCoordinateSystem3dType Entity3d<Self, Base>::getCoordinateSystem3dType() const 
 }
 template <class Self, class Base>
 eEntity3dType Entity3d<Self, Base>::getEntity3dType() const {
+  static_assert(isListed<Self>(SpatialEntityList()),
+                "an entity of space is missing in SpatialEntityList: add it in Entity/3d/SpatialClasses.h");
   return Self::s_entity3dType;
 }
 

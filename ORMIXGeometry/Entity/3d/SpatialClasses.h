@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/ClassList.h>
 #include <ORMIXGeometry/Export.h>
 
 // Every spatial class, declared once. The first declaration decides the visibility of what is instantiated for a class
@@ -56,5 +57,20 @@ class ORMIX_GEOMETRY_API MinEnclosingSphereTransform3d;
 class ORMIX_GEOMETRY_API AreaMsr3d;
 class ORMIX_GEOMETRY_API VolumeMsr3d;
 /// @}
+
+/// The entities of space. A class that is missing here does not compile. What else an entity needs stands in
+/// CONTRIBUTING.md.
+using SpatialEntityList =
+    JoinedLists<ScalarClassList<BoundingBox3d, Cube3d, Cuboid3d, Ellipsoid3d, Mesh3d, MeshWithHoles3d, Point3d,
+                                PointCloud3d, Segment3d, Sphere3d, Triangle3d>,
+                ClassList<Plan3d, Shape3d, Vector3d>>;
+
+/// The transforms of spatial entities.
+using SpatialTransformList =
+    ClassList<AnisotropicScaleTransform3d, HomographyTransform3d, RigidTransform3d, RotationTransform3d,
+              ScaleTransform3d, SimilarityTransform3d, TranslationTransform3d>;
+
+/// The measures of spatial entities.
+using SpatialMeasureList = ClassList<AreaMsr3d, VolumeMsr3d>;
 
 }  // namespace ormix::geom

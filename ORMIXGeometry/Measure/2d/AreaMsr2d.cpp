@@ -1,5 +1,5 @@
+#include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
-#include <ORMIXGeometry/Measure/2d/MeasureInstances2d.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ring.h>
@@ -7,18 +7,11 @@
 
 #include <functional>
 
-namespace ormix {
-template class VersionedLevel<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-template class RegisteredObject<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(, AreaMsr2d, BaseTypedGeometryMeasure2d<omReal64>)
 
 namespace ormix::geom {
 
-template class GeometryMeasure<AreaMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
-
 namespace {
-const DynamicRegistrator<AreaMsr2d> g_classRegistrator;
-
 omReal64 areaOf(const Vector2d&) { return 0; }
 
 template <class T>
@@ -33,13 +26,12 @@ omReal64 areaOf(const BoundingBox2d<T>& box) {
 
 template <class T>
 omReal64 areaOf(const Circle2d<T>& circle) {
-  const omReal64 radius = omReal64(circle.getRadius());
-  return s_pi * radius * radius;
+  return circle.area();
 }
 
 template <class T>
 omReal64 areaOf(const Ellipse2d<T>& ellipse) {
-  return s_pi * omReal64(ellipse.getMajorRadius()) * omReal64(ellipse.getMinorRadius());
+  return ellipse.area();
 }
 
 template <class T>
@@ -50,7 +42,7 @@ omReal64 areaOf(const Square2d<T>& square) {
 
 template <class T>
 omReal64 areaOf(const Rectangle2d<T>& rectangle) {
-  return (2 * omReal64(rectangle.getHalfLength())) * (2 * omReal64(rectangle.getHalfWidth()));
+  return rectangle.getArea();
 }
 
 template <class T>
@@ -67,12 +59,15 @@ omReal64 AreaMsr2d::measure(const BaseGeometryEntity2d& entity) {
                                    __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+template <class Measured,
+          std::enable_if_t<std::conjunction_v<std::is_class<Measured>, AreaMsr2d::Supports<Measured>>, int>>
 bool AreaMsr2d::process(const Measured& entity, omReal64& value) const {
   const auto simple = [](const auto& part) { return areaOf(part); };
-  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::minus<>());
+  return detail::measureParts(entity, getHoleMsrPolicy(), value, simple, std::minus<>());
 }
 
-ORMIX_GEOMETRY_INSTANTIATE_MEASURE2D(AreaMsr2d)
+namespace {
+[[gnu::used]] constexpr auto s_instances = detail::processOfAll<AreaMsr2d>(PlanarEntityList());
+}  // namespace
 
 }  // namespace ormix::geom

@@ -1,19 +1,14 @@
 #pragma once
 
 #include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>
+#include <ORMIXGeometry/Measure/2d/PlanarMeasureTable.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
-#include <ORMIXGeometry/Measure/MeasuredEntities.h>
 
 #include <type_traits>
 
-namespace ormix {
-extern template class RegisteredObject<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-extern template class VersionedLevel<geom::AreaMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(extern, AreaMsr2d, BaseTypedGeometryMeasure2d<omReal64>)
 
 namespace ormix::geom {
-
-extern template class GeometryMeasure<AreaMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
 
 /// Area of a planar entity, in squared units of its coordinates. Points and vectors measure 0. The area of a polygon is
 /// signed: an exterior ring is positive when its vertices turn counter-clockwise (x to the right, y up), an interior
@@ -30,8 +25,12 @@ class ORMIX_GEOMETRY_API AreaMsr2d : public GeometryMeasure<AreaMsr2d, BaseTyped
 
   eMeasure2dType getMeasure2dType() const final { return eM2DT_Area; }
 
-  /// The value of any entity that is measured; false when a hole is null.
-  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  template <class Entity>
+  struct Supports : std::bool_constant<s_planarMeasuresOf<Entity>.area> {};
+
+  using GeometryMeasure::process;
+  /// The value of an entity of a known class that has one; false when a hole is null, the value then unspecified.
+  template <class Measured, std::enable_if_t<std::conjunction_v<std::is_class<Measured>, Supports<Measured>>, int> = 0>
   bool process(const Measured& entity, omReal64& value) const;
 };
 

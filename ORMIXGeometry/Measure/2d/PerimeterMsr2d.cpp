@@ -1,4 +1,4 @@
-#include <ORMIXGeometry/Measure/2d/MeasureInstances2d.h>
+#include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
@@ -8,18 +8,11 @@
 #include <cmath>
 #include <functional>
 
-namespace ormix {
-template class VersionedLevel<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-template class RegisteredObject<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(, PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>)
 
 namespace ormix::geom {
 
-template class GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
-
 namespace {
-const DynamicRegistrator<PerimeterMsr2d> g_classRegistrator;
-
 omReal64 perimeterOf(const Vector2d&) { return 0; }
 
 template <class T>
@@ -35,7 +28,7 @@ omReal64 perimeterOf(const BoundingBox2d<T>& box) {
 
 template <class T>
 omReal64 perimeterOf(const Circle2d<T>& circle) {
-  return 2 * s_pi * omReal64(circle.getRadius());
+  return circle.perimeter();
 }
 
 // Ramanujan's second approximation [Ramanujan1914]: exact for a circle, within 4.1e-4 for a flat ellipse.
@@ -73,12 +66,15 @@ omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {
                                         __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+template <class Measured,
+          std::enable_if_t<std::conjunction_v<std::is_class<Measured>, PerimeterMsr2d::Supports<Measured>>, int>>
 bool PerimeterMsr2d::process(const Measured& entity, omReal64& value) const {
   const auto simple = [](const auto& part) { return perimeterOf(part); };
-  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::plus<>());
+  return detail::measureParts(entity, getHoleMsrPolicy(), value, simple, std::plus<>());
 }
 
-ORMIX_GEOMETRY_INSTANTIATE_MEASURE2D(PerimeterMsr2d)
+namespace {
+[[gnu::used]] constexpr auto s_instances = detail::processOfAll<PerimeterMsr2d>(PlanarEntityList());
+}  // namespace
 
 }  // namespace ormix::geom

@@ -1,19 +1,14 @@
 #pragma once
 
 #include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>
+#include <ORMIXGeometry/Measure/2d/PlanarMeasureTable.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
-#include <ORMIXGeometry/Measure/MeasuredEntities.h>
 
 #include <type_traits>
 
-namespace ormix {
-extern template class RegisteredObject<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-extern template class VersionedLevel<geom::PerimeterMsr2d, geom::BaseTypedGeometryMeasure2d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(extern, PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>)
 
 namespace ormix::geom {
-
-extern template class GeometryMeasure<PerimeterMsr2d, BaseTypedGeometryMeasure2d<omReal64>>;
 
 /// Perimeter of a planar entity, in units of its coordinates. Points and vectors measure 0. The perimeter of a polygon
 /// is the length of its stored path, summed wider than omReal64; the edge from the last vertex back to the first is not
@@ -28,8 +23,12 @@ class ORMIX_GEOMETRY_API PerimeterMsr2d : public GeometryMeasure<PerimeterMsr2d,
 
   eMeasure2dType getMeasure2dType() const final { return eM2DT_Perimeter; }
 
-  /// The value of any entity that is measured; false when a hole is null.
-  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  template <class Entity>
+  struct Supports : std::bool_constant<s_planarMeasuresOf<Entity>.perimeter> {};
+
+  using GeometryMeasure::process;
+  /// The value of an entity of a known class that has one; false when a hole is null, the value then unspecified.
+  template <class Measured, std::enable_if_t<std::conjunction_v<std::is_class<Measured>, Supports<Measured>>, int> = 0>
   bool process(const Measured& entity, omReal64& value) const;
 };
 

@@ -1,5 +1,5 @@
+#include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
-#include <ORMIXGeometry/Measure/3d/MeasureInstances3d.h>
 #include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
@@ -8,18 +8,11 @@
 
 #include <functional>
 
-namespace ormix {
-template class VersionedLevel<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-template class RegisteredObject<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(, AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>)
 
 namespace ormix::geom {
 
-template class GeometryMeasure<AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>>;
-
 namespace {
-const DynamicRegistrator<AreaMsr3d> g_classRegistrator;
-
 omReal64 areaOf(const Vector3d&) { return 0; }
 
 template <class T>
@@ -37,14 +30,12 @@ omReal64 areaOf(const BoundingBox3d<T>& box) {
 
 template <class T>
 omReal64 areaOf(const Sphere3d<T>& sphere) {
-  const omReal64 radius = omReal64(sphere.getRadius());
-  return 4 * s_pi * radius * radius;
+  return sphere.area();
 }
 
 template <class T>
 omReal64 areaOf(const Ellipsoid3d<T>& ellipsoid) {
-  return ellipsoidArea(omReal64(ellipsoid.getMajorRadius()), omReal64(ellipsoid.getMediumRadius()),
-                       omReal64(ellipsoid.getMinorRadius()));
+  return ellipsoid.area();
 }
 
 template <class T>
@@ -68,7 +59,7 @@ omReal64 areaOf(const Triangle3d<T>& triangle) {
 
 template <class T>
 omReal64 areaOf(const Mesh3d<T>& mesh) {
-  return meshArea(triangleView(mesh));
+  return meshArea(detail::triangleView(mesh));
 }
 
 }  // namespace
@@ -78,12 +69,15 @@ omReal64 AreaMsr3d::measure(const BaseGeometryEntity3d& entity) {
                                    __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+template <class Measured,
+          std::enable_if_t<std::conjunction_v<std::is_class<Measured>, AreaMsr3d::Supports<Measured>>, int>>
 bool AreaMsr3d::process(const Measured& entity, omReal64& value) const {
   const auto simple = [](const auto& part) { return areaOf(part); };
-  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::plus<>());
+  return detail::measureParts(entity, getHoleMsrPolicy(), value, simple, std::plus<>());
 }
 
-ORMIX_GEOMETRY_INSTANTIATE_MEASURE3D(AreaMsr3d)
+namespace {
+[[gnu::used]] constexpr auto s_instances = detail::processOfAll<AreaMsr3d>(SpatialEntityList());
+}  // namespace
 
 }  // namespace ormix::geom

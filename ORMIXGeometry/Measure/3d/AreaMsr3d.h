@@ -1,19 +1,14 @@
 #pragma once
 
 #include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>
+#include <ORMIXGeometry/Measure/3d/SpatialMeasureTable.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
-#include <ORMIXGeometry/Measure/MeasuredEntities.h>
 
 #include <type_traits>
 
-namespace ormix {
-extern template class RegisteredObject<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-extern template class VersionedLevel<geom::AreaMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(extern, AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>)
 
 namespace ormix::geom {
-
-extern template class GeometryMeasure<AreaMsr3d, BaseTypedGeometryMeasure3d<omReal64>>;
 
 /// Surface area of a spatial entity, in squared units of its coordinates. Points and vectors measure 0, a triangle its
 /// one side, a mesh the sum of its triangles, open or closed. The walls of holes are added. A shape is measured by its
@@ -29,8 +24,12 @@ class ORMIX_GEOMETRY_API AreaMsr3d : public GeometryMeasure<AreaMsr3d, BaseTyped
 
   eMeasure3dType getMeasure3dType() const final { return eM3DT_Area; }
 
-  /// The value of any entity that is measured; false when a hole is null.
-  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  template <class Entity>
+  struct Supports : std::bool_constant<s_spatialMeasuresOf<Entity>.area> {};
+
+  using GeometryMeasure::process;
+  /// The value of an entity of a known class that has one; false when a hole is null, the value then unspecified.
+  template <class Measured, std::enable_if_t<std::conjunction_v<std::is_class<Measured>, Supports<Measured>>, int> = 0>
   bool process(const Measured& entity, omReal64& value) const;
 };
 

@@ -6,7 +6,7 @@
 /// \file
 /// What the spatial measures share; not installed.
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The mesh's triangles, as long as it stays as it is.
 template <class T>
@@ -14,4 +14,4 @@ TriangleMeshView<T> triangleView(const Mesh3d<T>& mesh) {
   return {coordinates(mesh.getVertexColl()), mesh.getVertexIndexColl().data(), mesh.getNbTriangles()};
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -5,12 +5,12 @@ namespace ormix::geom {
 
 template <class T>
 omReal64 localVolume(const Mesh3d<T>& mesh) {
-  return meshLocalVolume(triangleView(mesh));
+  return meshLocalVolume(detail::triangleView(mesh));
 }
 
 template <class T>
 bool moments(const Mesh3d<T>& mesh, MeshMoments& result) {
-  return meshMoments(triangleView(mesh), result);
+  return meshMoments(detail::triangleView(mesh), result);
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(T)                         \

@@ -1,4 +1,4 @@
-#include <ORMIXGeometry/Measure/3d/MeasureInstances3d.h>
+#include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
@@ -9,18 +9,11 @@
 #include <cmath>
 #include <functional>
 
-namespace ormix {
-template class VersionedLevel<geom::VolumeMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-template class RegisteredObject<geom::VolumeMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(, VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>)
 
 namespace ormix::geom {
 
-template class GeometryMeasure<VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>>;
-
 namespace {
-const DynamicRegistrator<VolumeMsr3d> g_classRegistrator;
-
 omReal64 volumeOf(const Vector3d&) { return 0; }
 
 template <class T>
@@ -38,14 +31,12 @@ omReal64 volumeOf(const BoundingBox3d<T>& box) {
 
 template <class T>
 omReal64 volumeOf(const Sphere3d<T>& sphere) {
-  const omReal64 radius = omReal64(sphere.getRadius());
-  return s_pi * radius * radius * radius * 4 / 3;
+  return sphere.volume();
 }
 
 template <class T>
 omReal64 volumeOf(const Ellipsoid3d<T>& ellipsoid) {
-  return ellipsoidVolume(omReal64(ellipsoid.getMajorRadius()), omReal64(ellipsoid.getMediumRadius()),
-                         omReal64(ellipsoid.getMinorRadius()));
+  return ellipsoid.volume();
 }
 
 template <class T>
@@ -67,7 +58,7 @@ omReal64 volumeOf(const Triangle3d<T>&) {
 
 template <class T>
 omReal64 volumeOf(const Mesh3d<T>& mesh) {
-  return std::abs(meshSignedVolume(triangleView(mesh)));
+  return std::abs(meshSignedVolume(detail::triangleView(mesh)));
 }
 
 }  // namespace
@@ -77,12 +68,15 @@ omReal64 VolumeMsr3d::measure(const BaseGeometryEntity3d& entity) {
                                      __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-template <class Measured, std::enable_if_t<isMeasured<Measured>, int>>
+template <class Measured,
+          std::enable_if_t<std::conjunction_v<std::is_class<Measured>, VolumeMsr3d::Supports<Measured>>, int>>
 bool VolumeMsr3d::process(const Measured& entity, omReal64& value) const {
   const auto simple = [](const auto& part) { return volumeOf(part); };
-  return measureParts(entity, getHoleMsrPolicy(), value, simple, std::minus<>());
+  return detail::measureParts(entity, getHoleMsrPolicy(), value, simple, std::minus<>());
 }
 
-ORMIX_GEOMETRY_INSTANTIATE_MEASURE3D(VolumeMsr3d)
+namespace {
+[[gnu::used]] constexpr auto s_instances = detail::processOfAll<VolumeMsr3d>(SpatialEntityList());
+}  // namespace
 
 }  // namespace ormix::geom

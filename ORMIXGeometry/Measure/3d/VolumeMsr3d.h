@@ -1,19 +1,14 @@
 #pragma once
 
 #include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>
+#include <ORMIXGeometry/Measure/3d/SpatialMeasureTable.h>
 #include <ORMIXGeometry/Measure/GeometryMeasure.h>
-#include <ORMIXGeometry/Measure/MeasuredEntities.h>
 
 #include <type_traits>
 
-namespace ormix {
-extern template class RegisteredObject<geom::VolumeMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-extern template class VersionedLevel<geom::VolumeMsr3d, geom::BaseTypedGeometryMeasure3d<omReal64>>;
-}  // namespace ormix
+ORMIX_GEOMETRY_MEASURE_LEVELS(extern, VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>)
 
 namespace ormix::geom {
-
-extern template class GeometryMeasure<VolumeMsr3d, BaseTypedGeometryMeasure3d<omReal64>>;
 
 /// Volume of a spatial entity, in cubed units of its coordinates. Points, vectors and triangles measure 0. The volume
 /// of a mesh is the absolute value of the sum, in face order, of the signed tetrahedra between its triangles and the
@@ -33,8 +28,12 @@ class ORMIX_GEOMETRY_API VolumeMsr3d : public GeometryMeasure<VolumeMsr3d, BaseT
 
   eMeasure3dType getMeasure3dType() const final { return eM3DT_Volume; }
 
-  /// The value of any entity that is measured; false when a hole is null.
-  template <class Measured, std::enable_if_t<isMeasured<Measured>, int> = 0>
+  template <class Entity>
+  struct Supports : std::bool_constant<s_spatialMeasuresOf<Entity>.volume> {};
+
+  using GeometryMeasure::process;
+  /// The value of an entity of a known class that has one; false when a hole is null, the value then unspecified.
+  template <class Measured, std::enable_if_t<std::conjunction_v<std::is_class<Measured>, Supports<Measured>>, int> = 0>
   bool process(const Measured& entity, omReal64& value) const;
 };
 

@@ -1,16 +1,4 @@
-#include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
-#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
-#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
-#include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
-#include <ORMIXGeometry/Entity/2d/Parabola/Parabola2d.h>
-#include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
-#include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
-#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
-#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
-#include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
-#include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
-#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
-#include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
+#include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Tools/Svg/SvgShape.h>
 
 #include <algorithm>
@@ -38,7 +26,7 @@ SvgPath corners(const Quadrangle& entity) {
                     entity.bottomLeftCorner());
 }
 
-/// \name The shape of one entity.
+/// \name The shape of one entity, an overload for each of PlanarEntityList.
 /// @{
 template <class T>
 SvgShape shapeOf(const Point2d<T>& point) {
@@ -108,18 +96,6 @@ SvgShape shapeOf(const Parabola2d& parabola) {
 }
 /// @}
 
-template <class Entity>
-bool takeAs(const BaseGeometryEntity2d& entity, std::optional<SvgShape>& shape) {
-  const auto* const typed = dynamic_cast<const Entity*>(&entity);
-  if (typed) shape = shapeOf(*typed);
-  return typed != nullptr;
-}
-template <template <class> class Entity>
-bool takeAsAny(const BaseGeometryEntity2d& entity, std::optional<SvgShape>& shape) {
-  return takeAs<Entity<omReal64>>(entity, shape) || takeAs<Entity<omReal32>>(entity, shape) ||
-         takeAs<Entity<omInt32>>(entity, shape) || takeAs<Entity<omUInt32>>(entity, shape);
-}
-
 /// Adds the points that decide how far a shape reaches; for endless shapes those it counts with.
 struct AddTo {
   SvgExtent& extent;
@@ -154,13 +130,11 @@ struct AddTo {
 
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity) {
   std::optional<SvgShape> shape;
-  static_cast<void>(takeAsAny<Polygon2d>(entity, shape) || takeAsAny<PolygonWithHoles2d>(entity, shape) ||
-                    takeAsAny<Point2d>(entity, shape) || takeAsAny<PointCloud2d>(entity, shape) ||
-                    takeAsAny<BoundingBox2d>(entity, shape) || takeAsAny<Segment2d>(entity, shape) ||
-                    takeAsAny<Circle2d>(entity, shape) || takeAsAny<Ellipse2d>(entity, shape) ||
-                    takeAsAny<Square2d>(entity, shape) || takeAsAny<Rectangle2d>(entity, shape) ||
-                    takeAs<Vector2d>(entity, shape) || takeAs<Line2d>(entity, shape) ||
-                    takeAs<Parabola2d>(entity, shape));
+  forEachClass(PlanarEntityList(), [&](auto tag) {
+    using Entity = typename decltype(tag)::Type;
+    if (shape) return;
+    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) shape = shapeOf(*typed);
+  });
   return shape;
 }
 

@@ -6,10 +6,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<BoundingBox2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 T BoundingBox2d<T>::getArea() const {
   if constexpr (std::is_integral_v<T>) {

@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Circle2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 omReal64 Circle2d<T>::area() const {
   const auto radius = static_cast<omReal64>(_radius);

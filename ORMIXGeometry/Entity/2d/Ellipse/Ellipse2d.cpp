@@ -9,10 +9,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Ellipse2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 Ellipse2d<T>::Ellipse2d(const Point2dData<T>& center, T majorRadius, T minorRadius, omReal64 theta) {
   setCoords(center, majorRadius, minorRadius, theta);

@@ -12,8 +12,6 @@ namespace ormix::geom {
 
 namespace {
 
-const DynamicRegistrator<Line2d> g_classRegistrator;
-
 /// 0 where the value is smaller than what it may be wrong by; both may be infinite.
 omReal64 zeroWithin(omReal64 value, omReal64 uncertainty) { return std::abs(value) < uncertainty ? 0 : value; }
 

@@ -10,8 +10,6 @@ namespace ormix::geom {
 
 namespace {
 
-const DynamicRegistrator<Parabola2d> g_classRegistrator;
-
 /// Arc length from the vertex to slope u = t / 2f, in units of the focal length.
 omReal64 arcLengthOfSlope(omReal64 slope) { return slope * std::hypot(1.0, slope) + std::asinh(slope); }
 

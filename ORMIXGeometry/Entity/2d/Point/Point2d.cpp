@@ -9,8 +9,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Point2d> g_classRegistrator;
-
 template <class Operation, class T>
 void combine(Point2dData<T>& a, const Point2dData<T>& b, Operation operation) {
   a.setCoords(inCoordinateType(operation, a.getX(), b.getX()), inCoordinateType(operation, a.getY(), b.getY()));

@@ -5,10 +5,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<PointCloud2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const PointCloud2d<T>& cloud) {
   return printPoints(stream, cloud.getCollection());

@@ -10,8 +10,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Polygon2d> g_classRegistrator;
-
 /// The snapping of `closePolygon`, for at least three points.
 template <class T>
 void snapSeam(std::vector<Point2dData<T>>& points) {

@@ -7,10 +7,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<PolygonWithHoles2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 PolygonWithHoles2d<T>::PolygonWithHoles2d(const PolygonWithHoles2d& other) = default;
 template <class T>

@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Rectangle2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 T Rectangle2d<T>::getLength() const {
   return fullSize(_halfLength);

@@ -10,8 +10,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Segment2d> g_classRegistrator;
-
 template <class T>
 PlanarPoint planar(const Point2dData<T>& point) {
   return toPlanarPoint(point.getX(), point.getY());

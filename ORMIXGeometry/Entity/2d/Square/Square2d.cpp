@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Square2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 T Square2d<T>::getLength() const {
   return fullSize(_halfLength);

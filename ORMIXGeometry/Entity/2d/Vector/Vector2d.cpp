@@ -8,8 +8,6 @@
 namespace ormix::geom {
 
 namespace {
-const DynamicRegistrator<Vector2d> g_classRegistrator;
-
 /// The angle in (-pi, pi].
 omReal64 normalizedAngle(omReal64 angle) {
   const omReal64 turned = std::remainder(angle, 2 * s_pi);

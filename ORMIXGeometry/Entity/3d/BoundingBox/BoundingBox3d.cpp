@@ -8,8 +8,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<BoundingBox3d> g_classRegistrator;
-
 template <class T>
 Point3dData<T> lower(const Point3dData<T>& a, const Point3dData<T>& b) {
   return {std::min(a.getX(), b.getX()), std::min(a.getY(), b.getY()), std::min(a.getZ(), b.getZ())};

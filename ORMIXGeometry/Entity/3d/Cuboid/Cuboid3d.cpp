@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Cuboid3d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 T Cuboid3d<T>::getLength() const {
   return fullSize(_halfLength);

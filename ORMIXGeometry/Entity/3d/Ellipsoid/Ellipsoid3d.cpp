@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Ellipsoid3d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 void Ellipsoid3d<T>::setCoords(const Point3dData<T>& center, T majorRadius, T mediumRadius, T minorRadius,
                                omReal64 alpha, omReal64 beta, omReal64 chi) {

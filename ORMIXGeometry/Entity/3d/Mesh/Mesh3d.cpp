@@ -12,8 +12,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Mesh3d> g_classRegistrator;
-
 void requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
   if (vertexIdx < nbVertices) return;
   logAndThrow(invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);

@@ -7,10 +7,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<MeshWithHoles3d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 MeshWithHoles3d<T>::MeshWithHoles3d(const MeshWithHoles3d& other) = default;
 template <class T>

@@ -11,8 +11,6 @@ namespace ormix::geom {
 
 namespace {
 
-const DynamicRegistrator<Plan3d> g_classRegistrator;
-
 omReal64 dot(const Point3dData<omReal64>& a, const Point3dData<omReal64>& b) {
   return a.getX() * b.getX() + a.getY() * b.getY() + a.getZ() * b.getZ();
 }

@@ -3,10 +3,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const ScalarRegistrators<Point3d> g_classRegistrator;
-}  // namespace
-
 }  // namespace ormix::geom
 
 ORMIX_GEOMETRY_ENTITY3D_TEMPLATE_LEVELS(, Point3d)

@@ -9,8 +9,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Segment3d> g_classRegistrator;
-
 template <class T>
 SpatialPoint spatial(const Point3dData<T>& point) {
   return toSpatialPoint(point.getX(), point.getY(), point.getZ());

@@ -11,8 +11,6 @@ namespace ormix::geom {
 
 namespace {
 
-const DynamicRegistrator<Shape3d> g_classRegistrator;
-
 using Node = MeshWithHoles3d<omReal32>;
 
 std::size_t sumOverMeshes(const Shape3d& shape, std::size_t (Node::*count)() const) {

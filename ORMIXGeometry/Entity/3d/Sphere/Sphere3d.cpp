@@ -1,17 +1,12 @@
 #include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
 #include <ORMIXMath/Scalar/Compare.h>
 #include <ORMIXMath/Scalar/Constants.h>
-#include <ORMIXMath/Shape/Ellipsoid.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
 #include <cmath>
 #include <ostream>
 
 namespace ormix::geom {
-
-namespace {
-const ScalarRegistrators<Sphere3d> g_classRegistrator;
-}  // namespace
 
 template <class T>
 omReal64 Sphere3d<T>::area() const {
@@ -22,7 +17,7 @@ omReal64 Sphere3d<T>::area() const {
 template <class T>
 omReal64 Sphere3d<T>::volume() const {
   const auto radius = static_cast<omReal64>(_radius);
-  return ellipsoidVolume(radius, radius, radius);
+  return s_pi * radius * radius * radius * 4 / 3;
 }
 
 template <class T>

@@ -8,8 +8,6 @@ namespace ormix::geom {
 
 namespace {
 
-const ScalarRegistrators<Triangle3d> g_classRegistrator;
-
 template <class T>
 Point3dData<omReal64> normalOf(const Triangle3d<T>& triangle) {
   const auto pt0 = cast<omReal64>(triangle.getPoint0());

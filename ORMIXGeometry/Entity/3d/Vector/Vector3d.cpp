@@ -8,10 +8,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const DynamicRegistrator<Vector3d> g_classRegistrator;
-}  // namespace
-
 void Vector3d::setCoords(omReal64 rho, omReal64 theta, omReal64 phi) {
   omReal64 folded = detail::positiveAngle(theta);
   omReal64 turned = detail::positiveAngle(phi);

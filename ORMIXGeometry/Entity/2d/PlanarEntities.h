@@ -1,0 +1,18 @@
+#pragma once
+
+/// \file
+/// Every entity of the plane, complete; the list is in PlanarClasses.h.
+
+#include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
+#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
+#include <ORMIXGeometry/Entity/2d/Parabola/Parabola2d.h>
+#include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
+#include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
+#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
+#include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
+#include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
+#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
+#include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/2d/PlanarClasses.h>
+#include <ORMIXGeometry/Entity/MissingRow.h>
+
+namespace ormix::geom {
+
+/// Which measures a planar entity has.
+struct PlanarMeasures {
+  bool area;
+  bool perimeter;
+};
+
+/// The table of the planar measures, a row for each entity of the plane. Entities without an area and a perimeter are
+/// refused by the measures.
+template <class Entity>
+inline constexpr PlanarMeasures s_planarMeasuresOf = detail::missingRow<Entity, PlanarMeasures>();
+// clang-format off
+//                                                                                    area   perimeter
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Point2d<T>>            {true,  true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Vector2d>              {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<BoundingBox2d<T>>      {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Segment2d<T>>          {false, false};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Line2d>                {false, false};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Circle2d<T>>           {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Ellipse2d<T>>          {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Square2d<T>>           {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Rectangle2d<T>>        {true,  true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Parabola2d>            {false, false};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<T>>          {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false};
+// clang-format on
+
+}  // namespace ormix::geom
