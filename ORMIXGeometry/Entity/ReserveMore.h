@@ -10,8 +10,8 @@ namespace ormix::geom {
 /// Makes room for some more elements, so that appending them cannot fail; grows by doubling.
 template <class V>
 void reserveMore(std::vector<V>& values, std::size_t nbMore) {
-  const std::size_t nbWanted = values.size() + nbMore;
-  if (nbWanted > values.capacity()) values.reserve(std::max(nbWanted, 2 * values.capacity()));
+  const std::size_t nbNeeded = values.size() + nbMore;
+  if (nbNeeded > values.capacity()) values.reserve(std::max(nbNeeded, 2 * values.capacity()));
 }
 
 }  // namespace ormix::geom

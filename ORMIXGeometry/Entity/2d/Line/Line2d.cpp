@@ -13,7 +13,7 @@ namespace ormix::geom {
 namespace {
 
 /// 0 where the value is smaller than what it may be wrong by; both may be infinite.
-omReal64 zeroWithin(omReal64 value, omReal64 uncertainty) { return std::abs(value) < uncertainty ? 0 : value; }
+omReal64 zeroBelowError(omReal64 value, omReal64 errorBound) { return std::abs(value) < errorBound ? 0 : value; }
 
 /// Exponent of the power of two above all magnitudes of the coordinates.
 int commonExponent(const Point2dData<omReal64>& a, const Point2dData<omReal64>& b) {
@@ -72,8 +72,8 @@ void Line2d::setThrough(const Point2dData<omReal64>& point, const Vector2d& dire
   const omReal64 errorX = NumericLimits<omReal64>::s_eps * point.getX();
   const omReal64 errorY = NumericLimits<omReal64>::s_eps * point.getY();
   const omReal64 angleError = (errorX * cosine + errorY * sine) * direction.getTheta();
-  const omReal64 uncertainty = std::abs(errorX * sine) + std::abs(errorY * cosine) + std::abs(angleError);
-  setCoords(zeroWithin(rho, uncertainty), direction.getTheta() - s_pi / 2);
+  const omReal64 errorBound = std::abs(errorX * sine) + std::abs(errorY * cosine) + std::abs(angleError);
+  setCoords(zeroBelowError(rho, errorBound), direction.getTheta() - s_pi / 2);
 }
 
 Point2dData<omReal64> Line2d::getNearestPointFromOrigin() const { return {_rho * _cosTheta, _rho * _sinTheta}; }
@@ -99,8 +99,8 @@ void Line2d::translate(omReal64 x, omReal64 y) {
   const omReal64 alongX = x * _cosTheta;
   const omReal64 alongY = y * _sinTheta;
   const omReal64 eps = NumericLimits<omReal64>::s_eps;
-  const omReal64 uncertainty = eps * std::abs(_rho) + eps * std::abs(alongX) + eps * std::abs(alongY);
-  setCoords(zeroWithin(_rho + (alongX + alongY), uncertainty), _theta);
+  const omReal64 errorBound = eps * std::abs(_rho) + eps * std::abs(alongX) + eps * std::abs(alongY);
+  setCoords(zeroBelowError(_rho + (alongX + alongY), errorBound), _theta);
 }
 
 BoolResult Line2d::read(BaseIArchive& archive) {

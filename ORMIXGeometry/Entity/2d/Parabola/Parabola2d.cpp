@@ -42,18 +42,22 @@ omReal64 Parabola2d::getFocalLength() const { return std::abs(_directrix.signedD
 
 bool Parabola2d::isDegenerated() const { return getFocalLength() == 0; }
 
-bool Parabola2d::isInside(const Point2dData<omReal64>& point) const { return depth(point) >= -roundingOf(point); }
+bool Parabola2d::isInside(const Point2dData<omReal64>& point) const {
+  return distanceDifference(point) >= -differenceErrorBound(point);
+}
 
-bool Parabola2d::isStrictlyInside(const Point2dData<omReal64>& point) const { return depth(point) > roundingOf(point); }
+bool Parabola2d::isStrictlyInside(const Point2dData<omReal64>& point) const {
+  return distanceDifference(point) > differenceErrorBound(point);
+}
 
-omReal64 Parabola2d::depth(const Point2dData<omReal64>& point) const {
+omReal64 Parabola2d::distanceDifference(const Point2dData<omReal64>& point) const {
   // By way of the focus, so that the point's height over the directrix is consistent with that of the focus.
   const omReal64 overFocus = (point.getX() - _focus.getX()) * _directrix.getCosTheta() +
                              (point.getY() - _focus.getY()) * _directrix.getSinTheta();
   return std::abs(overFocus + _directrix.signedDistance(_focus)) - distance(point, _focus);
 }
 
-omReal64 Parabola2d::roundingOf(const Point2dData<omReal64>& point) const {
+omReal64 Parabola2d::differenceErrorBound(const Point2dData<omReal64>& point) const {
   // Each coordinate enters four roundings at most, one of them that of the directrix's cosine or sine.
   constexpr omReal64 s_nbRoundings = 4;
   return s_nbRoundings * NumericLimits<omReal64>::s_eps *

@@ -86,9 +86,9 @@ class ORMIX_GEOMETRY_API Parabola2d : public Entity2d<Parabola2d, BaseGeometryEn
   }
 
   /// By how much the point is farther from the directrix than from the focus: positive inside.
-  omReal64 depth(const Point2dData<omReal64>& point) const;
-  /// What rounding may add to or take from the depth.
-  omReal64 roundingOf(const Point2dData<omReal64>& point) const;
+  omReal64 distanceDifference(const Point2dData<omReal64>& point) const;
+  /// What rounding may add to or take from that difference.
+  omReal64 differenceErrorBound(const Point2dData<omReal64>& point) const;
 
   Point2dData<omReal64> _focus;
   Line2d _directrix;

@@ -12,12 +12,12 @@ namespace {
 
 /// The snapping of `closePolygon`, for at least three points.
 template <class T>
-void snapSeam(std::vector<Point2dData<T>>& points) {
-  const T seamX = points.front().getX();
-  if (points.back().getX() != seamX) return;
+void mergeEndsOfEqualX(std::vector<Point2dData<T>>& points) {
+  const T endX = points.front().getX();
+  if (points.back().getX() != endX) return;
   // Only x decides, and the two ends are treated differently: both intended.
-  if (points[points.size() - 2].getX() == seamX) points.back() = points.front();
-  if (points[1].getX() == seamX) points.front() = points.back();
+  if (points[points.size() - 2].getX() == endX) points.back() = points.front();
+  if (points[1].getX() == endX) points.front() = points.back();
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ template <class T>
 void closePolygon(Polygon2d<T>& polygon) {
   auto& points = polygon.getPointColl();
   if (points.empty()) return;
-  if (points.size() >= 3) snapSeam(points);
+  if (points.size() >= 3) mergeEndsOfEqualX(points);
   if (points.size() == 1 || points.back() != points.front()) points.push_back(points.front());
 }
 

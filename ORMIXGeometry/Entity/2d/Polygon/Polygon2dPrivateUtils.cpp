@@ -73,7 +73,7 @@ std::enable_if_t<std::is_floating_point_v<T>, bool> readUnusualNumber(std::strin
 }
 
 template <class T>
-bool isOrdinary(T value) {
+bool isFinite(T value) {
   if constexpr (std::is_floating_point_v<T>)
     return std::isfinite(value);
   else
@@ -114,7 +114,7 @@ class RingReader {
     T value{};
     // Where this succeeds it means the same as Boost's reader: both round to the nearest value.
     const auto [stop, error] = std::from_chars(_it, _end, value);
-    if (error == std::errc() && (stop == _end || isSeparator(*stop)) && isOrdinary(value)) {
+    if (error == std::errc() && (stop == _end || isSeparator(*stop)) && isFinite(value)) {
       _it = stop;
     } else {
       const std::string_view word = wordAt(_it, _end);

@@ -46,8 +46,8 @@ RowIntersections::Row RowIntersections::getRow(omUInt64 row) const {
   if (row < _startRow || row - _startRow >= getNbRows())
     logAndThrow(formatMessage<eEntityMessage>(eEntityMessage::eEM_InvalidRowIndex, row, _startRow, getEndRow()),
                 __PRETTY_FUNCTION__, __FILE__, __LINE__);
-  const auto place = static_cast<std::size_t>(row - _startRow);
-  return {_runColl.data() + runBegin(place), _runColl.data() + _runEndColl[place]};
+  const auto rowIndex = static_cast<std::size_t>(row - _startRow);
+  return {_runColl.data() + runBegin(rowIndex), _runColl.data() + _runEndColl[rowIndex]};
 }
 
 BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) {
@@ -66,14 +66,14 @@ BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) 
     position = static_cast<std::size_t>(next - _runColl.data());
   }
   reserveMore(_runColl, 1);
-  const std::size_t place = takePlace(row);
+  const std::size_t rowIndex = ensureRow(row);
   _runColl.insert(_runColl.begin() + static_cast<std::ptrdiff_t>(position), run);
-  for (std::size_t later = place; later < getNbRows(); ++later) ++_runEndColl[later];
+  for (std::size_t later = rowIndex; later < getNbRows(); ++later) ++_runEndColl[later];
   return {};
 }
 
-/// The place of a row, which is made with all in between where it is not there.
-std::size_t RowIntersections::takePlace(omUInt64 row) {
+/// The index of a row, which is made with all in between where it is not there.
+std::size_t RowIntersections::ensureRow(omUInt64 row) {
   if (getNbRows() == 0) {
     _runEndColl.push_back(0);
     _startRow = row;

@@ -99,9 +99,9 @@ class ORMIX_GEOMETRY_API RowIntersections {
   friend bool operator!=(const RowIntersections& a, const RowIntersections& b) { return !(a == b); }
 
  private:
-  /// Where the runs of the row with this place begin.
-  std::size_t runBegin(std::size_t place) const { return place == 0 ? 0 : _runEndColl[place - 1]; }
-  std::size_t takePlace(omUInt64 row);
+  /// Where the runs of the row with this index begin.
+  std::size_t runBegin(std::size_t rowIndex) const { return rowIndex == 0 ? 0 : _runEndColl[rowIndex - 1]; }
+  std::size_t ensureRow(omUInt64 row);
 
   omUInt64 _startRow = 0;
   std::vector<std::size_t> _runEndColl;  // for each row where its runs end in _runColl

@@ -10,8 +10,8 @@ namespace ormix::geom {
 namespace {
 /// The angle in (-pi, pi].
 omReal64 normalizedAngle(omReal64 angle) {
-  const omReal64 turned = std::remainder(angle, 2 * s_pi);
-  return turned <= -s_pi ? s_pi : turned;
+  const omReal64 reduced = std::remainder(angle, 2 * s_pi);
+  return reduced <= -s_pi ? s_pi : reduced;
 }
 }  // namespace
 
@@ -43,7 +43,7 @@ void Vector2d::setCartesian(omReal64 x, omReal64 y) {
   setCoords(std::hypot(x, y), std::atan2(y + 0.0, x + 0.0));
 }
 
-void Vector2d::setLength(omReal64 rho) {
+void Vector2d::setNormalized(omReal64 rho) {
   if (rho < 0)
     setCoords(-rho, normalizedAngle(_theta + s_pi));
   else
@@ -61,12 +61,12 @@ Vector2d& Vector2d::operator-=(const Vector2d& other) {
 }
 
 Vector2d& Vector2d::operator*=(omReal64 scalar) {
-  setLength(_rho * scalar);
+  setNormalized(_rho * scalar);
   return *this;
 }
 
 Vector2d& Vector2d::operator/=(omReal64 scalar) {
-  setLength(_rho / scalar);
+  setNormalized(_rho / scalar);
   return *this;
 }
 

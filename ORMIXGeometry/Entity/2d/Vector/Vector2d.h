@@ -67,7 +67,7 @@ class ORMIX_GEOMETRY_API Vector2d : public Entity2d<Vector2d, BaseGeometryEntity
     return item("_rho", self._rho) && item("_theta", self._theta);
   }
   void setCartesian(omReal64 x, omReal64 y);
-  void setLength(omReal64 rho);
+  void setNormalized(omReal64 rho);
 
   omReal64 _rho = 0;
   omReal64 _theta = 0;
