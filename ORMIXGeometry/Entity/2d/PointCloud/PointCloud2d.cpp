@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
-#include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/PointCollection.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 

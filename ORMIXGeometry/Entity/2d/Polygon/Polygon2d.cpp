@@ -1,6 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
-#include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/PointCollection.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/2d/Entity2d.ipp>
 

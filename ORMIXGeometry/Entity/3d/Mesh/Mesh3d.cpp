@@ -1,6 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
-#include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/PointCollection.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>

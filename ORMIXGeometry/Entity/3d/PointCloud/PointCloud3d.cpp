@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
-#include <ORMIXGeometry/Entity/PointRun.h>
+#include <ORMIXGeometry/Entity/PointCollection.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
