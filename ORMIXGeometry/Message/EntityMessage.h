@@ -7,35 +7,38 @@
 
 namespace ormix::geom {
 
-/// Texts about entities.
+/// Message domain of entities: ids and texts. docs/messages.md says when each message occurs and what to do.
 struct ORMIX_GEOMETRY_API eEntityMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
+  /// Ids of the messages, in the order of `texts`.
   enum eId {
-    eEM_RowRangesIntersect,
-    eEM_ExteriorMeshNotInitialized,
-    eEM_HalfEdgeCannotTakeTriangle,
-    eEM_InvalidHalfEdgeIndex,
-    eEM_HalfEdgeStartsNotLinked,
-    eEM_InvalidPointIndex,
-    eEM_InvalidRowIndex,
-    eEM_InvalidYIndex,
-    eEM_InvalidZIndex,
-    eEM_InvalidTriangleIndex,
-    eEM_InvalidVertexIndex,
-    eEM_MeshFileNotWritten,
-    eEM_MethodNotImplemented,
-    eEM_NullPointer,
-    eEM_ParabolaSegmentNotFound,
-    eEM_PolygonMismatch,
-    eEM_SimplificationFailed,
-    eEM_ShapeInternalError,
-    eEM_Shape2dNotInitialized,
-    eEM_Shape3dNotInitialized,
-    eEM_RowIndexMismatch,
-    eEM_HalfEdgesNotLinked
+    eEM_RowRangesIntersect,          ///< runs of one row share pixels or do not ascend
+    eEM_ExteriorMeshNotInitialized,  ///< not used yet
+    eEM_HalfEdgeCannotTakeTriangle,  ///< a half-edge of the new triangle has a triangle already
+    eEM_InvalidHalfEdgeIndex,        ///< half-edge index out of range
+    eEM_HalfEdgeStartsNotLinked,     ///< no half-edge joins the two vertices
+    eEM_InvalidPointIndex,           ///< not used yet
+    eEM_InvalidRowIndex,             ///< row outside a set of pixels
+    eEM_InvalidYIndex,               ///< row outside a slice of a set of voxels
+    eEM_InvalidZIndex,               ///< slice outside a set of voxels
+    eEM_InvalidTriangleIndex,        ///< triangle index out of range
+    eEM_InvalidVertexIndex,          ///< vertex index out of range
+    eEM_MeshFileNotWritten,          ///< the file of a mesh could not be opened or written
+    eEM_MethodNotImplemented,        ///< not used yet
+    eEM_NullPointer,                 ///< a null pointer instead of an entity
+    eEM_ParabolaSegmentNotFound,     ///< not used yet
+    eEM_PolygonMismatch,             ///< not used yet
+    eEM_SimplificationFailed,        ///< not used yet
+    eEM_ShapeInternalError,          ///< not used yet
+    eEM_Shape2dNotInitialized,       ///< not used yet
+    eEM_Shape3dNotInitialized,       ///< not used yet
+    eEM_RowIndexMismatch,            ///< not used yet
+    eEM_HalfEdgesNotLinked           ///< two half-edges of one edge are not linked as opposite
   };
 
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
   static constexpr std::array<MessageText, 22> texts{{
       {eEM_RowRangesIntersect,
        "Can't add row intersection with row range [%d, %d[ to existing row range [%d, %d[, ranges should not "
@@ -68,7 +71,7 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
       {eEM_HalfEdgesNotLinked, "Half edges with indexes %d and %d should be linked"},
   }};
 
-  /// The library's catalogue.
+  /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
 };
 

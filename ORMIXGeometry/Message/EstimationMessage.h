@@ -7,35 +7,38 @@
 
 namespace ormix::geom {
 
-/// Texts about estimations.
+/// Message domain of estimators: ids and texts. docs/messages.md says when each message occurs and what to do.
 struct ORMIX_GEOMETRY_API eEstimationMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
+  /// Ids of the messages, in the order of `texts`.
   enum eId {
-    eEsM_CircleRank,
-    eEsM_CircleCostFunction,
-    eEsM_EllipseRank,
-    eEsM_EllipseNotAnEllipse,
-    eEsM_EllipseNullRadius,
-    eEsM_EllipsoidRank,
-    eEsM_EllipsoidNotAnEllipsoid,
-    eEsM_EllipsoidNullRadius,
-    eEsM_Homography2dRank,
-    eEsM_Homography3dRank,
-    eEsM_IntersectionUndefined,
-    eEsM_LineNoDirection,
-    eEsM_PlanNoDirection,
-    eEsM_CollectionSizeMismatch,
-    eEsM_Rigid2dRank,
-    eEsM_Rigid3dRank,
-    eEsM_Translation2dRank,
-    eEsM_Translation3dRank,
-    eEsM_Similarity2dRank,
-    eEsM_Similarity3dRank,
-    eEsM_SphereRank,
-    eEsM_SphereCostFunction
+    eEsM_CircleRank,               ///< the points coincide or are collinear
+    eEsM_CircleCostFunction,       ///< no points, or a point without two finite coordinates
+    eEsM_EllipseRank,              ///< the points coincide, or nearly
+    eEsM_EllipseNotAnEllipse,      ///< the best conic is not an ellipse, or not unique
+    eEsM_EllipseNullRadius,        ///< the minor radius is 0
+    eEsM_EllipsoidRank,            ///< the points coincide or are collinear
+    eEsM_EllipsoidNotAnEllipsoid,  ///< the best quadric is not an ellipsoid, or not unique
+    eEsM_EllipsoidNullRadius,      ///< the minor radius is 0
+    eEsM_Homography2dRank,         ///< sources or targets coincide or are collinear
+    eEsM_Homography3dRank,         ///< sources or targets coincide or are coplanar
+    eEsM_IntersectionUndefined,    ///< parallel lines, or fewer than two
+    eEsM_LineNoDirection,          ///< the points have no unique main direction
+    eEsM_PlanNoDirection,          ///< the points have no unique normal direction
+    eEsM_CollectionSizeMismatch,   ///< as many sources as targets are required
+    eEsM_Rigid2dRank,              ///< sources or targets coincide, or nearly
+    eEsM_Rigid3dRank,              ///< the pairs do not determine a rotation
+    eEsM_Translation2dRank,        ///< sources or targets coincide, or nearly
+    eEsM_Translation3dRank,        ///< sources or targets coincide, or nearly
+    eEsM_Similarity2dRank,         ///< sources or targets coincide, or nearly
+    eEsM_Similarity3dRank,         ///< the pairs do not determine a rotation
+    eEsM_SphereRank,               ///< the points coincide, are collinear or coplanar
+    eEsM_SphereCostFunction        ///< no points, or a point without three finite coordinates
   };
 
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
   static constexpr std::array<MessageText, 22> texts{{
       {eEsM_CircleRank, "Can't estimate circle 2d from cloud of points, insufficient matrix rank for estimation"},
       {eEsM_CircleCostFunction, "Can't initialize circle 2d cost function\n%s"},
@@ -66,7 +69,7 @@ struct ORMIX_GEOMETRY_API eEstimationMessage {
       {eEsM_SphereCostFunction, "Can't initialize sphere 3d cost function\n%s"},
   }};
 
-  /// The library's catalogue.
+  /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
 };
 

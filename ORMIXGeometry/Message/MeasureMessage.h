@@ -7,17 +7,22 @@
 
 namespace ormix::geom {
 
-/// Texts about measures.
+/// Message domain of measures: ids and texts.
 struct ORMIX_GEOMETRY_API eMeasureMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
-  enum eId { eMM_MeasureFailed };
+  /// Ids of the messages, in the order of `texts`.
+  enum eId {
+    eMM_MeasureFailed  ///< the measure does not support the entity, or a hole or mesh of it is null
+  };
 
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
   static constexpr std::array<MessageText, 1> texts{{
       {eMM_MeasureFailed, "Measure %s failed for geometry entity %s"},
   }};
 
-  /// The library's catalogue.
+  /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
 };
 

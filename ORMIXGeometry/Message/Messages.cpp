@@ -16,7 +16,7 @@ LogMessageManager& eToolsMessage::manager() { return getORMIXGeometryLogMessageM
 LogMessageManager& eORMIXGeometryMessage::manager() { return getORMIXGeometryLogMessageManager(); }
 
 namespace {
-// The catalogues are complete as soon as the library is loaded.
+// Add the texts of all domains to the catalogue when the library is loaded.
 const MessageMapRegistrator<eEntityMessage> g_entityRegistrator;
 const MessageMapRegistrator<eTransformMessage> g_transformRegistrator;
 const MessageMapRegistrator<eMeasureMessage> g_measureRegistrator;

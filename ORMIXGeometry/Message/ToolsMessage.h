@@ -7,13 +7,14 @@
 
 namespace ormix::geom {
 
-/// Texts of the tools; none so far.
+/// Message domain of the tools; it has no messages yet.
 struct ORMIX_GEOMETRY_API eToolsMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
-  static constexpr std::array<MessageText, 0> texts{};
+  static constexpr std::array<MessageText, 0> texts{};  ///< the texts by id
 
-  /// The library's catalogue.
+  /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
 };
 

@@ -7,19 +7,22 @@
 
 namespace ormix::geom {
 
-/// Texts about transforms.
+/// Message domain of transforms: ids and texts. docs/messages.md says when each message occurs and what to do.
 struct ORMIX_GEOMETRY_API eTransformMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
+  /// Ids of the messages, in the order of `texts`.
   enum eId {
-    eTM_Point2dFailed,
-    eTM_Point3dFailed,
-    eTM_SelfIntersectionTable,
-    eTM_SelfIntersectionRefinement,
-    eTM_TransformFailed,
-    eTM_TransformNotSupported
+    eTM_Point2dFailed,               ///< a planar point has no finite image
+    eTM_Point3dFailed,               ///< a point of space has no finite image
+    eTM_SelfIntersectionTable,       ///< not used yet
+    eTM_SelfIntersectionRefinement,  ///< not used yet
+    eTM_TransformFailed,             ///< the entity is not supported, or has no image
+    eTM_TransformNotSupported        ///< a transform of ORMIXMath without a counterpart for entities
   };
 
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
   static constexpr std::array<MessageText, 6> texts{{
       {eTM_Point2dFailed, "Failed to apply %s transformation on point 2d with coordinates {%f, %f}"},
       {eTM_Point3dFailed, "Failed to apply %s transformation on point 3d with coordinates {%f, %f, %f}"},
@@ -34,7 +37,7 @@ struct ORMIX_GEOMETRY_API eTransformMessage {
        "Input geometric transformation %s is not yet supported for geometric entities transformation"},
   }};
 
-  /// The library's catalogue.
+  /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
 };
 
