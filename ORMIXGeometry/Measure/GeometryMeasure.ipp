@@ -20,9 +20,10 @@ bool GeometryMeasure<Self, Base>::measure(const typename Base::Entity& entity, t
   return entity.visit(static_cast<const Self&>(*this), value);
 }
 
-/// Measures with a fresh `Measure`, and so with the default policy.
+/// Measures with a default-constructed `Measure`, whose hole policy is eHMP_ProcessHoles.
 /// \param kind,entityType the names of the measure and of the entity in the message
-/// \throw ORMIXGeometryException, logged first, when the entity is not supported; `function`, `file` and `line` say who
+/// \param function,file,line the place of the caller, for the exception
+/// \throw ORMIXGeometryException, logged first, when the entity is not supported or a part of it is null
 template <class Measure>
 typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, std::string_view kind,
                                        std::string_view entityType, const char* function, const char* file, int line) {
@@ -34,6 +35,7 @@ typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, s
 
 namespace detail {
 
+/// Pointer to `process` for one entity; null where the measure does not support it.
 template <class Measure, class Entity>
 constexpr auto processOf() {
   using Process = bool (Measure::*)(const Entity&, typename Measure::Value&) const;
@@ -43,8 +45,9 @@ constexpr auto processOf() {
     return nullptr;
 }
 
-/// Pointers to `process` of every entity that a measure supports. A constant of this value, marked as used, makes the
-/// compiler emit these functions in the source of the measure, for the visits in the sources of the entities.
+/// Pointers to `process` for every entity that a measure supports. A constant with this value that is marked as used
+/// makes the compiler instantiate these functions in the source of the measure; the visits in the sources of the
+/// entities call them.
 template <class Measure, class... Entity>
 constexpr auto processOfAll(ClassList<Entity...>) {
   return std::make_tuple(processOf<Measure, Entity>()...);

@@ -10,13 +10,14 @@
 #include <vector>
 
 /// \file
-/// How the measure of an entity is put together from those of its parts, once for all measures; not installed. `simple`
-/// answers the measure of an entity that has no parts, `combine` how the result of a hole enters the running result of
-/// what encloses it. The value of a measure is any type with a default value that is the measure of nothing; those of
-/// shapes are summed by `+=`.
+/// The measure of an entity that consists of parts, computed from the measures of the parts; the same for all measures
+/// and not installed. `simple(entity)` returns the measure of an entity without parts; `combine(sum, hole)` returns the
+/// measure of a node so far combined with that of one of its holes. A default-constructed `Value` must be the measure
+/// of the empty set, and `+=` the sum of two values.
 
 namespace ormix::geom::detail {
 
+/// The entity without parts that is the exterior of a node.
 template <class T>
 const Polygon2d<T>& exteriorOf(const PolygonWithHoles2d<T>& node) {
   return node.getExteriorPolygon();
@@ -26,8 +27,9 @@ const Mesh3d<T>& exteriorOf(const MeshWithHoles3d<T>& node) {
   return node.getExteriorMesh();
 }
 
-/// A tree of entities with holes: a node is its exterior combined with each of its holes, in collection order, a hole
-/// being measured the same way. Iterative, so that the depth of a tree is bounded by memory only.
+/// Measures a tree of entities with holes. The measure of a node is that of its exterior, combined with the measure of
+/// each hole in the order of the collection; a hole is measured as a node. Iterative: only memory limits the depth of
+/// the tree.
 /// \return false when a hole is null
 template <class Node, class Value, class Simple, class Combine>
 bool measureTree(const Node& root, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
@@ -57,12 +59,13 @@ bool measureTree(const Node& root, eHoleMsrPolicy policy, Value& value, Simple s
   }
 }
 
-/// An entity without parts.
+/// Measures an entity without parts.
 template <class Entity, class Value, class Simple, class Combine>
 bool measureParts(const Entity& entity, eHoleMsrPolicy, Value& value, Simple simple, Combine) {
   value = simple(entity);
   return true;
 }
+/// Measures a tree, see measureTree().
 template <class T, class Value, class Simple, class Combine>
 bool measureParts(const PolygonWithHoles2d<T>& polygon, eHoleMsrPolicy policy, Value& value, Simple simple,
                   Combine combine) {
@@ -72,7 +75,8 @@ template <class T, class Value, class Simple, class Combine>
 bool measureParts(const MeshWithHoles3d<T>& mesh, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   return measureTree(mesh, policy, value, simple, combine);
 }
-/// The sum over its meshes with holes; false when one is null or cannot be measured.
+/// Sums the measures of the meshes with holes of a shape.
+/// \return false when a mesh or a hole is null
 template <class Value, class Simple, class Combine>
 bool measureParts(const Shape3d& shape, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   value = Value();

@@ -6,15 +6,22 @@
 namespace ormix::geom {
 
 /// Kinds of planar measures.
-enum eMeasure2dType { eM2DT_Perimeter, eM2DT_Area, eM2DT_Moments, eM2DT_HuMoments };
+enum eMeasure2dType {
+  eM2DT_Perimeter,  ///< PerimeterMsr2d
+  eM2DT_Area,       ///< AreaMsr2d
+  eM2DT_Moments,    ///< geometric moments; no class yet
+  eM2DT_HuMoments   ///< Hu's moment invariants; no class yet
+};
 
 class ORMIX_GEOMETRY_API BaseGeometryMeasure2d;
 }  // namespace ormix::geom
 
 namespace ormix {
+/// Texts of eMeasure2dType.
 template <>
 struct EnumerationNames<geom::eMeasure2dType> {
-  static constexpr std::string_view typeName = "eMeasure2dType";
+  static constexpr std::string_view typeName = "eMeasure2dType";  ///< name of the enumeration
+  /// Names of the enumerators, in order of their values.
   static constexpr std::array<std::string_view, 4> names{"eM2DT_Perimeter", "eM2DT_Area", "eM2DT_Moments",
                                                          "eM2DT_HuMoments"};
 };
@@ -24,14 +31,16 @@ extern template class VersionedLevel<geom::BaseGeometryMeasure2d, geom::BaseGeom
 
 namespace ormix::geom {
 
-/// Root of the planar measures.
+/// Base class of the measures of planar entities.
 class ORMIX_GEOMETRY_API BaseGeometryMeasure2d : public VersionedLevel<BaseGeometryMeasure2d, BaseGeometryMeasure> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseGeometryMeasure2d";
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryMeasure2d";  ///< registered name
 
   ~BaseGeometryMeasure2d() override;
 
+  /// eCD_2d
   eCoordinateDimension getCoordinateDimension() const override;
+  /// The kind of the measure.
   virtual eMeasure2dType getMeasure2dType() const = 0;
 
  protected:

@@ -4,19 +4,21 @@
 
 namespace ormix::geom {
 
-/// Root of the planar measures whose result is a `DataType`.
+/// Base class of the measures of planar entities whose value is a `DataType`.
 template <class DataType>
 class ORMIX_GEOMETRY_API BaseTypedGeometryMeasure2d
     : public VersionedLevel<BaseTypedGeometryMeasure2d<DataType>, BaseGeometryMeasure2d> {
  public:
+  /// Registered name, without the template argument.
   static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryMeasure2d";
 
-  using Entity = BaseGeometryEntity2d;
-  using Value = DataType;
+  using Entity = BaseGeometryEntity2d;  ///< what is measured
+  using Value = DataType;               ///< type of the result
 
-  /// Measures the entity. False where the entity is not supported; the value is then unspecified.
+  /// Measures the entity. Returns false, without a log entry, if the entity is not supported or a hole of it is null;
+  /// `value` is then unspecified.
   virtual bool measure(const BaseGeometryEntity2d& entity, DataType& value) const = 0;
-  /// The same for the pointee, which must not be null.
+  /// The same for the entity that the pointer refers to; the pointer must not be null.
   bool measure(const GeometryEntity2dPtr& entity, DataType& value) const { return measure(*entity, value); }
 
  protected:

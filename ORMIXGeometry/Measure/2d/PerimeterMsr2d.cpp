@@ -31,14 +31,15 @@ omReal64 perimeterOf(const Circle2d<T>& circle) {
   return circle.perimeter();
 }
 
-// Ramanujan's second approximation [Ramanujan1914]: exact for a circle, within 4.1e-4 for a flat ellipse.
+// Ramanujan's second approximation [Ramanujan1914]: exact for circles; its relative error grows with the flatness, to
+// at most 4.1e-4.
 template <class T>
 omReal64 perimeterOf(const Ellipse2d<T>& ellipse) {
   const omReal64 a = omReal64(ellipse.getMajorRadius());
   const omReal64 b = omReal64(ellipse.getMinorRadius());
   const omReal64 sum = a + b;
   const omReal64 difference = a - b;
-  // Two radii of 0 would leave h undefined.
+  // h would be 0 / 0 for two radii of 0.
   const omReal64 h = a == 0 && b == 0 ? 0 : (difference * difference) / (sum * sum);
   return s_pi * sum * (1 + 3 * h / (10 + std::sqrt(4 - 3 * h)));
 }

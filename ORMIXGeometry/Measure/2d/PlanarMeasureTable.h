@@ -5,17 +5,18 @@
 
 namespace ormix::geom {
 
-/// Which measures a planar entity has.
+/// Which measures support a planar entity.
 struct PlanarMeasures {
-  bool area;
-  bool perimeter;
+  bool area;       ///< AreaMsr2d
+  bool perimeter;  ///< PerimeterMsr2d
 };
 
-/// The table of the planar measures, a row for each entity of the plane. Entities without an area and a perimeter are
-/// refused by the measures.
+/// Which measures support an entity: a table with a row for each entity of the plane. A missing row does not compile.
 template <class Entity>
 inline constexpr PlanarMeasures s_planarMeasuresOf = detail::missingRow<Entity, PlanarMeasures>();
 // clang-format off
+/// The row of this entity.
+/// @{
 //                                                                                    area   perimeter
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Point2d<T>>            {true,  true};
 template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Vector2d>              {true,  true};
@@ -30,6 +31,7 @@ template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Parabola2d
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<T>>          {true,  true};
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true};
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false};
+/// @}
 // clang-format on
 
 }  // namespace ormix::geom
