@@ -8,15 +8,20 @@
 namespace ormix::geom {
 
 /// Dimension of the space an object lives in.
-enum eCoordinateDimension { eCD_2d, eCD_3d };
+enum eCoordinateDimension {
+  eCD_2d,  ///< the plane
+  eCD_3d   ///< space
+};
 
 class ORMIX_GEOMETRY_API BaseGeometryEntity;
 }  // namespace ormix::geom
 
 namespace ormix {
+/// Texts of eCoordinateDimension.
 template <>
 struct EnumerationNames<geom::eCoordinateDimension> {
-  static constexpr std::string_view typeName = "eCoordinateDimension";
+  static constexpr std::string_view typeName = "eCoordinateDimension";  ///< name of the enumeration
+  /// Names of the enumerators, in order of their values.
   static constexpr std::array<std::string_view, 2> names{"eCD_2d", "eCD_3d"};
 };
 
@@ -25,14 +30,15 @@ extern template class VersionedLevel<geom::BaseGeometryEntity, BaseObjectWithSke
 
 namespace ormix::geom {
 
-/// Root of all geometric entities. Holds no data; entities are not synchronised: one entity must not be used from two
-/// threads while one of them changes it.
+/// Base class of all geometric entities; holds no data. Entities are not synchronised: while one thread changes an
+/// entity, no other thread may use it.
 class ORMIX_GEOMETRY_API BaseGeometryEntity : public VersionedLevel<BaseGeometryEntity, BaseObjectWithSkeleton> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity";
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity";  ///< registered name
 
   ~BaseGeometryEntity() override;
 
+  /// Whether the entity belongs to the plane or to space.
   virtual eCoordinateDimension getCoordinateDimension() const = 0;
 
  protected:

@@ -6,24 +6,24 @@
 
 namespace ormix::geom {
 
-/// A list of classes that the compiler knows. The lists of PlanarClasses.h and SpatialClasses.h say which classes the
-/// library has: registration, the measures, the pictures and the tests are made from them.
+/// A list of classes, used at compile time only. The lists in PlanarClasses.h and SpatialClasses.h name all entities,
+/// transforms and measures of the library; registration, pictures and tests are generated from them.
 template <class... Class>
 struct ClassList {};
 
-/// One class of a list, as the argument of a function object.
+/// An empty value that stands for one class, so that a class can be passed to a function object.
 template <class Class>
 struct ClassTag {
-  using Type = Class;
+  using Type = Class;  ///< the class
 };
 
-/// Calls the function object with the ClassTag of each class, in the order of the list.
+/// Calls `function(ClassTag<Class>())` for each class, in the order of the list.
 template <class Function, class... Class>
 constexpr void forEachClass(ClassList<Class...>, Function&& function) {
   (function(ClassTag<Class>()), ...);
 }
 
-/// Whether a list contains the class.
+/// Whether the list contains `Class`.
 template <class Class, class... Listed>
 constexpr bool isListed(ClassList<Listed...>) {
   return (... || std::is_same_v<Class, Listed>);
@@ -42,11 +42,11 @@ struct JoinedLists<ClassList<A...>, ClassList<B...>, Rest...> : JoinedLists<Clas
 
 }  // namespace detail
 
-/// One list after the other.
+/// The classes of several lists as one list, in the same order.
 template <class... List>
 using JoinedLists = typename detail::JoinedLists<List...>::Type;
 
-/// The classes of class templates for the four coordinate types, template by template.
+/// Each class template with each of the four coordinate types omInt32, omUInt32, omReal32 and omReal64.
 template <template <class> class... Template>
 using ScalarClassList =
     JoinedLists<ClassList<Template<omInt32>, Template<omUInt32>, Template<omReal32>, Template<omReal64>>...>;

@@ -4,16 +4,23 @@
 
 namespace ormix::geom {
 
-/// The visits of the transforms that exist in the plane and in space, answered by asking whether the transform has an
-/// overload for `Self`. `Space` names them: PlanarSpace or SpatialSpace. The bodies are in EntityVisits.ipp, which only
-/// entity sources include.
+/// Implements the visit functions of the entity `Self` for those transforms that exist both in the plane and in space.
+/// A visit calls the overload of the transform's `processInSitu` or `process` for `Self` if there is one.
+///
+/// \tparam Base the class above in the chain, which declares the visits
+/// \tparam Space PlanarSpace or SpatialSpace, which name the transforms
+///
+/// The definitions are in EntityVisits.ipp, which only the sources of entities include.
 template <class Self, class Base, class Space>
 class ORMIX_GEOMETRY_API EntityVisits : public RegisteredObject<Self, Base> {
  public:
-  using EntityPtr = typename Space::EntityPtr;
+  using EntityPtr = typename Space::EntityPtr;  ///< shared pointer to any entity of the plane, or of space
   using Base::visitInSitu;
   using Base::visitNonInSitu;
 
+  /// In situ: transforms this entity; returns false, with the entity unchanged, where the transform does not support
+  /// `Self` or fails. Not in situ: returns a new entity, null in the same cases.
+  /// @{
   bool visitInSitu(const typename Space::AnisotropicScale& transform) final;
   EntityPtr visitNonInSitu(const typename Space::AnisotropicScale& transform) const final;
   bool visitInSitu(const typename Space::Homography& transform) final;
@@ -34,6 +41,7 @@ class ORMIX_GEOMETRY_API EntityVisits : public RegisteredObject<Self, Base> {
   EntityPtr visitNonInSitu(const typename Space::ConvexHull& transform) const final;
   bool visitInSitu(const typename Space::Envelope& transform) final;
   EntityPtr visitNonInSitu(const typename Space::Envelope& transform) const final;
+  /// @}
 
  protected:
   EntityVisits() = default;
@@ -46,8 +54,8 @@ class ORMIX_GEOMETRY_API EntityVisits : public RegisteredObject<Self, Base> {
 
 }  // namespace ormix::geom
 
-// The frame's levels of one class, declared in its header and instantiated in its source (`keyword` is `extern` there,
-// nothing here); `Frame` is Entity2d or Entity3d.
+// The explicit instantiations of all base class templates of one entity. Its header declares them, with `extern` as
+// `keyword`; its source defines them, with an empty `keyword`. `Frame` is Entity2d or Entity3d.
 #define ORMIX_GEOMETRY_ENTITY_LEVELS(keyword, Frame, Space, Class, Base) \
   namespace ormix {                                                      \
   keyword template class VersionedLevel<geom::Class, geom::Base>;        \
@@ -58,7 +66,7 @@ class ORMIX_GEOMETRY_API EntityVisits : public RegisteredObject<Self, Base> {
   keyword template class Frame<Class, Base>;                             \
   }
 
-// The same for a class template and its four scalar types.
+// The same for a class template, for each of the four coordinate types.
 #define ORMIX_GEOMETRY_ENTITY_TEMPLATE_LEVELS(keyword, Frame, Space, Class, Base)    \
   ORMIX_GEOMETRY_ENTITY_TEMPLATE_LEVEL(keyword, Frame, Space, Class, Base, omInt32)  \
   ORMIX_GEOMETRY_ENTITY_TEMPLATE_LEVEL(keyword, Frame, Space, Class, Base, omUInt32) \

@@ -10,9 +10,9 @@ namespace ormix::geom {
 
 namespace detail {
 
-// Whether a transform or a measure has an overload for an entity. Detection is silent: a class that is only declared
-// supports nothing, so those that support something must be complete where this is instantiated (Entity2d.ipp and
-// Entity3d.ipp assert it), and the tests hold the whole matrix of supported pairs.
+// Whether a transform or a measure has an overload for an entity. A class that is declared but not defined has no
+// overloads, and this gives no error; hence transforms and measures must be defined where these templates are
+// instantiated. Entity2d.ipp and Entity3d.ipp assert this, and the tests check every pair of transform and entity.
 template <class Transform, class Entity, class = void>
 struct TransformsInSitu : std::false_type {};
 template <class Transform, class Entity>

@@ -2,7 +2,7 @@
 
 namespace ormix::geom::detail {
 
-/// What a table with a row for each entity answers for a class without a row: an error of the compiler.
+/// Initial value of a table that must have a row for each entity: a class without a row does not compile.
 template <class Entity, class Row>
 constexpr Row missingRow() {
   static_assert(sizeof(Entity*) == 0,

@@ -8,11 +8,11 @@
 #include <vector>
 
 /// \file
-/// What polygons and point clouds of the plane and of space do with their points; not installed.
+/// Printing and casting of contiguous points, for polygons, point clouds and meshes; not installed.
 
 namespace ormix::geom {
 
-/// "[" the points separated by ", " "]"
+/// Prints "[", the points separated by ", ", and "]".
 template <class Point>
 std::ostream& printPoints(std::ostream& stream, const std::vector<Point>& points) {
   stream << '[';
@@ -24,7 +24,7 @@ std::ostream& printPoints(std::ostream& stream, const std::vector<Point>& points
   return stream << ']';
 }
 
-/// The cast of every coordinate of a run of points; `result` may be `points`.
+/// Casts every coordinate of the points, see castScalar(). `result` may be `points`. Linear.
 template <class PointOut, class PointIn>
 void castPoints(const std::vector<PointIn>& points, std::vector<PointOut>& result) {
   if constexpr (std::is_same_v<PointOut, PointIn>) {

@@ -4,10 +4,14 @@
 #include <cstddef>
 #include <vector>
 
-// Not installed.
+/// \file
+/// Amortised growth of vectors; not installed.
+
 namespace ormix::geom {
 
-/// Makes room for some more elements, so that appending them cannot fail; grows by doubling.
+/// Reserves memory for `nbMore` further elements, so that appending these does not allocate. Capacity at least doubles
+/// when it grows, so that repeated calls cost amortised constant time an element.
+/// \throw std::bad_alloc, std::length_error as std::vector::reserve(); `values` is then unchanged
 template <class V>
 void reserveMore(std::vector<V>& values, std::size_t nbMore) {
   const std::size_t nbNeeded = values.size() + nbMore;

@@ -6,17 +6,17 @@
 #include <iosfwd>
 
 /// \file
-/// What most class templates of entities instantiate at the end of their source, for the four scalar types; not
-/// installed.
+/// Macros for explicit instantiations that most class templates of entities need, for the four coordinate types; used
+/// at the end of their sources and not installed.
 
-// How objects are printed.
+// The output operator.
 #define ORMIX_GEOMETRY_INSTANTIATE_PRINT(Class)                                                \
   template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Class<omInt32>&);  \
   template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Class<omUInt32>&); \
   template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Class<omReal32>&); \
   template ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream&, const Class<omReal64>&);
 
-// The casts to a new object and into an existing one.
+// cast() to a new object and into an existing one, between all pairs of coordinate types.
 #define ORMIX_GEOMETRY_INSTANTIATE_CASTS(Class)          \
   ORMIX_GEOMETRY_INSTANTIATE_CASTS_FROM(Class, omInt32)  \
   ORMIX_GEOMETRY_INSTANTIATE_CASTS_FROM(Class, omUInt32) \

@@ -10,8 +10,8 @@
 namespace ormix::geom {
 
 class ORMIX_GEOMETRY_API BaseGeometryEntity2d;
-using GeometryEntity2dPtr = boost::shared_ptr<BaseGeometryEntity2d>;
-using GeometryEntity2dPtrColl = std::vector<GeometryEntity2dPtr>;
+using GeometryEntity2dPtr = boost::shared_ptr<BaseGeometryEntity2d>;  ///< shared pointer to any planar entity
+using GeometryEntity2dPtrColl = std::vector<GeometryEntity2dPtr>;     ///< planar entities of mixed classes
 
 }  // namespace ormix::geom
 
@@ -21,19 +21,21 @@ extern template class VersionedLevel<geom::BaseGeometryEntity2d, geom::BaseGeome
 
 namespace ormix::geom {
 
-/// Root of all planar entities. Transforms and measures reach the concrete entity through the visits: two virtual calls
-/// and no run-time type test. The order of the virtual functions is part of the interface.
+/// Base class of all planar entities. A transform or measure is applied to an entity by double dispatch: its virtual
+/// function calls the virtual `visit...` of the entity, which calls the overload for the concrete class. The order of
+/// the virtual functions is part of the binary interface.
 class ORMIX_GEOMETRY_API BaseGeometryEntity2d : public VersionedLevel<BaseGeometryEntity2d, BaseGeometryEntity> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity2d";
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity2d";  ///< registered name
 
   ~BaseGeometryEntity2d() override;
 
+  /// eCD_2d
   eCoordinateDimension getCoordinateDimension() const override;
 
-  /// \name Transforms.
-  /// In place: false, silently, where the pair is not supported or the transform failed; the entity is then unchanged.
-  /// Not in place: a new entity, null in the same cases.
+  /// Applies a transform; called by the transforms. In situ: transforms this entity; returns false, with the entity
+  /// unchanged, where the transform does not support the entity's class or fails. Not in situ: returns a new entity,
+  /// null in the same cases. A class that is not supported is not logged.
   /// @{
   virtual bool visitInSitu(const AnisotropicScaleTransform2d& transform) = 0;
   virtual GeometryEntity2dPtr visitNonInSitu(const AnisotropicScaleTransform2d& transform) const = 0;
@@ -61,8 +63,8 @@ class ORMIX_GEOMETRY_API BaseGeometryEntity2d : public VersionedLevel<BaseGeomet
   virtual GeometryEntity2dPtr visitNonInSitu(const MinEnclosingCircleTransform2d& transform) const = 0;
   /// @}
 
-  /// \name Measures.
-  /// False, silently, where the measure does not support the entity; the value is then unspecified.
+  /// Computes a measure; called by the measures. Returns false, without a log entry, where the measure does not support
+  /// the entity; `value` is then unspecified.
   /// @{
   virtual bool visit(const PerimeterMsr2d& measure, omReal64& value) const = 0;
   virtual bool visit(const AreaMsr2d& measure, omReal64& value) const = 0;
@@ -70,7 +72,9 @@ class ORMIX_GEOMETRY_API BaseGeometryEntity2d : public VersionedLevel<BaseGeomet
   virtual bool visit(const HuMomentsMsr2d& measure, HuMoments2dO3& value) const = 0;
   /// @}
 
+  /// Whether the entity's numbers are Cartesian coordinates or polar ones.
   virtual eCoordinateSystem2dType getCoordinateSystem2dType() const = 0;
+  /// The family of the entity; those of Ellipse2d and Square2d are not their own, see eEntity2dType.
   virtual eEntity2dType getEntity2dType() const = 0;
 
  protected:

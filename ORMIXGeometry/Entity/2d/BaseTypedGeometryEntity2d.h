@@ -4,14 +4,15 @@
 
 namespace ormix::geom {
 
-/// Root of the planar entities with coordinates of type `T`; holds no data.
+/// Base class of the planar entities with coordinates of type `T`; holds no data.
 template <class T>
 class ORMIX_GEOMETRY_API BaseTypedGeometryEntity2d
     : public VersionedLevel<BaseTypedGeometryEntity2d<T>, BaseGeometryEntity2d> {
  public:
+  /// Registered name, without the template argument.
   static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryEntity2d";
 
-  using CoordinateType = T;
+  using CoordinateType = T;  ///< type of the coordinates
 
  protected:
   BaseTypedGeometryEntity2d() = default;

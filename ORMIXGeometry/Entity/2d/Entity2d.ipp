@@ -16,7 +16,7 @@
 
 namespace ormix::geom {
 
-// Those that support something, complete: see EntityVisits.ipp.
+// Transforms and measures that support an entity must be defined here; EntityVisits.ipp says why.
 static_assert(sizeof(AnisotropicScaleTransform2d) > 0 && sizeof(HomographyTransform2d) > 0 &&
               sizeof(RigidTransform2d) > 0 && sizeof(RotationTransform2d) > 0 && sizeof(ScaleTransform2d) > 0 &&
               sizeof(SimilarityTransform2d) > 0 && sizeof(TranslationTransform2d) > 0);

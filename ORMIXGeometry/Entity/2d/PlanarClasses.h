@@ -3,12 +3,13 @@
 #include <ORMIXGeometry/Entity/ClassList.h>
 #include <ORMIXGeometry/Export.h>
 
-// Every planar class, declared once. The first declaration decides the visibility of what is instantiated for a class
-// before it is defined, so nobody declares one again without including this.
+// Forward declarations of all planar classes. The first declaration of a class decides the symbol visibility of the
+// templates that are instantiated for it before its definition, so include this header instead of declaring a planar
+// class elsewhere.
 
 namespace ormix::geom {
 
-/// \name Entities.
+/// \name Entities
 /// @{
 template <class T>
 class ORMIX_GEOMETRY_API BoundingBox2d;
@@ -35,7 +36,7 @@ class ORMIX_GEOMETRY_API Parabola2d;
 class ORMIX_GEOMETRY_API Vector2d;
 /// @}
 
-/// \name Transforms, in order of their visits.
+/// \name Transforms, in the order of their visit functions
 /// @{
 class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d;
 class ORMIX_GEOMETRY_API HomographyTransform2d;
@@ -51,7 +52,7 @@ class ORMIX_GEOMETRY_API SimplifyTransform2d;
 class ORMIX_GEOMETRY_API MinEnclosingCircleTransform2d;
 /// @}
 
-/// \name Measures, in order of their visits, and the results that are not scalars.
+/// \name Measures, in the order of their visit functions, and their results that are not scalars
 /// @{
 class ORMIX_GEOMETRY_API PerimeterMsr2d;
 class ORMIX_GEOMETRY_API AreaMsr2d;
@@ -61,18 +62,18 @@ class ORMIX_GEOMETRY_API Moments2dO3;
 class ORMIX_GEOMETRY_API HuMoments2dO3;
 /// @}
 
-/// The entities of the plane. A class that is missing here does not compile. What else an entity needs stands in
-/// CONTRIBUTING.md.
+/// All entities of the plane, for every coordinate type; an entity that is not listed does not compile. CONTRIBUTING.md
+/// says what else a new entity needs.
 using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, Ellipse2d, Point2d, PointCloud2d,
                                                      Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
                                      ClassList<Line2d, Parabola2d, Vector2d>>;
 
-/// The transforms of planar entities.
+/// All transforms of planar entities that are defined.
 using PlanarTransformList =
     ClassList<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
               ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
 
-/// The measures of planar entities.
+/// All measures of planar entities that are defined.
 using PlanarMeasureList = ClassList<PerimeterMsr2d, AreaMsr2d>;
 
 }  // namespace ormix::geom

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Every entity of the plane, complete; the list is in PlanarClasses.h.
+/// Includes the definitions of all planar entities; PlanarClasses.h has their list.
 
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>

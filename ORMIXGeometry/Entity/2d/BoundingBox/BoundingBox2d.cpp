@@ -32,7 +32,7 @@ template <class T>
 void intersection(const BoundingBox2d<T>& a, const BoundingBox2d<T>& b, BoundingBox2d<T>& result) {
   result.setCoords(std::max(a.getXMin(), b.getXMin()), std::max(a.getYMin(), b.getYMin()),
                    std::min(a.getXMax(), b.getXMax()), std::min(a.getYMax(), b.getYMax()));
-  // Written so that a NaN coordinate keeps the computed box.
+  // These comparisons are false for a NaN coordinate, which leaves the computed box (intended).
   if (result.getXMin() > result.getXMax() || result.getYMin() > result.getYMax()) result.setCoords(0, 0, 0, 0);
 }
 

@@ -5,37 +5,44 @@
 
 namespace ormix::geom {
 
-/// The circle { p : ‖p − center‖ = radius }. Radii are not checked: a negative one is stored and enters the formulas
-/// below with its sign.
+/// The circle { p : ‖p − center‖ = radius }, a single point for radius 0. The radius is not checked: a negative one is
+/// stored and enters the formulas below with its sign.
 template <class T>
 class ORMIX_GEOMETRY_API Circle2d : public Entity2d<Circle2d<T>, BaseTypedGeometryEntity2d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Circle2d";
-  static constexpr eEntity2dType s_entity2dType = eE2DT_Circle;
+  static constexpr const char* s_className = "ormix::geom::Circle2d";  ///< registered name
+  static constexpr eEntity2dType s_entity2dType = eE2DT_Circle;        ///< returned by getEntity2dType()
 
   /// Radius 0 at the origin.
   Circle2d() = default;
+  /// The circle with this centre and radius, both stored unchanged.
   Circle2d(const Point2dData<T>& center, T radius) : _centerPt(center), _radius(radius) {}
 
+  /// Sets the values named; nothing is checked.
+  /// @{
   void setCoords(const Point2dData<T>& center, T radius) {
     _centerPt = center;
     _radius = radius;
   }
   void setCenter(const Point2dData<T>& center) { _centerPt = center; }
   void setRadius(T radius) { _radius = radius; }
+  /// @}
 
+  /// The stored values.
+  /// @{
   const Point2dData<T>& center() const { return _centerPt; }
   T centerX() const { return _centerPt.getX(); }
   T centerY() const { return _centerPt.getY(); }
   T getRadius() const { return _radius; }
+  /// @}
 
-  /// π·r·r in omReal64; no integer wraps.
+  /// π·r·r, computed in omReal64, so that integers do not wrap around.
   omReal64 area() const;
-  /// 2π·r in omReal64.
+  /// 2π·r, computed in omReal64; negative for a negative radius.
   omReal64 perimeter() const;
 
-  /// ‖p − center‖ − radius: negative inside, zero on the circle. The norm is the points' distance(), which wraps around
-  /// for integers (intended).
+  /// ‖p − center‖ − radius: negative inside, zero on the circle. The norm is that of distance() of points, whose
+  /// integer arithmetic wraps around (intended).
   omReal64 signedDistance(const Point2dData<T>& point) const;
   /// Distance from the point to the circle (the curve, not the disk): the absolute value of the signed distance.
   omReal64 distance(const Point2dData<T>& point) const;
@@ -51,7 +58,7 @@ class ORMIX_GEOMETRY_API Circle2d : public Entity2d<Circle2d<T>, BaseTypedGeomet
   T _radius{};
 };
 
-/// "[center=[1, 2], radius=3]"
+/// Prints "[center=[1, 2], radius=3]".
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Circle2d<T>& circle);
 

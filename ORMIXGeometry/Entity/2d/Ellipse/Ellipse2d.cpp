@@ -67,7 +67,7 @@ template <class T>
 omReal64 Ellipse2d<T>::focalLength() const {
   const auto a = static_cast<omReal64>(_majorRadius);
   const auto b = static_cast<omReal64>(_minorRadius);
-  // Radii are brought to at most 1 by a power of two, which rounds nothing.
+  // Scaling the radii to at most 1 by a power of two is exact.
   int exponent = 0;
   std::frexp(std::max(std::abs(a), std::abs(b)), &exponent);
   const omReal64 unitA = std::ldexp(a, -exponent);

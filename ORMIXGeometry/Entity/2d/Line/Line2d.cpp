@@ -12,16 +12,17 @@ namespace ormix::geom {
 
 namespace {
 
-/// 0 where the value is smaller than what it may be wrong by; both may be infinite.
+/// The value, or 0 where its magnitude is below the bound of its rounding error; both may be infinite.
 omReal64 zeroBelowError(omReal64 value, omReal64 errorBound) { return std::abs(value) < errorBound ? 0 : value; }
 
-/// Exponent of the power of two above all magnitudes of the coordinates.
+/// The least exponent of a power of two above the magnitudes of all coordinates.
 int commonExponent(const Point2dData<omReal64>& a, const Point2dData<omReal64>& b) {
   int exponent = 0;
   std::frexp(std::max({std::abs(a.getX()), std::abs(a.getY()), std::abs(b.getX()), std::abs(b.getY())}), &exponent);
   return exponent;
 }
 
+/// The point times 2^exponent.
 PlanarPoint scaled(const Point2dData<omReal64>& point, int exponent) {
   return {std::ldexp(point.getX(), exponent), std::ldexp(point.getY(), exponent)};
 }
@@ -44,12 +45,12 @@ void Line2d::setCoords(omReal64 rho, omReal64 theta) {
     angle = s_pi;
   }
   _rho = std::abs(rho);
-  // Adding 0 turns -0 into 0.
+  // Adding 0 changes -0 to 0.
   setTheta(angle + 0.0);
 }
 
 void Line2d::setThrough(const Point2dData<omReal64>& first, const Point2dData<omReal64>& second) {
-  // At a scale where no product overflows; a power of two rounds nothing.
+  // Scaled so that no product overflows; scaling by a power of two is exact.
   const int exponent = commonExponent(first, second);
   const PlanarPoint a = scaled(first, -exponent);
   const PlanarPoint b = scaled(second, -exponent);
@@ -57,8 +58,8 @@ void Line2d::setThrough(const Point2dData<omReal64>& first, const Point2dData<om
   const omReal64 length = std::hypot(direction.x, direction.y);
   if (length == 0) return setThrough(first, Vector2d());
 
-  // Twice the area of the triangle with the origin, without cancellation. Its sign tells beforehand which of the two
-  // normals points away from the origin, which is more precise than adding pi to an angle afterwards.
+  // Twice the signed area of the triangle of the origin and the points, without cancellation. Its sign selects the
+  // normal that points away from the origin, which is more precise than adding pi to an angle afterwards.
   const omReal64 area = orientationDeterminant({0, 0}, a, b);
   const omReal64 side = area < 0 ? -1 : 1;
   setCoords(std::ldexp(std::abs(area) / length, exponent), std::atan2(-side * direction.x, side * direction.y));
@@ -68,7 +69,7 @@ void Line2d::setThrough(const Point2dData<omReal64>& point, const Vector2d& dire
   const omReal64 cosine = direction.getCosTheta();
   const omReal64 sine = direction.getSinTheta();
   const omReal64 rho = point.getX() * sine - point.getY() * cosine;
-  // What the roundings of the products and of the direction's angle leave open.
+  // Bound of the rounding errors of the two products and of the direction's angle.
   const omReal64 errorX = NumericLimits<omReal64>::s_eps * point.getX();
   const omReal64 errorY = NumericLimits<omReal64>::s_eps * point.getY();
   const omReal64 angleError = (errorX * cosine + errorY * sine) * direction.getTheta();

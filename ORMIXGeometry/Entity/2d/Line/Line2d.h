@@ -10,24 +10,25 @@ ORMIX_GEOMETRY_ENTITY2D_LEVELS(extern, Line2d, BaseGeometryEntity2d)
 
 namespace ormix::geom {
 
-/// The line { (x, y) : x·cos theta + y·sin theta = rho }, theta in radians: theta is the angle of the normal, rho the
-/// position of the line along it.
+/// The line { (x, y) : x·cos theta + y·sin theta = rho }: theta is the angle of the normal in radians, rho the signed
+/// distance of the line from the origin along the normal.
 ///
-/// (rho, theta) and (−rho, theta ± pi) are the same line with opposite normals. The constructor from both and the
-/// setters of one of them keep what they are given, a negative rho included. `setCoords` and the translations normalise
-/// instead: rho >= 0 with theta in (-pi, pi], so that the normal points away from the origin, and theta in [0, pi) for
-/// a line through the origin (rho = 0). Coordinates that are not finite leave rho NaN or infinite.
+/// (rho, theta) and (−rho, theta ± pi) are the same line with opposite normals. Line2d(rho, theta), setRho() and
+/// setTheta() store their arguments unchanged, a negative rho too. `setCoords` and translations normalise: rho >= 0 and
+/// theta in (-pi, pi], so that the normal points away from the origin; theta in [0, pi) for a line through the origin
+/// (rho = 0). Coordinates that are not finite give a rho that is NaN or infinite.
 class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Line2d";
-  static constexpr eEntity2dType s_entity2dType = eE2DT_Line;
+  static constexpr const char* s_className = "ormix::geom::Line2d";  ///< registered name
+  static constexpr eEntity2dType s_entity2dType = eE2DT_Line;        ///< returned by getEntity2dType()
+  /// Returned by getCoordinateSystem2dType().
   static constexpr eCoordinateSystem2dType s_coordinateSystem2dType = eCS2DT_Polar;
 
-  /// The y axis.
+  /// The y axis, with rho and theta 0.
   Line2d() = default;
-  /// Kept as given.
+  /// Stores rho and theta (radians) unchanged.
   Line2d(omReal64 rho, omReal64 theta) : _rho(rho) { setTheta(theta); }
-  /// As `setCoords` of two points or of a point and a direction.
+  /// The line through two points, or through a point in a direction, as `setCoords` of the same arguments.
   template <class Point, class Other, class = std::enable_if_t<std::is_class_v<Point>>>
   Line2d(const Point& point, const Other& other) {
     setCoords(point, other);
@@ -35,9 +36,10 @@ class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> 
 
   /// The same line as Line2d(rho, theta), normalised.
   void setCoords(omReal64 rho, omReal64 theta);
-  /// The line through two points. Both rho and theta are right to a few units in the last place wherever the points
-  /// are, and rho is 0 exactly when the points are collinear with the origin. Equal points give the horizontal line
-  /// through them.
+  /// The line through two points. Rho and theta have errors of a few units in the last place wherever the points are,
+  /// and rho is 0 exactly when the points are collinear with the origin. Equal points give the horizontal line through
+  /// them.
+  /// @{
   template <class T>
   void setCoords(const Point2dData<T>& first, const Point2dData<T>& second) {
     setThrough(cast<omReal64>(first), cast<omReal64>(second));
@@ -46,8 +48,10 @@ class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> 
   void setCoords(const Point2d<T>& first, const Point2d<T>& second) {
     setCoords(first.getCoords(), second.getCoords());
   }
-  /// The line through the point along the direction, of which only the angle counts: for a zero vector too, which is
-  /// horizontal unless it was given an angle. A rho that the rounding of the angle cannot tell from 0 is 0.
+  /// @}
+  /// The line through the point parallel to the vector. Only the vector's angle is used, also that of a zero vector,
+  /// which is 0 unless set otherwise. A rho smaller than its own rounding error is set to 0.
+  /// @{
   template <class T>
   void setCoords(const Point2dData<T>& point, const Vector2d& direction) {
     setThrough(cast<omReal64>(point), direction);
@@ -56,22 +60,30 @@ class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> 
   void setCoords(const Point2d<T>& point, const Vector2d& direction) {
     setCoords(point.getCoords(), direction);
   }
+  /// @}
+  /// Sets one of both values and keeps the other; not normalised. Theta is in radians.
+  /// @{
   void setRho(omReal64 rho) { _rho = rho; }
   void setTheta(omReal64 theta);
+  /// @}
 
+  /// The stored values; theta in radians, its cosine and sine as computed when it was set.
+  /// @{
   omReal64 getRho() const { return _rho; }
   omReal64 getTheta() const { return _theta; }
   omReal64 getCosTheta() const { return _cosTheta; }
   omReal64 getSinTheta() const { return _sinTheta; }
+  /// @}
 
-  /// (rho·cos theta, rho·sin theta)
+  /// The point of the line nearest to the origin: (rho·cos theta, rho·sin theta).
   Point2dData<omReal64> getNearestPointFromOrigin() const;
-  /// (cos theta, sin theta)
+  /// The unit normal (cos theta, sin theta), with theta as stored.
   Vector2d getNormal() const;
-  /// The normal turned by +90°, of length 1, at an angle in (-pi, pi].
+  /// The unit vector along the line: the normal rotated by +pi/2, its angle in (-pi, pi].
   Vector2d getDirection() const;
 
   /// x·cos theta + y·sin theta − rho: positive on the side the normal points to.
+  /// @{
   template <class T>
   omReal64 signedDistance(const Point2dData<T>& point) const {
     return omReal64(point.getX()) * _cosTheta + omReal64(point.getY()) * _sinTheta - _rho;
@@ -80,13 +92,18 @@ class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> 
   omReal64 signedDistance(const Point2d<T>& point) const {
     return signedDistance(point.getCoords());
   }
+  /// @}
 
-  /// Translation of the line, normalised; a rho that rounding cannot tell from 0 is 0.
+  /// Translates the line by the vector or its opposite, and normalises it; a rho smaller than its own rounding error is
+  /// set to 0.
+  /// @{
   Line2d& operator+=(const Vector2d& offset);
   Line2d& operator-=(const Vector2d& offset);
   friend Line2d operator+(Line2d line, const Vector2d& offset) { return line += offset; }
   friend Line2d operator-(Line2d line, const Vector2d& offset) { return line -= offset; }
+  /// @}
 
+  /// Reads the fields as every entity does, then computes the cosine and sine of theta.
   BoolResult read(BaseIArchive& archive) override;
 
  private:
@@ -101,12 +118,12 @@ class ORMIX_GEOMETRY_API Line2d : public Entity2d<Line2d, BaseGeometryEntity2d> 
 
   omReal64 _rho = 0;
   omReal64 _theta = 0;
-  // Follow _theta; not archived.
+  // Cosine and sine of _theta; not archived.
   omReal64 _cosTheta = 1;
   omReal64 _sinTheta = 0;
 };
 
-/// "[rho=1, theta=0.5]"
+/// Prints "[rho=1, theta=0.5]".
 ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream& stream, const Line2d& line);
 
 }  // namespace ormix::geom

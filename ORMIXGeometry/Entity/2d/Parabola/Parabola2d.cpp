@@ -13,10 +13,10 @@ namespace {
 /// Arc length from the vertex to slope u = t / 2f, in units of the focal length.
 omReal64 arcLengthOfSlope(omReal64 slope) { return slope * std::hypot(1.0, slope) + std::asinh(slope); }
 
-/// The slope at a given arc length from the vertex, in units of the focal length: the inverse of arcLengthOfSlope().
+/// The inverse of arcLengthOfSlope().
 omReal64 slopeOfArcLength(omReal64 length) {
-  // Newton's iteration for a convex increasing function: from a start beyond the root, which both of these are for
-  // lengths >= 0, it falls to the root without overshooting. The error is squared at each step, starting below 1/2.
+  // Newton's method for a convex increasing function: from a start above the root, as both of these are for lengths
+  // >= 0, it decreases to the root without overshooting. Each step squares the error, which starts below 1/2.
   constexpr int s_maxNbSteps = 12;
   const omReal64 target = std::abs(length);
   omReal64 slope = std::min(target / 2, std::sqrt(target));
@@ -51,14 +51,15 @@ bool Parabola2d::isStrictlyInside(const Point2dData<omReal64>& point) const {
 }
 
 omReal64 Parabola2d::distanceDifference(const Point2dData<omReal64>& point) const {
-  // By way of the focus, so that the point's height over the directrix is consistent with that of the focus.
+  // The point's height above the directrix is that of the focus plus an offset, so that the focus itself has the same
+  // height here as in getFocalLength().
   const omReal64 overFocus = (point.getX() - _focus.getX()) * _directrix.getCosTheta() +
                              (point.getY() - _focus.getY()) * _directrix.getSinTheta();
   return std::abs(overFocus + _directrix.signedDistance(_focus)) - distance(point, _focus);
 }
 
 omReal64 Parabola2d::differenceErrorBound(const Point2dData<omReal64>& point) const {
-  // Each coordinate enters four roundings at most, one of them that of the directrix's cosine or sine.
+  // Each coordinate takes part in at most four rounded operations, one of them the directrix's cosine or sine.
   constexpr omReal64 s_nbRoundings = 4;
   return s_nbRoundings * NumericLimits<omReal64>::s_eps *
          (std::abs(point.getX()) + std::abs(point.getY()) + std::abs(_focus.getX()) + std::abs(_focus.getY()) +
@@ -71,7 +72,7 @@ omReal64 Parabola2d::getAbscissa(const Point2dData<omReal64>& point) const {
 }
 
 Point2dData<omReal64> Parabola2d::getPoint(omReal64 abscissa) const {
-  // Signed like the focus' side of the directrix, so that the normal may point to either.
+  // Negative where the normal points away from the focus, which makes the formula valid for either normal.
   const omReal64 focusHeight = _directrix.signedDistance(_focus);
   const omReal64 alongNormal = abscissa * (abscissa / (2 * focusHeight)) - focusHeight / 2;
   return {_focus.getX() + alongNormal * _directrix.getCosTheta() - abscissa * _directrix.getSinTheta(),
@@ -98,7 +99,7 @@ std::vector<Point2dData<omReal64>> Parabola2d::sampleArc(omReal64 fromAbscissa, 
   std::vector<Point2dData<omReal64>> points;
   const omReal64 focalLength = getFocalLength();
   const omReal64 length = computeArcLength(fromAbscissa, toAbscissa) / focalLength;
-  // Also false for a NaN.
+  // Written so that NaN values return too.
   if (nbPoints == 0 || !(focalLength > 0 && std::isfinite(length))) return points;
 
   points.reserve(nbPoints);

@@ -5,33 +5,47 @@
 
 namespace ormix::geom {
 
-/// A planar point as an entity; converts implicitly to its coordinates.
+/// A planar point as an entity; converts implicitly to and from its coordinates, Point2dData.
 ///
-/// Arithmetic works component by component, with another point, a scalar or a vector. Integer coordinates wrap around
-/// on overflow; an integer quotient truncates toward zero, and a division by zero saturates (0 / 0 is 0). A vector's
-/// components are rounded to the coordinate type first and the result again, so that an integer point moved by a vector
-/// lands on an integer position.
+/// Arithmetic with another point, a scalar or a vector works component by component. Integer coordinates wrap around on
+/// overflow; an integer quotient truncates toward zero, and a division by zero saturates (0 / 0 is 0). The Cartesian
+/// components of a vector are rounded to the coordinate type before they are used, and the result is rounded again, so
+/// that an integer point is moved by the same integers wherever it is.
 template <class T>
 class ORMIX_GEOMETRY_API Point2d : public Entity2d<Point2d<T>, BaseTypedGeometryEntity2d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Point2d";
-  static constexpr eEntity2dType s_entity2dType = eE2DT_Point;
+  static constexpr const char* s_className = "ormix::geom::Point2d";  ///< registered name
+  static constexpr eEntity2dType s_entity2dType = eE2DT_Point;        ///< returned by getEntity2dType()
 
+  /// The origin.
   Point2d() = default;
+  /// The point with the given coordinates.
+  /// @{
   Point2d(T x, T y) : _ptData(x, y) {}
-  Point2d(const Point2dData<T>& point) : _ptData(point) {}  // NOLINT(google-explicit-constructor): the same thing
+  Point2d(const Point2dData<T>& point) : _ptData(point) {}  // NOLINT(google-explicit-constructor): same value
+  /// @}
 
-  operator const Point2dData<T>&() const { return _ptData; }  // NOLINT(google-explicit-constructor): the same thing
+  /// The stored coordinates.
+  /// @{
+  operator const Point2dData<T>&() const { return _ptData; }  // NOLINT(google-explicit-constructor): same value
   const Point2dData<T>& getCoords() const { return _ptData; }
   T getX() const { return _ptData.getX(); }
   T getY() const { return _ptData.getY(); }
+  /// @}
+  /// Sets the coordinates named.
+  /// @{
   void setX(T x) { _ptData.setX(x); }
   void setY(T y) { _ptData.setY(y); }
   void setCoords(T x, T y) { _ptData.setCoords(x, y); }
   void setCoords(const Point2dData<T>& point) { _ptData = point; }
+  /// @}
 
+  /// Distance from the origin, see normL2() of Point2dData: 32-bit integers wrap around (intended).
   omReal64 normL2() const;
 
+  /// Component by component; a scalar applies to both components. The class comment describes overflow, rounding and
+  /// division by zero.
+  /// @{
   Point2d& operator+=(const Point2d& other);
   Point2d& operator-=(const Point2d& other);
   Point2d& operator*=(const Point2d& other);
@@ -45,7 +59,7 @@ class ORMIX_GEOMETRY_API Point2d : public Entity2d<Point2d<T>, BaseTypedGeometry
   Point2d& operator*=(const Vector2d& vector);
   Point2d& operator/=(const Vector2d& vector);
 
-  // Friends, so that the conversions of a point's coordinates apply on either side.
+  // Friends, so that either operand may be a Point2dData, which is converted.
   friend Point2d operator+(Point2d a, const Point2d& b) { return a += b; }
   friend Point2d operator-(Point2d a, const Point2d& b) { return a -= b; }
   friend Point2d operator*(Point2d a, const Point2d& b) { return a *= b; }
@@ -59,8 +73,9 @@ class ORMIX_GEOMETRY_API Point2d : public Entity2d<Point2d<T>, BaseTypedGeometry
   friend Point2d operator-(Point2d a, const Vector2d& vector) { return a -= vector; }
   friend Point2d operator*(Point2d a, const Vector2d& vector) { return a *= vector; }
   friend Point2d operator/(Point2d a, const Vector2d& vector) { return a /= vector; }
+  /// @}
 
-  // Against plain coordinates on either side too, without an ambiguous conversion.
+  // Also with Point2dData on either side; without these overloads the conversion would be ambiguous.
   friend bool operator==(const Point2d& a, const Point2d& b) { return a._ptData == b._ptData; }
   friend bool operator!=(const Point2d& a, const Point2d& b) { return a._ptData != b._ptData; }
   friend bool operator==(const Point2d& a, const Point2dData<T>& b) { return a._ptData == b; }
@@ -78,12 +93,13 @@ class ORMIX_GEOMETRY_API Point2d : public Entity2d<Point2d<T>, BaseTypedGeometry
   Point2dData<T> _ptData;
 };
 
+/// Prints "[x, y]", as the point's coordinates.
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Point2d<T>& point) {
   return stream << point.getCoords();
 }
 
-/// \name As of the points' coordinates.
+/// As the function of the same name for Point2dData.
 /// @{
 template <class T>
 omReal64 normL2(const Point2d<T>& point) {

@@ -5,16 +5,17 @@
 
 namespace ormix {
 
-/// A run of points is one numeric array of two columns.
+/// A vector of points is archived as one numeric array of two columns.
 template <class T>
 struct PackedCoordinates<geom::Point2dData<T>> {
-  using Scalar = T;
-  static constexpr std::size_t nbColumns = 2;
+  using Scalar = T;                            ///< type of the coordinates
+  static constexpr std::size_t nbColumns = 2;  ///< x and y
 };
 
 namespace geom {
 
-/// A single point is a section with "x" and "y".
+/// Writes or reads a single point as a section with the entries "x" and "y". A failed read leaves the point unchanged.
+/// @{
 template <class T>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const Point2dData<T>& point) {
   BoolResult result = archive.beginSection(key);
@@ -34,6 +35,7 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, Point2dData<T>&
   if (result) point.setCoords(x, y);
   return result;
 }
+/// @}
 
 }  // namespace geom
 }  // namespace ormix

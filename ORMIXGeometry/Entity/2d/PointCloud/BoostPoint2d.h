@@ -11,33 +11,47 @@
 #include <boost/geometry/core/tags.hpp>
 #include <boost/mpl/int.hpp>
 
-// `Point2dData` is a two-dimensional Cartesian point of Boost.Geometry.
+/// \file
+/// Traits that make Point2dData a two-dimensional Cartesian point of Boost.Geometry.
+
 namespace boost::geometry::traits {
 
+/// Kind of geometry.
 template <class T>
 struct tag<ormix::geom::Point2dData<T>> {
-  using type = point_tag;
+  using type = point_tag;  ///< a point
 };
+/// Type of the coordinates.
 template <class T>
 struct coordinate_type<ormix::geom::Point2dData<T>> {
-  using type = T;
+  using type = T;  ///< any coordinate type
 };
+/// Coordinate system.
 template <class T>
 struct coordinate_system<ormix::geom::Point2dData<T>> {
-  using type = cs::cartesian;
+  using type = cs::cartesian;  ///< Cartesian
 };
+/// Number of coordinates.
 template <class T>
 struct dimension<ormix::geom::Point2dData<T>> : boost::mpl::int_<2> {};
 
+/// Access to x.
 template <class T>
 struct access<ormix::geom::Point2dData<T>, 0> {
+  /// Reads or sets x.
+  /// @{
   static T get(const ormix::geom::Point2dData<T>& point) { return point.getX(); }
   static void set(ormix::geom::Point2dData<T>& point, const T& x) { point.setX(x); }
+  /// @}
 };
+/// Access to y.
 template <class T>
 struct access<ormix::geom::Point2dData<T>, 1> {
+  /// Reads or sets y.
+  /// @{
   static T get(const ormix::geom::Point2dData<T>& point) { return point.getY(); }
   static void set(ormix::geom::Point2dData<T>& point, const T& y) { point.setY(y); }
+  /// @}
 };
 
 }  // namespace boost::geometry::traits

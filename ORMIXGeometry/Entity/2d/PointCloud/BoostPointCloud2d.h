@@ -6,17 +6,18 @@
 
 namespace ormix::geom {
 
-/// A collection of points as a Boost.Geometry multi-point. It is a vector of points and nothing else, so that the
-/// collection of an entity can be used in place: see `asPointCloud`.
+/// A vector of points that is a multi-point of Boost.Geometry. It adds no data, so that the points of an entity can be
+/// used without a copy: see asPointCloud().
 ///
-/// Boost.Geometry gives wrong hulls on unsigned coordinates and on large integers: copy those to omReal64 first.
+/// Boost.Geometry computes wrong hulls of unsigned and of large integer coordinates: cast them to omReal64 first.
 template <class T>
 class BoostPointCloud2d : public std::vector<Point2dData<T>> {
  public:
   using std::vector<Point2dData<T>>::vector;
 };
 
-/// The collection itself, seen as the adapter; nothing is copied.
+/// The same vector as a multi-point, valid as long as the vector; nothing is copied.
+/// @{
 template <class T>
 BoostPointCloud2d<T>& asPointCloud(std::vector<Point2dData<T>>& points) {
   static_assert(sizeof(BoostPointCloud2d<T>) == sizeof(std::vector<Point2dData<T>>));
@@ -26,12 +27,14 @@ template <class T>
 const BoostPointCloud2d<T>& asPointCloud(const std::vector<Point2dData<T>>& points) {
   return static_cast<const BoostPointCloud2d<T>&>(points);
 }
+/// @}
 
 }  // namespace ormix::geom
 
 namespace boost::geometry::traits {
+/// Kind of geometry.
 template <class T>
 struct tag<ormix::geom::BoostPointCloud2d<T>> {
-  using type = multi_point_tag;
+  using type = multi_point_tag;  ///< a multi-point
 };
 }  // namespace boost::geometry::traits

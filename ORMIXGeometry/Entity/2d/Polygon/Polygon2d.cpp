@@ -10,12 +10,12 @@ namespace ormix::geom {
 
 namespace {
 
-/// The snapping of `closePolygon`, for at least three points.
+/// Makes the end vertices equal where closePolygon() says so; for at least three points.
 template <class T>
 void mergeEndsOfEqualX(std::vector<Point2dData<T>>& points) {
   const T endX = points.front().getX();
   if (points.back().getX() != endX) return;
-  // Only x decides, and the two ends are treated differently: both intended.
+  // Only x is compared, and the second comparison follows the first assignment: both intended.
   if (points[points.size() - 2].getX() == endX) points.back() = points.front();
   if (points[1].getX() == endX) points.front() = points.back();
 }

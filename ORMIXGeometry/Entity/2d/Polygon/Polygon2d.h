@@ -9,36 +9,40 @@
 
 namespace ormix::geom {
 
-/// The region bounded by one ring of vertices, in ring order. The ring may be stored open (its last vertex differs from
-/// its first) or closed (its last vertex repeats its first): see `isClosed` and `closePolygon`. Nothing enforces
-/// closure, orientation or simplicity; measures and transforms say what they expect.
+/// The region bounded by one ring of vertices, stored in the order along the ring. The ring may be stored open (the
+/// last vertex differs from the first) or closed (the last vertex repeats the first): see isClosed() and
+/// closePolygon(). Closure, orientation and simplicity are not checked; each measure and transform says what it
+/// expects.
 template <class T>
 class ORMIX_GEOMETRY_API Polygon2d : public Entity2d<Polygon2d<T>, BaseTypedGeometryEntity2d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Polygon2d";
-  static constexpr eEntity2dType s_entity2dType = eE2DT_Polygon;
+  static constexpr const char* s_className = "ormix::geom::Polygon2d";  ///< registered name
+  static constexpr eEntity2dType s_entity2dType = eE2DT_Polygon;        ///< returned by getEntity2dType()
 
-  using PointColl = std::vector<Point2dData<T>>;
+  using PointColl = std::vector<Point2dData<T>>;  ///< the vertices, contiguous
 
-  /// Exterior and empty.
+  /// Without vertices, in the role eP2DT_Exterior.
   Polygon2d() = default;
 
-  ePolygon2dType getPolygon2dType() const { return _polygon2dType; }
+  ePolygon2dType getPolygon2dType() const { return _polygon2dType; }  ///< the role of the ring
+  /// Sets the role of the ring; the vertices stay in their order.
   void setPolygon2dType(const ePolygon2dType& type) { _polygon2dType = type; }
 
-  bool isEmpty() const { return _pointColl.empty(); }
-  /// The number of stored vertices; one that closes the ring counts.
+  bool isEmpty() const { return _pointColl.empty(); }  ///< whether there are no vertices
+  /// The number of stored vertices; a last vertex that repeats the first is counted.
   std::size_t getNbPoints() const { return _pointColl.size(); }
 
-  /// The vertices themselves, to be read or changed at will.
+  /// The stored vertices; they may be changed in any way through non-const access.
+  /// @{
   const PointColl& getPointColl() const { return _pointColl; }
   PointColl& getPointColl() { return _pointColl; }
   typename PointColl::const_iterator beginPoint() const { return _pointColl.begin(); }
   typename PointColl::iterator beginPoint() { return _pointColl.begin(); }
   typename PointColl::const_iterator endPoint() const { return _pointColl.end(); }
   typename PointColl::iterator endPoint() { return _pointColl.end(); }
+  /// @}
 
-  /// Removes the vertices; the role stays.
+  /// Removes the vertices and keeps the role.
   void clear() { _pointColl.clear(); }
 
  private:
@@ -52,43 +56,44 @@ class ORMIX_GEOMETRY_API Polygon2d : public Entity2d<Polygon2d<T>, BaseTypedGeom
   PointColl _pointColl;
 };
 
-/// The vertices: "[[0, 0], [4, 0], [4, 3]]".
+/// Prints the vertices, "[[0, 0], [4, 0], [4, 3]]".
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Polygon2d<T>& polygon);
 
-/// Whether there are at least two vertices and the last equals the first exactly, without tolerance for reals too.
+/// Whether there are at least two vertices and the last equals the first exactly; reals are compared without tolerance.
 template <class T>
 bool isClosed(const Polygon2d<T>& polygon);
 
-/// Makes the ring closed by appending its first vertex where the last one differs; a single vertex is repeated, an
-/// empty polygon stays empty. No vertex is ever removed.
+/// Closes the ring: appends its first vertex if the last one differs. A single vertex is repeated, an empty polygon
+/// stays empty. No vertex is removed.
 ///
-/// Where the ends of at least three vertices p[0] … p[n-1] lie on one vertical x = p[0].x, the seam is snapped first:
-/// when p[n-2] lies on it too, p[n-1] becomes p[0]; then, when p[1] lies on it, p[0] becomes p[n-1]. Only x is
-/// compared, never y, and the snapping may so move a vertex of a ring that was closed otherwise. This asymmetry is
-/// intended.
+/// Before that, the end vertices may be made equal: if there are at least three vertices p[0] … p[n-1], and p[0] and
+/// p[n-1] have the same x, then p[n-1] is set to p[0] where p[n-2] has this x too, and afterwards p[0] is set to p[n-1]
+/// where p[1] has this x. Only x is compared, not y; both ends are treated differently, and an end vertex of an open
+/// ring may be moved. All of this is intended.
 template <class T>
 void closePolygon(Polygon2d<T>& polygon);
 
-/// Reads a ring from the coordinate list of a WKT polygon, "1 1, 4 1, 4 5", and closes it with `closePolygon`; the role
-/// stays. A text without any number gives an empty polygon.
+/// Reads a ring from the coordinate list of a WKT polygon, such as "1 1, 4 1, 4 5", and closes it with closePolygon();
+/// the role is kept. A text of spaces only, or an empty one, gives an empty polygon.
 ///
-/// What counts as a number is what Boost's WKT reader takes in the classic locale, whatever the global one is: an
-/// optional sign with decimal digits, for reals also a point, a decimal exponent, or "nan", "inf" and "infinity" in any
-/// case. Reals are rounded to the nearest value; one too small becomes a zero. Only the space separates, not tabs or
-/// line ends, and a comma at the very end is allowed.
+/// Numbers are those of Boost's WKT reader in the classic locale, independent of the global locale: an optional sign
+/// and decimal digits; for reals also a decimal point and exponent, or "nan", "inf" and "infinity" in upper or lower
+/// case. Reals are rounded to the nearest value; too small ones become zero. Coordinates are separated by spaces, not
+/// by tabs or line ends; a comma after the last point is allowed.
 ///
-/// Beyond that reader a point must have exactly two coordinates, the text must hold one ring, and a negative number
-/// never wraps into an unsigned one. Linear in the text, which is not copied.
-/// \throw boost::geometry::read_wkt_exception (<boost/geometry/io/wkt/read.hpp>) for any other text, a fraction for an
-///        integer type among them; it names the offending word, and the polygon is then empty
+/// Stricter than that reader: a point must have exactly two coordinates, the text must be one ring, and a negative
+/// number is an error for unsigned coordinates. Linear in the length of the text, which is not copied.
+/// \throw boost::geometry::read_wkt_exception (<boost/geometry/io/wkt/read.hpp>) for any other text, for instance with
+/// a fraction for an integer type; the message has the invalid word, and the polygon is empty afterwards
 template <class T>
 void fromString(Polygon2d<T>& polygon, const std::string& text);
 
-/// Converts each vertex as points are cast and copies the role.
+/// Converts each vertex, see cast() of Point2dData, and copies the role.
 template <class TOut, class TIn>
 Polygon2d<TOut> cast(const Polygon2d<TIn>& polygon);
-/// The same into an existing polygon, whose memory is used again. \param result may be `polygon` itself
+/// The same into an existing polygon, whose memory is reused.
+/// \param result may be `polygon` itself
 template <class TOut, class TIn>
 void cast(const Polygon2d<TIn>& polygon, Polygon2d<TOut>& result);
 

@@ -15,7 +15,7 @@ namespace ormix::geom {
 
 namespace {
 
-// The words of the text are those of Boost's WKT reader: the space separates, and each of the others is a word itself.
+// Words are delimited as in Boost's WKT reader: by spaces, and by commas and parentheses, which are words themselves.
 bool isSeparator(char c) { return c == ' ' || c == ',' || c == '(' || c == ')'; }
 
 /// The word that starts at `it`, empty at the end of the text.
@@ -25,7 +25,7 @@ std::string_view wordAt(const char* it, const char* end) {
 }
 
 [[noreturn]] void throwMalformed(std::string_view text, const char* at, const std::string& message) {
-  // As long as the exception shows; the text may be huge.
+  // The message shows only this many characters, as the text may be huge.
   constexpr std::size_t s_nbShown = 100;
   const std::string word(wordAt(at, text.data() + text.size()).substr(0, s_nbShown));
   std::string wkt = "POLYGON((";
@@ -34,7 +34,7 @@ std::string_view wordAt(const char* it, const char* end) {
   BOOST_THROW_EXCEPTION(boost::geometry::read_wkt_exception(message, &word, &word + (word.empty() ? 0 : 1), wkt));
 }
 
-/// Whether the word is `name`, which is in lower case, in any mixture of cases.
+/// Whether the word equals `name`, given in lower case, apart from the case of its letters.
 bool equalsIgnoringCase(std::string_view word, std::string_view name) {
   return std::equal(word.begin(), word.end(), name.begin(), name.end(),
                     [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a - 'A' + 'a' == b); });
@@ -42,7 +42,8 @@ bool equalsIgnoringCase(std::string_view word, std::string_view name) {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// Signs: a plus, and a minus for an unsigned zero, the only such number that would not wrap.
+/// Reads integers that std::from_chars refuses: with a plus sign, and for unsigned types a zero with a minus sign.
+/// \return false for any other word
 template <class T>
 std::enable_if_t<std::is_integral_v<T>, bool> readUnusualNumber(std::string_view word, T& value) {
   const bool negative = std::is_unsigned_v<T> && word.substr(0, 1) == "-";
@@ -53,7 +54,9 @@ std::enable_if_t<std::is_integral_v<T>, bool> readUnusualNumber(std::string_view
   return error == std::errc() && stop == word.data() + word.size() && (!negative || value == 0);
 }
 
-/// Signs, names, and numbers that underflow, by a stream of the classic locale, which the global one cannot disturb.
+/// Reads reals that std::from_chars refuses: with a plus sign, by name ("nan", "inf", "infinity"), and numbers that
+/// underflow, which a stream reads; its classic locale makes it independent of the global one.
+/// \return false for any other word
 template <class T>
 std::enable_if_t<std::is_floating_point_v<T>, bool> readUnusualNumber(std::string_view word, T& value) {
   const bool hasSign = !word.empty() && (word.front() == '-' || word.front() == '+');
@@ -72,6 +75,7 @@ std::enable_if_t<std::is_floating_point_v<T>, bool> readUnusualNumber(std::strin
   return (stream >> std::noskipws >> value) && stream.peek() == std::istringstream::traits_type::eof();
 }
 
+/// Whether the value is finite: the spellings that std::from_chars takes for NaN and infinities are not all allowed.
 template <class T>
 bool isFinite(T value) {
   if constexpr (std::is_floating_point_v<T>)
@@ -80,7 +84,7 @@ bool isFinite(T value) {
     return true;
 }
 
-/// One pass over a text, from point to point.
+/// Reads the points of a text one after the other, in a single pass.
 template <class T>
 class RingReader {
  public:
@@ -98,7 +102,7 @@ class RingReader {
     return {x, y};
   }
 
-  /// After a point.
+  /// Skips the comma after a point, if there is one.
   void skipComma() {
     if (isAtEnd()) return;
     ++_it;
@@ -112,7 +116,7 @@ class RingReader {
 
   T readCoordinate() {
     T value{};
-    // Where this succeeds it means the same as Boost's reader: both round to the nearest value.
+    // The same value as from Boost's reader: both round to the nearest.
     const auto [stop, error] = std::from_chars(_it, _end, value);
     if (error == std::errc() && (stop == _end || isSeparator(*stop)) && isFinite(value)) {
       _it = stop;
@@ -130,7 +134,7 @@ class RingReader {
   const char* _end;
 };
 
-/// In blocks whose count fits a byte, three times as fast as std::count, which counts in 64 bits.
+/// Counts commas in blocks whose count fits a byte: three times as fast as std::count, which counts in 64 bits.
 std::size_t nbCommas(std::string_view text) {
   constexpr std::size_t s_blockSize = 255;
   std::size_t count = 0;
@@ -142,8 +146,8 @@ std::size_t nbCommas(std::string_view text) {
   return count;
 }
 
-/// The room that the ring needs with its closing vertex. A point takes four characters or more, so that a text of bare
-/// commas reserves no more than its own size allows.
+/// Upper bound of the number of vertices, with the one that closes the ring. A point has at least four characters with
+/// its comma; this limits the memory reserved for a text of commas only.
 std::size_t nbPointsExpected(std::string_view text) { return std::min(nbCommas(text), text.size() / 4) + 2; }
 
 }  // namespace

@@ -5,11 +5,13 @@
 #include <string_view>
 #include <vector>
 
-// What the sources of polygons share; not installed.
+/// \file
+/// Parser of fromString() of polygons; not installed.
+
 namespace ormix::geom {
 
-/// Appends the points of a WKT coordinate list; see `fromString`, which also closes.
-/// \throw boost::geometry::read_wkt_exception when the text is malformed; the points read before it are then there
+/// Appends the points of a WKT coordinate list in the syntax of fromString(), without closing the ring.
+/// \throw boost::geometry::read_wkt_exception when the text is malformed; the points before the error are then appended
 template <class T>
 void readRing(std::string_view text, std::vector<Point2dData<T>>& points);
 

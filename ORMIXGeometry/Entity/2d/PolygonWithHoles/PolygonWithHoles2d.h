@@ -7,53 +7,66 @@
 
 namespace ormix::geom {
 
-/// A planar region: the inside of an exterior ring less its holes, each of which is a polygon with holes itself, so
-/// that a hole may contain islands, and these holes again. The role of a node is that of its exterior ring. Nothing
-/// checks the tree's geometry. How nodes own each other, are copied and nested: see `HoleTree`.
+/// A planar region: the interior of an exterior ring without its holes. Each hole is a polygon with holes itself, so
+/// that it may contain islands, which may have holes again. The role of a node is that of its exterior ring. Whether
+/// holes lie inside the exterior ring is not checked. HoleTree describes ownership, copies and moves.
 template <class T>
 class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>,
                                               public HoleTree<PolygonWithHoles2d<T>, Polygon2d<T>> {
   using Base = Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>;
 
  public:
-  static constexpr const char* s_className = "ormix::geom::PolygonWithHoles2d";
-  static constexpr eEntity2dType s_entity2dType = eE2DT_PolygonWithHoles;
+  static constexpr const char* s_className = "ormix::geom::PolygonWithHoles2d";  ///< registered name
+  static constexpr eEntity2dType s_entity2dType = eE2DT_PolygonWithHoles;        ///< returned by getEntity2dType()
 
+  /// The holes: shared pointers to polygons with holes.
   using PolygonHoleColl = typename HoleTree<PolygonWithHoles2d<T>, Polygon2d<T>>::HoleColl;
 
   /// An empty exterior ring, no holes, no parent.
   PolygonWithHoles2d() = default;
+  /// Copies the node with all its holes, or takes them over; the new node has no parent.
+  /// @{
   PolygonWithHoles2d(const PolygonWithHoles2d& other);
   PolygonWithHoles2d(PolygonWithHoles2d&& other) noexcept;
-  /// \param other may be one of the holes below
+  /// @}
+  /// Replaces the ring and the holes and keeps the parent of this node.
+  /// \param other may be one of the holes of this node
+  /// @{
   PolygonWithHoles2d& operator=(const PolygonWithHoles2d& other);
   PolygonWithHoles2d& operator=(PolygonWithHoles2d&& other) noexcept;
+  /// @}
   ~PolygonWithHoles2d() override;
 
-  /// As for every entity; the holes read have this node as their parent.
+  /// Reads the fields as every entity does; this node becomes the parent of the holes read.
   BoolResult read(BaseIArchive& archive) override;
 
-  /// The role of this node: a region, or a hole.
+  /// The role of the exterior ring: that of a region or of a hole.
   ePolygon2dType getPolygon2dType() const { return this->exterior().getPolygon2dType(); }
 
+  /// The exterior ring; it may be changed in any way through the non-const reference.
+  /// @{
   const Polygon2d<T>& getExteriorPolygon() const { return this->exterior(); }
   Polygon2d<T>& getExteriorPolygon() { return this->exterior(); }
+  /// @}
+  /// The number of vertices stored in the exterior ring.
   std::size_t getNbExteriorPoints() const { return this->exterior().getNbPoints(); }
 
-  /// The holes themselves, in order of insertion. A hole is added by appending it and setting its parent.
+  /// The holes, in order of insertion. To add one, append it and call its setParent().
+  /// @{
   const PolygonHoleColl& getPolygonHoles() const { return this->holes(); }
   PolygonHoleColl& getPolygonHoles() { return this->holes(); }
+  /// @}
 
-  /// Whether the exterior ring has no vertices, whatever the holes.
+  /// Whether the exterior ring has no vertices; holes are not considered.
   bool isEmpty() const { return this->exterior().isEmpty(); }
-  /// The number of nodes of the tree below and including this one, modulo 2^32.
+  /// The number of nodes of the tree with this node as its root, modulo 2^32. Linear in their number.
   omUInt32 getNbTotPolygons() const;
-  /// The number of vertices stored in all of them, modulo 2^32.
+  /// The number of vertices stored in all these nodes, modulo 2^32. Linear in the number of nodes.
   omUInt32 getNbTotPoints() const;
 
-  /// Releases every hole; one that others own too lives on, with its own holes.
+  /// Releases every hole; a hole with other owners stays alive, with its own holes.
   void clearPolygonHoles() noexcept { this->clearHoles(); }
-  /// Forgets the parent, the vertices and the holes; the role stays.
+  /// Removes the link to the parent, the vertices and the holes; the role is kept.
   void clear() noexcept { this->clearTree(); }
 
  private:
@@ -66,14 +79,15 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   friend PolygonWithHoles2d<TOut> cast(const PolygonWithHoles2d<TIn>& polygon);
 };
 
-/// "[exterior=[[0, 0], [4, 0], [4, 3]], holes=[]]", each hole in the same form, or "null".
+/// Prints "[exterior=[[0, 0], [4, 0], [4, 3]], holes=[]]", each hole in the same form, or "null".
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const PolygonWithHoles2d<T>& polygon);
 
-/// Converts each ring of the tree as polygons are cast, with parents linked as in a copy.
+/// Converts each ring of the tree, see cast() of Polygon2d; parents are linked as in a copy.
 template <class TOut, class TIn>
 PolygonWithHoles2d<TOut> cast(const PolygonWithHoles2d<TIn>& polygon);
-/// The same into an existing node, which keeps its own parent. \param result may be `polygon` itself
+/// The same into an existing node, which keeps its own parent.
+/// \param result may be `polygon` itself
 template <class TOut, class TIn>
 void cast(const PolygonWithHoles2d<TIn>& polygon, PolygonWithHoles2d<TOut>& result);
 

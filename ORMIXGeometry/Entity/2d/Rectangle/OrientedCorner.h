@@ -5,12 +5,12 @@
 #include <cmath>
 
 /// \file
-/// What squares and rectangles compute with; not installed.
+/// Corners of squares and rectangles; not installed.
 
 namespace ormix::geom::detail {
 
-/// The point of the entity's local frame turned by the orientation about the centre. Turning the local point instead of
-/// adding its polar angle to the orientation is exact for orientation 0 and defined for sizes of 0.
+/// The local point (localX, localY) rotated by the orientation (radians) and translated by the centre. Unlike a sum of
+/// the orientation and the point's polar angle this is exact for orientation 0 and defined for sizes of 0.
 template <class T>
 Point2dData<omReal64> orientedCorner(const Point2dData<T>& center, omReal64 localX, omReal64 localY,
                                      omReal64 orientation) {

@@ -25,7 +25,7 @@ omReal64 Rectangle2d<T>::getArea() const {
 
 template <class T>
 Point2dData<omReal64> Rectangle2d<T>::corner(omReal64 sideX, omReal64 sideY) const {
-  // Signs are applied after the conversion, as unsigned sizes have no negative.
+  // Signs are applied after the conversion, as unsigned sizes cannot be negated.
   return detail::orientedCorner(_centerPt, sideX * static_cast<omReal64>(_halfLength),
                                 sideY * static_cast<omReal64>(_halfWidth), _orientation);
 }

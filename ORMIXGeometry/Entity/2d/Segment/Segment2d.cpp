@@ -30,7 +30,7 @@ omReal64 Segment2d<T>::getLength() const {
 template <class T>
 Vector2d Segment2d<T>::getDirection() const {
   Vector2d direction;
-  // A vector from two points leads from its second argument to its first.
+  // Vector2d::setCoords() computes its first argument minus its second.
   direction.setCoords(_pt1, _pt0);
   return direction;
 }
@@ -42,7 +42,7 @@ Vector2d Segment2d<T>::getUnitDirection() const {
 
 template <class T>
 Vector2d Segment2d<T>::getUnitNormal() const {
-  // The first difference is taken the other way round, and 0 added, since -0 would give -pi or -0.
+  // Written as x0 - x1 with 0 added, since -0 would give the angle -pi or -0.
   const omReal64 across = omReal64(_pt0.getX()) - omReal64(_pt1.getX()) + 0.0;
   return {1, std::atan2(across, omReal64(_pt1.getY()) - omReal64(_pt0.getY()) + 0.0)};
 }

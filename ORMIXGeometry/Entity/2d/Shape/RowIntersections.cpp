@@ -26,6 +26,7 @@ BoolResult tooManyRows() {
                  " rows, all of them below row " + std::to_string(std::numeric_limits<omUInt64>::max()));
 }
 
+/// Checks that the runs of one row are not empty, ascend and share no pixels.
 BoolResult checkRow(const PixelRun* first, const PixelRun* last) {
   for (const PixelRun* run = first; run != last; ++run) {
     if (run->begin >= run->end) return emptyRun(*run);
@@ -72,7 +73,6 @@ BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) 
   return {};
 }
 
-/// The index of a row, which is made with all in between where it is not there.
 std::size_t RowIntersections::ensureRow(omUInt64 row) {
   if (getNbRows() == 0) {
     _runEndColl.push_back(0);

@@ -5,39 +5,47 @@
 
 namespace ormix::geom {
 
-/// The square centred at `center` whose sides are halfLength away from it, turned by the orientation (radians). The
-/// size is not checked: a negative one is stored and swaps the names of the corners.
+/// The square centred at `center` whose sides are at the distance halfLength from it, rotated by the orientation
+/// (radians). The size is not checked: a negative one is stored and swaps the names of the corners.
 template <class T>
 class ORMIX_GEOMETRY_API Square2d : public Entity2d<Square2d<T>, BaseTypedGeometryEntity2d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Square2d";
-  /// Not the square's own type: intended, callers that switch on the type treat a square as a circle.
+  static constexpr const char* s_className = "ormix::geom::Square2d";  ///< registered name
+  /// The type of another class: intended, callers that switch on the type treat a square as a circle.
   static constexpr eEntity2dType s_entity2dType = eE2DT_Circle;
 
   /// Size 0 at the origin.
   Square2d() = default;
+  /// \param halfLength half the side; stored unchanged
+  /// \param orientation angle from the x axis to a side, in radians; stored unchanged
   Square2d(const Point2dData<T>& center, T halfLength, omReal64 orientation)
       : _centerPt(center), _halfLength(halfLength), _orientation(orientation) {}
 
+  /// Sets the values named; nothing is checked. The orientation is in radians.
+  /// @{
   void setCoords(const Point2dData<T>& center, T halfLength, omReal64 orientation) {
     *this = Square2d(center, halfLength, orientation);
   }
   void setCenter(const Point2dData<T>& center) { _centerPt = center; }
   void setHalfLength(T halfLength) { _halfLength = halfLength; }
   void setOrientation(omReal64 orientation) { _orientation = orientation; }
+  /// @}
 
+  /// The stored values; the orientation in radians.
+  /// @{
   const Point2dData<T>& center() const { return _centerPt; }
   T centerX() const { return _centerPt.getX(); }
   T centerY() const { return _centerPt.getY(); }
   T getHalfLength() const { return _halfLength; }
   omReal64 getOrientation() const { return _orientation; }
+  /// @}
 
-  /// The side, twice the half length in the coordinate type; integers wrap around.
+  /// The side: twice the half length, computed in the coordinate type; integers wrap around.
   T getLength() const;
 
-  /// \name Corners.
-  /// The local corners (∓halfLength, ∓halfLength) turned by the orientation; "top" is the side of negative local y, as
-  /// image rows grow downwards. All at the centre when the half length is 0.
+  /// The local points (±halfLength, ±halfLength), rotated by the orientation about the centre and computed in omReal64.
+  /// "Top" is the side of negative local y, as the y axis of images points down. All are the centre when the half
+  /// length is 0.
   /// @{
   Point2dData<omReal64> topLeftCorner() const { return corner(-1, -1); }
   Point2dData<omReal64> topRightCorner() const { return corner(1, -1); }
@@ -53,7 +61,7 @@ class ORMIX_GEOMETRY_API Square2d : public Entity2d<Square2d<T>, BaseTypedGeomet
            item("_orientation", self._orientation);
   }
 
-  /// The corner on the given sides, each -1 or 1, of the local axes.
+  /// The corner whose local coordinates have the given signs, each -1 or 1.
   Point2dData<omReal64> corner(omReal64 sideX, omReal64 sideY) const;
 
   Point2dData<T> _centerPt;
@@ -61,7 +69,7 @@ class ORMIX_GEOMETRY_API Square2d : public Entity2d<Square2d<T>, BaseTypedGeomet
   omReal64 _orientation = 0;
 };
 
-/// "[center=[0, 0], l=4, theta=0.5]", the full side.
+/// Prints "[center=[0, 0], l=4, theta=0.5]", with the full side.
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Square2d<T>& square);
 

@@ -8,7 +8,7 @@
 namespace ormix::geom {
 
 namespace {
-/// The angle in (-pi, pi].
+/// The angle plus the multiple of 2 pi that brings it into (-pi, pi].
 omReal64 normalizedAngle(omReal64 angle) {
   const omReal64 reduced = std::remainder(angle, 2 * s_pi);
   return reduced <= -s_pi ? s_pi : reduced;
@@ -39,7 +39,7 @@ void Vector2d::setCoords(const Point2dData<T>& first, const Point2dData<T>& seco
 }
 
 void Vector2d::setCartesian(omReal64 x, omReal64 y) {
-  // Adding 0 turns -0 into 0, so that the negative x axis has the angle pi and the zero vector the angle 0.
+  // Adding 0 changes -0 to 0, so that the negative x axis has the angle pi and the zero vector the angle 0.
   setCoords(std::hypot(x, y), std::atan2(y + 0.0, x + 0.0));
 }
 
