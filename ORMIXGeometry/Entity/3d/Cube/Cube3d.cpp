@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
-#include <ORMIXGeometry/Entity/3d/Cuboid/TurnedCorner.h>
+#include <ORMIXGeometry/Entity/3d/Cuboid/RotatedCorner.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
@@ -16,8 +16,8 @@ T Cube3d<T>::getLength() const {
 template <class T>
 Point3dData<omReal64> Cube3d<T>::corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const {
   const auto halfLength = static_cast<omReal64>(_halfLength);
-  return detail::turnedCorner(_centerPt, sideX * halfLength, sideY * halfLength, sideZ * halfLength, _alpha, _beta,
-                              _chi);
+  return detail::rotatedCorner(_centerPt, sideX * halfLength, sideY * halfLength, sideZ * halfLength, _alpha, _beta,
+                               _chi);
 }
 
 template <class T>

@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
-#include <ORMIXGeometry/Entity/3d/Cuboid/TurnedCorner.h>
+#include <ORMIXGeometry/Entity/3d/Cuboid/RotatedCorner.h>
 #include <ORMIXGeometry/Entity/PointArithmetic.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
@@ -25,10 +25,10 @@ T Cuboid3d<T>::getHeight() const {
 
 template <class T>
 Point3dData<omReal64> Cuboid3d<T>::corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const {
-  // Signs are applied after the conversion, as unsigned sizes have no negative.
-  return detail::turnedCorner(_centerPt, sideX * static_cast<omReal64>(_halfLength),
-                              sideY * static_cast<omReal64>(_halfWidth), sideZ * static_cast<omReal64>(_halfHeight),
-                              _alpha, _beta, _chi);
+  // Multiplied after the conversion, since the negative of an unsigned size is not representable.
+  return detail::rotatedCorner(_centerPt, sideX * static_cast<omReal64>(_halfLength),
+                               sideY * static_cast<omReal64>(_halfWidth), sideZ * static_cast<omReal64>(_halfHeight),
+                               _alpha, _beta, _chi);
 }
 
 template <class T>
