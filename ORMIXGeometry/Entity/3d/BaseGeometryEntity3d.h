@@ -10,7 +10,9 @@
 namespace ormix::geom {
 
 class ORMIX_GEOMETRY_API BaseGeometryEntity3d;
+/// A spatial entity of any class, owned jointly; may be null.
 using GeometryEntity3dPtr = boost::shared_ptr<BaseGeometryEntity3d>;
+/// Spatial entities of any classes, in order.
 using GeometryEntity3dPtrColl = std::vector<GeometryEntity3dPtr>;
 
 }  // namespace ormix::geom
@@ -25,15 +27,16 @@ namespace ormix::geom {
 /// calls and no run-time type test. The order of the virtual functions is part of the interface.
 class ORMIX_GEOMETRY_API BaseGeometryEntity3d : public VersionedLevel<BaseGeometryEntity3d, BaseGeometryEntity> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity3d";
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryEntity3d";  ///< registered name
 
   ~BaseGeometryEntity3d() override;
 
+  /// Always `eCD_3d`.
   eCoordinateDimension getCoordinateDimension() const override;
 
-  /// \name Transforms.
-  /// In place: false, silently, where the pair is not supported or the transform failed; the entity is then unchanged.
-  /// Not in place: a new entity, null in the same cases.
+  /// Applies a transform. `visitInSitu` changes this entity; false, without a log entry, when the pair of entity and
+  /// transform is not supported or the transform fails, and the entity is then unchanged. `visitNonInSitu` returns a
+  /// new entity, null in the same cases.
   /// @{
   virtual bool visitInSitu(const AnisotropicScaleTransform3d& transform) = 0;
   virtual GeometryEntity3dPtr visitNonInSitu(const AnisotropicScaleTransform3d& transform) const = 0;
@@ -59,14 +62,16 @@ class ORMIX_GEOMETRY_API BaseGeometryEntity3d : public VersionedLevel<BaseGeomet
   virtual GeometryEntity3dPtr visitNonInSitu(const MinEnclosingSphereTransform3d& transform) const = 0;
   /// @}
 
-  /// \name Measures.
-  /// False, silently, where the measure does not support the entity; the value is then unspecified.
+  /// Computes a measure of this entity. False, without a log entry, when the measure does not support the entity; the
+  /// value is then unspecified.
   /// @{
   virtual bool visit(const AreaMsr3d& measure, omReal64& value) const = 0;
   virtual bool visit(const VolumeMsr3d& measure, omReal64& value) const = 0;
   /// @}
 
+  /// Whether the entity stores Cartesian coordinates, or a distance and two angles.
   virtual eCoordinateSystem3dType getCoordinateSystem3dType() const = 0;
+  /// The family, the same for every coordinate type.
   virtual eEntity3dType getEntity3dType() const = 0;
 
  protected:

@@ -9,9 +9,9 @@ template <class T>
 class ORMIX_GEOMETRY_API BaseTypedGeometryEntity3d
     : public VersionedLevel<BaseTypedGeometryEntity3d<T>, BaseGeometryEntity3d> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryEntity3d";
+  static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryEntity3d";  ///< registered name
 
-  using CoordinateType = T;
+  using CoordinateType = T;  ///< omInt32, omUInt32, omReal32 or omReal64
 
  protected:
   BaseTypedGeometryEntity3d() = default;

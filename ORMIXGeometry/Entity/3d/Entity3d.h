@@ -6,9 +6,11 @@
 
 namespace ormix::geom {
 
-/// The transforms of space that have a counterpart in the plane.
+/// The transforms of space that have a counterpart in the plane, under the names by which `EntityVisits` uses them.
 struct ORMIX_GEOMETRY_API SpatialSpace {
-  using EntityPtr = GeometryEntity3dPtr;
+  using EntityPtr = GeometryEntity3dPtr;  ///< what a transform not in place returns
+  /// The transform of the name.
+  /// @{
   using AnisotropicScale = AnisotropicScaleTransform3d;
   using Homography = HomographyTransform3d;
   using Rigid = RigidTransform3d;
@@ -19,25 +21,32 @@ struct ORMIX_GEOMETRY_API SpatialSpace {
   using Centroid = CentroidTransform3d;
   using ConvexHull = ConvexHullTransform3d;
   using Envelope = EnvelopeTransform3d;
+  /// @}
 };
 
-/// The uniform part of a concrete spatial entity: every visit, answered by asking whether the transform or the measure
-/// has an overload for `Self`, and the type queries. `Self` states `s_className`, `s_entity3dType` and, where it is not
-/// Cartesian, `s_coordinateSystem3dType`. The bodies are in Entity3d.ipp, which only entity sources include.
+/// What is the same in every concrete spatial entity: the visits, which call the overload for `Self` of the transform
+/// or measure where there is one, and the type queries. `Self` declares `s_className`, `s_entity3dType` and, where it
+/// is not Cartesian, `s_coordinateSystem3dType`. The bodies are in Entity3d.ipp, which only entity sources include.
 template <class Self, class Base>
 class ORMIX_GEOMETRY_API Entity3d : public EntityVisits<Self, Base, SpatialSpace> {
  public:
-  static constexpr eCoordinateSystem3dType s_coordinateSystem3dType = eCS3DT_Cartesian;
+  static constexpr eCoordinateSystem3dType s_coordinateSystem3dType = eCS3DT_Cartesian;  ///< unless `Self` hides it
 
   using EntityVisits<Self, Base, SpatialSpace>::visitInSitu;
   using EntityVisits<Self, Base, SpatialSpace>::visitNonInSitu;
+  /// The visits of BaseGeometryEntity3d that only space has.
+  /// @{
   bool visitInSitu(const MinEnclosingSphereTransform3d& transform) final;
   GeometryEntity3dPtr visitNonInSitu(const MinEnclosingSphereTransform3d& transform) const final;
   bool visit(const AreaMsr3d& measure, omReal64& value) const final;
   bool visit(const VolumeMsr3d& measure, omReal64& value) const final;
+  /// @}
 
+  /// What `Self` declares.
+  /// @{
   eCoordinateSystem3dType getCoordinateSystem3dType() const final;
   eEntity3dType getEntity3dType() const final;
+  /// @}
 
  protected:
   Entity3d() = default;

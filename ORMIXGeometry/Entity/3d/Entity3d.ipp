@@ -16,7 +16,7 @@
 
 namespace ormix::geom {
 
-// Those that support something, complete: see EntityVisits.ipp.
+// The transforms and measures that support an entity must be complete types here: see EntityVisits.ipp.
 static_assert(sizeof(AnisotropicScaleTransform3d) > 0 && sizeof(HomographyTransform3d) > 0 &&
               sizeof(RigidTransform3d) > 0 && sizeof(RotationTransform3d) > 0 && sizeof(ScaleTransform3d) > 0 &&
               sizeof(SimilarityTransform3d) > 0 && sizeof(TranslationTransform3d) > 0);

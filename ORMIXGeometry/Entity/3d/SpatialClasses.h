@@ -3,8 +3,8 @@
 #include <ORMIXGeometry/Entity/ClassList.h>
 #include <ORMIXGeometry/Export.h>
 
-// Every spatial class, declared once. The first declaration decides the visibility of what is instantiated for a class
-// before it is defined, so nobody declares one again without including this.
+// The one declaration of every spatial class. The first declaration of a class decides the visibility of the templates
+// that are instantiated for it before it is defined: a header that needs a class declared includes this one.
 
 namespace ormix::geom {
 
@@ -58,8 +58,8 @@ class ORMIX_GEOMETRY_API AreaMsr3d;
 class ORMIX_GEOMETRY_API VolumeMsr3d;
 /// @}
 
-/// The entities of space. A class that is missing here does not compile. What else an entity needs stands in
-/// CONTRIBUTING.md.
+/// The entities of space. A concrete entity that is missing here does not compile; CONTRIBUTING.md says what else an
+/// entity needs.
 using SpatialEntityList =
     JoinedLists<ScalarClassList<BoundingBox3d, Cube3d, Cuboid3d, Ellipsoid3d, Mesh3d, MeshWithHoles3d, Point3d,
                                 PointCloud3d, Segment3d, Sphere3d, Triangle3d>,

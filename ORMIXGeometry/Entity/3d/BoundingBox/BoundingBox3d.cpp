@@ -34,7 +34,7 @@ bool compare(const BoundingBox3d<T>& a, const BoundingBox3d<T>& b, std::common_t
 template <class T>
 void intersection(const BoundingBox3d<T>& a, const BoundingBox3d<T>& b, BoundingBox3d<T>& result) {
   result.setCoords(upper(a.getMinCornerPt(), b.getMinCornerPt()), lower(a.getMaxCornerPt(), b.getMaxCornerPt()));
-  // Written so that a NaN coordinate keeps the computed box.
+  // A comparison with NaN is false: the box as computed is then kept.
   if (result.getXMin() > result.getXMax() || result.getYMin() > result.getYMax() || result.getZMin() > result.getZMax())
     result = BoundingBox3d<T>();
 }

@@ -5,23 +5,30 @@
 
 namespace ormix::geom {
 
-/// The cube centred at `center` whose faces are halfLength away from it,
-/// turned by Rz(chi)·Ry(beta)·Rx(alpha) (radians) about the origin of coordinates, the centre with it (intended): the
-/// real centre is the turned one. The roles of alpha and chi are the reverse of the ellipsoid's (intended). The size is
-/// not checked: a negative one is stored and swaps the names of the corners.
+/// The axis-parallel cube around `center` whose faces are at the distance halfLength from it, rotated by
+/// Rz(chi)·Ry(beta)·Rx(alpha), angles in radians. The rotation is about the origin of coordinates and not about the
+/// centre (intended), so that the centre of the rotated cube is the rotated `center`. alpha and chi have the reverse
+/// roles of those of `Ellipsoid3d` (intended). The size is not checked: a negative one is stored and exchanges the
+/// names of opposite corners.
 template <class T>
 class ORMIX_GEOMETRY_API Cube3d : public Entity3d<Cube3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Cube3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Cube;
+  static constexpr const char* s_className = "ormix::geom::Cube3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Cube;        ///< family
 
-  /// Size 0 at the origin.
+  /// Size 0 at the origin, all angles 0.
   Cube3d() = default;
+  /// Centre before the rotation, half the edge length in the unit of the coordinates, angles in radians; all stored as
+  /// given.
+  /// @{
   Cube3d(const Point3dData<T>& center, T halfLength, omReal64 alpha, omReal64 beta, omReal64 chi)
       : _centerPt(center), _halfLength(halfLength), _alpha(alpha), _beta(beta), _chi(chi) {}
   Cube3d(T cx, T cy, T cz, T halfLength, omReal64 alpha, omReal64 beta, omReal64 chi)
       : Cube3d(Point3dData<T>(cx, cy, cz), halfLength, alpha, beta, chi) {}
+  /// @}
 
+  /// Replaces everything, as the constructors, or the one value of the name.
+  /// @{
   void setCoords(const Point3dData<T>& center, T halfLength, omReal64 alpha, omReal64 beta, omReal64 chi) {
     *this = Cube3d(center, halfLength, alpha, beta, chi);
   }
@@ -34,8 +41,10 @@ class ORMIX_GEOMETRY_API Cube3d : public Entity3d<Cube3d<T>, BaseTypedGeometryEn
   void setAlpha(omReal64 alpha) { _alpha = alpha; }
   void setBeta(omReal64 beta) { _beta = beta; }
   void setChi(omReal64 chi) { _chi = chi; }
+  /// @}
 
-  /// As stored, not turned.
+  /// The values as stored: the centre before the rotation, half the edge length, the angles in radians.
+  /// @{
   const Point3dData<T>& center() const { return _centerPt; }
   T centerX() const { return _centerPt.getX(); }
   T centerY() const { return _centerPt.getY(); }
@@ -44,13 +53,14 @@ class ORMIX_GEOMETRY_API Cube3d : public Entity3d<Cube3d<T>, BaseTypedGeometryEn
   omReal64 getAlpha() const { return _alpha; }
   omReal64 getBeta() const { return _beta; }
   omReal64 getChi() const { return _chi; }
+  /// @}
 
-  /// The edge, twice the half length in the coordinate type; integers wrap around.
+  /// The edge length: twice the half length, in the coordinate type; integers wrap around.
   T getLength() const;
 
-  /// \name Corners.
-  /// The centre plus (±halfLength, ±halfLength, ±halfLength), turned about the origin. Front is the side of positive
-  /// local x, right that of positive y, top that of negative z.
+  /// A corner of the rotated cube: `center` plus (±halfLength, ±halfLength, ±halfLength), rotated about the origin of
+  /// coordinates. Before the rotation, front is the positive x side, right the positive y side, top the negative z
+  /// side.
   /// @{
   Point3dData<omReal64> topLeftFrontCorner() const { return corner(1, -1, -1); }
   Point3dData<omReal64> topRightFrontCorner() const { return corner(1, 1, -1); }
@@ -70,7 +80,7 @@ class ORMIX_GEOMETRY_API Cube3d : public Entity3d<Cube3d<T>, BaseTypedGeometryEn
            item("_beta", self._beta) && item("_chi", self._chi);
   }
 
-  /// The corner on the given sides, each -1 or 1, of the local axes.
+  /// The rotated corner on the given sides of the centre, each -1 or 1.
   Point3dData<omReal64> corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const;
 
   Point3dData<T> _centerPt;
@@ -80,8 +90,8 @@ class ORMIX_GEOMETRY_API Cube3d : public Entity3d<Cube3d<T>, BaseTypedGeometryEn
   omReal64 _chi = 0;
 };
 
-/// "[center=[0, 0, 0], l=4, chi=0.75, beta=0.5, alpha=0.25]", the full length; the angles stand in this order
-/// (intended).
+/// "[center=[0, 0, 0], l=4, chi=0.75, beta=0.5, alpha=0.25]", with the full edge length; the angles are in this
+/// order (intended).
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Cube3d<T>& cube);
 

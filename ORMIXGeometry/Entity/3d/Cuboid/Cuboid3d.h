@@ -5,18 +5,22 @@
 
 namespace ormix::geom {
 
-/// The cuboid centred at `center` that extends halfLength, halfWidth and halfHeight to either side along x, y and z,
-/// turned by Rz(chi)·Ry(beta)·Rx(alpha) (radians) about the origin of coordinates, the centre with it (intended): the
-/// real centre is the turned one. The roles of alpha and chi are the reverse of the ellipsoid's (intended). The sizes
-/// are not checked: negative ones are stored and swap the names of the corners.
+/// The axis-parallel cuboid around `center` that extends halfLength, halfWidth and halfHeight to either side of it
+/// along x, y and z, rotated by Rz(chi)·Ry(beta)·Rx(alpha), angles in radians. The rotation is about the origin of
+/// coordinates and not about the centre (intended), so that the centre of the rotated cuboid is the rotated `center`.
+/// alpha and chi have the reverse roles of those of `Ellipsoid3d` (intended). The sizes are not checked: negative ones
+/// are stored and exchange the names of opposite corners.
 template <class T>
 class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Cuboid3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Cuboid;
+  static constexpr const char* s_className = "ormix::geom::Cuboid3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Cuboid;        ///< family
 
-  /// Size 0 at the origin.
+  /// Size 0 at the origin, all angles 0.
   Cuboid3d() = default;
+  /// Centre before the rotation, half sizes along x, y and z in the unit of the coordinates, angles in radians; all
+  /// stored as given.
+  /// @{
   Cuboid3d(const Point3dData<T>& center, T halfLength, T halfWidth, T halfHeight, omReal64 alpha, omReal64 beta,
            omReal64 chi)
       : _centerPt(center),
@@ -28,7 +32,10 @@ class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeomet
         _chi(chi) {}
   Cuboid3d(T cx, T cy, T cz, T halfLength, T halfWidth, T halfHeight, omReal64 alpha, omReal64 beta, omReal64 chi)
       : Cuboid3d(Point3dData<T>(cx, cy, cz), halfLength, halfWidth, halfHeight, alpha, beta, chi) {}
+  /// @}
 
+  /// Replaces everything, as the constructors, or the one value of the name.
+  /// @{
   void setCoords(const Point3dData<T>& center, T halfLength, T halfWidth, T halfHeight, omReal64 alpha, omReal64 beta,
                  omReal64 chi) {
     *this = Cuboid3d(center, halfLength, halfWidth, halfHeight, alpha, beta, chi);
@@ -45,8 +52,10 @@ class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeomet
   void setAlpha(omReal64 alpha) { _alpha = alpha; }
   void setBeta(omReal64 beta) { _beta = beta; }
   void setChi(omReal64 chi) { _chi = chi; }
+  /// @}
 
-  /// As stored, not turned.
+  /// The values as stored: the centre before the rotation, the half sizes, the angles in radians.
+  /// @{
   const Point3dData<T>& center() const { return _centerPt; }
   T centerX() const { return _centerPt.getX(); }
   T centerY() const { return _centerPt.getY(); }
@@ -57,15 +66,18 @@ class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeomet
   omReal64 getAlpha() const { return _alpha; }
   omReal64 getBeta() const { return _beta; }
   omReal64 getChi() const { return _chi; }
+  /// @}
 
-  /// Full sizes, twice the half ones in the coordinate type; integers wrap around.
+  /// A full size: twice the half one, in the coordinate type; integers wrap around.
+  /// @{
   T getLength() const;
   T getWidth() const;
   T getHeight() const;
+  /// @}
 
-  /// \name Corners.
-  /// The centre plus (±halfLength, ±halfWidth, ±halfHeight), turned about the origin. Front is the side of positive
-  /// local x, right that of positive y, top that of negative z.
+  /// A corner of the rotated cuboid: `center` plus (±halfLength, ±halfWidth, ±halfHeight), rotated about the origin of
+  /// coordinates. Before the rotation, front is the positive x side, right the positive y side, top the negative z
+  /// side.
   /// @{
   Point3dData<omReal64> topLeftFrontCorner() const { return corner(1, -1, -1); }
   Point3dData<omReal64> topRightFrontCorner() const { return corner(1, 1, -1); }
@@ -86,7 +98,7 @@ class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeomet
            item("_alpha", self._alpha) && item("_beta", self._beta) && item("_chi", self._chi);
   }
 
-  /// The corner on the given sides, each -1 or 1, of the local axes.
+  /// The rotated corner on the given sides of the centre, each -1 or 1.
   Point3dData<omReal64> corner(omReal64 sideX, omReal64 sideY, omReal64 sideZ) const;
 
   Point3dData<T> _centerPt;
@@ -98,8 +110,8 @@ class ORMIX_GEOMETRY_API Cuboid3d : public Entity3d<Cuboid3d<T>, BaseTypedGeomet
   omReal64 _chi = 0;
 };
 
-/// "[center=[0, 0, 0], l=6, w=4, h=2, chi=0.75, beta=0.5, alpha=0.25]", the full sizes; the angles stand in this order
-/// (intended).
+/// "[center=[0, 0, 0], l=6, w=4, h=2, chi=0.75, beta=0.5, alpha=0.25]", with the full sizes; the angles are in this
+/// order (intended).
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Cuboid3d<T>& cuboid);
 

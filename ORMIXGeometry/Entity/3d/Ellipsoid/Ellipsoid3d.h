@@ -8,18 +8,20 @@
 
 namespace ormix::geom {
 
-/// The ellipsoid whose radii a, b and c lie along the columns of the rotation Rz(alpha)·Ry(beta)·Rx(chi) (radians):
-/// first chi about the x axis, then beta about y, then alpha about z, all about its centre. Nothing asks for
-/// a >= b >= c. Radii are not checked either; where signs matter, the helpers of ORMIXMath/Shape/Ellipsoid.h say so.
-/// All helpers compute in omReal64.
+/// The ellipsoid whose semi-axes a, b and c (`majorRadius`, `mediumRadius`, `minorRadius`) lie along the columns of the
+/// rotation Rz(alpha)·Ry(beta)·Rx(chi), angles in radians: first chi about the x axis, then beta about y, then alpha
+/// about z, all about its centre. Radii are stored as given: their order and signs are not checked. What zero and
+/// negative radii mean is said in ORMIXMath/Shape/Ellipsoid.h. Derived values are computed in omReal64.
 template <class T>
 class ORMIX_GEOMETRY_API Ellipsoid3d : public Entity3d<Ellipsoid3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Ellipsoid3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Ellipsoid;
+  static constexpr const char* s_className = "ormix::geom::Ellipsoid3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Ellipsoid;        ///< family
 
-  /// All radii 0 at the origin, not turned.
+  /// All radii 0 at the origin, all angles 0.
   Ellipsoid3d() = default;
+  /// Centre and radii in the unit of the coordinates, angles in radians; all stored as given.
+  /// @{
   Ellipsoid3d(const Point3dData<T>& center, T majorRadius, T mediumRadius, T minorRadius, omReal64 alpha, omReal64 beta,
               omReal64 chi) {
     setCoords(center, majorRadius, mediumRadius, minorRadius, alpha, beta, chi);
@@ -28,7 +30,10 @@ class ORMIX_GEOMETRY_API Ellipsoid3d : public Entity3d<Ellipsoid3d<T>, BaseTyped
               omReal64 chi) {
     setCoords({cx, cy, cz}, majorRadius, mediumRadius, minorRadius, alpha, beta, chi);
   }
+  /// @}
 
+  /// Replaces everything, as the constructors, or the values of the name. Angles change the rotation matrix.
+  /// @{
   void setCoords(const Point3dData<T>& center, T majorRadius, T mediumRadius, T minorRadius, omReal64 alpha,
                  omReal64 beta, omReal64 chi);
   void setCoords(T cx, T cy, T cz, T majorRadius, T mediumRadius, T minorRadius, omReal64 alpha, omReal64 beta,
@@ -41,7 +46,10 @@ class ORMIX_GEOMETRY_API Ellipsoid3d : public Entity3d<Ellipsoid3d<T>, BaseTyped
   void setMediumRadius(T radius) { _mediumRadius = radius; }
   void setMinorRadius(T radius) { _minorRadius = radius; }
   void setOrientation(omReal64 alpha, omReal64 beta, omReal64 chi);
+  /// @}
 
+  /// The values as stored; angles in radians.
+  /// @{
   const Point3dData<T>& center() const { return _centerPt; }
   T centerX() const { return _centerPt.getX(); }
   T centerY() const { return _centerPt.getY(); }
@@ -52,21 +60,25 @@ class ORMIX_GEOMETRY_API Ellipsoid3d : public Entity3d<Ellipsoid3d<T>, BaseTyped
   omReal64 getAlpha() const { return _alpha; }
   omReal64 getBeta() const { return _beta; }
   omReal64 getChi() const { return _chi; }
-  /// Rz(alpha)·Ry(beta)·Rx(chi).
+  /// @}
+  /// The rotation Rz(alpha)·Ry(beta)·Rx(chi): its columns are the directions of the semi-axes a, b and c.
   const Matrix3x3& getMatRot() const { return _matRot; }
 
+  /// The surface area, see ellipsoidArea().
   omReal64 area() const;
-  /// 4/3·π·a·b·c
+  /// 4/3·π·a·b·c, negative when the product of the radii is.
   omReal64 volume() const;
-  /// In [0, 1], of the section through the largest and the smallest radius: 0 for a sphere.
+  /// The eccentricity of the section through the largest and the smallest radius, in [0, 1]: 0 for a sphere, 1 for a
+  /// flat ellipsoid.
   omReal64 excentricity() const;
 
-  /// Distance from the centre to the surface in the direction (theta, phi) of the ellipsoid's own axes: theta from the
-  /// axis of c, phi from that of a toward that of b.
+  /// The distance from the centre to the surface in the direction (theta, phi) relative to the ellipsoid's own axes:
+  /// theta is the angle from the axis of c, phi the azimuth from the axis of a toward that of b, in radians.
   omReal64 radius(omReal64 theta, omReal64 phi) const;
-  /// The surface point in that direction.
+  /// The surface point in the direction (theta, phi) of `radius`.
   Point3dData<omReal64> boundaryPoint(omReal64 theta, omReal64 phi) const;
 
+  /// Reads the fields and computes the rotation matrix from the angles.
   BoolResult read(BaseIArchive& archive) override;
 
  private:
@@ -85,16 +97,17 @@ class ORMIX_GEOMETRY_API Ellipsoid3d : public Entity3d<Ellipsoid3d<T>, BaseTyped
   omReal64 _alpha = 0;
   omReal64 _beta = 0;
   omReal64 _chi = 0;
-  // Follows the angles; not archived.
+  // Computed from the angles; not archived.
   Matrix3x3 _matRot = boost::numeric::ublas::identity_matrix<omReal64>(3);
 };
 
-/// "[center=[0, 0, 0], a=3, b=2, c=1, chi=0.75, beta=0.5, alpha=0.25]"; the angles stand in this order (intended).
+/// "[center=[0, 0, 0], a=3, b=2, c=1, chi=0.75, beta=0.5, alpha=0.25]"; the angles are in this order (intended).
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Ellipsoid3d<T>& ellipsoid);
 
-/// Whether the centres are at most `tolerance` apart, as points compare, each radius differs by at most as much and
-/// each angle by at most `angleTolerance`. Angles are not wrapped, nor are different names of one shape recognised.
+/// Whether the centres are at most `tolerance` apart (see compare() of points), each radius differs by at most as much,
+/// and each angle by at most `angleTolerance`. Parameters are compared one by one: angles that differ by a full turn,
+/// or permuted axes with permuted radii, count as different.
 template <class T>
 bool compare(const Ellipsoid3d<T>& a, const Ellipsoid3d<T>& b, std::common_type_t<T> tolerance,
              omReal64 angleTolerance);

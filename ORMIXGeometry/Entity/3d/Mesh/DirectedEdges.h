@@ -10,8 +10,9 @@
 // Not installed.
 namespace ormix::geom {
 
-/// The half-edges of a mesh sorted by counting: first by the lower of their two vertices, then by index. So what runs
-/// between the same vertices lies in one bucket, and most buckets have a handful of entries.
+/// The half-edges of a mesh in buckets (counting sort): one bucket for each vertex, with the half-edges of which it is
+/// the lower of the two vertices, in ascending order of their indices. Half-edges between the same two vertices are
+/// therefore in one bucket, and most buckets have a handful of entries.
 class DirectedEdges {
  public:
   /// \param visitEdges called twice with a function `f(halfEdgeIdx, start, end)`, which it calls with the different
@@ -19,7 +20,8 @@ class DirectedEdges {
   template <class VisitEdges>
   DirectedEdges(std::size_t nbVertices, VisitEdges visitEdges) : _firstColl(nbVertices + 2) {
     visitEdges([this](omUInt32, omUInt32 start, omUInt32 end) { ++_firstColl[lowerOf(start, end) + 2]; });
-    // Now one bucket ahead: filling a bucket moves its beginning to its end, which is where the next one begins.
+    // The beginnings are stored one bucket ahead: filling a bucket advances its beginning to its end, which is the
+    // beginning of the next one.
     for (std::size_t bucket = 2; bucket < _firstColl.size(); ++bucket) _firstColl[bucket] += _firstColl[bucket - 1];
     _entryColl.reset(new Entry[_firstColl.back()]);
     visitEdges([this](omUInt32 halfEdgeIdx, omUInt32 start, omUInt32 end) {
@@ -27,13 +29,14 @@ class DirectedEdges {
     });
   }
 
-  /// Calls `onPair(h, o)` for half-edges in opposite directions along the same edge, and `onRepeat(first, again)` for
-  /// one that runs as an earlier one does, `first` being the earliest. Linear in vertices and half-edges, whatever the
-  /// valences. Where an edge has repeated half-edges, which pairs are reported is left open.
-  /// \param startOf gives the vertex where a half-edge starts
+  /// Calls `onPair(h, o)` for half-edges in opposite directions along the same edge, and `onRepeat(first, again)` for a
+  /// half-edge with the same start and end as an earlier one, `first` being the earliest of them. Linear in vertices
+  /// and half-edges, whatever the valences. For an edge with repeated half-edges it is unspecified which pairs are
+  /// reported.
+  /// \param startOf returns the start vertex of a half-edge
   template <class StartOf, class OnPair, class OnRepeat>
   void match(StartOf startOf, OnPair onPair, OnRepeat onRepeat) const {
-    std::vector<omUInt32> placeColl;  // for the large buckets
+    std::vector<omUInt32> placeColl;  // used for large buckets only
     const std::size_t nbVertices = _firstColl.size() - 2;
     for (std::size_t vertex = 0; vertex < nbVertices; ++vertex) {
       const omUInt32 first = _firstColl[vertex];
@@ -50,17 +53,17 @@ class DirectedEdges {
 
  private:
   struct Entry {
-    omUInt32 higherVertexIdx;
-    omUInt32 halfEdgeIdx;
+    omUInt32 higherVertexIdx;  ///< the other vertex of the half-edge
+    omUInt32 halfEdgeIdx;      ///< its index
   };
 
-  // Up to here, comparing all with all is faster than the way through memory by vertex.
+  // Up to this size of a bucket, comparing all pairs of entries is faster than a table indexed by vertex.
   static constexpr omUInt32 s_maxNbCompared = 24;
   static constexpr omUInt32 s_noPlace = std::numeric_limits<omUInt32>::max();
 
   static std::size_t lowerOf(omUInt32 start, omUInt32 end) { return start < end ? start : end; }
 
-  // The direction is looked up only where it matters, which is where the half-edge is about to be linked anyway.
+  // The direction is looked up only for entries with the same vertices, whose half-edges are then linked anyway.
   template <class StartOf, class OnPair, class OnRepeat>
   void matchByComparing(omUInt32 first, omUInt32 last, StartOf& startOf, OnPair& onPair, OnRepeat& onRepeat) const {
     for (omUInt32 place = first; place < last; ++place) {
@@ -78,8 +81,8 @@ class DirectedEdges {
     }
   }
 
-  // For each vertex and direction the place of the first entry; one of an earlier bucket lies before `first`, so that
-  // places need no clearing between buckets.
+  // `placeColl` has for each vertex and direction the place of the first entry. A place left by an earlier bucket is
+  // less than `first`, so that the table is not cleared between buckets.
   template <class Ascends, class OnPair, class OnRepeat>
   void matchByPlace(omUInt32 first, omUInt32 last, std::vector<omUInt32>& placeColl, Ascends& ascends, OnPair& onPair,
                     OnRepeat& onRepeat) const {
@@ -99,8 +102,8 @@ class DirectedEdges {
     }
   }
 
-  std::vector<omUInt32> _firstColl;     // by lower vertex, and the end
-  std::unique_ptr<Entry[]> _entryColl;  // not a vector, which would write every entry twice
+  std::vector<omUInt32> _firstColl;     // beginning of each bucket, by vertex, and the end of the last
+  std::unique_ptr<Entry[]> _entryColl;  // not a vector, which would initialise every entry first
 };
 
 }  // namespace ormix::geom

@@ -7,16 +7,16 @@
 
 namespace ormix::geom {
 
-/// Stands for a half-edge that is not there: the opposite one of an edge on a boundary.
+/// The index that means "no half-edge": the opposite of a half-edge on a boundary.
 inline constexpr omUInt32 s_noHalfEdge = std::numeric_limits<omUInt32>::max();
 
-/// One side of an edge, as the triangle sees it that lies there. It runs from its start vertex to that of the next
-/// half-edge of its triangle; the opposite half-edge runs the other way along the same edge.
+/// A directed edge of one triangle. It runs from its start vertex to the start vertex of the next half-edge of the
+/// triangle; the opposite half-edge, of the neighbour, runs the other way along the same edge.
 struct HalfEdge {
-  omUInt32 startVertexIdx;
-  omUInt32 nextHalfEdgeIdx;
-  omUInt32 oppositeHalfEdgeIdx;  ///< `s_noHalfEdge` on a boundary
-  omUInt32 triangleIdx;
+  omUInt32 startVertexIdx;       ///< index of the vertex where it starts
+  omUInt32 nextHalfEdgeIdx;      ///< index of the next half-edge of the same triangle
+  omUInt32 oppositeHalfEdgeIdx;  ///< index of the opposite half-edge, `s_noHalfEdge` on a boundary
+  omUInt32 triangleIdx;          ///< index of the triangle
 
   friend constexpr bool operator==(const HalfEdge& a, const HalfEdge& b) {
     return a.startVertexIdx == b.startVertexIdx && a.nextHalfEdgeIdx == b.nextHalfEdgeIdx &&
@@ -29,11 +29,11 @@ struct HalfEdge {
 
 namespace ormix {
 
-/// A run of half-edges is one numeric array of four columns, in the order of the members.
+/// A vector of half-edges is archived as one numeric array of four columns, in order of the members.
 template <>
 struct PackedCoordinates<geom::HalfEdge> {
-  using Scalar = omUInt32;
-  static constexpr std::size_t nbColumns = 4;
+  using Scalar = omUInt32;                     ///< type of the numbers
+  static constexpr std::size_t nbColumns = 4;  ///< one a member
 };
 
 }  // namespace ormix

@@ -7,12 +7,14 @@
 
 namespace ormix::geom {
 
-/// Finds the half-edge that runs from one vertex to another in expected constant time, whatever the valences: open
-/// addressing with linear probing over half-edge indices, whose vertices are looked up in the mesh's collection. A
-/// cache beside that collection: a copy of it starts empty and is filled again by `update`.
+/// Finds the half-edge that runs from one vertex to another in expected constant time, whatever the valences: a hash
+/// table of half-edge indices with linear probing, whose keys, the vertices, are looked up in the half-edges of the
+/// mesh. The table is a cache: a copy starts empty and is filled again by `update`.
 class ORMIX_GEOMETRY_API HalfEdgeTable {
  public:
   HalfEdgeTable() = default;
+  /// Copies are empty, and copy assignment empties the table; moves take the entries over.
+  /// @{
   HalfEdgeTable(const HalfEdgeTable&) noexcept {}
   HalfEdgeTable(HalfEdgeTable&& other) noexcept { swap(other); }
   HalfEdgeTable& operator=(const HalfEdgeTable& other) noexcept {
@@ -24,21 +26,23 @@ class ORMIX_GEOMETRY_API HalfEdgeTable {
     swap(staged);
     return *this;
   }
+  /// @}
   ~HalfEdgeTable() = default;
 
-  /// Enters the half-edges at the end of the collection that are not held yet, with room for `nbMore` others.
+  /// Inserts the half-edges at the end of the collection that are not in the table yet, and makes room for `nbMore`
+  /// others.
   void update(const std::vector<HalfEdge>& halfEdgeColl, std::size_t nbMore);
-  /// The half-edge from `start` to `end` among those held, or `s_noHalfEdge`.
+  /// The index of the half-edge in the table from vertex `start` to vertex `end`, or `s_noHalfEdge`.
   omUInt32 find(omUInt32 start, omUInt32 end, const std::vector<HalfEdge>& halfEdgeColl) const;
-  /// Releases the memory; to be called when half-edges held have changed.
+  /// Removes all entries and releases the memory. Must be called when half-edges in the table have changed.
   void clear() noexcept;
 
  private:
   void swap(HalfEdgeTable& other) noexcept;
   void enter(omUInt32 halfEdgeIdx, const std::vector<HalfEdge>& halfEdgeColl);
 
-  std::vector<omUInt32> _slotColl;  // a power of two, at most half of them taken
-  std::size_t _nbHeld = 0;          // the half-edges before this index are held
+  std::vector<omUInt32> _slotColl;  // as many as a power of two, at most half of them used
+  std::size_t _nbHeld = 0;          // the half-edges with indices below this are in the table
 };
 
 }  // namespace ormix::geom

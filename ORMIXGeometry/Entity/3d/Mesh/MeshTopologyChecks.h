@@ -5,13 +5,13 @@
 #include <array>
 #include <cstddef>
 
-// What the sources of MeshTopology share; not installed.
+// Checks and failures that several sources of MeshTopology use; not installed.
 namespace ormix::geom {
 
-/// Good when the indices are below `nbVertices`, fit the storage and differ.
+/// Success when the three vertex indices are below `nbVertices` and below the largest that is stored, and differ.
 BoolResult checkCorners(const std::array<std::size_t, 3>& corners, std::size_t nbVertices);
 
-/// \name What a mesh refuses.
+/// The failure with the message for this cause.
 /// @{
 BoolResult invalidVertex(std::size_t vertexIdx, std::size_t nbVertices);
 BoolResult tooManyTriangles();

@@ -8,11 +8,11 @@
 
 namespace ormix::geom {
 
-/// Calls `visit(halfEdgeIdx)` with each half-edge of one fan: those that start where the given one does and are reached
-/// from it by crossing edges, in the sense in which the triangles turn. The walk around an inner vertex begins with the
-/// given half-edge; that around a vertex on the boundary begins with the half-edge on the boundary. Where several fans
-/// touch in the vertex, the others are not visited. Linear in the fan, without memory of its own.
-/// \return whether the fan is closed: whether the walk came back to where it began
+/// Calls `visit(halfEdgeIdx)` with each half-edge of one fan: those that start at the same vertex as the given one and
+/// are reached from it by crossing edges, counter-clockwise as seen from outside. Around an inner vertex the walk
+/// begins with the given half-edge, around a vertex on the boundary with the half-edge on the boundary. If several fans
+/// touch in the vertex, only one is visited. Linear in the fan; nothing is allocated.
+/// \return whether the fan is closed, so that the walk returned to its beginning
 /// \throw ORMIXGeometryException, logged, for an invalid index, as all functions here
 template <class Visit>
 bool visitFan(const MeshTopology& topology, std::size_t halfEdgeIdx, Visit visit) {
@@ -33,10 +33,10 @@ bool visitFan(const MeshTopology& topology, std::size_t halfEdgeIdx, Visit visit
   return current == first;
 }
 
-/// Calls `visit(halfEdgeIdx)` with each half-edge of the boundary loop that the given one is on, in the sense in which
-/// they run; with none when it is not on a boundary. A loop stays in the fan through which it comes to a vertex, so
-/// that each half-edge on a boundary is on one loop, and a loop may come to the same vertex twice. Its steps turn
-/// around vertices: linear in the half-edges that start on it.
+/// Calls `visit(halfEdgeIdx)` with each half-edge of the boundary loop that contains the given one, in their direction;
+/// with none when it is not on a boundary. In a vertex where several fans touch, a loop continues within the fan of the
+/// half-edge that leads to the vertex. Each half-edge on a boundary is therefore on one loop, and a loop may pass
+/// through a vertex twice. Linear in the half-edges that start at vertices of the loop.
 template <class Visit>
 void visitBoundaryLoop(const MeshTopology& topology, std::size_t halfEdgeIdx, Visit visit) {
   if (topology.getHalfEdge(halfEdgeIdx).oppositeHalfEdgeIdx != s_noHalfEdge) return;
@@ -50,12 +50,13 @@ void visitBoundaryLoop(const MeshTopology& topology, std::size_t halfEdgeIdx, Vi
   } while (current != halfEdgeIdx);
 }
 
-/// For each vertex a half-edge that starts there, on the boundary if one is, or `s_noHalfEdge`: where walks around a
-/// vertex begin. Linear.
+/// For each vertex a half-edge that starts there, one on the boundary if there is any, or `s_noHalfEdge`: the beginning
+/// of a walk around the vertex. Linear.
 ORMIX_GEOMETRY_API std::vector<omUInt32> collectOutgoingHalfEdges(const MeshTopology& topology, std::size_t nbVertices);
 
-/// Sets `ring` to the neighbours of the vertex where the given half-edge starts, in its fan (see `visitFan`) and in
-/// order; those of a vertex on the boundary from one boundary edge to the other. \return whether the ring is closed
+/// Sets `ring` to the vertices that are neighbours of the start vertex of the given half-edge in its fan, in order of
+/// `visitFan`; for a vertex on the boundary from one boundary edge to the other.
+/// \return whether the ring is closed
 ORMIX_GEOMETRY_API bool collectOneRing(const MeshTopology& topology, std::size_t halfEdgeIdx,
                                        std::vector<std::size_t>& ring);
 
@@ -65,9 +66,10 @@ ORMIX_GEOMETRY_API std::size_t getNbBoundaryLoops(const MeshTopology& topology);
 ORMIX_GEOMETRY_API std::vector<std::vector<std::size_t>> collectBoundaryLoops(const MeshTopology& topology);
 
 /// The number of connected components: triangles that share an edge are in the same one, triangles that only touch in a
-/// vertex need not be. Vertices without triangles count as nothing. Linear.
+/// vertex need not be. Vertices without triangles are not counted. Linear.
 ORMIX_GEOMETRY_API std::size_t getNbComponents(const MeshTopology& topology);
-/// Sets `labels` to the component of each triangle, counted from 0 in order of their first triangles.
+/// Sets `labels` to the number of the component of each triangle; components are numbered from 0 in order of their
+/// first triangles. Linear.
 /// \return the number of components
 ORMIX_GEOMETRY_API std::size_t labelComponents(const MeshTopology& topology, std::vector<omUInt32>& labels);
 

@@ -8,20 +8,22 @@
 
 namespace ormix::geom {
 
-/// Makes a mesh the boundary of the convex hull of points: closed, its triangles counter-clockwise seen from outside.
+/// Replaces a mesh by the boundary of the convex hull of points: closed, with triangles that are counter-clockwise as
+/// seen from outside.
 ///
-/// The vertices are the extreme points, each once, in the order in which they are given (which of several equal points
-/// stands for all is not seen); none lies inside a face or an edge, and flat faces are cut into triangles in any way.
-/// No point is outside, not even by rounding, see convexHull3d(). The mesh's role stays as it was.
+/// The vertices are the extreme points of the hull, each once, in the order in which they are given. No vertex lies
+/// inside a face or an edge. How a face with more than three vertices is divided into triangles is unspecified. The
+/// hull is exact: no point is outside, not even by rounding, see convexHull3d(), which also has the complexity. The
+/// role of the mesh is kept.
 ///
-/// Fails, the mesh untouched, when a coordinate is NaN or infinite and when no four points are off one plane; the
-/// message says which point, or how many there are and what they span.
+/// Fails, with the mesh unchanged, when a coordinate is NaN or infinite and when all points lie in one plane; the
+/// message names the point, or how many points there are and what they span.
 ///
 /// \param points may be the vertices of `mesh` itself
 template <class T>
 BoolResult quickHull(const std::vector<Point3dData<T>>& points, Mesh3d<T>& mesh);
 
-/// The same of a cloud's points.
+/// The convex hull of the points of a cloud.
 template <class T>
 BoolResult quickHull(const PointCloud3d<T>& cloud, Mesh3d<T>& mesh) {
   return quickHull(cloud.getCollection(), mesh);

@@ -7,7 +7,7 @@
 // Not installed.
 namespace ormix::geom {
 
-/// "[" the addresses that the pointers hold, separated by ", " "]"
+/// Prints the addresses to which the pointers point: "[0x55d0c8, 0x55d0f0]".
 template <class V>
 std::ostream& printAddresses(std::ostream& stream, const std::vector<boost::shared_ptr<V>>& pointers) {
   stream << '[';

@@ -48,7 +48,8 @@ void Plan3d::setThrough(const Point3dData<omReal64>& point, const Vector3d& norm
 }
 
 Point3dData<omReal64> Plan3d::unitNormal() const {
-  // The components of getNormal(), which are cached but for the fold of a negative theta.
+  // The components of getNormal(): the stored cosines and sines, but for the sign that Vector3d::setCoords() gives to z
+  // when theta is negative.
   return {_sinTheta * _cosPhi, _sinTheta * _sinPhi, _theta < 0 ? -_cosTheta : _cosTheta};
 }
 
@@ -56,7 +57,7 @@ Point3dData<omReal64> Plan3d::getNearestPointFromOrigin() const { return _rho * 
 
 omReal64 Plan3d::signedDistanceOf(const Point3dData<omReal64>& point) const {
   const Point3dData<omReal64> normal = unitNormal();
-  // y where one expects z (intended).
+  // The third component has y in place of z (intended).
   return dot(
       {point.getX() - _rho * normal.getX(), point.getY() - _rho * normal.getY(), point.getY() - _rho * normal.getZ()},
       normal);

@@ -5,30 +5,44 @@
 
 namespace ormix::geom {
 
-/// A spatial point as an entity; converts implicitly to its coordinates and computes as they do.
+/// A spatial point as an entity. It converts implicitly to and from its coordinates, `Point3dData`, and has the same
+/// arithmetic and comparisons.
 template <class T>
 class ORMIX_GEOMETRY_API Point3d : public Entity3d<Point3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Point3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Point;
+  static constexpr const char* s_className = "ormix::geom::Point3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Point;        ///< family
 
+  /// The origin.
   Point3d() = default;
+  /// The point with these coordinates, stored as given.
+  /// @{
   Point3d(T x, T y, T z) : _ptData(x, y, z) {}
   Point3d(const Point3dData<T>& point) : _ptData(point) {}  // NOLINT(google-explicit-constructor): the same thing
+  /// @}
 
+  /// The coordinates. A reference is valid as long as the point.
+  /// @{
   operator const Point3dData<T>&() const { return _ptData; }  // NOLINT(google-explicit-constructor): the same thing
   const Point3dData<T>& getCoords() const { return _ptData; }
   T getX() const { return _ptData.getX(); }
   T getY() const { return _ptData.getY(); }
   T getZ() const { return _ptData.getZ(); }
+  /// @}
+  /// Replaces one coordinate or all.
+  /// @{
   void setX(T x) { _ptData.setX(x); }
   void setY(T y) { _ptData.setY(y); }
   void setZ(T z) { _ptData.setZ(z); }
   void setCoords(T x, T y, T z) { _ptData.setCoords(x, y, z); }
   void setCoords(const Point3dData<T>& point) { _ptData = point; }
+  /// @}
 
+  /// The distance from the origin, see normL2() of Point3dData.
   omReal64 normL2() const { return _ptData.normL2(); }
 
+  /// Arithmetic component by component, with the rounding and overflow of Point3dData.
+  /// @{
   Point3d& operator+=(const Point3dData<T>& other) {
     _ptData += other;
     return *this;
@@ -77,9 +91,10 @@ class ORMIX_GEOMETRY_API Point3d : public Entity3d<Point3d<T>, BaseTypedGeometry
     _ptData /= vector;
     return *this;
   }
+  /// @}
 
-  // Friends, so that the conversions of a point's coordinates apply. A point converts to its coordinates on the right
-  // only, which leaves nothing ambiguous between these and the operators of the coordinates.
+  // Friends, so that the right operand may be converted to coordinates. Only that one is converted, which keeps calls
+  // unambiguous between these operators and those of Point3dData.
   friend Point3d operator+(Point3d a, const Point3dData<T>& b) { return a += b; }
   friend Point3d operator-(Point3d a, const Point3dData<T>& b) { return a -= b; }
   friend Point3d operator*(Point3d a, const Point3dData<T>& b) { return a *= b; }
@@ -94,7 +109,7 @@ class ORMIX_GEOMETRY_API Point3d : public Entity3d<Point3d<T>, BaseTypedGeometry
   friend Point3d operator*(Point3d a, const Vector3d& vector) { return a *= vector; }
   friend Point3d operator/(Point3d a, const Vector3d& vector) { return a /= vector; }
 
-  // Against plain coordinates on either side too, without an ambiguous conversion.
+  // Overloads for Point3dData on either side avoid ambiguous conversions.
   friend bool operator==(const Point3d& a, const Point3d& b) { return a._ptData == b._ptData; }
   friend bool operator!=(const Point3d& a, const Point3d& b) { return a._ptData != b._ptData; }
   friend bool operator==(const Point3d& a, const Point3dData<T>& b) { return a._ptData == b; }
@@ -118,12 +133,13 @@ class ORMIX_GEOMETRY_API Point3d : public Entity3d<Point3d<T>, BaseTypedGeometry
   Point3dData<T> _ptData;
 };
 
+/// "[x, y, z]", as Point3dData prints.
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Point3d<T>& point) {
   return stream << point.getCoords();
 }
 
-/// \name As of the points' coordinates.
+/// The function of the same name applied to the coordinates, see Point3dData.h.
 /// @{
 template <class T>
 omReal64 normL2(const Point3d<T>& point) {

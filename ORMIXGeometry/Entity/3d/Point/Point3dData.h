@@ -11,22 +11,26 @@
 
 namespace ormix::geom {
 
-/// A triple of coordinates: the storage of every vertex, corner and centre. Trivially copyable, packed and without
-/// padding, so that a run of them is a run of numbers.
+/// Three coordinates: the storage of every vertex, corner and centre. Trivially copyable and without padding, so that
+/// consecutive points are consecutive numbers x, y, z.
 ///
 /// Arithmetic works component by component, with another point, a scalar or a vector. Integer coordinates wrap around
-/// on overflow; an integer quotient truncates toward zero, and a division by zero saturates (0 / 0 is 0). A vector's
-/// components are rounded to the coordinate type first and the result again, so that an integer point moved by a vector
-/// lands on an integer position.
+/// on overflow; an integer quotient truncates toward zero, and an integer division by zero saturates (0 / 0 is 0). A
+/// vector's components are rounded to the coordinate type first and the result again, so that an integer point moved by
+/// a vector has integer coordinates.
 template <class T>
 class ORMIX_GEOMETRY_API Point3dData {
  public:
-  using CoordinateType = T;
+  using CoordinateType = T;  ///< omInt32, omUInt32, omReal32 or omReal64
 
   /// The origin.
   constexpr Point3dData() = default;
+  /// The coordinates as given; NaN and infinity are allowed.
   constexpr Point3dData(T x, T y, T z) : _x(x), _y(y), _z(z) {}
 
+  /// Reads or replaces one coordinate or all. `getCoords` returns the point itself, as that of Point3d returns its
+  /// coordinates: generic code may call it on both.
+  /// @{
   constexpr T getX() const { return _x; }
   constexpr T getY() const { return _y; }
   constexpr T getZ() const { return _z; }
@@ -40,10 +44,13 @@ class ORMIX_GEOMETRY_API Point3dData {
   }
   constexpr void setCoords(const Point3dData& point) { *this = point; }
   constexpr const Point3dData& getCoords() const { return *this; }
+  /// @}
 
-  /// Distance from the origin, see the free function.
+  /// The distance from the origin, see the free function.
   omReal64 normL2() const;
 
+  /// Arithmetic component by component, see the class.
+  /// @{
   Point3dData& operator+=(const Point3dData& other);
   Point3dData& operator-=(const Point3dData& other);
   Point3dData& operator*=(const Point3dData& other);
@@ -56,6 +63,7 @@ class ORMIX_GEOMETRY_API Point3dData {
   Point3dData& operator-=(const Vector3d& vector);
   Point3dData& operator*=(const Vector3d& vector);
   Point3dData& operator/=(const Vector3d& vector);
+  /// @}
 
   friend Point3dData operator+(Point3dData a, const Point3dData& b) { return a += b; }
   friend Point3dData operator-(Point3dData a, const Point3dData& b) { return a -= b; }
@@ -77,8 +85,7 @@ class ORMIX_GEOMETRY_API Point3dData {
   }
   friend constexpr bool operator!=(const Point3dData& a, const Point3dData& b) { return !(a == b); }
 
-  /// \name Lexicographic order by z, then y, then x.
-  /// False where a NaN decides.
+  /// Lexicographic order by z, then y, then x; false when a NaN decides the comparison.
   /// @{
   friend constexpr bool operator<(const Point3dData& a, const Point3dData& b) {
     return a._z < b._z || (a._z == b._z && (a._y < b._y || (a._y == b._y && a._x < b._x)));
@@ -96,12 +103,13 @@ class ORMIX_GEOMETRY_API Point3dData {
   T _z{};
 };
 
-/// "[x, y, z]", each coordinate in the stream's formatting.
+/// "[x, y, z]", each coordinate formatted as the stream is set.
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Point3dData<T>& point);
 
-/// Distance from the origin. For 32-bit integers the squares and their sum are taken in 32-bit arithmetic that wraps
-/// around (intended), so that a signed sum of 2^31 or more gives NaN; for reals neither overflows nor underflows early.
+/// The distance from the origin. For integers the squares and their sum are computed in 32-bit arithmetic that wraps
+/// around (intended): a signed sum that wraps to a negative number gives NaN. For reals intermediate results neither
+/// overflow nor underflow.
 template <class T>
 omReal64 normL2(const Point3dData<T>& point);
 
@@ -110,8 +118,8 @@ omReal64 Point3dData<T>::normL2() const {
   return geom::normL2(*this);
 }
 
-/// The norm of b - a; for 32-bit integers the difference wraps around as well (intended), which keeps the distance of
-/// unsigned points right in both orders.
+/// The norm of b - a. For integers the differences are 32-bit, too, and wrap around (intended); since squares modulo
+/// 2^32 do not depend on the sign, the distance of unsigned points is the same in both orders.
 template <class T>
 omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b);
 
@@ -119,18 +127,19 @@ omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b);
 template <class T>
 bool compare(const Point3dData<T>& a, const Point3dData<T>& b, std::common_type_t<T> tolerance);
 
-/// Cross product of the points seen as vectors, in the coordinate type; integers wrap around.
+/// The cross product a × b of the position vectors, in the coordinate type; integers wrap around.
 template <class T>
 Point3dData<T> crossProduct(const Point3dData<T>& a, const Point3dData<T>& b);
 
-/// Conversion of each coordinate: reals to integers truncate toward zero, to omUInt32 by way of 64-bit integers of
-/// which the low 32 bits are kept, so that negative coordinates wrap.
+/// Converts each coordinate. Reals are truncated toward zero; for omUInt32 they are converted to 64-bit integers first,
+/// of which the low 32 bits are kept, so that negative coordinates wrap around.
 template <class TOut, class TIn>
 Point3dData<TOut> cast(const Point3dData<TIn>& point);
 
-// The scalars' rounding is not hidden by that of points.
+// Keeps round() of scalars visible beside that of points.
 using ormix::round;
-/// Each coordinate to the nearest integer, ties away from zero, saturated; 0 for NaN.
+/// Rounds each coordinate to the nearest integer, halves away from zero; values beyond the range become its nearest
+/// end, NaN becomes 0.
 template <class TOut, class TIn>
 Point3dData<TOut> round(const Point3dData<TIn>& point) {
   static_assert(std::is_integral_v<TOut> && std::is_same_v<TIn, omReal64>);
@@ -138,7 +147,9 @@ Point3dData<TOut> round(const Point3dData<TIn>& point) {
           ormix::round<TOut, TIn>(point.getZ())};
 }
 
-/// The coordinates of a run of points, x, y and z in turn.
+/// The coordinates of the points as one array x0, y0, z0, x1, ..., valid until the vector reallocates. There is nothing
+/// to dereference when there are no points.
+/// @{
 template <class T>
 const T* coordinates(const std::vector<Point3dData<T>>& points) {
   static_assert(sizeof(Point3dData<T>) == 3 * sizeof(T) && std::is_trivially_copyable_v<Point3dData<T>>);
@@ -148,5 +159,6 @@ template <class T>
 T* coordinates(std::vector<Point3dData<T>>& points) {
   return const_cast<T*>(coordinates(static_cast<const std::vector<Point3dData<T>>&>(points)));
 }
+/// @}
 
 }  // namespace ormix::geom

@@ -5,16 +5,17 @@
 
 namespace ormix {
 
-/// A run of points is one numeric array of three columns.
+/// A vector of points is archived as one numeric array of three columns, one row a point.
 template <class T>
 struct PackedCoordinates<geom::Point3dData<T>> {
-  using Scalar = T;
-  static constexpr std::size_t nbColumns = 3;
+  using Scalar = T;                            ///< type of the numbers
+  static constexpr std::size_t nbColumns = 3;  ///< x, y, z
 };
 
 namespace geom {
 
-/// A single point is a section with "x", "y" and "z".
+/// Writes or reads a single point: a section with "x", "y" and "z". A point whose reading fails stays unchanged.
+/// @{
 template <class T>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const Point3dData<T>& point) {
   BoolResult result = archive.beginSection(key);
@@ -37,6 +38,7 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, Point3dData<T>&
   if (result) point.setCoords(x, y, z);
   return result;
 }
+/// @}
 
 }  // namespace geom
 }  // namespace ormix

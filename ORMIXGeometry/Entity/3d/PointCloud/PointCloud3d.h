@@ -7,26 +7,33 @@
 
 namespace ormix::geom {
 
-/// A collection of spatial points in order of insertion, duplicates kept.
+/// Spatial points in order of insertion; points may coincide.
 template <class T>
 class ORMIX_GEOMETRY_API PointCloud3d : public Entity3d<PointCloud3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::PointCloud3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_PointCloud;
+  static constexpr const char* s_className = "ormix::geom::PointCloud3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_PointCloud;        ///< family
 
-  using PointColl = std::vector<Point3dData<T>>;
+  using PointColl = std::vector<Point3dData<T>>;  ///< the storage
 
+  /// No points.
   PointCloud3d() = default;
+  /// A copy of the points.
   explicit PointCloud3d(const PointColl& points) : _pointColl(points) {}
 
+  /// The number of points.
   std::size_t size() const { return _pointColl.size(); }
 
-  /// The points themselves, to be read or changed at will.
+  /// The points themselves; they may be changed, added and removed.
+  /// @{
   const PointColl& getCollection() const { return _pointColl; }
   PointColl& getCollection() { return _pointColl; }
+  /// @}
   /// Replaces all points by a copy of `points`.
   void setCollection(const PointColl& points) { _pointColl = points; }
+  /// Appends a point, in amortised constant time.
   void push_back(const Point3dData<T>& point) { _pointColl.push_back(point); }
+  /// Removes all points.
   void clear() { _pointColl.clear(); }
 
  private:
@@ -43,10 +50,11 @@ class ORMIX_GEOMETRY_API PointCloud3d : public Entity3d<PointCloud3d<T>, BaseTyp
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const PointCloud3d<T>& cloud);
 
-/// Converts each point as points are cast.
+/// Converts each point, see cast() of points.
 template <class TOut, class TIn>
 PointCloud3d<TOut> cast(const PointCloud3d<TIn>& cloud);
-/// The same into an existing cloud, whose memory is used again. \param result may be `cloud` itself
+/// The same into an existing cloud, whose memory is reused.
+/// \param result may be `cloud` itself
 template <class TOut, class TIn>
 void cast(const PointCloud3d<TIn>& cloud, PointCloud3d<TOut>& result);
 

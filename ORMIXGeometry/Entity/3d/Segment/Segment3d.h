@@ -8,24 +8,29 @@
 
 namespace ormix::geom {
 
-/// The closed segment { p0 + t (p1 − p0) : 0 <= t <= 1 }, a single point when both ends are equal. Only the length
-/// takes differences in the coordinate type; everything else computes in omReal64.
+/// The closed segment { p0 + t (p1 − p0) : 0 <= t <= 1 }, a single point when both ends are equal. Only the length is
+/// computed in the coordinate type, everything else in omReal64.
 template <class T>
 class ORMIX_GEOMETRY_API Segment3d : public Entity3d<Segment3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Segment3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Segment;
+  static constexpr const char* s_className = "ormix::geom::Segment3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Segment;        ///< family
 
   /// Both ends at the origin.
   Segment3d() = default;
+  /// Both ends as given.
+  /// @{
   Segment3d(const Point3dData<T>& pt0, const Point3dData<T>& pt1) : _pt0(pt0), _pt1(pt1) {}
   Segment3d(T x0, T y0, T z0, T x1, T y1, T z1) : _pt0(x0, y0, z0), _pt1(x1, y1, z1) {}
+  /// @}
   /// As `setCoords(pt0, vector)`.
   template <class Vector, class = std::enable_if_t<std::is_same_v<Vector, Vector3d>>>
   Segment3d(const Point3dData<T>& pt0, const Vector& vector) {
     setCoords(pt0, vector);
   }
 
+  /// Replaces both ends.
+  /// @{
   void setCoords(const Point3dData<T>& pt0, const Point3dData<T>& pt1) {
     _pt0 = pt0;
     _pt1 = pt1;
@@ -34,36 +39,41 @@ class ORMIX_GEOMETRY_API Segment3d : public Entity3d<Segment3d<T>, BaseTypedGeom
     _pt0.setCoords(x0, y0, z0);
     _pt1.setCoords(x1, y1, z1);
   }
-  /// The second end is the first one moved by the vector as points are: for integer coordinates the components are
-  /// rounded first. A template, so that coordinates in braces are a point.
+  /// @}
+  /// The second end is the first one plus the vector, whose components are rounded first for integer coordinates, see
+  /// Point3dData. A template, so that coordinates in braces are a point and not a vector.
   template <class Vector, class = std::enable_if_t<std::is_same_v<Vector, Vector3d>>>
   void setCoords(const Point3dData<T>& pt0, const Vector& vector) {
     setCoords(pt0, pt0 + vector);
   }
+  /// One end: p0 or p1.
+  /// @{
   void setPoint0(const Point3dData<T>& point) { _pt0 = point; }
   void setPoint1(const Point3dData<T>& point) { _pt1 = point; }
-
   const Point3dData<T>& getPoint0() const { return _pt0; }
   const Point3dData<T>& getPoint1() const { return _pt1; }
+  /// @}
 
-  /// The points' distance(): integer differences and squares wrap around (intended).
+  /// The distance() of the ends: integer differences and squares wrap around (intended).
   omReal64 getLength() const;
 
-  /// The middle is not rounded to the coordinate type and overflows for no ends.
+  /// The midpoint in omReal64: neither rounded to the coordinate type nor subject to overflow, whatever the ends are.
+  /// @{
   omReal64 getMiddleX() const { return omReal64(_pt0.getX()) / 2 + omReal64(_pt1.getX()) / 2; }
   omReal64 getMiddleY() const { return omReal64(_pt0.getY()) / 2 + omReal64(_pt1.getY()) / 2; }
   omReal64 getMiddleZ() const { return omReal64(_pt0.getZ()) / 2 + omReal64(_pt1.getZ()) / 2; }
   Point3dData<omReal64> getMiddlePoint() const { return {getMiddleX(), getMiddleY(), getMiddleZ()}; }
+  /// @}
 
-  /// The vector from p0 to p1, the zero vector for equal ends; straight down the z axis it comes out pointing up, as
-  /// every vector made from points (intended).
+  /// The vector from p0 to p1, the zero vector for equal ends. A segment in the direction −z gives a vector in the
+  /// direction +z, see Vector3d::setCoords() (intended).
   Vector3d getDirection() const;
-  /// The direction at length 1; (0, 0, 1) for equal ends.
+  /// The unit vector of that direction; (0, 0, 1) for equal ends.
   Vector3d getUnitDirection() const;
 
-  /// \name Distance to a point or a segment, and where it is taken.
-  /// As pointSegmentDistance() and segmentsDistance(): zero exactly when there is a point in common, NaN when a
-  /// coordinate is not finite. No integer wraps.
+  /// The distance to a point or a segment, see pointSegmentDistance() and segmentsDistance(): zero exactly when there
+  /// is a common point, NaN when a coordinate is not finite. Computed in omReal64, so that integers do not wrap around.
+  /// `nearest`, `nearestOnThis` and `nearestOnOther` are set to points of the segments at that distance.
   /// @{
   omReal64 distance(const Point3dData<T>& point) const;
   omReal64 distance(const Point3dData<T>& point, Point3dData<omReal64>& nearest) const;

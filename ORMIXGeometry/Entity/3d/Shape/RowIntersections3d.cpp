@@ -12,7 +12,7 @@ constexpr std::string_view s_slicesKey = "rowIntersectionsColl";
 
 BoolResult brokenSlices(const std::string& why) { return failure("Key \"" + std::string(s_slicesKey) + "\": " + why); }
 
-/// All slices in one piece.
+/// All slices as four arrays, as they are archived.
 struct PackedSlices {
   std::vector<omUInt64> startRowColl;
   std::vector<omUInt32> nbRowsColl;  // by slice
@@ -38,7 +38,7 @@ PackedSlices pack(const std::vector<RowIntersections>& slices) {
   return packed;
 }
 
-/// What is declared is not believed: each slice takes no more than what is left.
+/// Checks every declared number before it is used: a slice takes no more rows and runs than are left.
 BoolResult unpack(const PackedSlices& packed, std::vector<RowIntersections>& slices) {
   if (packed.startRowColl.size() != packed.nbRowsColl.size())
     return brokenSlices("start rows and numbers of rows are not equally many");

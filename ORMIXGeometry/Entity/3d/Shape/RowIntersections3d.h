@@ -12,11 +12,11 @@ class BaseOArchive;
 
 namespace ormix::geom {
 
-/// A set of voxels, slice by slice: the pixels of the slice z are those of `rowIntersectionsColl[z - zOffset]`. Rows
-/// are at constant y, runs along x.
+/// A set of voxels, slice by slice: the slice z has the pixels of `rowIntersectionsColl[z - zOffset]`, and slices
+/// before the first and after the last have none. Rows have constant y, runs extend along x.
 struct RowIntersections3d {
-  omUInt64 zOffset = 0;  ///< z of the first slice
-  std::vector<RowIntersections> rowIntersectionsColl;
+  omUInt64 zOffset = 0;                                ///< z of the first slice
+  std::vector<RowIntersections> rowIntersectionsColl;  ///< the slices, in ascending z without gaps
 
   friend bool operator==(const RowIntersections3d& a, const RowIntersections3d& b) {
     return a.zOffset == b.zOffset && a.rowIntersectionsColl == b.rowIntersectionsColl;
@@ -24,13 +24,13 @@ struct RowIntersections3d {
   friend bool operator!=(const RowIntersections3d& a, const RowIntersections3d& b) { return !(a == b); }
 };
 
-/// The number of voxels, the sum over the slices of their pixels.
+/// The number of voxels: the sum of the numbers of pixels of the slices.
 ORMIX_GEOMETRY_API omUInt64 getNbVoxels(const RowIntersections3d& rowIntersections);
 
-/// \name Archive.
-/// A section with "zOffset" and the section "rowIntersectionsColl", in it four numeric arrays: "startRowColl" and
-/// "nbRowsColl" with a number a slice, "nbRunsColl" with a number a row of all slices, "runColl" with begin and end of
-/// each run of all rows. Reading refuses arrays that do not fit each other and what `RowIntersections` would not hold.
+/// Writes or reads a section with "zOffset" and the section "rowIntersectionsColl", which has four numeric arrays:
+/// "startRowColl" and "nbRowsColl" with one number for each slice, "nbRunsColl" with one for each row of all slices,
+/// and "runColl" with begin and end of each run of all rows. Reading fails, with `rowIntersections` unchanged, when the
+/// lengths of the arrays contradict each other and when `RowIntersections::setRows` refuses a slice.
 /// @{
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const RowIntersections3d& rowIntersections);
 BoolResult readItem(BaseIArchive& archive, std::string_view key, RowIntersections3d& rowIntersections);

@@ -11,49 +11,61 @@ ORMIX_GEOMETRY_ENTITY3D_LEVELS(extern, Shape3d, BaseGeometryEntity3d)
 
 namespace ormix::geom {
 
-/// A volume in two descriptions: its voxels, and the surfaces of its connected parts. Nothing derives one from the
-/// other or checks that they agree; measures and transforms take the surfaces.
+/// A volume in two representations: its voxels, and the surfaces of its connected parts. Neither is derived from the
+/// other, and nothing checks that they agree; measures and transforms use the surfaces.
 ///
-/// Copies are deep: the meshes are copied too. A mesh may be null: it counts as none, but an archive refuses it.
+/// Copies are deep: the meshes are copied too. A mesh may be null: counts ignore it, measures fail on it, and a shape
+/// with it cannot be archived.
 class ORMIX_GEOMETRY_API Shape3d : public Entity3d<Shape3d, BaseGeometryEntity3d> {
   using Base = Entity3d<Shape3d, BaseGeometryEntity3d>;
 
  public:
-  static constexpr const char* s_className = "ormix::geom::Shape3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Shape;
+  static constexpr const char* s_className = "ormix::geom::Shape3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Shape;        ///< family
 
+  /// The surfaces, one mesh with its cavities for each connected part.
   using MeshWithHolesColl = std::vector<boost::shared_ptr<MeshWithHoles3d<omReal32>>>;
 
   /// No slices, no meshes.
   Shape3d() = default;
+  /// Copies are deep; moves take over slices and meshes.
+  /// @{
   Shape3d(const Shape3d& other);
   Shape3d(Shape3d&& other) noexcept;
   Shape3d& operator=(const Shape3d& other);
   Shape3d& operator=(Shape3d&& other) noexcept;
+  /// @}
   ~Shape3d() override;
 
-  /// \name Voxels.
+  /// The voxels themselves; they may be changed.
   /// @{
   const RowIntersections3d& getRowIntersections() const { return _rowIntersections; }
   RowIntersections3d& getRowIntersections() { return _rowIntersections; }
+  /// @}
+  /// The number of voxels; linear in the runs.
   omUInt64 getNbVoxels() const { return geom::getNbVoxels(_rowIntersections); }
-  /// The first row of the slice z, and the one behind its last.
-  /// \throw ORMIXGeometryException, logged, when z is not that of a slice
+  /// The y of the first row of the slice z, and the y after its last row.
+  /// \throw ORMIXGeometryException, logged, when there is no slice z
+  /// @{
   omUInt64 getStartY(omUInt64 z) const { return slice(z).getStartRow(); }
   omUInt64 getEndY(omUInt64 z) const { return slice(z).getEndRow(); }
-  /// The runs of the row y of the slice z; valid until the next change.
-  /// \throw ORMIXGeometryException, logged, when z is not that of a slice or y not in [getStartY(z), getEndY(z))
-  RowIntersections::Row getRowIntersections(omUInt64 z, omUInt64 y) const;
-  /// Removes the slices; the first one is at 0 again.
-  void clearRowIntersections() { _rowIntersections = {}; }
   /// @}
+  /// The runs of the row y of the slice z; valid until the voxels are changed.
+  /// \throw ORMIXGeometryException, logged, when there is no slice z or y is not in [getStartY(z), getEndY(z))
+  RowIntersections::Row getRowIntersections(omUInt64 z, omUInt64 y) const;
+  /// Removes all slices; zOffset becomes 0.
+  void clearRowIntersections() { _rowIntersections = {}; }
 
-  /// \name Surfaces.
+  /// The meshes themselves; they may be changed, added and removed.
   /// @{
   const MeshWithHolesColl& getMeshWithHolesColl() const { return _meshWithHolesColl; }
   MeshWithHolesColl& getMeshWithHolesColl() { return _meshWithHolesColl; }
+  /// @}
+  /// Removes all meshes.
   void clearMeshWithHolesColl() { _meshWithHolesColl.clear(); }
-  /// Sums over the meshes, with and without their holes.
+  /// Sums over the meshes: `Tot` with all their holes, `Exterior` of the exterior meshes alone. Numbers of edges are
+  /// linear in the half-edges.
+  /// @{
   std::size_t getNbTotVertices() const;
   std::size_t getNbTotEdges() const;
   std::size_t getNbTotTriangles() const;
@@ -62,6 +74,7 @@ class ORMIX_GEOMETRY_API Shape3d : public Entity3d<Shape3d, BaseGeometryEntity3d
   std::size_t getNbExteriorTriangles() const;
   /// @}
 
+  /// Removes voxels and meshes.
   void clear();
 
  private:
@@ -77,10 +90,11 @@ class ORMIX_GEOMETRY_API Shape3d : public Entity3d<Shape3d, BaseGeometryEntity3d
   MeshWithHolesColl _meshWithHolesColl;
 };
 
-/// "[" the addresses of the meshes, separated by ", " "]": meshes are deliberately not expanded.
+/// Prints the addresses of the meshes, "[0x55d0c8, 0x55d0f0]", not their contents (intended).
 ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream& stream, const Shape3d& shape);
 
-/// Whether the voxels are the same, and the meshes compare one by one, null ones with null ones.
+/// Whether the voxels are equal, there are as many meshes, null ones at the same positions, and the others are equal
+/// within the tolerance one by one, see compare() of meshes with holes.
 ORMIX_GEOMETRY_API bool compare(const Shape3d& a, const Shape3d& b, omReal32 tolerance);
 
 }  // namespace ormix::geom

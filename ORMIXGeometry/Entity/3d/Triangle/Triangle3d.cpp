@@ -21,7 +21,7 @@ Point3dData<omReal64> unitNormalOf(const Triangle3d<T>& triangle) {
   return length == 0 ? normal : normal / length;
 }
 
-/// The vector, which a direction straight down would turn round.
+/// The normal as a vector. convert() makes the direction −z point to +z; a negative length restores it.
 Vector3d vectorOf(const Point3dData<omReal64>& normal) {
   const Vector3d vector = convert(normal);
   return normal.getZ() < 0 && vector.getTheta() == 0 ? Vector3d(-vector.getRho(), 0, 0) : vector;

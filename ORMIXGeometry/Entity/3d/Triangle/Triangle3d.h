@@ -6,20 +6,23 @@
 
 namespace ormix::geom {
 
-/// The triangle of three vertices, counter-clockwise seen from the side its normal points to. Degenerate ones, with
-/// vertices on a line, have the normal and the area 0. Differences of vertices are taken in omReal64, where no integer
-/// wraps; only the perimeter takes the points' distance().
+/// The triangle of three vertices, which are counter-clockwise as seen from the side to which its normal points. A
+/// degenerate triangle, with collinear or equal vertices, has the zero vector as its normal and the area 0. Computed in
+/// omReal64, so that integers do not wrap around; only the perimeter uses the distance() of points.
 template <class T>
 class ORMIX_GEOMETRY_API Triangle3d : public Entity3d<Triangle3d<T>, BaseTypedGeometryEntity3d<T>> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Triangle3d";
-  static constexpr eEntity3dType s_entity3dType = eE3DT_Triangle;
+  static constexpr const char* s_className = "ormix::geom::Triangle3d";  ///< registered name
+  static constexpr eEntity3dType s_entity3dType = eE3DT_Triangle;        ///< family
 
   /// All vertices at the origin.
   Triangle3d() = default;
+  /// The vertices as given.
   Triangle3d(const Point3dData<T>& pt0, const Point3dData<T>& pt1, const Point3dData<T>& pt2)
       : _pt0(pt0), _pt1(pt1), _pt2(pt2) {}
 
+  /// Replaces all vertices or one.
+  /// @{
   void setCoords(const Point3dData<T>& pt0, const Point3dData<T>& pt1, const Point3dData<T>& pt2) {
     _pt0 = pt0;
     _pt1 = pt1;
@@ -28,14 +31,18 @@ class ORMIX_GEOMETRY_API Triangle3d : public Entity3d<Triangle3d<T>, BaseTypedGe
   void setPoint0(const Point3dData<T>& point) { _pt0 = point; }
   void setPoint1(const Point3dData<T>& point) { _pt1 = point; }
   void setPoint2(const Point3dData<T>& point) { _pt2 = point; }
+  /// @}
 
+  /// A vertex as stored.
+  /// @{
   const Point3dData<T>& getPoint0() const { return _pt0; }
   const Point3dData<T>& getPoint1() const { return _pt1; }
   const Point3dData<T>& getPoint2() const { return _pt2; }
+  /// @}
 
-  /// \name Normal.
-  /// (pt1 − pt0) × (pt2 − pt0), whose length is twice the area; the unit normal is the zero vector where that is 0.
-  /// As a vector, a normal straight down the z axis has a negative length, since no direction of a `Vector3d` is it.
+  /// The normal (pt1 − pt0) × (pt2 − pt0), whose length is twice the area, and that normal scaled to length 1, which is
+  /// the zero vector for a degenerate triangle. As a `Vector3d`, a normal in the direction −z has a negative rho, since
+  /// no angles of a `Vector3d` give that direction.
   /// @{
   Vector3d getNormal() const;
   void getNormal(omReal64& nx, omReal64& ny, omReal64& nz) const;
@@ -45,8 +52,8 @@ class ORMIX_GEOMETRY_API Triangle3d : public Entity3d<Triangle3d<T>, BaseTypedGe
 
   /// The mean of the vertices, not rounded to the coordinate type.
   Point3dData<omReal64> getBarycenter() const;
-  /// Sum of the edges' lengths. These are the points' distance(): integer differences and squares wrap around
-  /// (intended).
+  /// The sum of the lengths of the edges, each the distance() of two vertices: integer differences and squares wrap
+  /// around (intended).
   omReal64 perimeter() const;
   /// Half the length of the normal.
   omReal64 area() const;

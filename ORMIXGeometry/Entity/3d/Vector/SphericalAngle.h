@@ -5,22 +5,23 @@
 #include <cmath>
 
 /// \file
-/// The range of the angles that vectors and plans store; not installed.
+/// Reduction of angles to the ranges in which vectors and planes store them; not installed.
 
 namespace ormix::geom::detail {
 
-/// The angle in [-pi, pi), NaN where it is not finite.
+/// The angle reduced to [-pi, pi); NaN for one that is not finite.
 inline omReal64 signedAngle(omReal64 angle) {
-  omReal64 turned = std::fmod(angle, s_twoPi);
-  if (turned >= s_pi) turned -= s_twoPi;
-  if (turned < -s_pi) turned += s_twoPi;
-  return turned;
+  omReal64 reduced = std::fmod(angle, s_twoPi);
+  if (reduced >= s_pi) reduced -= s_twoPi;
+  if (reduced < -s_pi) reduced += s_twoPi;
+  return reduced;
 }
 
-/// The angle in [0, 2 pi], the upper end only for what rounds to it; NaN where it is not finite.
+/// The angle reduced to [0, 2 pi], where a negative angle of tiny magnitude gives 2 pi by rounding; NaN for one that is
+/// not finite.
 inline omReal64 positiveAngle(omReal64 angle) {
-  const omReal64 turned = std::fmod(angle, s_twoPi);
-  return turned < 0 ? turned + s_twoPi : turned;
+  const omReal64 reduced = std::fmod(angle, s_twoPi);
+  return reduced < 0 ? reduced + s_twoPi : reduced;
 }
 
 }  // namespace ormix::geom::detail

@@ -9,15 +9,15 @@
 namespace ormix::geom {
 
 void Vector3d::setCoords(omReal64 rho, omReal64 theta, omReal64 phi) {
-  omReal64 folded = detail::positiveAngle(theta);
-  omReal64 turned = detail::positiveAngle(phi);
-  // Not the equivalent direction, whose theta were 2 pi - folded: z changes its sign (intended).
-  if (folded >= s_pi) {
-    folded -= s_pi;
-    turned -= s_pi;
+  omReal64 polar = detail::positiveAngle(theta);
+  omReal64 azimuth = detail::positiveAngle(phi);
+  // The same direction would have the polar angle 2 pi - polar; this changes the sign of z (intended).
+  if (polar >= s_pi) {
+    polar -= s_pi;
+    azimuth -= s_pi;
   }
   _rho = rho;
-  setAngles(detail::signedAngle(folded), detail::signedAngle(turned));
+  setAngles(detail::signedAngle(polar), detail::signedAngle(azimuth));
 }
 
 void Vector3d::setAngles(omReal64 theta, omReal64 phi) {
@@ -35,9 +35,9 @@ void Vector3d::setCoords(const Point3dData<T>& point) {
   const auto y = static_cast<omReal64>(point.getY());
   const auto z = static_cast<omReal64>(point.getZ());
   const omReal64 rho = euclideanNorm(x, y, z);
-  // The arc cosine of z / rho, taken from the tangent: near the poles the cosine alone has lost half of the digits.
+  // Not the arc cosine of z / rho, which loses half of the digits near the poles.
   const omReal64 theta = rho == 0 ? 0 : std::atan2(euclideanNorm(x, y), z);
-  // Adding 0 turns -0 into 0, so that the zero vector has the angle 0.
+  // Adding 0 makes -0 a 0, so that the zero vector has the angle 0.
   setCoords(rho, theta, std::atan2(y + 0.0, x + 0.0));
 }
 
