@@ -6,15 +6,20 @@
 namespace ormix::geom {
 
 /// Kinds of spatial measures.
-enum eMeasure3dType { eM3DT_Area, eM3DT_Volume };
+enum eMeasure3dType {
+  eM3DT_Area,   ///< AreaMsr3d
+  eM3DT_Volume  ///< VolumeMsr3d
+};
 
 class ORMIX_GEOMETRY_API BaseGeometryMeasure3d;
 }  // namespace ormix::geom
 
 namespace ormix {
+/// The texts of eMeasure3dType.
 template <>
 struct EnumerationNames<geom::eMeasure3dType> {
-  static constexpr std::string_view typeName = "eMeasure3dType";
+  static constexpr std::string_view typeName = "eMeasure3dType";  ///< name of the enumeration
+  /// Names of the enumerators, in order.
   static constexpr std::array<std::string_view, 2> names{"eM3DT_Area", "eM3DT_Volume"};
 };
 
@@ -26,11 +31,13 @@ namespace ormix::geom {
 /// Root of the spatial measures.
 class ORMIX_GEOMETRY_API BaseGeometryMeasure3d : public VersionedLevel<BaseGeometryMeasure3d, BaseGeometryMeasure> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseGeometryMeasure3d";
+  static constexpr const char* s_className = "ormix::geom::BaseGeometryMeasure3d";  ///< registered name
 
   ~BaseGeometryMeasure3d() override;
 
+  /// Always `eCD_3d`.
   eCoordinateDimension getCoordinateDimension() const override;
+  /// The kind of this measure.
   virtual eMeasure3dType getMeasure3dType() const = 0;
 
  protected:

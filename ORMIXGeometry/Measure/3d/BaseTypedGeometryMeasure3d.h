@@ -9,14 +9,15 @@ template <class DataType>
 class ORMIX_GEOMETRY_API BaseTypedGeometryMeasure3d
     : public VersionedLevel<BaseTypedGeometryMeasure3d<DataType>, BaseGeometryMeasure3d> {
  public:
-  static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryMeasure3d";
+  static constexpr const char* s_className = "ormix::geom::BaseTypedGeometryMeasure3d";  ///< registered name
 
-  using Entity = BaseGeometryEntity3d;
-  using Value = DataType;
+  using Entity = BaseGeometryEntity3d;  ///< root of the entities that are measured
+  using Value = DataType;               ///< type of the result
 
-  /// Measures the entity. False where the entity is not supported; the value is then unspecified.
+  /// Measures the entity. False, without a log entry, when the entity is not supported or has a null part; the value is
+  /// then unspecified.
   virtual bool measure(const BaseGeometryEntity3d& entity, DataType& value) const = 0;
-  /// The same for the pointee, which must not be null.
+  /// The same for the entity to which the pointer points; it must not be null.
   bool measure(const GeometryEntity3dPtr& entity, DataType& value) const { return measure(*entity, value); }
 
  protected:

@@ -4,11 +4,11 @@
 #include <ORMIXMath/Shape/TriangleMesh.h>
 
 /// \file
-/// What the spatial measures share; not installed.
+/// Access of the measures to the triangles of a mesh; not installed.
 
 namespace ormix::geom::detail {
 
-/// The mesh's triangles, as long as it stays as it is.
+/// The triangles of the mesh, not copied: valid until the mesh is changed.
 template <class T>
 TriangleMeshView<T> triangleView(const Mesh3d<T>& mesh) {
   return {coordinates(mesh.getVertexColl()), mesh.getVertexIndexColl().data(), mesh.getNbTriangles()};

@@ -4,18 +4,21 @@
 #include <ORMIXMath/Shape/TriangleMesh.h>
 
 /// \file
-/// What a closed mesh encloses, computed about the mesh itself and not about the origin of coordinates.
+/// Volume, centroid and inertia of a closed mesh, computed relative to a point of the mesh and not to the origin of
+/// coordinates, so that their precision does not depend on the distance from it.
 
 namespace ormix::geom {
 
-/// The volume that `VolumeMsr3d` answers, as precise far from the origin as near it: a unit cube at 1e6 to 1e-9.
-/// Signed: positive when the triangles turn counter-clockwise as seen from outside. A mesh that is open or oriented in
-/// two ways gets a meaningless but finite number. O(triangles).
+/// The signed volume of a closed mesh, positive when the triangles are counter-clockwise as seen from outside. Its
+/// absolute value is that of `VolumeMsr3d`, but as precise far from the origin as near it: for a unit cube at a
+/// distance of 1e6 the error is 1e-9. For a mesh that is open or inconsistently oriented the number is finite but
+/// without meaning. O(triangles).
 template <class T>
 ORMIX_GEOMETRY_API omReal64 localVolume(const Mesh3d<T>& mesh);
 
-/// Volume, centroid and the inertia tensor about it of the body of density 1 within a closed mesh, oriented either way.
-/// \return false, the moments untouched, where the volume is zero or anything is not finite. O(triangles)
+/// Volume, centroid and inertia tensor about the centroid of the body of density 1 within a closed mesh of either
+/// orientation. O(triangles).
+/// \return false, with `result` unchanged, when the volume is zero or a result is not finite
 template <class T>
 ORMIX_GEOMETRY_API bool moments(const Mesh3d<T>& mesh, MeshMoments& result);
 

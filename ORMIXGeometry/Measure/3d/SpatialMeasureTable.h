@@ -5,14 +5,14 @@
 
 namespace ormix::geom {
 
-/// Which measures a spatial entity has.
+/// Which measures are defined for the entities of a class.
 struct SpatialMeasures {
-  bool area;
-  bool volume;
+  bool area;    ///< whether AreaMsr3d supports them
+  bool volume;  ///< whether VolumeMsr3d supports them
 };
 
-/// The table of the spatial measures, a row for each entity of space. Entities without an area and a volume are refused
-/// by the measures.
+/// The table of the spatial measures, with one row for each entity of space; an entity without a row does not compile.
+/// @{
 template <class Entity>
 inline constexpr SpatialMeasures s_spatialMeasuresOf = detail::missingRow<Entity, SpatialMeasures>();
 // clang-format off
@@ -32,5 +32,6 @@ template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Mesh3d<T
 template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<MeshWithHoles3d<T>> {true,  true};
 template <>        inline constexpr SpatialMeasures s_spatialMeasuresOf<Shape3d>            {true,  true};
 // clang-format on
+/// @}
 
 }  // namespace ormix::geom
