@@ -7,13 +7,13 @@
 namespace ormix::geom::detail {
 namespace {
 
-// A radius below this part of the largest one is 0 to far less than rounding.
+// A radius below this fraction of the largest one counts as 0: the error is far below rounding.
 constexpr omReal64 s_flat = 1e-20;
-// Beyond this many radii the distance is that of the centre to far less than rounding.
+// At more than this many radii the distance is taken to the centre: the error is far below rounding.
 constexpr omReal64 s_far = 1e100;
-// So close to the plane across the shortest axis, in parts of its radius, a point is on it.
+// A point counts as in the plane across the shortest axis when it is at most this fraction of that radius away.
 constexpr omReal64 s_onPlane = 1e-200;
-// A step this short, in parts of what it changes, is the last one.
+// The iteration ends with a step that is at most this fraction of the value.
 constexpr omReal64 s_lastStep = 1e-10;
 
 /// The length of a vector, as euclideanNorm() takes it.
@@ -43,7 +43,7 @@ omReal64 AxesDistance<N>::operator()(const Values& point) const {
   Values x;
   for (std::size_t i = 0; i < N; ++i) x[i] = std::abs(point[i]);
   if (_nbAxes == N) return toSurface(x);
-  // What is flat is full: a disk or a segment.
+  // With zero radii the set is a solid disk, a segment or a point: over its inside only the distance across it counts.
   Values beside{};
   std::copy(x.begin() + _nbAxes, x.end(), beside.begin() + _nbAxes);
   const omReal64 across = lengthOf(beside);
@@ -54,9 +54,9 @@ omReal64 AxesDistance<N>::operator()(const Values& point) const {
 
 // The nearest point is (r² x / (r² + t)) in each coordinate, with the largest t for which it lies on the surface
 // (Eberly 2013, Distance from a Point to an Ellipse, an Ellipsoid, or a Hyperellipsoid). With w = 1 + t / smallest² all
-// terms of the norm fall in w, the inverse of the norm is concave, and Newton's iteration on it climbs from the left to
-// the root without ever passing it (Conn, Gould and Toint 2000, Trust-Region Methods, 7.3): safe from the start below,
-// and a handful of steps in nearly all cases, since the function is close to a straight line.
+// terms of the norm decrease in w, the inverse of the norm is concave, and Newton's iteration on it increases from a
+// start below the root towards it without passing it (Conn, Gould and Toint 2000, Trust-Region Methods, 7.3). It
+// converges from the start below, and in a handful of steps in nearly all cases, since the function is nearly linear.
 template <std::size_t N>
 omReal64 AxesDistance<N>::toSurface(const Values& x) const {
   const std::size_t last = _nbAxes - 1;
@@ -71,18 +71,18 @@ omReal64 AxesDistance<N>::toSurface(const Values& x) const {
   }
   if (isFar) {
     omReal64 length = 0;
-    // Infinite beside a NaN, too, which turning an infinite point leaves.
+    // std::hypot is infinite also for infinity and NaN: rotating an infinite point gives both.
     for (std::size_t i = 0; i <= last; ++i) length = std::hypot(length, x[i]);
     return length;
   }
   std::size_t nbTerms = _nbAxes;
-  omReal64 rise = 0;  // of the nearest point over the plane, for a point on it
+  omReal64 rise = 0;  // distance of the nearest point from the plane, for a point in it
   if (scaled[last] < s_onPlane && last > 0) {
     nbTerms = last;
     omReal64 square = 0;
     for (std::size_t i = 0; i < last; ++i)
       if (scaled[i] > 0) square += (scaled[i] / _excess[i]) * (scaled[i] / _excess[i]);
-    // Inside the evolute two points off the plane are nearest.
+    // For points inside the evolute the two nearest points are not in the plane.
     if (square < 1) {
       w = 0;
       rise = _radii[last] * std::sqrt(1 - square);
@@ -90,7 +90,7 @@ omReal64 AxesDistance<N>::toSurface(const Values& x) const {
   }
   Values u{};
   bool isSettled = rise > 0;
-  // Few need more than 8 steps; the bound is for what nobody has seen.
+  // More than 8 steps are rare; the bound guarantees an end.
   for (int step = 0; step < 64; ++step) {
     omReal64 square = 0;
     omReal64 slope = 0;
@@ -103,11 +103,12 @@ omReal64 AxesDistance<N>::toSurface(const Values& x) const {
     }
     if (isSettled) break;
     const omReal64 change = (std::sqrt(square) - 1) * square / slope;
-    // The next error is about the square of this step. NaN settles, too, as does rounding that would lead back.
+    // The next error is about the square of this step. NaN ends the iteration too, as does a step that rounding makes
+    // negative.
     isSettled = !(change > s_lastStep * w);
     if (change > 0) w += change;
   }
-  Values off{};  // from the nearest point
+  Values off{};  // difference to the nearest point
   for (std::size_t i = 0; i < nbTerms; ++i) off[i] = _radii[i] * u[i] - x[i];
   if (nbTerms < _nbAxes) off[last] = rise;
   return lengthOf(off);

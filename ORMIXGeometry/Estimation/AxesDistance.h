@@ -6,32 +6,34 @@
 #include <cstddef>
 
 /// \file
-/// Distance of points to an ellipse or ellipsoid seen along its axes, as residuals need it; not installed.
+/// Distance of points to an ellipse or ellipsoid in the coordinates along its axes, for residuals; not installed.
 
 namespace ormix::geom::detail {
 
-/// Distance to the curve or surface (not to what it encloses) of the points at the centre plus radius · unit vector.
-/// Zero radii leave a disk, a segment or a point. Right to about an epsilon of the largest of distance and radii
-/// wherever the point is: on the axes, at the centre, on the surface and far away. NaN and infinite points have NaN and
-/// infinite distances.
+/// Distance to an ellipse (N = 2, the curve and not the disk) or ellipsoid (N = 3, the surface and not the solid) with
+/// its centre at the origin and its axes along those of the coordinates. With zero radii the set is a solid disk, a
+/// segment or a point. The error is about epsilon times the largest of distance and radii for every point: on the axes,
+/// at the centre, on the surface and far away. NaN and infinite points have NaN and infinite distances.
 template <std::size_t N>
 class AxesDistance {
  public:
-  using Values = std::array<omReal64, N>;
+  using Values = std::array<omReal64, N>;  ///< one number for each axis
 
-  /// \param radii not negative, the largest first
+  /// \param radii not negative, in descending order
   explicit AxesDistance(const Values& radii);
 
-  /// \param point its coordinates along the axes, in their order; signs do not matter
+  /// The distance of a point.
+  /// \param point its coordinates along the axes, in order of the radii; signs do not matter
   omReal64 operator()(const Values& point) const;
 
  private:
+  /// Distance within the axes with radii that are not zero, for coordinates that are not negative.
   omReal64 toSurface(const Values& x) const;
 
   Values _radii;
-  std::size_t _nbAxes = 0;  ///< Of them those that are not flat.
-  Values _ratio{};          ///< Squared ratios of the radii to the smallest, at least 1.
-  Values _excess{};         ///< The ratios less 1, without cancellation.
+  std::size_t _nbAxes = 0;  ///< number of radii that are not zero
+  Values _ratio{};          ///< squared ratios of these radii to the smallest of them, at least 1
+  Values _excess{};         ///< the squared ratios minus 1, computed without cancellation
 };
 
 extern template class AxesDistance<2>;

@@ -12,24 +12,24 @@
 #endif
 
 /// \file
-/// Means and sums of products of centred coordinates, the whole of what the closed-form estimators need to know of
-/// their samples, in one pass over memory. It is taken about the mean of a part of the rows, so that the step to the
-/// mean of all costs no digits; sums of blocks are added two by two, so that rounding grows with the logarithm of the
-/// number of rows.
+/// Means of coordinates and sums of products of centred coordinates, from which the closed-form estimators compute
+/// their models, in one pass over the samples. The pass is centred at the mean of a part of the rows, so that the
+/// correction to the mean of all loses no digits. Sums of blocks are added pairwise, so that rounding errors grow with
+/// the logarithm of the number of rows.
 
 namespace ormix::geom::detail {
 
-/// Rows of D values each: value d of row i is columns[d][Stride * i]. So the halves of pairs may stand side by side or
-/// in two runs of points.
+/// Rows of D values each, not owned: value d of row i is columns[d][Stride * i]. Sources and targets of pairs may
+/// therefore be in one array or in two.
 template <std::size_t D, std::size_t Stride = D>
 struct RowView {
-  static constexpr std::size_t dimension = D;
-  static constexpr std::size_t stride = Stride;
+  static constexpr std::size_t dimension = D;    ///< values of a row
+  static constexpr std::size_t stride = Stride;  ///< step from one row to the next
 
-  std::array<const omReal64*, D> columns;
-  std::size_t nbRows;
+  std::array<const omReal64*, D> columns;  ///< the first row's values
+  std::size_t nbRows;                      ///< number of rows
 
-  /// The rows of samples of dimension D, as they stand.
+  /// The rows of samples of dimension D, not copied.
   static RowView of(const SampleView& samples) {
     RowView rows{{}, samples.nbSamples};
     for (std::size_t d = 0; d < D; ++d) rows.columns[d] = samples.data + d;
@@ -41,43 +41,45 @@ struct RowView {
     for (const omReal64*& column : rows.columns) column += Stride * start;
     return rows;
   }
+  /// One value, not checked.
   omReal64 operator()(std::size_t row, std::size_t d) const { return columns[d][Stride * row]; }
 };
 
 /// Mean of the rows and sums over them of products of their centred values.
 template <std::size_t Dimension, std::size_t NbProducts>
 struct CentredSums {
-  omReal64 nbRows = 0;
-  std::array<omReal64, Dimension> mean{};
-  std::array<omReal64, NbProducts> sums{};
+  omReal64 nbRows = 0;                      ///< number of rows, as a factor
+  std::array<omReal64, Dimension> mean{};   ///< mean of each value
+  std::array<omReal64, NbProducts> sums{};  ///< sum of each product, about the mean
 };
 
-// Four rows, in one register or two; they fix the order of sums and so the bits, on every processor the same.
+// The values of four rows, in one register or two. They determine the order of sums, so that all processors compute the
+// same bits.
 using SumLanes [[gnu::vector_size(32)]] = omReal64;
 constexpr std::size_t nbSumLanes = 4;
-// Rows of a block.
+// Number of rows of a block.
 constexpr std::size_t nbSumRows = 512;
 
-/// `Products` states `nbProducts`, `add(centred, products)`, which adds to each product that of the centred values of
-/// four rows, one vector for each value, and `isSmall(step, sums)`: whether the products of a step to another centre
-/// are small against the sums.
+/// The computation of CentredSums. `Products` defines the products: their number `nbProducts`; `add(centred,
+/// products)`, which adds to each product that of the centred values of four rows, given as one vector for each value;
+/// and `isSmall(step, sums)`, whether the products of a change of the centre are small compared with the sums.
 template <class Products, class Rows>
 class CentredSummation {
  public:
-  using Sums = CentredSums<Rows::dimension, Products::nbProducts>;
+  using Sums = CentredSums<Rows::dimension, Products::nbProducts>;  ///< the result
 
-  /// Sums of the rows, at least one. O(rows), nothing is allocated.
+  /// The sums of the rows, of which there must be at least one. O(rows); nothing is allocated.
   static Sums of(const Rows& rows) {
-    Centre centre = roughCentre(rows);
-    Sums sums = about(centre, rows);
+    Center center = roughCenter(rows);
+    Sums sums = about(center, rows);
     std::array<omReal64, P> step = productsOf(sums.mean, sums.nbRows);
     if (!Products::isSmall(step.data(), sums.sums.data())) {
-      // The part was not like the whole: once more, about the mean.
-      for (std::size_t d = 0; d < D; ++d) centre[d] += sums.mean[d];
-      sums = about(centre, rows);
+      // The mean of the part was too far from that of all rows: a second pass about the latter.
+      for (std::size_t d = 0; d < D; ++d) center[d] += sums.mean[d];
+      sums = about(center, rows);
       step = productsOf(sums.mean, sums.nbRows);
     }
-    for (std::size_t d = 0; d < D; ++d) sums.mean[d] += centre[d];
+    for (std::size_t d = 0; d < D; ++d) sums.mean[d] += center[d];
     for (std::size_t p = 0; p < P; ++p) sums.sums[p] -= step[p];
     return sums;
   }
@@ -85,22 +87,22 @@ class CentredSummation {
  private:
   static constexpr std::size_t D = Rows::dimension;
   static constexpr std::size_t P = Products::nbProducts;
-  using Centre = std::array<omReal64, D>;
+  using Center = std::array<omReal64, D>;
 
-  /// Mean of rows spread evenly over all, of all where they are few.
-  static Centre roughCentre(const Rows& rows) {
+  /// The mean of up to 256 rows at equal intervals.
+  static Center roughCenter(const Rows& rows) {
     constexpr std::size_t nbMost = 256;
     const std::size_t every = (rows.nbRows + nbMost - 1) / nbMost;
-    Centre centre{};
+    Center center{};
     omReal64 nbUsed = 0;
     for (std::size_t i = 0; i < rows.nbRows; i += every, ++nbUsed)
-      for (std::size_t d = 0; d < D; ++d) centre[d] += rows(i, d) - rows(0, d);
-    for (std::size_t d = 0; d < D; ++d) centre[d] = rows(0, d) + centre[d] / nbUsed;
-    return centre;
+      for (std::size_t d = 0; d < D; ++d) center[d] += rows(i, d) - rows(0, d);
+    for (std::size_t d = 0; d < D; ++d) center[d] = rows(0, d) + center[d] / nbUsed;
+    return center;
   }
 
-  /// What the sums change by when the centre does by `step`.
-  static std::array<omReal64, P> productsOf(const Centre& step, omReal64 nbRows) {
+  /// The change of the sums when the centre is changed by `step`.
+  static std::array<omReal64, P> productsOf(const Center& step, omReal64 nbRows) {
     SumLanes lanes[D];
     for (std::size_t d = 0; d < D; ++d) lanes[d] = SumLanes{step[d]};
     SumLanes products[P] = {};
@@ -110,49 +112,49 @@ class CentredSummation {
     return result;
   }
 
-  /// Mean relative to the centre, and sums about the centre.
-  static Sums about(const Centre& centre, const Rows& rows) {
-    Sums sums = ofRange(rows, centre);
+  /// The mean relative to the centre, and the sums about the centre.
+  static Sums about(const Center& center, const Rows& rows) {
+    Sums sums = ofRange(rows, center);
     sums.nbRows = static_cast<omReal64>(rows.nbRows);
     for (omReal64& mean : sums.mean) mean /= sums.nbRows;
     return sums;
   }
 
-  /// The same with sums in place of the means.
-  static Sums ofRange(const Rows& rows, const Centre& centre) {
-    if (rows.nbRows <= nbSumRows) return ofBlock(rows, centre);
+  /// The same, with the sums of the values in place of the means.
+  static Sums ofRange(const Rows& rows, const Center& center) {
+    if (rows.nbRows <= nbSumRows) return ofBlock(rows, center);
     const std::size_t nbBlocks = (rows.nbRows + nbSumRows - 1) / nbSumRows;
     const std::size_t nbFirst = nbBlocks / 2 * nbSumRows;
-    Sums sums = ofRange(rows.part(0, nbFirst), centre);
-    const Sums rest = ofRange(rows.part(nbFirst, rows.nbRows - nbFirst), centre);
+    Sums sums = ofRange(rows.part(0, nbFirst), center);
+    const Sums rest = ofRange(rows.part(nbFirst, rows.nbRows - nbFirst), center);
     for (std::size_t d = 0; d < D; ++d) sums.mean[d] += rest.mean[d];
     for (std::size_t p = 0; p < P; ++p) sums.sums[p] += rest.sums[p];
     return sums;
   }
 
-  static Sums ofBlock(const Rows& rows, const Centre& centre) {
+  static Sums ofBlock(const Rows& rows, const Center& center) {
 #if defined(ORMIX_HAS_AVX2_VERSION)
-    if (__builtin_cpu_supports("avx2")) return ofBlockAvx2(rows, centre);
+    if (__builtin_cpu_supports("avx2")) return ofBlockAvx2(rows, center);
 #endif
-    return ofBlockInline(rows, centre);
+    return ofBlockInline(rows, center);
   }
 
 #if defined(ORMIX_HAS_AVX2_VERSION)
-  /// The same operations on the same lanes, four to a register.
-  [[gnu::target("avx2")]] static Sums ofBlockAvx2(const Rows& rows, const Centre& centre) {
-    return ofBlockInline(rows, centre);
+  /// The same function compiled for AVX2: the same operations in the same order, with four lanes in one register.
+  [[gnu::target("avx2")]] static Sums ofBlockAvx2(const Rows& rows, const Center& center) {
+    return ofBlockInline(rows, center);
   }
 #endif
 
-  [[gnu::always_inline]] static inline Sums ofBlockInline(const Rows& rows, const Centre& centre) {
-    // Never more than a block; said so that compilers do not fear an overflow.
+  [[gnu::always_inline]] static inline Sums ofBlockInline(const Rows& rows, const Center& center) {
+    // nbRows is at most nbSumRows; std::min lets compilers exclude an overflow of indices.
     const std::size_t nbRows = std::min(rows.nbRows, nbSumRows);
     constexpr std::size_t step = Rows::stride;
     SumLanes shift[D];
     SumLanes sum[D] = {};
     SumLanes products[P] = {};
     SumLanes lanes[D];
-    for (std::size_t d = 0; d < D; ++d) shift[d] = centre[d] - SumLanes{};
+    for (std::size_t d = 0; d < D; ++d) shift[d] = center[d] - SumLanes{};
     std::size_t row = 0;
     for (; row + nbSumLanes <= nbRows; row += nbSumLanes) {
       for (std::size_t d = 0; d < D; ++d) {
@@ -163,10 +165,10 @@ class CentredSummation {
       Products::add(lanes, products);
     }
     if (row < nbRows) {
-      // The lanes that have no row stand at the centre and add nothing.
+      // Lanes without a row are 0 after centring and add nothing.
       for (std::size_t d = 0; d < D; ++d) {
         lanes[d] = SumLanes{};
-        for (std::size_t l = 0; row + l < nbRows; ++l) lanes[d][l] = rows.columns[d][step * (row + l)] - centre[d];
+        for (std::size_t l = 0; row + l < nbRows; ++l) lanes[d][l] = rows.columns[d][step * (row + l)] - center[d];
         sum[d] += lanes[d];
       }
       Products::add(lanes, products);

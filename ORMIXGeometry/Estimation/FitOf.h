@@ -8,8 +8,8 @@
 
 namespace ormix::geom::detail {
 
-/// Estimates from samples, or from sources and targets apart, and hands the parameters on when that succeeded: the
-/// one-call fits; not installed.
+/// Estimates the parameters from samples, or from sources and targets, and calls `use(params)` on success. Implements
+/// the functions of Fit2d.h and Fit3d.h; not installed.
 template <class Estimator, class Use, class... Views>
 BoolResult fitOf(const Use& use, const Views&... samples) {
   RealVector params;

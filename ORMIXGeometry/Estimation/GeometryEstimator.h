@@ -6,13 +6,14 @@
 
 namespace ormix::geom {
 
-/// The uniform part of a concrete estimator of the plane or of space: it is registered, can be copied, and declares its
-/// sizes. `Self` states `s_className` and, in the order in which they are declared, `s_minimalDataSize`, `s_nbParams`
-/// and `s_sampleDimension`. Samples that are NaN or infinite never lead to a success. The bodies are in
-/// GeometryEstimator.ipp.
+/// What is the same in every concrete estimator of the plane or of space: registration, copies and the sizes. `Self`
+/// declares `s_className`, the number of samples that determine a model `s_minimalDataSize`, the number of parameters
+/// `s_nbParams` and the number of values of a sample `s_sampleDimension`. Estimation from samples that are NaN or
+/// infinite always fails. The bodies are in GeometryEstimator.ipp.
 template <class Self>
 class ORMIX_GEOMETRY_API GeometryEstimator : public RegisteredObject<Self, BaseEstimator> {
  protected:
+  /// Sets the sizes that `Self` declares.
   GeometryEstimator();
   GeometryEstimator(const GeometryEstimator&) = default;
   GeometryEstimator(GeometryEstimator&&) = default;
@@ -22,7 +23,7 @@ class ORMIX_GEOMETRY_API GeometryEstimator : public RegisteredObject<Self, BaseE
 
  private:
   friend FieldAccess;
-  // An estimator keeps nothing between two estimations.
+  // An estimator has no state.
   template <class S, class F>
   static bool fields(S&, F&&) {
     return true;

@@ -25,7 +25,7 @@ BoolResult estimationFailure(eEstimationMessage::eId id, const Arguments&... arg
   return failure(formatMessage<eEstimationMessage>(id, arguments...));
 }
 
-/// One residual a sample of `Dimension` values: what the function object answers for its row.
+/// Sets one residual for each sample of `Dimension` values: what `residual` returns for the address of its first value.
 template <std::size_t Dimension, class Residual>
 BoolResult fillResiduals(const SampleView& samples, RealVector& residuals, const Residual& residual) {
   omReal64* values = residuals.data().begin();

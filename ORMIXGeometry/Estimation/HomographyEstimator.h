@@ -11,22 +11,25 @@ namespace ormix::geom {
 /// The estimators of projective maps of the plane (D = 2) and of space (D = 3), from pairs of a source p1 and its
 /// target p2.
 ///
-/// Solves the direct linear system of one row a pair and target coordinate over the elements of the matrix, of least
-/// squares under unit length, in coordinates moved to the means and scaled to the spreads (Hartley 1997). Fails with
-/// the message of the class when its rank is more than two below the number of elements. One more than the matrix'
-/// factor may stay open (with the fewest pairs, when all but one of the sources are collinear in the plane or coplanar
-/// in space): one of the maps that agree with the pairs is returned, intended. The residual of a pair is the transfer
-/// distance, from p2 to the image of p1, infinite or NaN where that has none. Far from the origin a perspective is held
-/// by the matrix less well than by the pairs: docs/accuracy.md has the sizes. O(pairs), no allocation. The bodies are
-/// in HomographyEstimator.ipp.
+/// Direct linear transformation: the elements of the matrix are the vector of length 1 that minimises the squared
+/// residuals of a homogeneous linear system with one row for each pair and target coordinate, in coordinates that are
+/// centred at the means and scaled by the spreads (Hartley 1997). Fails with the message of the class when the rank of
+/// the system is more than two below the number of elements. A null space of dimension two is accepted (intended): it
+/// occurs with the fewest pairs when all but one of the sources are collinear in the plane or coplanar in space, and
+/// one of the maps through the pairs is then returned.
+///
+/// The residual of a pair is the transfer error, the distance of p2 from the image of p1; infinite or NaN where p1 has
+/// no finite image. Far from the origin the elements of the matrix represent a perspective less precisely than the
+/// pairs do, see docs/accuracy.md. O(pairs); nothing is allocated. The bodies are in HomographyEstimator.ipp.
 template <class Self, std::size_t D>
 class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self> {
  public:
+  /// The matrix of the map.
   using Matrix = std::conditional_t<D == 2, Matrix3x3, Matrix4x4>;
 
   using BaseEstimator::computeEstimation;
   using BaseEstimator::computeResiduals;
-  /// \name The same with a matrix in place of the parameters
+  /// The functions of the same names of BaseEstimator with a matrix in place of the parameters.
   /// @{
   BoolResult computeEstimation(const DataSet& dataSet, Matrix& matrix);
   BoolResult computeEstimation(const SampleView& samples, Matrix& matrix);
@@ -34,9 +37,12 @@ class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self> {
   BoolResult computeResiduals(const SampleView& samples, const Matrix& matrix, RealVector& residuals) const;
   /// @}
 
+  /// The functions that computeEstimation() and computeResiduals() call; see BaseEstimator.
+  /// @{
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
+  /// @}
 };
 
 }  // namespace ormix::geom

@@ -12,19 +12,22 @@ struct PairSums2d;
 struct PairSums3d;
 }  // namespace detail
 
-/// An estimator of a transform of the plane (D = 2) or of space (D = 3) that needs no more of its pairs than their
-/// means and sums of products: `Self` states `estimate(sums, params)`, static. The bodies are in PairEstimator.ipp.
+/// An estimator of a transform of the plane (D = 2) or of space (D = 3) that is computed from the means of its pairs
+/// and their sums of products alone: `Self` has a static function `estimate(sums, params)`. The bodies are in
+/// PairEstimator.ipp.
 template <class Self, std::size_t D>
 class ORMIX_GEOMETRY_API PairEstimator : public GeometryEstimator<Self> {
  public:
+  /// Means and sums of products of pairs.
   using Sums = std::conditional_t<D == 2, detail::PairSums2d, detail::PairSums3d>;
 
   using BaseEstimator::computeEstimation;
-  /// The same from sources and targets that stand apart, such as two collections of points, which are read where they
-  /// are: pairs made of them would have to be written and read first. Fails with message 13 for different numbers of
-  /// them, and as the estimation from pairs, `params` untouched.
+  /// The same from sources and targets in separate arrays, such as two collections of points, which are not copied:
+  /// target i belongs to source i. Fails, with `params` unchanged, with message 13 for different numbers of them, and
+  /// as the estimation from pairs.
   BoolResult computeEstimation(const SampleView& sources, const SampleView& targets, RealVector& params);
 
+  /// Computes the sums of the pairs and calls `Self::estimate`.
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
 };
 

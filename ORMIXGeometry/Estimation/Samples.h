@@ -8,21 +8,24 @@
 
 namespace ormix::geom {
 
-/// Samples for an estimator in one run of memory, either their own or that of the points they were made from, which
-/// then have to live and stay where they are as long as the samples. See toSamples().
+/// Samples for an estimator in contiguous memory, which is either owned or that of the points from which they were
+/// made. In the latter case the points must neither be destroyed nor reallocated as long as the samples are used. See
+/// toSamples().
 class Samples {
  public:
-  /// Values of its own, `dimension` for each sample.
+  /// Owns the values, `dimension` for each sample; `dimension` must not be 0.
   Samples(std::vector<omReal64> values, std::size_t dimension)
       : _values(std::move(values)), _nbSamples(_values.size() / dimension), _dimension(dimension) {}
-  /// Somebody else's values.
+  /// Refers to values that are owned elsewhere.
   explicit Samples(const SampleView& borrowed)
       : _borrowed(borrowed.data), _nbSamples(borrowed.nbSamples), _dimension(borrowed.dimension) {}
 
-  /// Valid as long as this object.
+  /// The samples; valid as long as this object, and as the points where it does not own the values.
+  /// @{
   SampleView view() const { return {_borrowed ? _borrowed : _values.data(), _nbSamples, _dimension}; }
   operator SampleView() const { return view(); }  // NOLINT(google-explicit-constructor): the same thing
-  /// Whether the values are those of the points themselves.
+  /// @}
+  /// Whether the values are owned elsewhere: by the points themselves.
   bool isBorrowed() const { return _borrowed != nullptr; }
 
  private:

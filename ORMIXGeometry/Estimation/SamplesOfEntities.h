@@ -14,12 +14,12 @@
 #include <vector>
 
 /// \file
-/// What toDataSet() and toSamples() share in the plane and in space; not installed. A function object `sampleOf` gives
-/// the array of an entity's values.
+/// Implementation of toDataSet() and toSamples() for the plane and for space; not installed. A function object
+/// `sampleOf` returns the values of an entity as an array.
 
 namespace ormix::geom::detail {
 
-/// The values of the one, then of the other.
+/// The values of the first array followed by those of the second.
 template <std::size_t N>
 std::array<omReal64, 2 * N> joined(const std::array<omReal64, N>& first, const std::array<omReal64, N>& second) {
   std::array<omReal64, 2 * N> both{};
@@ -30,7 +30,7 @@ std::array<omReal64, 2 * N> joined(const std::array<omReal64, N>& first, const s
   return both;
 }
 
-/// A vector for each of `nbSamples` samples.
+/// The samples `sampleAt(0)` to `sampleAt(nbSamples - 1)`, one vector each.
 template <class SampleAt>
 DataSet dataSetOf(std::size_t nbSamples, const SampleAt& sampleAt) {
   DataSet dataSet;
@@ -43,7 +43,7 @@ DataSet dataSetOf(std::size_t nbSamples, const SampleAt& sampleAt) {
   return dataSet;
 }
 
-/// All samples in one run.
+/// The samples `sampleAt(0)` to `sampleAt(nbSamples - 1)` in contiguous memory.
 template <class SampleAt>
 Samples samplesOf(std::size_t nbSamples, const SampleAt& sampleAt) {
   constexpr std::size_t dimension = std::tuple_size_v<decltype(sampleAt(0))>;
@@ -64,13 +64,13 @@ void requireEqualSizes(const std::vector<Point>& first, const std::vector<Point>
       __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
-/// The sample number i of single entities.
+/// A function object that returns the sample of entity i.
 template <class Entity, class SampleOf>
 auto single(const std::vector<Entity>& entities, SampleOf sampleOf) {
   return [&entities, sampleOf](std::size_t i) { return sampleOf(entities[i]); };
 }
 
-/// The sample number i of points of two collections.
+/// A function object that returns the sample of pair i: the point i of both collections.
 /// \throw as requireEqualSizes()
 template <class Point, class SampleOf>
 auto paired(const std::vector<Point>& first, const std::vector<Point>& second, SampleOf sampleOf) {
@@ -78,7 +78,7 @@ auto paired(const std::vector<Point>& first, const std::vector<Point>& second, S
   return [&first, &second, sampleOf](std::size_t i) { return joined(sampleOf(first[i]), sampleOf(second[i])); };
 }
 
-/// The coordinates of points where they are, when they are omReal64; else as samplesOf().
+/// Samples that refer to the coordinates of the points when these are omReal64, and converted copies otherwise.
 template <class Point, class SampleOf>
 Samples samplesInPlace(const std::vector<Point>& points, SampleOf sampleOf) {
   if constexpr (std::is_same_v<typename Point::CoordinateType, omReal64>)

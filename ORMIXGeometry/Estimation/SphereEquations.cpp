@@ -68,7 +68,7 @@ BoolResult SphereEquations<D>::processJacobian(const RealVector& params, RealMat
   if (!checked) return checked;
   jacobian.resize(getNbEquations(), D + 1, false);
   for (std::size_t i = 0; i < _points.size(); ++i) {
-    // The last factor is intended: see the declaration.
+    // The factor params(d) is intended, see the declaration.
     for (std::size_t d = 0; d < D; ++d) jacobian(i, d) = -2 * (_points[i][d] - params(d)) * params(d);
     jacobian(i, D) = -2 * params(D);
   }

@@ -14,16 +14,17 @@ namespace ormix::geom {
 template <std::size_t D>
 class ORMIX_GEOMETRY_API SphereEquations : public BaseCostFunction {
  public:
-  /// Copies the points. Fails, and leaves the function as clear() does, when there are none, and for a point that has
-  /// not D coordinates or one that is NaN or infinite (its index is named).
+  /// Copies the points. Fails, with the function empty as after clear(), when there are none, and for a point that does
+  /// not have D coordinates or has one that is NaN or infinite; the message has the index of the point.
   BoolResult init(const DataSet& dataSet) override;
-  /// Fails unless there are D + 1 parameters.
+  /// The value of each equation. Fails unless there are D + 1 parameters.
   BoolResult processEquations(const RealVector& params, RealVector& values) const override;
-  /// The row of a point is (-2 (x - cx) cx, -2 (y - cy) cy, ..., -2 r). The factors cx, cy, ... do not belong to the
-  /// derivative: intended, results of existing programs depend on them. Fails unless there are D + 1 parameters.
+  /// The row of a point is (-2 (x - cx) cx, -2 (y - cy) cy, ..., -2 r). The factors cx, cy, ... are not those of the
+  /// derivative (intended): results of existing programs depend on them. Fails unless there are D + 1 parameters.
   BoolResult processJacobian(const RealVector& params, RealMatrix& jacobian) const override;
 
  protected:
+  /// No points.
   SphereEquations();
   SphereEquations(const SphereEquations&) = default;
   SphereEquations(SphereEquations&&) = default;
@@ -31,6 +32,7 @@ class ORMIX_GEOMETRY_API SphereEquations : public BaseCostFunction {
   SphereEquations& operator=(SphereEquations&&) = default;
   ~SphereEquations() override;
 
+  /// Removes the points and releases their memory.
   void clearDerived() override;
 
  private:

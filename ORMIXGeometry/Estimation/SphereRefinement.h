@@ -5,8 +5,8 @@
 
 namespace ormix::geom::detail {
 
-/// What the estimators of circle and sphere do to refine: improves `start` on the samples by the cost function, whose
-/// failure to be initialised is told by the message with that id; not installed.
+/// Implements refineEstimation() of circles and spheres: improves `start` on the samples by iterative refinement of the
+/// cost function. If that cannot be initialised, the failure has the message `id` with the reason. Not installed.
 template <class CostFunction>
 BoolResult refineBy(eEstimationMessage::eId id, const DataSet& dataSet, const RealVector& start, RealVector& params,
                     const RefinementOptions& options) {

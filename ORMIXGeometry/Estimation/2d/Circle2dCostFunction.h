@@ -8,6 +8,7 @@ namespace ormix::geom {
 /// not the derivative: see SphereEquations.
 class ORMIX_GEOMETRY_API Circle2dCostFunction : public SphereEquations<2> {
  public:
+  /// No points; see init().
   Circle2dCostFunction();
   Circle2dCostFunction(const Circle2dCostFunction&) = default;
   Circle2dCostFunction(Circle2dCostFunction&&) = default;

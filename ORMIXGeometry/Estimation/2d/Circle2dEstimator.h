@@ -21,24 +21,24 @@ extern template class GeometryEstimator<Circle2dEstimator>;
 /// Three points give the circle through them. More give the one that minimises the sum of squared residuals, the
 /// solution of the linear system with the rows (2x, 2y, 1 | x² + y²) (Kåsa 1976). Fails with message 0 for points that
 /// are collinear or coincide, to rounding of their coordinates. The residual of a point is algebraic and signed,
-/// (x - cx)² + (y - cy)² - r². O(points), no allocation.
+/// (x - cx)² + (y - cy)² - r². O(points); nothing is allocated.
 class ORMIX_GEOMETRY_API Circle2dEstimator : public GeometryEstimator<Circle2dEstimator> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Circle2dEstimator";
-  static constexpr std::size_t s_minimalDataSize = 3;
-  static constexpr std::size_t s_nbParams = 3;
-  static constexpr std::size_t s_sampleDimension = 2;
+  static constexpr const char* s_className = "ormix::geom::Circle2dEstimator";  ///< registered name
+  static constexpr std::size_t s_minimalDataSize = 3;                           ///< points
+  static constexpr std::size_t s_nbParams = 3;                                  ///< cx, cy, r
+  static constexpr std::size_t s_sampleDimension = 2;                           ///< x, y
 
   /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction; the sum of squared residuals of
   /// `params` is never larger than that of `start`. Fails with message 1 and the reason when the cost function cannot
-  /// be initialised, or as refineIteratively(), `params` untouched.
+  /// be initialised, or as refineIteratively(), with `params` unchanged.
   BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                               const RefinementOptions& options = {}) const;
 
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
-  /// 2r.
+  /// 2r: near the surface the residual is about 2r times the distance.
   omReal64 getResidualScale(const RealVector& params) const override;
 };
 

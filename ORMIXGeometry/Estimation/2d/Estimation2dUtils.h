@@ -10,24 +10,24 @@
 #include <vector>
 
 /// \file
-/// From entities to the samples of estimators. T is one of the four scalar types, converted to omReal64 exactly.
+/// Conversion of entities to samples of estimators, either to a DataSet, with one vector and one allocation for each
+/// sample, or to contiguous samples. For large collections the allocations of a DataSet cost many times what the
+/// estimation does. T is one of the four scalar types, which are converted to omReal64 exactly.
 
 namespace ormix::geom {
 
-/// \name As a DataSet
-/// One vector a sample: a standard interchange, but an allocation for each, which for large collections costs many
-/// times what the estimation does. toSamples() avoids it.
+/// A sample (x, y) for each point.
 /// @{
-
-/// One (x, y) for each point.
 template <class T>
 ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Point2d<T>>& points);
 template <class T>
 ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Point2dData<T>>& points);
-/// One (theta, rho) for each line.
+/// @}
+/// A sample (theta, rho) for each line.
 ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Line2d>& lines);
-/// One (x1, y1, x2, y2) for each index.
+/// A sample (x1, y1, x2, y2) for each index.
 /// \throw ORMIXGeometryException, logged first, when the collections have different sizes
+/// @{
 template <class T>
 ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Point2d<T>>& first, const std::vector<Point2d<T>>& second);
 template <class T>
@@ -35,9 +35,8 @@ ORMIX_GEOMETRY_API DataSet toDataSet(const std::vector<Point2dData<T>>& first,
                                      const std::vector<Point2dData<T>>& second);
 /// @}
 
-/// \name As one run of memory
-/// The same samples in one allocation, none at all for Point2dData<omReal64>, whose coordinates are used where they
-/// are.
+/// A sample (x, y) for each point, in one allocation. Point2dData<omReal64> are not copied: the samples refer to their
+/// coordinates.
 /// \code
 /// Circle2dEstimator estimator;
 /// estimator.computeEstimation(toSamples(points).view(), params);
@@ -47,10 +46,14 @@ template <class T>
 ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2d<T>>& points);
 template <class T>
 ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2dData<T>>& points);
-/// The points would not outlive their samples.
+/// @}
+/// Not available for temporary points, which would be destroyed before their samples.
 Samples toSamples(std::vector<Point2dData<omReal64>>&& points) = delete;
+/// A sample (theta, rho) for each line, in one allocation.
 ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Line2d>& lines);
+/// A sample (x1, y1, x2, y2) for each index, in one allocation.
 /// \throw ORMIXGeometryException, logged first, when the collections have different sizes
+/// @{
 template <class T>
 ORMIX_GEOMETRY_API Samples toSamples(const std::vector<Point2d<T>>& first, const std::vector<Point2d<T>>& second);
 template <class T>

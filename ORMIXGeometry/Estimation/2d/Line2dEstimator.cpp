@@ -38,8 +38,8 @@ struct PointProducts2d {
 };
 
 struct Moments {
-  omReal64 mx, my;         ///< Means.
-  omReal64 sxx, sxy, syy;  ///< Means of products about the means.
+  omReal64 mx, my;         ///< means
+  omReal64 sxx, sxy, syy;  ///< means of products of centred coordinates
 };
 
 Moments momentsOf(const SampleView& samples) {
@@ -50,13 +50,13 @@ Moments momentsOf(const SampleView& samples) {
 bool haveDirection(const Moments& m) {
   constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
   const omReal64 largest = std::max(m.sxx, m.syy);
-  // The absolute threshold of Sxy is intended; so written that NaN has no direction.
+  // The absolute threshold of Sxy is intended. False for NaN.
   return largest > 0 && std::isfinite(m.sxx + m.syy) && std::isfinite(m.sxy) &&
          (std::abs(m.sxx - m.syy) >= largest * threshold || std::abs(m.sxy) >= threshold);
 }
 
 /// The normal's angle: the extremal directions are phi and phi + pi / 2, and of these the one with the smaller sum of
-/// squared residuals. That sum is n (Sxx cos² + 2 Sxy cos sin + Syy sin²), so the moments tell it without another pass.
+/// squared residuals. That sum is n (Sxx cos² + 2 Sxy cos sin + Syy sin²), which takes no second pass over the points.
 omReal64 normalAngle(const Moments& m) {
   const omReal64 difference = m.sxx - m.syy;
   omReal64 phi = difference == 0 ? s_pi / 4 : std::fmod(std::atan(2 * m.sxy / difference) / 2, s_pi);

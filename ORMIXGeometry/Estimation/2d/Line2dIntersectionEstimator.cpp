@@ -20,20 +20,20 @@ const DynamicRegistrator<Line2dIntersectionEstimator> g_classRegistrator;
 
 namespace {
 
-/// The power of two by which the distances are brought to [1/2, 1), so that their squares neither overflow nor vanish;
-/// 1 when they are all 0, NaN or infinite where one is.
+/// The power of two by which distances are divided so that their squares neither overflow nor underflow; 1 when all are
+/// 0, NaN or infinite when one of them is.
 omReal64 unitOf(const SampleView& lines) {
   omReal64 largest = 0;
   for (std::size_t i = 0; i < lines.nbSamples; ++i) {
     const omReal64 distance = std::abs(lines[i][1]);
-    // Not std::max, which would lose a NaN.
+    // Not std::max, which ignores NaN.
     if (std::isnan(distance) || distance > largest) largest = distance;
   }
   if (!(largest > 0) || !std::isfinite(largest)) return largest == 0 ? 1 : largest;
   return std::ldexp(1.0, std::max(std::ilogb(largest), -1000));
 }
 
-/// The system (cos theta, sin theta | rho / unit), reduced to a triangle.
+/// The system (cos theta, sin theta | rho / unit), reduced to triangular form.
 TallQr<3> reducedSystem(const SampleView& lines, omReal64 unit) {
   TallQr<3> qr;
   for (std::size_t start = 0; start < lines.nbSamples; start += TallQr<3>::s_blockRows) {
@@ -49,7 +49,7 @@ TallQr<3> reducedSystem(const SampleView& lines, omReal64 unit) {
   return qr;
 }
 
-/// Whether the two columns are parallel to what rounding of the angles, up to pi, and of the reduction leaves.
+/// Whether the two columns are parallel within the rounding errors of the angles, up to pi, and of the reduction.
 bool areParallel(const TallQr<3>& qr, std::size_t nbLines) {
   const omReal64 a = qr(0, 0);
   const omReal64 b = qr(0, 1);

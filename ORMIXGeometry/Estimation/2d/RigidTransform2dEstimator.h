@@ -20,14 +20,14 @@ extern template class PairEstimator<RigidTransform2dEstimator, 2>;
 /// residuals (Umeyama 1991).
 ///
 /// Fails with message 14 when the sums S of dy1 dx2 - dx1 dy2 and C of dx1 dx2 + dy1 dy2 over the centred pairs are
-/// both below sqrt(epsilon); the threshold is absolute: intended. The residual of a pair is the distance of p2 to the
-/// image of p1. O(pairs), no allocation.
+/// both below sqrt(epsilon), an absolute threshold (intended). The residual of a pair is the distance of p2 from the
+/// image of p1. O(pairs); nothing is allocated.
 class ORMIX_GEOMETRY_API RigidTransform2dEstimator : public PairEstimator<RigidTransform2dEstimator, 2> {
  public:
-  static constexpr const char* s_className = "ormix::geom::RigidTransform2dEstimator";
-  static constexpr std::size_t s_minimalDataSize = 2;
-  static constexpr std::size_t s_nbParams = 3;
-  static constexpr std::size_t s_sampleDimension = 4;
+  static constexpr const char* s_className = "ormix::geom::RigidTransform2dEstimator";  ///< registered name
+  static constexpr std::size_t s_minimalDataSize = 2;                                   ///< pairs
+  static constexpr std::size_t s_nbParams = 3;                                          ///< theta, tx, ty
+  static constexpr std::size_t s_sampleDimension = 4;                                   ///< x1, y1, x2, y2
 
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;

@@ -7,19 +7,25 @@
 #include <ORMIXUtil/ProcessingResult.h>
 
 /// \file
-/// From measured spatial points or pairs to the entity or transform in one call:
+/// Spatial entities and transforms from measured points or pairs in one call:
 /// \code
 /// Sphere3d<omReal64> sphere;
 /// const BoolResult result = fitSphere(toSamples(points), sphere);
 /// \endcode
-/// Each does what the estimator of the same name does and fails as it does, the output untouched. Where sources and
-/// targets are taken apart, they are samples of dimension 3 each and pairs by their index; nothing is copied.
+/// Each calls the estimator of the same name and sets the output on success. On failure the output is unchanged, and
+/// the message is that of the estimator.
 
 namespace ormix::geom {
 
+/// Points (x, y, z), see the estimator of the entity.
+/// @{
 ORMIX_GEOMETRY_API BoolResult fitPlan(const SampleView& points, Plan3d& plan);
 ORMIX_GEOMETRY_API BoolResult fitSphere(const SampleView& points, Sphere3d<omReal64>& sphere);
 ORMIX_GEOMETRY_API BoolResult fitEllipsoid(const SampleView& points, Ellipsoid3d<omReal64>& ellipsoid);
+/// @}
+/// Pairs of a source and its target, either as samples (x1, y1, z1, x2, y2, z2) or as sources and targets (x, y, z) in
+/// separate arrays, paired by index and not copied. See the estimator of the transform.
+/// @{
 ORMIX_GEOMETRY_API BoolResult fitTranslation(const SampleView& pairs, TranslationTransform3d& transform);
 ORMIX_GEOMETRY_API BoolResult fitTranslation(const SampleView& sources, const SampleView& targets,
                                              TranslationTransform3d& transform);
@@ -30,5 +36,6 @@ ORMIX_GEOMETRY_API BoolResult fitSimilarity(const SampleView& pairs, SimilarityT
 ORMIX_GEOMETRY_API BoolResult fitSimilarity(const SampleView& sources, const SampleView& targets,
                                             SimilarityTransform3d& transform);
 ORMIX_GEOMETRY_API BoolResult fitHomography(const SampleView& pairs, HomographyTransform3d& transform);
+/// @}
 
 }  // namespace ormix::geom

@@ -39,7 +39,7 @@ PairSums3d sumsOf(const Rows& rows) {
   return sums;
 }
 
-/// Whether points are more than one point that rounding of its coordinates spread.
+/// Whether the spread of points exceeds the rounding of their coordinates, so that they are not all equal.
 bool differ(omReal64 spread, const std::array<omReal64, 3>& mean, omReal64 nbPoints) {
   const omReal64 largest = std::max({std::abs(mean[0]), std::abs(mean[1]), std::abs(mean[2])});
   return std::sqrt(spread / nbPoints) > 4 * NumericLimits<omReal64>::s_eps * largest;
@@ -55,10 +55,10 @@ PairSums3d PairSums3d::of(const SampleView& sources, const SampleView& targets) 
   return sumsOf(RowView<6, 3>{{p, p + 1, p + 2, q, q + 1, q + 2}, sources.nbSamples});
 }
 
-bool PairSums3d::tellTranslation() const {
+bool PairSums3d::determineTranslation() const {
   constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
   omReal64 largest = 0;
-  // Not std::max, which would lose a NaN.
+  // Not std::max, which ignores NaN.
   for (const omReal64 product : products)
     if (std::isnan(product) || std::abs(product) > largest) largest = std::abs(product);
   return std::isfinite(largest) && largest >= threshold;
@@ -68,7 +68,7 @@ bool PairSums3d::bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const 
   BestRotation best;
   if (!differ(spread1, mean1, nbPairs) || !differ(spread2, mean2, nbPairs)) return false;
   if (!rotationFromSums(products, best)) return false;
-  // So written that NaN tells nothing; the largest sum that there could be is the product of the lengths.
+  // NaN counts as no gap. The product of the lengths is an upper bound of the sum.
   if (!(best.gap > NumericLimits<omReal64>::s_sqrt_eps * (std::sqrt(spread1) * std::sqrt(spread2)))) return false;
   const auto rounded = ormix::round<omReal64, omReal64>;
   if (!quaternionToEuler(rounded(best.w), rounded(best.x), rounded(best.y), rounded(best.z), angles.alpha, angles.beta,

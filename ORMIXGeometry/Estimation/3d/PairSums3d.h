@@ -8,39 +8,41 @@
 #include <array>
 
 /// \file
-/// What the spatial estimators of transforms know of their pairs (x1, y1, z1, x2, y2, z2); not installed.
+/// The sums over pairs (x1, y1, z1, x2, y2, z2) from which the spatial estimators of transforms compute; not installed.
 
 namespace ormix::geom::detail {
 
 /// Means of the sources and targets, and sums over all pairs of products of their centred coordinates.
 struct PairSums3d {
-  omReal64 nbPairs;
-  std::array<omReal64, 3> mean1, mean2;
-  omReal64 spread1;                  ///< Squared lengths of the sources.
-  omReal64 spread2;                  ///< Squared lengths of the targets.
-  std::array<omReal64, 9> products;  ///< x1 x2, x1 y2, x1 z2, y1 x2, ..., z1 z2
+  omReal64 nbPairs;                      ///< number of pairs
+  std::array<omReal64, 3> mean1, mean2;  ///< means of the sources and targets
+  omReal64 spread1;                      ///< sum of the squared lengths of the centred sources
+  omReal64 spread2;                      ///< sum of the squared lengths of the centred targets
+  std::array<omReal64, 9> products;      ///< sums of x1 x2, x1 y2, x1 z2, y1 x2, ..., z1 z2, centred
 
-  /// \param samples pairs, at least one
+  /// The sums of samples, of which there must be at least one.
   static PairSums3d of(const SampleView& samples);
-  /// \param sources, targets as many points, at least one
+  /// The same for sources and targets in separate arrays, equally many and at least one.
   static PairSums3d of(const SampleView& sources, const SampleView& targets);
 
-  /// Whether one of the products is not tiny, as the planar estimators ask. The threshold is absolute: intended.
-  bool tellTranslation() const;
-  /// The rotation that turns the sources best towards the targets; false when they tell none: when the sources or the
-  /// targets coincide to rounding of their coordinates, when another rotation is as good to half the digits (collinear
-  /// points, mirror images of symmetric sets), and when something is NaN or infinite. Relative, so the same at any
-  /// scale.
+  /// Whether a translation is estimated: false when all products are below an absolute threshold (intended), as
+  /// PairSums2d::determineRotation() requires in the plane, and when one is NaN or infinite.
+  bool determineTranslation() const;
+  /// The rotation about the means that maps the sources to the targets with least squared distances. False when it is
+  /// not unique: when the sources or the targets coincide to rounding of their coordinates, when another rotation is as
+  /// good to half of the digits (collinear points, mirror images of symmetric sets), and when a sum is NaN or infinite.
+  /// The thresholds are relative, so that the result does not depend on the scale.
+  /// \param sumOfTurned set to the sum of the products of centred targets and rotated centred sources
   bool bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const;
 };
 
-/// Distance of p2 to the image scale · R p1 + t of p1, for a row (x1, y1, z1, x2, y2, z2).
+/// The distance of p2 from the image scale · R p1 + t of p1.
 struct SimilarityDistance3d {
-  omReal64 scale;
-  RotationMatrix rotation;
-  std::array<omReal64, 3> translation;
+  omReal64 scale;                       ///< scale
+  RotationMatrix rotation;              ///< R
+  std::array<omReal64, 3> translation;  ///< t
 
-  /// With the translation that takes the turned and scaled mean of the sources to that of the targets.
+  /// With the translation that maps the mean of the sources, rotated and scaled, to that of the targets.
   static SimilarityDistance3d ofMeans(omReal64 factor, const EulerAngles& angles, const PairSums3d& sums);
   SimilarityDistance3d(omReal64 factor, const EulerAngles& angles, const std::array<omReal64, 3>& shift)
       : scale(factor), rotation(eulerToMatrix(angles)), translation(shift) {}

@@ -8,6 +8,7 @@ namespace ormix::geom {
 /// Their Jacobian is not the derivative: see SphereEquations.
 class ORMIX_GEOMETRY_API Sphere3dCostFunction : public SphereEquations<3> {
  public:
+  /// No points; see init().
   Sphere3dCostFunction();
   Sphere3dCostFunction(const Sphere3dCostFunction&) = default;
   Sphere3dCostFunction(Sphere3dCostFunction&&) = default;

@@ -21,24 +21,24 @@ extern template class GeometryEstimator<Sphere3dEstimator>;
 /// Four points give the sphere through them. More give the one that minimises the sum of squared residuals, the
 /// solution of the linear system with the rows (2x, 2y, 2z, 1 | x² + y² + z²). Fails with message 20 for points that
 /// are coplanar, collinear or coincide, to rounding of their coordinates. The residual of a point is algebraic and
-/// signed, (x - cx)² + (y - cy)² + (z - cz)² - r². O(points), no allocation.
+/// signed, (x - cx)² + (y - cy)² + (z - cz)² - r². O(points); nothing is allocated.
 class ORMIX_GEOMETRY_API Sphere3dEstimator : public GeometryEstimator<Sphere3dEstimator> {
  public:
-  static constexpr const char* s_className = "ormix::geom::Sphere3dEstimator";
-  static constexpr std::size_t s_minimalDataSize = 4;
-  static constexpr std::size_t s_nbParams = 4;
-  static constexpr std::size_t s_sampleDimension = 3;
+  static constexpr const char* s_className = "ormix::geom::Sphere3dEstimator";  ///< registered name
+  static constexpr std::size_t s_minimalDataSize = 4;                           ///< points
+  static constexpr std::size_t s_nbParams = 4;                                  ///< cx, cy, cz, r
+  static constexpr std::size_t s_sampleDimension = 3;                           ///< x, y, z
 
   /// Improves `start` on the samples by iterative refinement of Sphere3dCostFunction; the sum of squared residuals of
   /// `params` is never larger than that of `start`. Fails with message 21 and the reason when the cost function cannot
-  /// be initialised, or as refineIteratively(), `params` untouched.
+  /// be initialised, or as refineIteratively(), with `params` unchanged.
   BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                               const RefinementOptions& options = {}) const;
 
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
-  /// 2r.
+  /// 2r: near the surface the residual is about 2r times the distance.
   omReal64 getResidualScale(const RealVector& params) const override;
 };
 

@@ -16,8 +16,8 @@ const DynamicRegistrator<TranslationTransform3dEstimator> g_classRegistrator;
 }  // namespace
 
 BoolResult TranslationTransform3dEstimator::estimate(const detail::PairSums3d& sums, RealVector& params) {
-  // Asked although nothing is divided: intended.
-  if (!sums.tellTranslation()) return detail::estimationFailure(eEstimationMessage::eEsM_Translation3dRank);
+  // Required although the translation does not depend on it (intended).
+  if (!sums.determineTranslation()) return detail::estimationFailure(eEstimationMessage::eEsM_Translation3dRank);
   for (std::size_t k = 0; k < 3; ++k) {
     params(k) = sums.mean2[k] - sums.mean1[k];
     params(3 + k) = 0;

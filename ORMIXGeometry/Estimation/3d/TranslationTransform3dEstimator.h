@@ -16,19 +16,19 @@ namespace ormix::geom {
 extern template class GeometryEstimator<TranslationTransform3dEstimator>;
 extern template class PairEstimator<TranslationTransform3dEstimator, 3>;
 
-/// Translation of pairs (x1, y1, z1, x2, y2, z2): tx, ty, tz, the difference of the means of targets and sources, then
-/// three parameters that are 0 and that residuals do not look at.
+/// Translation of pairs (x1, y1, z1, x2, y2, z2): tx, ty, tz, the difference of the means of targets and sources, and
+/// three parameters that are 0 and that residuals do not use.
 ///
-/// That there are six of them, and that three pairs are asked for, is intended. Fails with message 17 when all sums of
-/// products of a centred source coordinate and a centred target coordinate are below sqrt(epsilon), so when all sources
-/// or all targets coincide; the threshold is absolute, and a translation would exist: both intended. The residual of a
-/// pair is the distance of p2 to the image of p1. O(pairs), no allocation.
+/// The six parameters and the minimum of three pairs are intended. Fails with message 17 when all sums of products of a
+/// centred source coordinate and a centred target coordinate are below sqrt(epsilon), an absolute threshold (intended);
+/// therefore also when all sources or all targets coincide, although a translation exists (intended). The residual of a
+/// pair is the distance of p2 from the image of p1. O(pairs); nothing is allocated.
 class ORMIX_GEOMETRY_API TranslationTransform3dEstimator : public PairEstimator<TranslationTransform3dEstimator, 3> {
  public:
-  static constexpr const char* s_className = "ormix::geom::TranslationTransform3dEstimator";
-  static constexpr std::size_t s_minimalDataSize = 3;
-  static constexpr std::size_t s_nbParams = 6;
-  static constexpr std::size_t s_sampleDimension = 6;
+  static constexpr const char* s_className = "ormix::geom::TranslationTransform3dEstimator";  ///< registered name
+  static constexpr std::size_t s_minimalDataSize = 3;                                         ///< pairs
+  static constexpr std::size_t s_nbParams = 6;                                                ///< tx, ty, tz, 0, 0, 0
+  static constexpr std::size_t s_sampleDimension = 6;  ///< x1, y1, z1, x2, y2, z2
 
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
