@@ -9,27 +9,30 @@
 
 namespace ormix::geom {
 
-/// What a text file of rings holds, and what of it could not be understood.
+/// The rings of a text file, and the lines of it that could not be read.
 struct RingFile {
+  /// A line that could not be read.
   struct Problem {
-    std::size_t line;  ///< counted from 1
-    std::string message;
+    std::size_t line;     ///< counted from 1
+    std::string message;  ///< why it could not be read
   };
-  /// The reader keeps no more problems than this; `nbProblems` counts on.
+  /// At most so many problems are stored; `nbProblems` counts the others, too.
   static constexpr std::size_t s_maxProblems = 1000;
 
-  std::vector<Polygon2d<omReal64>> rings;
-  std::vector<Problem> problems;
-  std::size_t nbProblems = 0;
+  std::vector<Polygon2d<omReal64>> rings;  ///< in order of the file
+  std::vector<Problem> problems;           ///< in order of the file
+  std::size_t nbProblems = 0;              ///< of the whole file
 };
 
-/// Reads rings from a text. Two spellings are understood, also mixed in one text:
-/// - blocks of "x y" lines, a blank line between two rings; such a ring is kept as it stands, open or closed;
-/// - one ring a line as `fromString` reads it, "0 0, 10 0, 10 10", which closes it; tabs count as blanks.
-/// A '#' and what follows it on its line is a comment. A line that is neither is a problem: it is skipped, and a block
-/// goes on after it. Coordinates are finite numbers in decimal notation whatever the locale. Linear in the text.
+/// Reads rings from a text. There are two forms of a ring, which may be mixed in one text:
+/// - a block of lines "x y", with a blank line between two rings; such a ring is kept as given, open or closed;
+/// - one line as `fromString` reads it, "0 0, 10 0, 10 10", which closes the ring; tabs count as blanks.
+///
+/// A '#' and the rest of its line are a comment. A line of neither form is a problem: it is skipped, and a block
+/// continues after it. Coordinates are finite numbers in decimal notation, independent of the locale. Linear in the
+/// text.
 ORMIX_GEOMETRY_API RingFile readRings(std::istream& stream);
-/// The same from a file; fails, with an empty result and the path in the message, when the file cannot be read.
+/// The same from a file. Fails, with an empty result and the path in the message, when the file cannot be read.
 ORMIX_GEOMETRY_API ProcessingResult<RingFile> readRings(const std::string& path);
 
 }  // namespace ormix::geom

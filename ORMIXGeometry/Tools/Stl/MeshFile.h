@@ -11,49 +11,54 @@
 
 namespace ormix::geom {
 
-/// The two formats of STL files.
-enum eMeshFileFormat { eMFF_StlAscii, eMFF_StlBinary };
+/// The formats of files of meshes.
+enum eMeshFileFormat {
+  eMFF_StlAscii,  ///< STL as text
+  eMFF_StlBinary  ///< STL in records of 50 bytes
+};
 
-/// What becomes of triangles that add nothing to a surface; by default all stay.
+/// Which triangles of a file are omitted; by default none.
 struct MeshReadOptions {
-  bool removesDegenerate = false;  ///< leave out triangles with equal corners
-  bool removesDuplicate = false;   ///< leave out triangles whose corners an earlier one has in the same cyclic order
+  bool removesDegenerate = false;  ///< omit triangles with equal corners
+  bool removesDuplicate = false;   ///< omit triangles whose corners an earlier one has in the same cyclic order
 };
 
-/// What a file of a mesh holds and what is wrong with it.
+/// The contents of a file of a mesh, and its defects.
 struct MeshReport {
-  eMeshFileFormat format = eMFF_StlAscii;
-  omUInt64 nbBytes = 0;  ///< length of the file
-  omUInt64 nbSolids = 0;
-  std::size_t nbTriangles = 0;       ///< in the file
-  std::size_t nbKept = 0;            ///< in the mesh
-  std::size_t nbVertices = 0;        ///< different corners
-  std::size_t nbMergedVertices = 0;  ///< corners that were found equal to an earlier one
-  std::size_t nbSeparated = 0;       ///< kept triangles that got vertices of their own, see `StlLoad.h`
-  TriangleDefects defects;           ///< of the triangles in the file
-  eStlStop stop = eSS_EndOfFile;
-  omUInt64 stopOffset = 0;  ///< byte at which reading stopped
-  omUInt64 stopLine = 0;    ///< its line, counted from 1; 0 for a binary file
-  std::string message;      ///< why the file could not be read as a whole; empty when it was
+  eMeshFileFormat format = eMFF_StlAscii;  ///< the format that was recognised
+  omUInt64 nbBytes = 0;                    ///< length of the file
+  omUInt64 nbSolids = 0;                   ///< solids begun; 1 for a binary file
+  std::size_t nbTriangles = 0;             ///< in the file
+  std::size_t nbKept = 0;                  ///< in the mesh
+  std::size_t nbVertices = 0;              ///< different corners
+  std::size_t nbMergedVertices = 0;        ///< corners that were found equal to an earlier one
+  std::size_t nbSeparated = 0;             ///< kept triangles that got vertices of their own, see `StlLoad.h`
+  TriangleDefects defects;                 ///< of the triangles in the file
+  eStlStop stop = eSS_EndOfFile;           ///< why reading stopped
+  omUInt64 stopOffset = 0;                 ///< byte at which reading stopped
+  omUInt64 stopLine = 0;                   ///< its line, counted from 1; 0 for a binary file
+  std::string message;                     ///< why the file could not be read as a whole; empty when it was
 };
 
-/// Reads an STL file as programs write them. It is binary when its length is that of the triangles that it declares, or
-/// when it does not begin as a text would; then a declared count of 0 means all triangles that are there. An ASCII file
-/// is read by `readTolerantAsciiTriangles`. Vertices are merged and triangles kept as `readFromStLFile` does.
-/// \param report filled whatever happens
+/// Reads an STL file, tolerant of the deviations from the format that are common in practice. The file is binary when
+/// its length agrees with the number of triangles that it declares, or when it does not begin as a text would; a
+/// declared number of 0 then means all complete records. An ASCII file is read by `readTolerantAsciiTriangles`.
+/// Vertices are merged and triangles kept as by `readFromStLFile`.
+/// \param report filled in every case, also on failure
 /// \return an empty mesh, logged as an error, when the file cannot be read at all
 template <class T>
 boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path, const MeshReadOptions& options, MeshReport& report);
+/// The same with default options and without a report.
 template <class T>
 boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path);
 
-/// How `writeMesh` writes: by default binary, coordinates as they are.
+/// How `writeMesh` writes: by default binary, with unchanged coordinates.
 struct MeshWriteOptions {
-  eMeshFileFormat format = eMFF_StlBinary;
-  std::string name = "mesh";           ///< of an ASCII file; one word, for readers that are as strict as `readStLAscii`
-  bool movesToPositiveOctant = false;  ///< as `saveToStLAscii` does; otherwise coordinates stay
-  /// Write the fewest digits that read back as the same coordinate, not six decimals. A coordinate of an omReal64 mesh
-  /// has then up to 17 digits, of which STL readers take omReal32.
+  eMeshFileFormat format = eMFF_StlBinary;  ///< the format of the file
+  std::string name = "mesh";                ///< of the solid in an ASCII file; `readStLAscii` can read one word only
+  bool movesToPositiveOctant = false;       ///< whether to translate the mesh as `saveToStLAscii` does
+  /// Whether ASCII files have the fewest digits that read back as the same coordinate instead of six decimals. Those of
+  /// an omReal64 mesh then have up to 17 digits, which STL readers round to omReal32.
   bool hasShortestDigits = true;
 };
 
@@ -65,9 +70,11 @@ BoolResult writeMesh(const std::string& path, const Mesh3d<T>& mesh, const MeshW
 
 namespace ormix {
 
+/// The texts of eMeshFileFormat.
 template <>
 struct EnumerationNames<geom::eMeshFileFormat> {
-  static constexpr std::string_view typeName = "eMeshFileFormat";
+  static constexpr std::string_view typeName = "eMeshFileFormat";  ///< name of the enumeration
+  /// Names of the enumerators, in order.
   static constexpr std::array<std::string_view, 2> names{"eMFF_StlAscii", "eMFF_StlBinary"};
 };
 

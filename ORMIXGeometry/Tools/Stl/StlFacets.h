@@ -11,14 +11,14 @@
 // Not installed.
 namespace ormix::geom {
 
-/// What is added to the coordinates on each axis.
+/// The translation that is added to the coordinates, on each axis.
 using StlOffsets = std::array<omReal32, 3>;
 
-/// The unit normal of a triangle, computed in omReal64; the zero vector where it has no area.
+/// The unit normal of a triangle, computed in omReal64; the zero vector for a triangle without area.
 template <class T>
 std::array<omReal32, 3> stlNormal(const Point3dData<T>& a, const Point3dData<T>& b, const Point3dData<T>& c);
 
-/// A coordinate as it is written: floating coordinates in their own type, integers by way of omReal32.
+/// The translated coordinate as it is written: that of a floating type in this type, an integer as omReal32.
 template <class T>
 auto stlCoordinate(T coordinate, omReal32 offset) {
   if constexpr (std::is_floating_point_v<T>)
@@ -27,20 +27,21 @@ auto stlCoordinate(T coordinate, omReal32 offset) {
     return static_cast<omReal32>(coordinate) + offset;
 }
 
-/// Collects the bytes of facets and gives them to a stream in blocks.
+/// A buffer of the bytes of facets, which are written to a stream in blocks.
 class StlBlock {
  public:
-  /// \param largestFacet most bytes between two calls of `room`
+  /// \param largestFacet the most bytes that are written to the buffer between two calls of `room`
   StlBlock(std::ostream& stream, std::size_t largestFacet)
       : _stream(stream), _bytes(s_size + largestFacet), _at(_bytes.data()) {}
 
-  /// Where the next facet goes.
+  /// The address where the next facet is to be written; `largestFacet` bytes are free there.
   char* room() {
     if (static_cast<std::size_t>(_at - _bytes.data()) > s_size) write();
     return _at;
   }
+  /// To be called with the address after the last byte of the facet.
   void setEnd(char* end) { _at = end; }
-  /// Gives what is left to the stream.
+  /// Writes the bytes in the buffer to the stream.
   void write();
 
  private:
@@ -50,16 +51,19 @@ class StlBlock {
   char* _at;
 };
 
-/// How the numbers of an ASCII file look: scientific notation with so many decimals, or the fewest digits that read
-/// back as the same number.
+/// The precision that stands for the fewest digits that read back as the same number; any other is the number of
+/// decimals in scientific notation.
 inline constexpr int s_shortestDigits = -1;
 
-/// Writes triangles as ASCII facets, a keyword a line.
+/// Writes triangles as ASCII facets, one keyword on each line.
 class StlAsciiFacets {
  public:
+  /// \param precision decimals, or `s_shortestDigits`
   StlAsciiFacets(std::ostream& stream, int precision, const StlOffsets& offsets);
+  /// Writes a triangle.
   template <class T>
   void operator()(const Point3dData<T>& a, const Point3dData<T>& b, const Point3dData<T>& c);
+  /// Writes the bytes left in the buffer; to be called after the last triangle.
   void finish() { _block.write(); }
 
  private:
@@ -78,9 +82,12 @@ class StlAsciiFacets {
 /// Writes triangles as records of a binary file.
 class StlBinaryFacets {
  public:
+  /// Nothing is written yet.
   StlBinaryFacets(std::ostream& stream, const StlOffsets& offsets) : _block(stream, 50), _offsets(offsets) {}
+  /// Writes a triangle.
   template <class T>
   void operator()(const Point3dData<T>& a, const Point3dData<T>& b, const Point3dData<T>& c);
+  /// Writes the bytes left in the buffer; to be called after the last triangle.
   void finish() { _block.write(); }
 
  private:

@@ -9,32 +9,32 @@
 
 namespace ormix::geom {
 
-/// The bytes of an STL file, or of a text in memory, in blocks.
+/// Sequential access to the bytes of an STL file or of memory.
 class ORMIX_GEOMETRY_API StlInput {
  public:
-  /// Bytes in memory, which must stay where they are.
+  /// Reads from memory, which must stay valid as long as this object.
   explicit StlInput(std::string_view bytes) : _bytes(bytes), _size(bytes.size()) {}
-  /// Nothing, until a file is opened.
+  /// No bytes, until a file is opened.
   StlInput() = default;
   ~StlInput();
   StlInput(const StlInput&) = delete;
   StlInput& operator=(const StlInput&) = delete;
 
-  /// Opens a regular file; anything else (a directory, a pipe, which might never end, a device) is refused with a
-  /// message that says why.
+  /// Opens a regular file. Fails with a message for anything else: a directory, a device, or a pipe, which might never
+  /// end.
   BoolResult open(const std::string& path);
 
-  /// Reads up to `size` bytes, fewer only at the end or when reading fails.
+  /// Reads up to `size` bytes and returns how many were read: fewer only at the end or when reading fails.
   std::size_t read(char* to, std::size_t size);
-  /// True when reading failed, which is not the end.
+  /// Whether reading has failed; the end is not a failure.
   bool hasFailed() const { return _failed; }
-  /// Bytes there were at the beginning.
+  /// The length in bytes, as it was when the file was opened.
   omUInt64 getSize() const { return _size; }
-  /// Starts again at the first byte.
+  /// Returns to the first byte.
   void rewind();
 
-  /// How many triangles to make room for beforehand: as many as so many bytes can hold, but no more than 256 MiB of
-  /// coordinates, since a file may have holes.
+  /// The number of triangles for which to reserve memory: as many as the file has room for at `bytesOfTriangle` bytes
+  /// each, but at most 256 MiB of coordinates, since a sparse file may declare a length without having the data.
   std::size_t getRoom(omUInt64 bytesOfTriangle) const;
 
  private:

@@ -10,9 +10,9 @@
 // Not installed.
 namespace ormix::geom {
 
-/// Builds a mesh of merged triangles, of which it takes the indices; see `StlLoad.h`.
+/// Builds a mesh of triangles with merged vertices, see `StlLoad.h`; the indices are moved out of `merged`.
 /// \param ownerColl set to the triangles that got vertices of their own
-/// \return a failure when there are more vertices than indices; the mesh is then empty
+/// \return a failure when the vertices exceed the range of indices; the mesh is then unchanged
 template <class T>
 BoolResult buildMesh(MergedCoords& merged, Mesh3d<T>& mesh, MeshTopology::IndexColl& ownerColl) {
   typename Mesh3d<T>::VertexColl vertices;

@@ -10,37 +10,36 @@
 #include <string>
 #include <vector>
 
-// Meshes as STL files. A triangle is written with its unit normal, computed in omReal64 before offsets are added (the
-// zero vector for a triangle without area), and its three vertices in order of its half-edges, each coordinate plus the
-// axis's offset: a coordinate of an integer mesh is converted to omReal32 first, one of a floating mesh is added in its
-// own type. Linear in the triangles; no allocation but one block.
+// Writes meshes as STL files. A triangle is written with its unit normal, computed in omReal64 before offsets are added
+// (the zero vector for a triangle without area), and its three vertices in order of its half-edges. The offset of the
+// axis is added to each coordinate, in omReal32 for an integer mesh and in the coordinate type of a floating mesh.
+// Linear in the triangles; one buffer is allocated.
 //
-// Texts are written under the classic locale whatever that of the stream, without its padding and signs. Lines end with
-// a line feed; the stream is flushed once, at the end of each call. Failures show in the stream's state.
+// Texts are written as under the classic locale, whatever the locale, padding and signs of the stream. Lines end with a
+// line feed; the stream is flushed once, at the end of each call. Failures show in the state of the stream.
 
 namespace ormix::geom {
 
-/// \name Writing to a stream.
-/// @{
-
-/// "solid " and the name, as it is, on a line.
+/// Writes "solid " and the name, unchanged, on a line.
 ORMIX_GEOMETRY_API void writeStLAsciiHeader(std::ostream& stream, const std::string& name);
-/// "endsolid " and the name on a line.
+/// Writes "endsolid " and the name, unchanged, on a line.
 ORMIX_GEOMETRY_API void writeStLAsciiFooter(std::ostream& stream, const std::string& name);
 
-/// The facets, numbers in scientific notation with the stream's precision (`scientificPrecision`). Where a number was
-/// written, the stream's flag `scientific` stays set (intended).
+/// Writes the facets, with numbers in scientific notation and the precision of the stream (`scientificPrecision`). If a
+/// number was written, the flag `scientific` of the stream stays set (intended).
 template <class T>
 void writeStLAscii(std::ostream& stream, const Mesh3d<T>& mesh, omReal32 offsetX, omReal32 offsetY, omReal32 offsetZ);
 
-/// The 80 bytes "exported from ORMIX <version>-----..." and the low 32 bits of the count, little-endian.
+/// Writes the 80 bytes "exported from ORMIX <version>-----..." and the low 32 bits of the number of triangles in
+/// little-endian order.
 ORMIX_GEOMETRY_API void writeStLBinaryHeader(std::ostream& stream, std::size_t nbTriangles);
 
-/// The records of 50 bytes: twelve omReal32, little-endian, and two zero bytes.
+/// Writes a record of 50 bytes for each triangle: twelve omReal32 in little-endian order and two zero bytes.
 template <class T>
 void writeStLBinary(std::ostream& stream, const Mesh3d<T>& mesh, omReal32 offsetX, omReal32 offsetY, omReal32 offsetZ);
 
-/// The exterior mesh, then, when `withHoles`, each hole with its own holes, in order.
+/// Writes the exterior mesh and then, if `withHoles`, each hole with its own holes, in order.
+/// @{
 template <class T>
 void writeStLAscii(std::ostream& stream, const MeshWithHoles3d<T>& mesh, bool withHoles, omReal32 offsetX,
                    omReal32 offsetY, omReal32 offsetZ);
@@ -49,14 +48,15 @@ void writeStLBinary(std::ostream& stream, const MeshWithHoles3d<T>& mesh, bool w
                     omReal32 offsetY, omReal32 offsetZ);
 /// @}
 
-/// \name Writing to a file.
-/// What is written, all of it together, is moved so that it lies in the positive octant, as the format once asked for:
-/// on each axis where its smallest coordinate is 0 or less, the offset is 1.0f minus that coordinate as an omReal32;
-/// otherwise 0.
+/// Writes a file of one mesh, of a tree of meshes, or of all surfaces of one or more shapes one after the other; null
+/// meshes and null shapes are omitted.
 ///
-/// An older file is replaced when all is written, and kept otherwise. False, with message eEM_MeshFileNotWritten, when
-/// the file cannot be opened or not all of it can be written.
-/// A shape is written by its surfaces, one behind the other; null meshes and null shapes are left out.
+/// All meshes together are translated to the positive octant, which the format originally required: on each axis on
+/// which the smallest coordinate is 0 or less, the offset is 1.0f minus that coordinate as an omReal32, otherwise 0.
+///
+/// An existing file is replaced only after everything has been written. Fails with message eEM_MeshFileNotWritten when
+/// the file cannot be opened or not everything can be written.
+/// `name` is the name of the solid, written unchanged; `withHoles` says whether holes are written too.
 /// @{
 template <class T>
 BoolResult saveToStLAscii(const std::string& path, const Mesh3d<T>& mesh, const std::string& name);

@@ -14,16 +14,16 @@
 // Not installed.
 namespace ormix::geom {
 
-/// Writes a file by `write`; a failure, also of the last byte to reach the disk, is message eEM_MeshFileNotWritten. An
-/// older file is only replaced by a whole one.
+/// Creates a file whose contents `write` writes to a stream. Fails with message eEM_MeshFileNotWritten when not every
+/// byte reaches the disk; an existing file is replaced only by a complete one.
 BoolResult saveStl(const std::string& path, const std::function<void(std::ostream&)>& write);
 
-/// Meshes that become one file, in order.
+/// The meshes that are written to one file, in order.
 template <class T>
 using StlMeshes = std::vector<const Mesh3d<T>*>;
 
-/// What moves the meshes into the positive octant, see `saveToStLAscii`; zeros when there are no vertices. A coordinate
-/// that is NaN is passed over.
+/// The translation of the meshes to the positive octant, see `saveToStLAscii`; zero when there are no vertices. NaN
+/// coordinates are ignored.
 template <class T>
 StlOffsets stlOffsets(const StlMeshes<T>& meshes) {
   std::array<T, 3> lowest;

@@ -8,33 +8,36 @@
 
 namespace ormix::geom {
 
-/// Reads a text word by word as a stream under the classic locale does with `>>`, but from blocks. A word ends at a
-/// blank (space, tab, line ends, form feed) or at the end of the text. Memory is one block, more only for a number with
-/// more digits than a block holds.
+/// Reads a text word by word, as a stream under the classic locale does with `>>`, from blocks of bytes. A word ends at
+/// white space (space, tab, line ends, form feed) or at the end of the text. The memory is one block, and more only for
+/// a number that is longer than a block.
 class StlWords {
  public:
+  /// \param input must stay valid as long as this object
   explicit StlWords(StlInput& input);
 
-  /// Takes the next word; false at the end. Of a word longer than `s_longestWord` the view shows the beginning. It is
+  /// Reads the next word; false at the end. For a word longer than `s_longestWord` the view has its beginning. It is
   /// valid until the next call.
   bool next(std::string_view& word);
-  /// Passes over so many words; false when there are fewer.
+  /// Skips so many words; false when there are fewer.
   bool skip(unsigned nbWords);
-  /// Takes a number: what a stream takes of the text for an omReal32, so that "1.5abc" gives 1.5 and leaves "abc".
-  /// A number too small is 0 or denormal; one too large is none, nor are "nan" and "inf", in letters or not.
+  /// Reads a number as a stream reads an omReal32, so that "1.5abc" gives 1.5 and leaves "abc". A number below the
+  /// normal range becomes denormal or 0. False for a number above the range, for "nan" and "inf", and for any other
+  /// text.
   bool nextNumber(omReal32& number);
-  /// True when no further word stands on the line.
+  /// Whether there is no further word on the line.
   bool atEndOfLine();
 
-  /// True when the word taken last was ended by the end of the text and not by a blank.
+  /// Whether the last word ended at the end of the text and not at white space.
   bool endedWithInput() const { return _at == _end; }
-  /// True when all words were taken.
+  /// Whether all words have been read.
   bool atEnd() { return !skipBlanks(); }
+  /// The number of bytes read so far, which is the offset of the next one.
   omUInt64 getOffset() const { return _offset + static_cast<omUInt64>(_at - _block.data()); }
   /// The line of the next word, counted from 1; linear in the block.
   omUInt64 getLine() const;
 
-  static constexpr std::size_t s_longestWord = 32;
+  static constexpr std::size_t s_longestWord = 32;  ///< most characters of a word that next() gives
 
  private:
   bool more();

@@ -8,15 +8,18 @@
 // Not installed.
 namespace ormix::geom {
 
-/// Numbers different triples in the order in which they first come: an open table, at most half full, of places in a
-/// growing list of them. Expected constant time each.
+/// Assigns consecutive numbers to different triples in the order in which they are added. A hash table with linear
+/// probing, at most half full, has the indices of a list of the triples. Expected constant time for each.
 class TripleTable {
  public:
+  /// Three numbers, such as the bits of coordinates.
   struct Triple {
-    omUInt32 x, y, z;
+    omUInt32 x, y, z;  ///< components
+    /// Whether all three are equal.
     bool operator==(const Triple& other) const { return ((x ^ other.x) | (y ^ other.y) | (z ^ other.z)) == 0; }
   };
 
+  /// \param nbExpected for how many triples to reserve memory, about
   explicit TripleTable(std::size_t nbExpected) {
     std::size_t nbSlots = 1024;
     while (nbSlots < nbExpected) nbSlots *= 2;
@@ -24,7 +27,7 @@ class TripleTable {
     _triples.reserve(nbSlots / 2);
   }
 
-  /// The number of the triple, which is the count of triples before when it is new.
+  /// The number of the triple. A new triple gets the number of the triples before it.
   omUInt32 add(const Triple& triple) {
     const std::size_t mask = _slots.size() - 1;
     for (std::size_t slot = hash(triple, _secret) & mask;; slot = (slot + 1) & mask) {
@@ -34,16 +37,17 @@ class TripleTable {
     }
   }
 
+  /// The different triples in order of their numbers.
   const std::vector<Triple>& getTriples() const { return _triples; }
 
-  /// Forgets the triples; the memory stays.
+  /// Removes all triples and keeps the memory.
   void clear() {
     _slots.assign(_slots.size(), s_free);
     _triples.clear();
   }
 
-  /// Each bit of the triple reaches the lower bits of the result, by multiplication and by folding the upper half down;
-  /// the table uses the lower ones.
+  /// A hash whose lower bits, which the table uses, depend on all bits of the triple: products, and the upper half
+  /// combined with the lower by exclusive or.
   /// \param secret hashSecret(), as triples come from files
   static std::size_t hash(const Triple& triple, omUInt64 secret) {
     omUInt64 mixed = ((omUInt64(triple.y) << 32 | triple.x) ^ secret) * 0x9E3779B97F4A7C15u;

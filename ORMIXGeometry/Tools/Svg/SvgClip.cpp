@@ -8,7 +8,8 @@ namespace ormix::geom {
 
 namespace {
 
-/// Appends the real roots of a·t² + b·t + c, the smaller one by way of the product of both: no cancellation.
+/// Appends the real roots of a·t² + b·t + c. The root of smaller magnitude is computed from the product of both, which
+/// avoids cancellation.
 void appendRoots(omReal64 a, omReal64 b, omReal64 c, std::vector<omReal64>& roots) {
   const omReal64 discriminant = b * b - 4 * a * c;
   if (!(discriminant >= 0)) return;
@@ -32,7 +33,7 @@ bool isInside(const SvgPoint& point, const SvgView& view) {
 std::optional<std::pair<SvgPoint, SvgPoint>> clipToView(const SvgLine& line, const SvgView& view) {
   omReal64 first = -std::numeric_limits<omReal64>::infinity();
   omReal64 last = -first;
-  // Each pair of sides leaves the interval of t in which the line is between them.
+  // Intersect the intervals of t in which the line is between two opposite sides of the view.
   const auto keepBetween = [&first, &last](omReal64 position, omReal64 speed, omReal64 low, omReal64 high) {
     if (speed == 0) return position >= low && position <= high;
     const auto [enter, leave] = std::minmax({(low - position) / speed, (high - position) / speed});

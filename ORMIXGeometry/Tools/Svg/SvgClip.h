@@ -9,22 +9,22 @@
 
 namespace ormix::geom {
 
-/// The closed box that is looked at.
+/// The part of the plane that a picture shows: a closed box with positive extent on both axes.
 struct SvgView {
-  omReal64 xMin;
-  omReal64 yMin;
-  omReal64 xMax;
-  omReal64 yMax;
+  omReal64 xMin;  ///< smallest x that is shown
+  omReal64 yMin;  ///< smallest y that is shown
+  omReal64 xMax;  ///< largest x that is shown
+  omReal64 yMax;  ///< largest y that is shown
 };
 
-/// The part of a line inside the view, from end to end; nothing when it passes by.
+/// The ends of the part of a line inside the view; nothing when the line does not meet it.
 std::optional<std::pair<SvgPoint, SvgPoint>> clipToView(const SvgLine& line, const SvgView& view);
 
-/// Start, control and end point of a quadratic Bézier.
+/// Start, control and end point of a quadratic Bézier curve.
 using SvgBezier = std::array<SvgPoint, 3>;
 
-/// The arcs of a parabola inside the view. Every piece of a parabola is a quadratic Bézier, its control point the
-/// crossing of the tangents at the ends.
+/// The arcs of a parabola inside the view. Every arc of a parabola is a quadratic Bézier curve, whose control point is
+/// the intersection of the tangents at its ends.
 std::vector<SvgBezier> clipToView(const SvgParabola& parabola, const SvgView& view);
 
 }  // namespace ormix::geom

@@ -6,7 +6,7 @@
 namespace ormix::geom {
 
 SvgElement& SvgElement::operator<<(omReal64 number) {
-  // Beyond this a thousandth of a pixel is finer than the number itself.
+  // From this value on, the spacing of omReal64 exceeds a thousandth.
   constexpr omReal64 roundedBelow = 1e12;
   if (!std::isfinite(number)) {
     _finite = false;

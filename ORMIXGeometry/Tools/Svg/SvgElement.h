@@ -7,30 +7,38 @@
 
 namespace ormix::geom {
 
-/// Maps the view to pixels: the same scale on both axes, y turned round.
+/// The map from the view to pixels: the same scale on both axes, with y downward in the picture.
 struct SvgFrame {
-  SvgView view;
-  omReal64 scale;
+  SvgView view;    ///< what is shown
+  omReal64 scale;  ///< pixels for a unit of the coordinates
 
+  /// Size of the picture, or the place of a point in it, in pixels from the upper left corner.
+  /// @{
   omReal64 width() const { return (view.xMax - view.xMin) * scale; }
   omReal64 height() const { return (view.yMax - view.yMin) * scale; }
   SvgPoint toPixels(const SvgPoint& point) const {
     return {(point.getX() - view.xMin) * scale, (view.yMax - point.getY()) * scale};
   }
+  /// @}
 };
 
-/// Collects the text of SVG elements; remembers a number that cannot be written.
+/// The text of SVG elements, to which texts and numbers are appended.
 class SvgElement {
  public:
+  /// Appends a text as it is.
   SvgElement& operator<<(std::string_view text) { return _text += text, *this; }
-  /// Rounded to a thousandth; no exponent for what is near a picture, never a locale's decimal comma.
+  /// Appends a number rounded to a thousandth, in fixed notation unless it is very large, and with a decimal point
+  /// whatever the locale.
   SvgElement& operator<<(omReal64 number);
-  /// Two numbers, a blank between.
+  /// Appends x and y, separated by a blank.
   SvgElement& operator<<(const SvgPoint& point) { return *this << point.getX() << " " << point.getY(); }
-  /// As an attribute's value or an element's content: markup and control characters replaced.
+  /// Appends the value of an attribute or the content of an element: characters of markup and control characters are
+  /// replaced.
   SvgElement& escaped(std::string_view text);
 
+  /// Everything appended so far.
   const std::string& text() const { return _text; }
+  /// False when a number was NaN or infinite, which SVG cannot express.
   bool isFinite() const { return _finite; }
 
  private:

@@ -89,14 +89,14 @@ SvgShape shapeOf(const Line2d& line) {
 SvgShape shapeOf(const Parabola2d& parabola) {
   const Line2d& directrix = parabola.getDirectrix();
   const SvgPoint normal(directrix.getCosTheta(), directrix.getSinTheta());
-  // As far from the directrix as from a focus on it are the points of the perpendicular through the focus.
+  // With the focus on the directrix, the points at equal distances from both are the perpendicular through the focus.
   if (parabola.isDegenerated()) return SvgLine{parabola.getFocus(), normal};
   const omReal64 side = directrix.signedDistance(parabola.getFocus()) < 0 ? -1 : 1;
   return SvgParabola{parabola.getVertex(), {side * normal.getX(), side * normal.getY()}, parabola.getFocalLength()};
 }
 /// @}
 
-/// Adds the points that decide how far a shape reaches; for endless shapes those it counts with.
+/// Adds points whose bounding box is that of the shape; of an unbounded shape some of its points, see SvgExtent.
 struct AddTo {
   SvgExtent& extent;
 
@@ -116,7 +116,8 @@ struct AddTo {
     extent.add({ellipse.center.getX() + width, ellipse.center.getY() + height});
   }
   void operator()(const SvgLine& line) const {
-    // The direction moves the point by a unit at most: no matter for a fallback, and a NaN direction is noticed.
+    // The direction is added so that NaN in it is detected; it moves the point by a unit at most, which does not matter
+    // where only unbounded shapes are drawn.
     extent.add({line.point.getX() + line.direction.getX(), line.point.getY() + line.direction.getY()});
   }
   void operator()(const SvgParabola& parabola) const {

@@ -10,60 +10,68 @@
 
 namespace ormix::geom {
 
-using SvgPoint = Point2dData<omReal64>;
+using SvgPoint = Point2dData<omReal64>;  ///< a point in the coordinates of the entity or in pixels
 
-/// Polylines that make one path; one that ends where it starts is closed.
+/// Polylines that form one path.
 struct SvgPath {
-  std::vector<std::vector<SvgPoint>> runs;
+  std::vector<std::vector<SvgPoint>> runs;  ///< vertices; a polyline that ends where it starts is closed
 };
+/// Points drawn as dots.
 struct SvgDots {
-  std::vector<SvgPoint> points;
+  std::vector<SvgPoint> points;  ///< centres of the dots
 };
-/// Radius a along the angle theta, b across it, both not negative.
+/// An ellipse or circle.
 struct SvgEllipse {
-  SvgPoint center;
-  omReal64 a;
-  omReal64 b;
-  omReal64 theta;
+  SvgPoint center;  ///< centre
+  omReal64 a;       ///< radius in the direction theta, not negative
+  omReal64 b;       ///< radius across it, not negative
+  omReal64 theta;   ///< angle from the x axis, in radians
 };
-/// { point + t·direction }, the direction of length 1.
+/// The unbounded line { point + t·direction }.
 struct SvgLine {
-  SvgPoint point;
-  SvgPoint direction;
+  SvgPoint point;      ///< a point of the line
+  SvgPoint direction;  ///< of length 1
 };
-/// { vertex + t·across + t²/(4·focalLength)·axis }, axis and across (its left normal) of length 1, focalLength > 0.
+/// The unbounded parabola { vertex + t·across + t²/(4·focalLength)·axis }, where `across` is the left normal of `axis`.
 struct SvgParabola {
-  SvgPoint vertex;
-  SvgPoint axis;
-  omReal64 focalLength;
+  SvgPoint vertex;       ///< vertex
+  SvgPoint axis;         ///< direction from the vertex to the focus, of length 1
+  omReal64 focalLength;  ///< distance from the vertex to the focus, positive
 };
 
-/// What is drawn of an entity, in the entity's coordinates.
+/// The curve, region or points that are drawn for an entity, in the coordinates of the entity.
 using SvgShape = std::variant<SvgPath, SvgDots, SvgEllipse, SvgLine, SvgParabola>;
 
-/// The shape of an entity of any planar class, or nothing where the class is not known. The time of a copy of it.
+/// The shape of an entity of any planar class; nothing when its class is not supported. Linear in its points.
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity);
+/// An arrow from the anchor to the anchor plus the vector, with a head.
 SvgShape svgArrow(const Vector2d& vector, const SvgPoint& anchor);
 
-/// Grows with the points it is shown; NaN and infinities make it not finite.
+/// The bounding box of points and shapes.
 class SvgExtent {
  public:
+  /// Extends the box to contain a point, or a shape. Of an unbounded shape only some points count: vertex and focus of
+  /// a parabola, a point within a unit of `point` of a line.
+  /// @{
   void add(const SvgPoint& point);
   void add(const SvgShape& shape);
+  /// @}
+  /// Whether nothing was added; the box is then meaningless.
   bool isEmpty() const { return !_seen; }
+  /// False when a coordinate that was added was NaN or infinite.
   bool isFinite() const;
 
-  omReal64 xMin = 0;
-  omReal64 yMin = 0;
-  omReal64 xMax = 0;
-  omReal64 yMax = 0;
+  omReal64 xMin = 0;  ///< smallest x
+  omReal64 yMin = 0;  ///< smallest y
+  omReal64 xMax = 0;  ///< largest x
+  omReal64 yMax = 0;  ///< largest y
 
  private:
   bool _seen = false;
   bool _finite = true;
 };
 
-/// Whether the shape goes on for ever.
+/// Whether the shape is unbounded: a line or a parabola.
 bool isEndless(const SvgShape& shape);
 
 }  // namespace ormix::geom

@@ -37,7 +37,7 @@ class ShapeWriter {
     _element << "<ellipse cx=\"" << center.getX() << "\" cy=\"" << center.getY() << "\" rx=\""
              << ellipse.a * _frame.scale << "\" ry=\"" << ellipse.b * _frame.scale << "\"";
     if (ellipse.theta != 0) {
-      // Within half a turn, and turned round with the y axis.
+      // Reduced to half a turn, and negated since y is downward in the picture.
       _element << " transform=\"rotate(" << -std::remainder(ellipse.theta, s_pi) * (180 / s_pi) << " " << center
                << ")\"";
     }

@@ -7,7 +7,8 @@
 
 namespace ormix::geom {
 
-/// Appends a shape's element. Answers where its label goes, in pixels; nothing when no part of it is seen.
+/// Appends the element of a shape.
+/// \return the position of its label in pixels; nothing when no part of the shape is inside the view
 std::optional<SvgPoint> writeShape(SvgElement& element, const SvgShape& shape, const SvgFrame& frame,
                                    const SvgStyle& style);
 
