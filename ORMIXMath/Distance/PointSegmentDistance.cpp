@@ -20,8 +20,7 @@ omReal64 square(const PlanarPoint& vector) { return vector.x * vector.x + vector
 
 /// The distance for coordinates that need no scaling.
 omReal64 scaledPointSegmentDistance(const PlanarPoint& point, const PlanarSegment& segment, PlanarPoint& nearest) {
-  // The frame stands at the nearer end: what is rounded is then as small as the configuration allows, and the foot of
-  // the perpendicular never lies beyond the other end.
+  // The frame stands at the nearer end: what is rounded is then as small as the configuration allows.
   PlanarPoint origin = segment.p0;
   PlanarPoint other = segment.p1;
   if (square(point - other) < square(point - origin)) std::swap(origin, other);
@@ -36,6 +35,12 @@ omReal64 scaledPointSegmentDistance(const PlanarPoint& point, const PlanarSegmen
     nearest = origin;
     return length(toPoint);
   }
+  // The squares of the two distances may round to the same number, and the nearer end then be the other one.
+  const omReal64 step = along / square(direction);
+  if (!(step < size)) {
+    nearest = other;
+    return length(point - other);
+  }
 
   const omReal64 left = direction.x * toPoint.y;
   const omReal64 right = direction.y * toPoint.x;
@@ -44,7 +49,6 @@ omReal64 scaledPointSegmentDistance(const PlanarPoint& point, const PlanarSegmen
   if (std::abs(cross) <= s_crossBound * (std::abs(left) + std::abs(right))) {
     cross = orientationDeterminant(origin, other, point) / size;
   }
-  const omReal64 step = along / square(direction);
   const PlanarPoint foot{origin.x + step * direction.x, origin.y + step * direction.y};
   nearest = clampToBox(cross == 0 ? point : foot, segment);
   return std::abs(cross) / std::sqrt(square(direction));

@@ -8,7 +8,7 @@ namespace ormix {
 /// Distance from a point to a closed segment and the segment's nearest point to it.
 ///
 /// Exact zero when and only when the point lies on the segment, as orientation() decides it, the nearest point then
-/// being the point itself; otherwise right to a few units in the last place of the largest coordinate (4 is the most
+/// being the point itself; otherwise right to a few units in the last place of the largest coordinate (5.6 is the most
 /// seen), for every direction, offset and length, a zero length included (the distance to that point). The nearest
 /// point stays in the segment's box and is an end itself where an end is nearest. NaN, and a nearest point of NaN, when
 /// a coordinate is not finite; infinite when the distance exceeds every finite value. Constant time, no allocation.

@@ -42,16 +42,20 @@ Ray rayOf(const SpatialSegment& segment) {
   return {segment.p0, times({1 / extent, 0}, along), extent};
 }
 
+bool isBeforeEnd(const Twofold& parameter, const Ray& ray) {
+  return parameter.high < ray.extent || (parameter.high == ray.extent && parameter.low < 0);
+}
+
 Twofold parameterOf(const TwofoldVector& offset, const Ray& ray) {
   if (ray.extent == 0) return {0, 0};
   const Twofold parameter = quotient(dot(offset, ray.direction), dot(ray.direction, ray.direction));
   if (!(parameter.high > 0)) return {0, 0};
-  return parameter.high < ray.extent ? parameter : Twofold{ray.extent, 0};
+  return isBeforeEnd(parameter, ray) ? parameter : Twofold{ray.extent, 0};
 }
 
 SpatialPoint pointAt(const Twofold& parameter, const Ray& ray, const SpatialSegment& segment) {
   if (parameter.high == 0) return segment.p0;
-  if (parameter.high == ray.extent) return segment.p1;
+  if (!isBeforeEnd(parameter, ray)) return segment.p1;
   const TwofoldVector offset = times(parameter, ray.direction);
   return {coordinateAt(segment.p0.x, offset.x, segment.p1.x), coordinateAt(segment.p0.y, offset.y, segment.p1.y),
           coordinateAt(segment.p0.z, offset.z, segment.p1.z)};

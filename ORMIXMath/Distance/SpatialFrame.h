@@ -62,6 +62,9 @@ struct Ray {
 
 Ray rayOf(const SpatialSegment& segment);
 
+/// Whether a parameter is below the extent; near the end of a ray only its second number tells.
+bool isBeforeEnd(const Twofold& parameter, const Ray& ray);
+
 /// The parameter, from 0 to the extent, of the ray's point nearest to that at the offset from its origin.
 Twofold parameterOf(const TwofoldVector& offset, const Ray& ray);
 

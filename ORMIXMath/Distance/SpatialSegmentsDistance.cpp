@@ -74,11 +74,11 @@ void offerPerpendicular(const SpatialSegment& first, const SpatialSegment& secon
   if (!(square.high > 0)) return;
   const TwofoldVector toSecond = between(u.origin, v.origin);
   const Twofold s = quotient(dot(cross(toSecond, v.direction), across), square);
-  if (!(s.high > 0 && s.high < u.extent)) return;
+  if (!(s.high > 0 && isBeforeEnd(s, u))) return;
   // Projected, not from the like quotient: an error of s along nearly parallel segments is then made on both of them.
   const TwofoldVector offset = difference(times(s, u.direction), toSecond);
   const Twofold t = parameterOf(offset, v);
-  if (t.high == 0 || t.high == v.extent) return;
+  if (t.high == 0 || !isBeforeEnd(t, v)) return;
   const omReal64 distance = length(difference(offset, times(t, v.direction)));
   if (!(distance < best.distance)) return;
   best = {distance, pointAt(s, u, first), pointAt(t, v, second)};

@@ -35,6 +35,28 @@ TEST(PointSegmentDistance, IsRightToAFewUlpOnHostileCases) {
   EXPECT_LE(worstPoint, oracle::allowedUlps);
 }
 
+TEST(PointSegmentDistance, IsRightForSegmentsTooShortForTheSquaresToTellTheirEnds) {
+  const unsigned seed = 90210;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(-1, 1);
+  PlanarPoint nearest;
+  EXPECT_EQ(pointSegmentDistance({5, 0}, {{1, 0}, {1 + 0x1p-52, 0}}, nearest), 4);
+  omReal64 worst = 0;
+  for (int i = 0; i < 5000; ++i) {
+    const PlanarPoint start{unit(draw), unit(draw)};
+    const omReal64 size = std::ldexp(1.0, -static_cast<int>(draw() % 55));
+    const PlanarSegment s{start, {start.x + size * unit(draw), start.y + size * unit(draw)}};
+    const omReal64 reach = std::ldexp(1.0, static_cast<int>(draw() % 40) - 20);
+    const PlanarPoint point{reach * unit(draw), reach * unit(draw)};
+    const omReal64 error =
+        ulps(pointSegmentDistance(point, s, nearest) - oracle::distance(point, s), oracle::ulp(s, {point, nearest}));
+    ASSERT_LE(error, oracle::allowedUlps) << point << ' ' << s;
+    worst = std::max(worst, error);
+  }
+  std::cout << "largest error in ulp of the largest coordinate: " << worst << '\n';
+}
+
 TEST(PointSegmentDistance, WorkedValuesForEveryType) {
   omReal64 x = 0;
   omReal64 y = 0;

@@ -43,6 +43,27 @@ TEST(SpatialSegmentsDistance, PointsAreRightOnHostileCases) {
   EXPECT_LE(worstPoint, s_allowedUlps);
 }
 
+TEST(SpatialSegmentsDistance, PointsNearEitherEndAreRight) {
+  const unsigned seed = 1984;
+  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  std::mt19937 draw(seed);
+  std::uniform_real_distribution<omReal64> unit(-1, 1);
+  SpatialPoint nearest;
+  for (const bool isTurned : {false, true}) {
+    for (int i = 0; i < 1000; ++i) {
+      // Points on a segment that is long against the steps of its end's coordinate, and then beside it.
+      const omReal64 end = 0.5 + unit(draw) / 4;
+      SpatialSegment s{{1e6, 1, 1}, {end, 1, 1}};
+      if (isTurned) std::swap(s.p0, s.p1);
+      SpatialPoint point{end + std::pow(10.0, -16 * std::abs(unit(draw))), 1, 1};
+      ASSERT_EQ(pointSegmentDistance(point, s, nearest), 0) << point << ' ' << s;
+      ASSERT_TRUE(same(nearest, point));
+      point.y += std::pow(10.0, -12 * std::abs(unit(draw)));
+      ASSERT_EQ(pointSegmentDistance(point, s, nearest), point.y - 1) << point << ' ' << s;
+    }
+  }
+}
+
 TEST(SpatialSegmentsDistance, SegmentsAreRightOnHostileCases) {
   const unsigned seed = 5150;
   SCOPED_TRACE(testing::Message() << "seed " << seed);
