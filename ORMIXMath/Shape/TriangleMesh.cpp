@@ -59,10 +59,6 @@ void addDoubleAreas(const TriangleMeshView<T>& mesh, std::size_t first, detail::
   }
 }
 
-TrianglePair relativeTo(const CornerPair& origin, const TrianglePair& t) {
-  return {t.a - origin, t.b - origin, t.c - origin};
-}
-
 /// Integrals over a body, about some origin: of 1, of the coordinates, and of their products.
 struct Integrals {
   omReal64 volume;
@@ -70,11 +66,14 @@ struct Integrals {
   omReal64 xx, yy, zz, xy, xz, yz;
 };
 
-/// Sums of tetrahedra with their apex at the origin, up to the factors 6, 24 and 120.
+/// Sums of tetrahedra with a common apex, about it, up to the factors 6, 24 and 120.
 class IntegralSums {
  public:
-  void add(const TrianglePair& t, const Pair& weight) {
-    const Pair d = weight * detail::determinantPair(t);
+  explicit IntegralSums(const CornerPair& apex) : _apex(apex) {}
+
+  void add(const TrianglePair& triangles, const Pair& weight) {
+    const Pair d = weight * detail::determinantPair(triangles, _apex);
+    const TrianglePair t{triangles.a - _apex, triangles.b - _apex, triangles.c - _apex};
     const CornerPair s{t.a.x + t.b.x + t.c.x, t.a.y + t.b.y + t.c.y, t.a.z + t.b.z + t.c.z};
     const std::array<Pair, 10> terms{d,
                                      d * s.x,
@@ -98,6 +97,7 @@ class IntegralSums {
   }
 
  private:
+  CornerPair _apex;
   std::array<Pair, 10> _sums{};
 };
 
@@ -131,7 +131,9 @@ MeshMoments momentsOf(const Integrals& about, const CornerPair& origin) {
 
 omReal64 tetrahedronSignedVolume(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1, omReal64 z1,
                                  omReal64 x2, omReal64 y2, omReal64 z2) {
-  return (x0 * (y1 * z2 - z1 * y2) + y0 * (z1 * x2 - x1 * z2) + z0 * (x1 * y2 - y1 * x2)) / 6;
+  const omReal64 ex = x1 - x0, ey = y1 - y0, ez = z1 - z0;
+  const omReal64 fx = x2 - x0, fy = y2 - y0, fz = z2 - z0;
+  return (x0 * (ey * fz - ez * fy) + y0 * (ez * fx - ex * fz) + z0 * (ex * fy - ey * fx)) / 6;
 }
 
 template <class T>
@@ -170,7 +172,7 @@ omReal64 meshLocalVolume(const TriangleMeshView<T>& mesh) {
   if (__builtin_cpu_supports("avx2")) nbDone = detail::TriangleQuadsAvx2::addDeterminants(mesh, origin, sum);
 #endif
   forPairs(mesh, nbDone, [&](const TrianglePair& t, int nbTriangles) {
-    Pair determinant = detail::determinantPair(relativeTo(origin, t));
+    Pair determinant = detail::determinantPair(t, origin);
     if (nbTriangles == 1) determinant[1] = 0;
     sum += determinant;
   });
@@ -181,9 +183,9 @@ template <class T>
 bool meshMoments(const TriangleMeshView<T>& mesh, MeshMoments& moments) {
   if (mesh.nbTriangles == 0) return false;
   const CornerPair origin = firstCorner(mesh);
-  IntegralSums sums;
+  IntegralSums sums(origin);
   forPairs(mesh, 0, [&](const TrianglePair& t, int nbTriangles) {
-    sums.add(relativeTo(origin, t), Pair{1, nbTriangles == 2 ? 1.0 : 0.0});
+    sums.add(t, Pair{1, nbTriangles == 2 ? 1.0 : 0.0});
   });
   const Integrals about = sums.result();
   if (about.volume == 0) return false;

@@ -25,8 +25,10 @@ struct TriangleMeshView {
   std::size_t nbTriangles;
 };
 
-/// Signed volume of the tetrahedron over the triangle (p0, p1, p2) with its apex at the origin, p0 · (p1 × p2) / 6:
-/// positive where the triangle is counter-clockwise as seen from the side that the origin is not on.
+/// Signed volume of the tetrahedron over the triangle (p0, p1, p2) with its apex at the origin, as
+/// p0 · ((p1 - p0) × (p2 - p0)) / 6: positive where the triangle is counter-clockwise as seen from the side that the
+/// origin is not on. Right to about epsilon · area · distance from the origin, where p0 · (p1 × p2) / 6, the same
+/// number, is off by epsilon times the cube of that distance.
 ORMIX_MATH_API omReal64 tetrahedronSignedVolume(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1,
                                                 omReal64 z1, omReal64 x2, omReal64 y2, omReal64 z2);
 
@@ -37,7 +39,8 @@ template <class T>
 ORMIX_MATH_API omReal64 meshArea(const TriangleMeshView<T>& mesh);
 
 /// Sum of tetrahedronSignedVolume() over the triangles in their order, each added to the sum before: the volume within
-/// a closed mesh, positive when its triangles are counter-clockwise from outside. Loses digits far from the origin.
+/// a closed mesh, positive when its triangles are counter-clockwise from outside. Right to about epsilon · area ·
+/// distance from the origin.
 template <class T>
 ORMIX_MATH_API omReal64 meshSignedVolume(const TriangleMeshView<T>& mesh);
 

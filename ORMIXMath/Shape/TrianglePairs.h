@@ -76,12 +76,19 @@ inline CornerPair crossPair(const CornerPair& p, const CornerPair& q) {
 
 inline Pair dotPair(const CornerPair& p, const CornerPair& q) { return p.x * q.x + p.y * q.y + p.z * q.z; }
 
-/// Six times the signed volumes over the triangles.
-inline Pair determinantPair(const TrianglePair& t) { return dotPair(t.a, crossPair(t.b, t.c)); }
+/// Across the triangles, of twice their areas in length.
+inline CornerPair normalPair(const TrianglePair& t) { return crossPair(t.b - t.a, t.c - t.a); }
+
+/// Six times the signed volumes over the triangles. From edges, not from the corners' own cross products, which are as
+/// large as the square of the distance from the apex and cancel to the size of a triangle.
+inline Pair determinantPair(const TrianglePair& t) { return dotPair(t.a, normalPair(t)); }
+inline Pair determinantPair(const TrianglePair& t, const CornerPair& apex) {
+  return dotPair(t.a - apex, normalPair(t));
+}
 
 /// Twice the areas.
 inline Pair doubleAreaPair(const TrianglePair& t) {
-  const CornerPair normal = crossPair(t.b - t.a, t.c - t.a);
+  const CornerPair normal = normalPair(t);
   return rootPair(dotPair(normal, normal));
 }
 

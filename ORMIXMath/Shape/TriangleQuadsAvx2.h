@@ -18,8 +18,8 @@ class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
     __m256d error = _mm256_loadu_pd(lanes.error);
     for (const omUInt32 *at = mesh.indices, *end = at + 3 * nbTaken; at != end; at += 12) {
       const Quad quad = load(mesh.xyz, at);
-      const Corners normals = cross(minus(quad.b, quad.a), minus(quad.c, quad.a));
-      const __m256d area = _mm256_sqrt_pd(dot(normals, normals));
+      const Corners across = normals(quad);
+      const __m256d area = _mm256_sqrt_pd(dot(across, across));
       // addCompensated() on each lane.
       const __m256d total = _mm256_add_pd(sum, area);
       const __m256d added = _mm256_sub_pd(total, sum);
@@ -40,7 +40,7 @@ class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
     for (const omUInt32 *at = mesh.indices, *end = at + 3 * nbTaken; at != end; at += 12) {
       const Quad quad = load(mesh.xyz, at);
       alignas(32) omReal64 volumes[4];
-      _mm256_store_pd(volumes, _mm256_div_pd(dot(quad.a, cross(quad.b, quad.c)), _mm256_set1_pd(6)));
+      _mm256_store_pd(volumes, _mm256_div_pd(dot(quad.a, normals(quad)), _mm256_set1_pd(6)));
       for (const omReal64 volume : volumes) total += volume;
     }
     sum = total;
@@ -56,7 +56,7 @@ class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
     __m128d total = sum;
     for (const omUInt32 *at = mesh.indices, *end = at + 3 * nbTaken; at != end; at += 12) {
       const Quad quad = load(mesh.xyz, at);
-      const __m256d all = dot(minus(quad.a, apex), cross(minus(quad.b, apex), minus(quad.c, apex)));
+      const __m256d all = dot(minus(quad.a, apex), normals(quad));
       total = _mm_add_pd(total, _mm256_castpd256_pd128(all));
       total = _mm_add_pd(total, _mm256_extractf128_pd(all, 1));
     }
@@ -131,6 +131,10 @@ class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
   }
   [[gnu::target("avx2")]] static Corners cross(const Corners& p, const Corners& q) {
     return {determinant(p.y, p.z, q.y, q.z), determinant(p.z, p.x, q.z, q.x), determinant(p.x, p.y, q.x, q.y)};
+  }
+  /// normalPair() of four triangles.
+  [[gnu::target("avx2")]] static Corners normals(const Quad& quad) {
+    return cross(minus(quad.b, quad.a), minus(quad.c, quad.a));
   }
   [[gnu::target("avx2")]] static __m256d dot(const Corners& p, const Corners& q) {
     const __m256d xy = _mm256_add_pd(_mm256_mul_pd(p.x, q.x), _mm256_mul_pd(p.y, q.y));

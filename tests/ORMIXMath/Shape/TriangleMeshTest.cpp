@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iostream>
 #include <limits>
 #include <random>
 #include <type_traits>
@@ -126,6 +127,28 @@ TEST(TriangleMesh, VolumeIsThePlainSumInTheOrderOfTheFaces) {
     EXPECT_EQ(meshSignedVolume(mesh.view()), volume) << count;
     EXPECT_NEAR(meshArea(mesh.view()), static_cast<omReal64>(area), 2e-15 * static_cast<omReal64>(area)) << count;
   }
+}
+
+TEST(TriangleMesh, VolumesLoseNoMoreThanTheDistanceFromTheOrigin) {
+  std::mt19937 draw(1618);
+  std::uniform_real_distribution<omReal64> unit(0.5, 1);
+  omReal64 worst = 0;
+  for (int i = 0; i < 300; ++i) {
+    const omReal64 distance = std::pow(10.0, static_cast<int>(draw() % 10));
+    // A box on a grid, so that its corners are stored exactly wherever it stands.
+    const auto coordinate = [&] { return std::floor(distance * unit(draw)) * (draw() % 2 == 0 ? 1 : -1); };
+    const auto side = [&] { return static_cast<omReal64>(1 + draw() % 4); };
+    const omReal64 dx = side(), dy = side(), dz = side();
+    const Mesh<omReal64> mesh = box<omReal64>(coordinate(), coordinate(), coordinate(), dx, dy, dz);
+    const omReal64 error = std::abs(meshSignedVolume(mesh.view()) - dx * dy * dz);
+    worst = std::max(worst, error / (meshArea(mesh.view()) * distance));
+  }
+  std::cout << "largest error in parts of area and distance: " << worst << '\n';
+  EXPECT_LE(worst, 2e-16);
+  Mesh<omReal64> tetrahedron;
+  for (const omReal64 edge : {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) tetrahedron.xyz.push_back(1e8 + edge);
+  tetrahedron.indices = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
+  EXPECT_NEAR(meshSignedVolume(tetrahedron.view()), 1.0 / 6, 1e-8);
 }
 
 TEST(TriangleMesh, LocalSumsHoldFarFromTheOrigin) {
