@@ -39,10 +39,13 @@ T quotient(T a, T b) {
   }
 }
 
-/// A component of a vector is rounded to the coordinate type before it is used, and the result again (intended).
+/// For integers a component of a vector is rounded to the nearest integer before it is used, and the result again
+/// (intended); to a signed one of 64 bits, so that unsigned coordinates also move down. A component of a real point is
+/// rounded to its type.
 template <class Operation, class T>
 T withComponent(Operation operation, T coordinate, omReal64 component) {
-  const auto rounded = static_cast<omReal64>(round<T, omReal64>(component));
+  using Rounded = std::conditional_t<std::is_integral_v<T>, omInt64, T>;
+  const auto rounded = static_cast<omReal64>(round<Rounded, omReal64>(component));
   return round<T, omReal64>(operation(static_cast<omReal64>(coordinate), rounded));
 }
 

@@ -9,8 +9,8 @@ namespace ormix::geom {
 ///
 /// Arithmetic with another point, a scalar or a vector works component by component. Integer coordinates wrap around on
 /// overflow; an integer quotient truncates toward zero, and a division by zero saturates (0 / 0 is 0). The Cartesian
-/// components of a vector are rounded to the coordinate type before they are used, and the result is rounded again, so
-/// that an integer point is moved by the same integers wherever it is.
+/// components of a vector are rounded first, for integers to the nearest one, and the result again to the coordinate
+/// type, so that an integer point is moved by the same integers wherever it is.
 template <class T>
 class ORMIX_GEOMETRY_API Point2d : public Entity2d<Point2d<T>, BaseTypedGeometryEntity2d<T>> {
  public:

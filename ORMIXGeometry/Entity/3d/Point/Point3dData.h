@@ -15,9 +15,9 @@ namespace ormix::geom {
 /// consecutive points are consecutive numbers x, y, z.
 ///
 /// Arithmetic works component by component, with another point, a scalar or a vector. Integer coordinates wrap around
-/// on overflow; an integer quotient truncates toward zero, and an integer division by zero saturates (0 / 0 is 0). A
-/// vector's components are rounded to the coordinate type first and the result again, so that an integer point moved by
-/// a vector has integer coordinates.
+/// on overflow; an integer quotient truncates toward zero, and an integer division by zero saturates (0 / 0 is 0). The
+/// components of a vector are rounded first, for integers to the nearest one, and the result again to the coordinate
+/// type, so that an integer point moved by a vector has integer coordinates.
 template <class T>
 class ORMIX_GEOMETRY_API Point3dData {
  public:

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
+#include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <gtest/gtest.h>
 
@@ -90,7 +91,13 @@ TEST(Point2d, MovesByVectorsRoundTheComponentsFirst) {
   // 1 / 0 and 0 / 0 in reals, brought back.
   EXPECT_EQ(P(1, 0) / Vector2d(0.4, 0), P(s_highest, 0));
   EXPECT_EQ(P(s_highest, 0) + Vector2d(1e20, 0), P(s_highest, 0));
-  EXPECT_EQ(Point2d<omUInt32>(1, 1) - Vector2d(5, 0), Point2d<omUInt32>(0, 1));
+  EXPECT_EQ(P(s_lowest, 0) + Vector2d(4e9, 0), P(1852516352, 0));
+  using U = Point2d<omUInt32>;
+  EXPECT_EQ(U(1, 1) - Vector2d(5, 0), U(0, 1));
+  EXPECT_EQ(U(5, 5) + Vector2d(2, 2 * s_right), U(3, 5));
+  EXPECT_EQ(U(5, 5) - Vector2d(1.6, -s_right), U(5, 7));
+  EXPECT_EQ(U(5, 5) * Vector2d(2, 2 * s_right), U(0, 0));
+  EXPECT_EQ(Segment2d<omUInt32>(U(5, 5), Vector2d(2, 2 * s_right)).getPoint1(), U(3, 5));
 }
 
 TEST(Point2d, SinglePrecisionMovesRoundTheComponentsToo) {

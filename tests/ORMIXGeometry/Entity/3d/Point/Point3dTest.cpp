@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
+#include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
 #include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
 #include <gtest/gtest.h>
 
@@ -114,7 +115,12 @@ TEST(Point3d, MovesByVectorsRoundTheComponentsFirst) {
   EXPECT_EQ(P(0, 0, 9) / Vector3d(2.4, 0, 0), P(0, 0, 5));
   EXPECT_EQ(P(0, 0, 10) * Vector3d(2.4, 0, 0), P(0, 0, 20));
   EXPECT_EQ(P(0, 0, s_highest) + Vector3d(1e20, 0, 0), P(0, 0, s_highest));
-  EXPECT_EQ(Point3d<omUInt32>(1, 1, 1) - Vector3d(5, 0, 0), Point3d<omUInt32>(1, 1, 0));
+  using U = Point3d<omUInt32>;
+  EXPECT_EQ(U(1, 1, 1) - Vector3d(5, 0, 0), U(1, 1, 0));
+  const Vector3d back(2, s_right, -2 * s_right);
+  EXPECT_EQ(U(5, 5, 5) + back, U(3, 5, 5));
+  EXPECT_EQ(U(5, 5, 5) - back, U(7, 5, 5));
+  EXPECT_EQ(Segment3d<omUInt32>(U(5, 5, 5), back).getPoint1(), U(3, 5, 5));
 }
 
 TEST(Point3d, CastTruncatesAndRoundGoesToTheNearest) {
