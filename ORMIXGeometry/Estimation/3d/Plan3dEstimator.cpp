@@ -41,26 +41,52 @@ using Vector = std::array<omReal64, 3>;
 // Beyond this ratio of variances in the plan what squaring took from the eigenvectors is brought back.
 constexpr omReal64 s_elongated = 16;
 
-/// The normal once more from the samples: the heights over the plan that the eigenvectors give, as linear functions of
-/// the places in it, say by how much to turn it. A cloud a hundred times as long as wide loses four digits of its
-/// normal to the squares of the covariance, and only two of the length to the heights.
-void sharpenNormal(const SampleView& samples, const Vector& mean, const omReal64 (&axes)[9], Vector& normal) {
-  omReal64 byPlace[2] = {0, 0};
-  omReal64 spread[2] = {0, 0};
+/// How far a cloud reaches over its plan, and in it across and along, as standard deviations.
+struct Spreads {
+  omReal64 height;
+  omReal64 width;
+  omReal64 length;
+};
+
+/// The normal and the spreads once more from the samples. A cloud a hundred times as long as wide loses four digits of
+/// both to the squares of the covariance. In the coordinates of its eigenvectors the products with the length are small
+/// and are taken out, and what remains is the covariance of the other two, as exact as they are.
+Spreads sharpen(const SampleView& samples, const Vector& mean, const omReal64 (&axes)[9], Vector& normal) {
+  omReal64 hh = 0, hw = 0, ww = 0;
+  omReal64 hl = 0, wl = 0, ll = 0;
   for (std::size_t i = 0; i < samples.nbSamples; ++i) {
     const omReal64* p = samples[i];
     const omReal64 x = p[0] - mean[0];
     const omReal64 y = p[1] - mean[1];
     const omReal64 z = p[2] - mean[2];
-    const omReal64 height = axes[0] * x + axes[1] * y + axes[2] * z;
-    for (std::size_t k = 0; k < 2; ++k) {
-      const omReal64 place = axes[3 * k + 3] * x + axes[3 * k + 4] * y + axes[3 * k + 5] * z;
-      byPlace[k] += height * place;
-      spread[k] += place * place;
-    }
+    const omReal64 h = axes[0] * x + axes[1] * y + axes[2] * z;
+    const omReal64 w = axes[3] * x + axes[4] * y + axes[5] * z;
+    const omReal64 l = axes[6] * x + axes[7] * y + axes[8] * z;
+    hh += h * h;
+    hw += h * w;
+    ww += w * w;
+    hl += h * l;
+    wl += w * l;
+    ll += l * l;
   }
-  for (std::size_t k = 0; k < 2; ++k)
-    for (std::size_t d = 0; d < 3; ++d) normal[d] -= byPlace[k] / spread[k] * axes[3 * k + 3 + d];
+  hh -= hl * hl / ll;
+  hw -= hl * wl / ll;
+  ww -= wl * wl / ll;
+  const omReal64 angle = std::atan2(2 * hw, ww - hh) / 2;
+  const omReal64 co = std::cos(angle);
+  const omReal64 si = std::sin(angle);
+  const omReal64 slope = (co * hl - si * wl) / ll;
+  for (std::size_t d = 0; d < 3; ++d) normal[d] = co * axes[d] - si * axes[3 + d] - slope * axes[6 + d];
+  const omReal64 largest = (hh + ww) / 2 + std::hypot((ww - hh) / 2, hw);
+  const omReal64 smallest = largest > 0 ? std::max((hh * (ww / largest) - hw * (hw / largest)), 0.0) : 0.0;
+  const auto spread = [&](omReal64 square) { return std::sqrt(square / static_cast<omReal64>(samples.nbSamples)); };
+  return {spread(smallest), spread(largest), spread(ll)};
+}
+
+/// Whether a width is more than what rounding of coordinates about the mean makes of none.
+bool exceedsRounding(omReal64 width, const Vector& mean) {
+  const omReal64 largest = std::max({std::abs(mean[0]), std::abs(mean[1]), std::abs(mean[2])});
+  return width > 4 * NumericLimits<omReal64>::s_eps * largest;
 }
 
 /// The plan of least squared distances; false when the points have no privileged direction.
@@ -75,9 +101,13 @@ bool planFromSamples(const SampleView& samples, omReal64& rho, omReal64& theta, 
   if (!eigenDecomposition<omReal64>(s[0] / largest, s[1] / largest, s[2] / largest, s[3] / largest, s[4] / largest,
                                     s[5] / largest, values, vectors))
     return false;
-  if (!(values[1] - values[0] > NumericLimits<omReal64>::s_sqrt_eps * values[2])) return false;
   Vector normal{vectors[0], vectors[1], vectors[2]};
-  if (values[2] > s_elongated * values[1]) sharpenNormal(samples, all.mean, vectors, normal);
+  Spreads spreads{std::sqrt(std::max(values[0], 0.0)), std::sqrt(std::max(values[1], 0.0)), std::sqrt(values[2])};
+  if (values[2] > s_elongated * values[1]) {
+    spreads = sharpen(samples, all.mean, vectors, normal);
+    if (!exceedsRounding(spreads.width, all.mean)) return false;
+  }
+  if (!(spreads.width - spreads.height > NumericLimits<omReal64>::s_sqrt_eps * spreads.length)) return false;
   return planFromNormal(all.mean[0], all.mean[1], all.mean[2], normal[0], normal[1], normal[2], rho, theta, phi);
 }
 

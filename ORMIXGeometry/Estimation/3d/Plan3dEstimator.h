@@ -21,10 +21,10 @@ extern template class GeometryEstimator<Plan3dEstimator>;
 /// Three points give the plane through them. More give the plane of least squared distances, whose normal is the
 /// direction of least variance (Pearson 1901). d >= 0, except where the normal would be (0, 0, -1), which is replaced
 /// by (0, 0, 1). For a plane through the origin the first nonzero component of the normal, in the order z, y, x, is
-/// positive. Fails with message 12 for points without a preferred direction: those that coincide or are collinear, and
-/// those whose two smallest variances differ by at most sqrt(epsilon) of the largest, which includes strips ten
-/// thousand times as long as they are wide. The residual of a point is its signed distance. O(points); nothing is
-/// allocated.
+/// positive. Fails with message 12 for points without a preferred direction: those that coincide or are collinear, to
+/// rounding of their coordinates, and those whose two smallest standard deviations differ by at most sqrt(epsilon) of
+/// the largest, which includes strips sixty million times as long as they are wide. The residual of a point is its
+/// signed distance. O(points); nothing is allocated.
 class ORMIX_GEOMETRY_API Plan3dEstimator : public GeometryEstimator<Plan3dEstimator> {
  public:
   static constexpr const char* s_className = "ormix::geom::Plan3dEstimator";  ///< registered name

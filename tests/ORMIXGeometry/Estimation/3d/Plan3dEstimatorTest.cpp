@@ -74,9 +74,13 @@ TEST(Plan3dEstimator, IsSharpOnStrips) {
     Vector u;
     Vector v;
     const Vector normal = frame(random, u, v);
-    for (omReal64& component : u) component *= 300;
     // Rounding of the coordinates along the strip is this much of its width.
-    EXPECT_LE(error(fitted<Plan3dEstimator>(onPlan({0, 0, 0}, u, v, 1, 100, seed)), normal), 1e-13);
+    for (const omReal64 length : {300.0, 18000.0, 1e6}) {
+      Vector along = u;
+      for (omReal64& component : along) component *= length;
+      const Values strip = onPlan({0, 0, 0}, along, v, 1, 100, seed);
+      EXPECT_LE(error(fitted<Plan3dEstimator>(strip), normal), 3e-16 * length) << length;
+    }
   }
 }
 
