@@ -1,10 +1,12 @@
 #pragma once
 
 #include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXUtil/NumericLimits.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #if defined(__x86_64__)
@@ -183,6 +185,15 @@ class CentredSummation {
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
   }
 };
+
+/// Whether points of that mean and sum of squared distances from it are more than one point that rounding of its
+/// coordinates spread; false for NaN.
+template <std::size_t D>
+bool areSeveralPoints(omReal64 sumOfSquares, const std::array<omReal64, D>& mean, omReal64 nbPoints) {
+  omReal64 largest = 0;
+  for (const omReal64 coordinate : mean) largest = std::max(largest, std::abs(coordinate));
+  return std::sqrt(sumOfSquares / nbPoints) > 4 * NumericLimits<omReal64>::s_eps * largest;
+}
 
 /// The sums of samples whose dimension is that of the products.
 template <class Products>

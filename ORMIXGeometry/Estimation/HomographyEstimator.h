@@ -16,7 +16,9 @@ namespace ormix::geom {
 /// centred at the means and scaled by the spreads (Hartley 1997). Fails with the message of the class when the rank of
 /// the system is more than two below the number of elements. A null space of dimension two is accepted (intended): it
 /// occurs with the fewest pairs when all but one of the sources are collinear in the plane or coplanar in space, and
-/// one of the maps through the pairs is then returned.
+/// one of the maps through the pairs is then returned. Fails with the same message when the matrix is singular, to
+/// rounding of the coordinates, and when it does not map the fewest pairs, to half the digits of the spread of the
+/// targets: for collinear or coplanar targets, and for collinear sources whose targets are not.
 ///
 /// The residual of a pair is the transfer error, the distance of p2 from the image of p1; infinite or NaN where p1 has
 /// no finite image. Far from the origin the elements of the matrix represent a perspective less precisely than the

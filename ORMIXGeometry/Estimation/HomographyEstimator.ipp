@@ -54,6 +54,12 @@ struct HomographySystem {
       if (radius > 0 && std::isfinite(radius)) scale = std::ldexp(1.0, std::clamp(-std::ilogb(radius), -1000, 1000));
     }
     omReal64 operator()(omReal64 value, std::size_t d) const { return (value - centre[d]) * scale; }
+    /// What rounding of the coordinates is at most here.
+    omReal64 rounding() const {
+      omReal64 largest = 0;
+      for (const omReal64 value : centre) largest = std::max(largest, std::abs(value));
+      return 4 * NumericLimits<omReal64>::s_eps * (largest * scale + 1);
+    }
   };
 
   /// The columns (p | u p | v p ...) of the sources p = (x, y, ..., 1) and targets (u, v, ...) in their frames, as a
@@ -105,25 +111,65 @@ struct HomographySystem {
     return svdNullVectorSmall(a.data(), nbElements, nbElements, h.data());
   }
 
-  /// Whether the sources lie on one line of the plane, one plane of space, to rounding of their coordinates, which far
-  /// from the origin hides behind a full rank: then the equations are not enough.
-  static bool areFlat(const Columns& qr, const Frame& source, omReal64 nbPoints) {
-    // The first D columns are the centred sources: the singular values of their corner are the cloud's half axes. The
-    // length of its inverse is that of the smallest one, inverted.
+  /// Whether the smallest singular value of the triangle's corner of `size` columns, which the length of its inverse
+  /// tells, is no larger than `rounding`.
+  template <class Triangle>
+  static bool isSingular(const Triangle& triangle, std::size_t size, omReal64 rounding) {
     omReal64 squareOfInverse = 0;
-    for (std::size_t c = 0; c < D; ++c) {
-      std::array<omReal64, D> x{};
+    for (std::size_t c = 0; c < size; ++c) {
+      std::array<omReal64, side> x{};
       for (std::size_t r = c + 1; r-- > 0;) {
         omReal64 value = r == c;
-        for (std::size_t k = r + 1; k <= c; ++k) value -= qr(r, k) * x[k];
-        x[r] = value / qr(r, r);
+        for (std::size_t k = r + 1; k <= c; ++k) value -= triangle(r, k) * x[k];
+        x[r] = value / triangle(r, r);
         squareOfInverse += x[r] * x[r];
       }
     }
-    omReal64 largest = 0;
-    for (const omReal64 value : source.centre) largest = std::max(largest, std::abs(value));
-    const omReal64 rounding = 4 * NumericLimits<omReal64>::s_eps * (largest * source.scale + 1) * std::sqrt(nbPoints);
     return !(1 > rounding * std::sqrt(squareOfInverse));
+  }
+
+  /// Whether the sources or the targets lie on one line of the plane, one plane of space, to rounding of their
+  /// coordinates, which far from the origin hides behind a full rank: then the equations are not enough, or only a
+  /// singular matrix satisfies them.
+  static bool areFlat(const Columns& qr, const Frame& source, const Frame& target, omReal64 nbPoints) {
+    // The first D columns are the centred sources: the singular values of their corner are the cloud's half axes.
+    if (isSingular(qr, D, source.rounding() * std::sqrt(nbPoints))) return true;
+    // The last column of each block after them is a coordinate of the targets.
+    TallQr<side> targets;
+    for (std::size_t r = 0; r < nbElements; ++r) {
+      for (std::size_t d = 0; d < D; ++d) targets.block(d)[r] = qr(r, (d + 2) * side - 1);
+      targets.block(D)[r] = 0;
+    }
+    targets.fold(nbElements);
+    return isSingular(targets, D, target.rounding() * std::sqrt(nbPoints));
+  }
+
+  /// Whether the matrix maps the plane or space onto less, to rounding of the coordinates that led to it.
+  static bool isSingular(const Elements& h, const Frame& source, const Frame& target) {
+    TallQr<side> rows;
+    for (std::size_t r = 0; r < side; ++r)
+      for (std::size_t c = 0; c < side; ++c) rows.block(c)[r] = h[r * side + c];
+    rows.fold(side);
+    return isSingular(rows, side, source.rounding() + target.rounding());
+  }
+
+  /// Whether all sources have an image, and that is their target to half the digits of the targets' spread. Equations
+  /// multiplied by the denominator are also satisfied where a source has no image at all.
+  static bool maps(const Elements& h, const SampleView& samples, const Frame& source, const Frame& target) {
+    for (std::size_t i = 0; i < samples.nbSamples; ++i) {
+      const omReal64* pair = samples[i];
+      const auto mapped = [&](std::size_t r) {
+        omReal64 value = h[r * side + D];
+        for (std::size_t d = 0; d < D; ++d) value += h[r * side + d] * source(pair[d], d);
+        return value;
+      };
+      const omReal64 w = mapped(D);
+      for (std::size_t d = 0; d < D; ++d) {
+        const omReal64 off = mapped(d) - w * target(pair[D + d], d);
+        if (w == 0 || !(std::abs(off) <= NumericLimits<omReal64>::s_sqrt_eps * std::abs(w))) return false;
+      }
+    }
+    return true;
   }
 
   /// From the frames back to the coordinates: target⁻¹ · h · source, divided by its last element, or by its length
@@ -218,7 +264,9 @@ BoolResult HomographyEstimator<Self, D>::processViewEstimation(const SampleView&
   System::reduce(samples, source, target, qr);
   typename System::Elements h{};
   std::size_t rank = System::solve(qr, h);
-  if (System::areFlat(qr, source, sums.nbRows)) rank = std::min(rank, System::smallestRank - 1);
+  const bool isMap = !System::areFlat(qr, source, target, sums.nbRows) && !System::isSingular(h, source, target) &&
+                     (samples.nbSamples > Self::s_minimalDataSize || System::maps(h, samples, source, target));
+  if (!isMap) rank = std::min(rank, System::smallestRank - 1);
   if (rank < System::smallestRank) return detail::estimationFailure(Self::s_rankMessage, rank, System::smallestRank);
   h = System::withoutFrames(source, target, h);
   if (!std::all_of(h.begin(), h.end(), [](omReal64 element) { return std::isfinite(element); }))

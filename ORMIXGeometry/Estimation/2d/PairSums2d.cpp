@@ -35,8 +35,13 @@ PairSums2d sumsOf(const Rows& rows) {
 
 bool PairSums2d::determineRotation() const {
   constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
-  return std::isfinite(s) && std::isfinite(c) && std::isfinite(spread1) &&
-         (std::abs(s) >= threshold || std::abs(c) >= threshold);
+  // The absolute threshold is intended.
+  if (std::abs(s) < threshold && std::abs(c) < threshold) return false;
+  if (!areSeveralPoints<2>(spread1, {mx1, my1}, nbPairs) || !areSeveralPoints<2>(spread2, {mx2, my2}, nbPairs))
+    return false;
+  // What turning the sources the best way gains, against the product of the lengths, which it never exceeds.
+  const omReal64 gain = std::hypot(s, c);
+  return std::isfinite(gain) && gain > threshold * (std::sqrt(spread1) * std::sqrt(spread2));
 }
 
 omReal64 PairSums2d::rotationAngle() const {

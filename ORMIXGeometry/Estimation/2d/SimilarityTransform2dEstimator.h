@@ -19,9 +19,8 @@ extern template class PairEstimator<SimilarityTransform2dEstimator, 2>;
 /// Scale, rotation and translation of pairs (x1, y1, x2, y2): scale > 0, theta in (-pi, pi], tx, ty. Minimises the sum
 /// of squared residuals: the scale is sqrt(S² + C²) over the spread of the sources (Umeyama 1991).
 ///
-/// Fails with message 18 when the sums S and C of RigidTransform2dEstimator are both below sqrt(epsilon), an absolute
-/// threshold (intended). The residual of a pair is the distance of p2 from the image of p1. O(pairs); nothing is
-/// allocated.
+/// Fails with message 18 where RigidTransform2dEstimator fails with message 14. The residual of a pair is the distance
+/// of p2 from the image of p1. O(pairs); nothing is allocated.
 class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator : public PairEstimator<SimilarityTransform2dEstimator, 2> {
  public:
   static constexpr const char* s_className = "ormix::geom::SimilarityTransform2dEstimator";  ///< registered name

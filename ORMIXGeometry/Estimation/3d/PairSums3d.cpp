@@ -39,12 +39,6 @@ PairSums3d sumsOf(const Rows& rows) {
   return sums;
 }
 
-/// Whether the spread of points exceeds the rounding of their coordinates, so that they are not all equal.
-bool differ(omReal64 spread, const std::array<omReal64, 3>& mean, omReal64 nbPoints) {
-  const omReal64 largest = std::max({std::abs(mean[0]), std::abs(mean[1]), std::abs(mean[2])});
-  return std::sqrt(spread / nbPoints) > 4 * NumericLimits<omReal64>::s_eps * largest;
-}
-
 }  // namespace
 
 PairSums3d PairSums3d::of(const SampleView& samples) { return sumsOf(RowView<6>::of(samples)); }
@@ -66,7 +60,7 @@ bool PairSums3d::determineTranslation() const {
 
 bool PairSums3d::bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const {
   BestRotation best;
-  if (!differ(spread1, mean1, nbPairs) || !differ(spread2, mean2, nbPairs)) return false;
+  if (!areSeveralPoints(spread1, mean1, nbPairs) || !areSeveralPoints(spread2, mean2, nbPairs)) return false;
   if (!rotationFromSums(products, best)) return false;
   // NaN counts as no gap. The product of the lengths is an upper bound of the sum.
   if (!(best.gap > NumericLimits<omReal64>::s_sqrt_eps * (std::sqrt(spread1) * std::sqrt(spread2)))) return false;

@@ -90,9 +90,18 @@ TEST(TransformEstimators, MinimiseTheirResidualsOnPublishedPoints) {
 
 TEST(TransformEstimators, RefuseWhatTellsNoRotation) {
   const std::string rank = " transformation 2d, insufficient matrix rank for estimation";
-  // A translation would exist: intended. Then: coinciding targets; below the absolute threshold (intended).
+  // A regular polygon and its mirror image, for which all angles are as good.
+  Values mirrored;
+  for (int k = 0; k < 7; ++k) {
+    const omReal64 x = 1e6 * std::cos(2 * s_piValue * k / 7);
+    const omReal64 y = 1e6 * std::sin(2 * s_piValue * k / 7);
+    mirrored.insert(mirrored.end(), {x, y, x, -y});
+  }
+  // A translation would exist: intended. Then: coinciding targets; below the absolute threshold (intended); sources
+  // that coincide but for their last bit.
   for (const Values& values : {Values{1, 2, 4, 6, 1, 2, 4, 6}, Values{0, 0, 3, 3, 1, 5, 3, 3, 7, 7, 3, 3},
-                               Values{0, 0, 0, 0, 1e-5, 0, 1e-5, 0}}) {
+                               Values{0, 0, 0, 0, 1e-5, 0, 1e-5, 0},
+                               Values{1e6, 1, 0, 0, 1e6 + 0x1p-33, 1, 1e6, 1e6, 1e6, 1, -1e6, 1e6}, mirrored}) {
     EXPECT_EQ(failureOf<TranslationTransform2dEstimator>(values), "Can't estimate translation" + rank);
     EXPECT_EQ(failureOf<RigidTransform2dEstimator>(values), "Can't estimate rigid" + rank);
     EXPECT_EQ(failureOf<SimilarityTransform2dEstimator>(values), "Can't estimate similarity" + rank);
@@ -199,6 +208,38 @@ TEST(HomographyTransform2dEstimator, SaysTheRankItFound) {
   EXPECT_EQ(failureOf<HomographyTransform2dEstimator>(collinear), "Invalid matrix rank 6" + text);
   const std::string all = failureOf<HomographyTransform2dEstimator>(Values(40, 0.3));
   EXPECT_EQ(all.substr(all.size() - text.size()), text);
+}
+
+TEST(HomographyTransform2dEstimator, RefusesWhatOnlySingularMatricesSatisfy) {
+  const std::string text = "Invalid matrix rank 6 for homography 2d linear system while expecting at least 7 rank";
+  for (unsigned seed = 1; seed <= 100; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    for (const omReal64 offset : {0.0, 1e6}) {
+      // Of four pairs three sources, then three targets are collinear; six targets are.
+      Values sources = pairs(4, offset, offset, seed, similarity(2, 0.3, 5, offset));
+      for (const std::size_t k : {0, 1}) sources[8 + k] = (sources[k] + sources[4 + k]) / 2;
+      Values targets = pairs(4, offset, offset, seed, similarity(1, 0.3, 5, offset));
+      for (const std::size_t k : {2, 3}) targets[8 + k] = (targets[k] + targets[4 + k]) / 2;
+      if (offset == 0) sources[10] += 3;
+      sources[11] += random.uniform(1, 5);
+      targets[9] += random.uniform(1, 5);
+      EXPECT_EQ(failureOf<HomographyTransform2dEstimator>(sources), text) << offset;
+      EXPECT_EQ(failureOf<HomographyTransform2dEstimator>(targets), text) << offset;
+      const auto onLine = [&](omReal64 x, omReal64 y) { return std::array<omReal64, 2>{y, offset + 0.4 * x * y / 10}; };
+      Values line = pairs(6, offset, offset, seed, onLine);
+      for (std::size_t i = 0; i < line.size(); i += 4) line[i + 3] = offset + 0.3 * line[i + 2];
+      EXPECT_EQ(failureOf<HomographyTransform2dEstimator>(line), text) << offset;
+    }
+    // Collinear sources whose targets are so, too, leave one of several maps: intended.
+    Values open = pairs(4, 0, 0, seed, homography({1, 0.1, 2, -0.1, 1, 3, 0.01, 0.02, 1}));
+    for (const std::size_t k : {0, 1}) open[8 + k] = open[k] + 0.3 * (open[4 + k] - open[k]);
+    const auto image = homography({1, 0.1, 2, -0.1, 1, 3, 0.01, 0.02, 1})(open[8], open[9]);
+    open[10] = image[0];
+    open[11] = image[1];
+    EXPECT_LE(largestResidual<HomographyTransform2dEstimator>(open, fitted<HomographyTransform2dEstimator>(open)),
+              1e-6);
+  }
 }
 
 TEST(HomographyTransform2dEstimator, AnswersWithAMatrix) {

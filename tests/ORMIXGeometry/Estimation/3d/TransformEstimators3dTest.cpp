@@ -278,8 +278,18 @@ TEST(HomographyTransform3dEstimator, SaysTheRankItFound) {
       const omReal64 y = random.uniform(-3, 3);
       coplanar.insert(coplanar.end(), {offset + x, y, 0.3 * x - 0.4 * y - offset, x * x, y, x * y});
     }
-    const std::string message = failureOf<HomographyTransform3dEstimator>(coplanar);
-    EXPECT_EQ(message.substr(message.size() - text.size()), text) << message;
+    // The same with coplanar targets, and five pairs of which four sources are coplanar and their targets are not.
+    Values flattened = coplanar;
+    for (std::size_t i = 0; i < flattened.size(); i += 6)
+      std::swap_ranges(&flattened[i], &flattened[i + 3], &flattened[i + 3]);
+    Values five = coplanar;
+    five.resize(30);
+    five[2] += 4;
+    for (std::size_t i = 5; i < five.size(); i += 6) five[i] += random.uniform(1, 5);
+    for (const Values& values : {coplanar, flattened, five}) {
+      const std::string message = failureOf<HomographyTransform3dEstimator>(values);
+      EXPECT_EQ(message.substr(message.size() - text.size()), text) << message;
+    }
   }
   const std::string all = failureOf<HomographyTransform3dEstimator>(Values(60, 0.3));
   EXPECT_EQ(all.substr(all.size() - text.size()), text) << all;
