@@ -111,10 +111,11 @@ class Descent {
  private:
   bool evaluate(const RealVector& params, RealVector& values, omReal64& cost) const;
   BoolResult linearise();
-  bool isTiny(const Vector& step) const;
+  bool isTiny(const Vector& step, omReal64 tolerance) const;
   bool tryStep(const Vector& step, omReal64& decrease);
   bool isStopped() const;
-  omReal64 foretell(const Vector& step) const;
+  omReal64 foretell(const Vector& step, omReal64 damping) const;
+  eRefinementEnd endWithoutDecrease() const;
   void adaptDamping(omReal64 decrease, omReal64 foretold);
 
   const BaseCostFunction& _function;
@@ -161,9 +162,9 @@ BoolResult Descent::start() {
   return linearise();
 }
 
-bool Descent::isTiny(const Vector& step) const {
+bool Descent::isTiny(const Vector& step, omReal64 tolerance) const {
   const auto params = detail::mapOf(_params);
-  return step.cwiseProduct(_lengths).norm() <= _options.tolerance * params.cwiseProduct(_lengths).norm();
+  return step.cwiseProduct(_lengths).norm() <= tolerance * params.cwiseProduct(_lengths).norm();
 }
 
 /// Goes there when the cost decreases. The decrease is summed from differences of the equations: near the end it is far
@@ -183,9 +184,9 @@ bool Descent::tryStep(const Vector& step, omReal64& decrease) {
 }
 
 /// The decrease that the model promises of the damped step.
-omReal64 Descent::foretell(const Vector& step) const {
+omReal64 Descent::foretell(const Vector& step, omReal64 damping) const {
   const omReal64 along = -(_model.triangle.transpose() * _model.right).dot(step);
-  return 0.5 * (_damping * step.cwiseProduct(_lengths).squaredNorm() + along);
+  return 0.5 * (damping * step.cwiseProduct(_lengths).squaredNorm() + along);
 }
 
 /// The better the model foretold the decrease, the less damping (Nielsen 1999).
@@ -196,6 +197,18 @@ void Descent::adaptDamping(omReal64 decrease, omReal64 foretold) {
   _growth = 2;
 }
 
+/// Enough damping makes any step tiny and lets it promise nothing: a minimum is where the step of little damping does.
+eRefinementEnd Descent::endWithoutDecrease() const {
+  // A few roundings of the parameters, which is where steps end that descend to a cost of rounding alone.
+  constexpr omReal64 fewRoundings = 64 * NumericLimits<omReal64>::s_eps;
+  const omReal64 damping = std::min(_damping, s_initialDamping);
+  const Vector step = dampedStep(_model, _lengths, damping);
+  if (!step.allFinite()) return eRE_NoDecrease;
+  const bool isMinimum = isTiny(step, std::max(_options.tolerance, fewRoundings)) ||
+                         foretell(step, damping) <= NumericLimits<omReal64>::s_sqrt_eps * _cost;
+  return isMinimum ? eRE_Converged : eRE_NoDecrease;
+}
+
 bool Descent::isStopped() const {
   const auto fraction = static_cast<omReal64>(_nbIterations) / static_cast<omReal64>(_options.nbMaxIterations);
   return _options.progress && !_options.progress(fraction);
@@ -204,27 +217,24 @@ bool Descent::isStopped() const {
 eRefinementEnd Descent::run() {
   // Damping beyond this makes steps that change no digit.
   constexpr omReal64 largestDamping = 1e40;
-  bool wasRejected = false;
   while (_nbIterations < _options.nbMaxIterations) {
     if (_cost == 0 || isFlat(_model, _cost)) return eRE_Converged;
     if (isStopped()) return eRE_Stopped;
     const Vector step = dampedStep(_model, _lengths, _damping);
-    if (step.allFinite() && isTiny(step)) return wasRejected ? eRE_NoDecrease : eRE_Converged;
+    if (step.allFinite() && isTiny(step, _options.tolerance)) return endWithoutDecrease();
     ++_nbIterations;
     omReal64 decrease = 0;
-    const omReal64 foretold = foretell(step);
+    const omReal64 foretold = foretell(step, _damping);
     if (step.allFinite() && tryStep(step, decrease)) {
       adaptDamping(decrease, foretold);
       if (!linearise()) return eRE_NoDecrease;
-      wasRejected = false;
       continue;
     }
     // What was promised is below the rounding of the cost: the best that can be told from the rest.
-    if (foretold <= NumericLimits<omReal64>::s_eps * _cost) return eRE_Converged;
-    wasRejected = true;
+    if (foretold <= NumericLimits<omReal64>::s_eps * _cost) return endWithoutDecrease();
     _damping *= _growth;
     _growth *= 2;
-    if (!(_damping < largestDamping)) return eRE_NoDecrease;
+    if (!(_damping < largestDamping)) return endWithoutDecrease();
   }
   return eRE_IterationLimit;
 }

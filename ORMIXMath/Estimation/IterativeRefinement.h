@@ -15,7 +15,7 @@ namespace ormix {
 /// Why a refinement ended.
 enum eRefinementEnd {
   eRE_Converged,       ///< The cost is zero, or its gradient or the steps are too small to matter.
-  eRE_NoDecrease,      ///< No step, however short, made the cost smaller.
+  eRE_NoDecrease,      ///< No step, however short, made the cost smaller as promised.
   eRE_IterationLimit,  ///< The allowed number of iterations was used up.
   eRE_Stopped          ///< The progress callback asked to stop.
 };

@@ -42,6 +42,12 @@ BoolResult Circle2dEstimator::processViewResiduals(const SampleView& samples, co
 
 omReal64 Circle2dEstimator::getResidualScale(const RealVector& params) const { return 2 * std::abs(params(2)); }
 
+BoolResult Circle2dEstimator::refineEstimation(const DataSet& dataSet, const RealVector& start,
+                                               RefinementResult& result, const RefinementOptions& options) const {
+  return detail::refineBy<Circle2dCostFunction>(eEstimationMessage::eEsM_CircleCostFunction, dataSet, start, result,
+                                                options);
+}
+
 BoolResult Circle2dEstimator::refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                                                const RefinementOptions& options) const {
   return detail::refineBy<Circle2dCostFunction>(eEstimationMessage::eEsM_CircleCostFunction, dataSet, start, params,

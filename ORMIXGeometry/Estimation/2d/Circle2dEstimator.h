@@ -29,9 +29,14 @@ class ORMIX_GEOMETRY_API Circle2dEstimator : public GeometryEstimator<Circle2dEs
   static constexpr std::size_t s_nbParams = 3;                                  ///< cx, cy, r
   static constexpr std::size_t s_sampleDimension = 2;                           ///< x, y
 
-  /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction; the sum of squared residuals of
-  /// `params` is never larger than that of `start`. Fails with message 1 and the reason when the cost function cannot
-  /// be initialised, or as refineIteratively(), with `params` unchanged.
+  /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction, whose Jacobian is not the derivative
+  /// (intended): the descent may end early, or at its start. `result` holds how it ended and the cost, half the sum of
+  /// squared residuals, before and after, which never grows. Fails with message 1 and the reason when the cost function
+  /// cannot be initialised, or as refineIteratively(), with `result` unchanged.
+  BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RefinementResult& result,
+                              const RefinementOptions& options = {}) const;
+  /// The same for the parameters alone. Fails as well, with how it ended and the cost in the message, when no step made
+  /// the cost smaller and the start is not known to be the minimum; every failure leaves `params` unchanged.
   BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                               const RefinementOptions& options = {}) const;
 

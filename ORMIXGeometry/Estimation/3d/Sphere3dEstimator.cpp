@@ -44,6 +44,12 @@ BoolResult Sphere3dEstimator::processViewResiduals(const SampleView& samples, co
 
 omReal64 Sphere3dEstimator::getResidualScale(const RealVector& params) const { return 2 * std::abs(params(3)); }
 
+BoolResult Sphere3dEstimator::refineEstimation(const DataSet& dataSet, const RealVector& start,
+                                               RefinementResult& result, const RefinementOptions& options) const {
+  return detail::refineBy<Sphere3dCostFunction>(eEstimationMessage::eEsM_SphereCostFunction, dataSet, start, result,
+                                                options);
+}
+
 BoolResult Sphere3dEstimator::refineEstimation(const DataSet& dataSet, const RealVector& start, RealVector& params,
                                                const RefinementOptions& options) const {
   return detail::refineBy<Sphere3dCostFunction>(eEstimationMessage::eEsM_SphereCostFunction, dataSet, start, params,

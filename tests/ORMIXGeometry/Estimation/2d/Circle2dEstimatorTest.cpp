@@ -128,6 +128,31 @@ TEST(Circle2dCostFunction, RefinementNeverWorsens) {
   }
 }
 
+TEST(Circle2dCostFunction, RefinementSaysHowItEnded) {
+  const Circle2dEstimator estimator;
+  int nbUnmoved = 0;
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    SCOPED_TRACE(seed);
+    // The factors of the Jacobian are of different sign here: steps climb in y.
+    const Values values = onCircle(5, -5, 2, 0, 3, 40, 0.05, seed);
+    const RealVector start = vectorOf({5, -5, 2});
+    RefinementResult refined;
+    ASSERT_TRUE(estimator.refineEstimation(dataSetOf(values, 2), start, refined));
+    const omReal64 atStart = sumOfSquares<Circle2dEstimator>(values, start) / 2;
+    EXPECT_NEAR(refined.initialCost, atStart, 1e-12 * atStart);
+    EXPECT_LE(refined.cost, refined.initialCost);
+    EXPECT_EQ(refined.end, eRE_NoDecrease);
+    RealVector params = vectorOf({42});
+    const BoolResult result = estimator.refineEstimation(dataSetOf(values, 2), start, params);
+    // A success has moved; what has not says so.
+    EXPECT_EQ(static_cast<bool>(result), refined.cost < refined.initialCost);
+    EXPECT_EQ(valuesOf(params), result ? valuesOf(refined.params) : Values{42});
+    EXPECT_EQ(result.getMessage().find("eRE_NoDecrease") == std::string::npos, static_cast<bool>(result));
+    nbUnmoved += !result;
+  }
+  EXPECT_GT(nbUnmoved, 0);
+}
+
 TEST(Circle2dCostFunction, SaysWhyItCannotBeInitialised) {
   const std::string start = "Can't initialize circle 2d cost function\n";
   Circle2dEstimator estimator;
