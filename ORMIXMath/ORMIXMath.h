@@ -5,6 +5,7 @@
 
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
 #include <ORMIXMath/Algebra/EigenDecomposition.h>
+#include <ORMIXMath/Algebra/PointTypes.h>
 #include <ORMIXMath/Algebra/QrDecomposition.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>

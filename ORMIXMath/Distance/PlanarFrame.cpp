@@ -9,10 +9,11 @@ namespace ormix::detail {
 
 namespace {
 
-// Squares of lengths below this one lose digits to underflow.
+// A squared length below this may have lost digits to underflow.
 constexpr omReal64 s_smallestSafeSquare = 0x1p-900;
 
-// Coordinates in this range give normal products and exact product errors; the scales bring any other into it.
+// Products of two coordinates in this range, and their rounding errors, are normal numbers; the scales bring all other
+// coordinates into it.
 constexpr omReal64 s_smallestSafe = 0x1p-400;
 constexpr omReal64 s_largestSafe = 0x1p+500;
 constexpr omReal64 s_scaleUp = 0x1p+700;

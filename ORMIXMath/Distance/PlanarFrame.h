@@ -1,37 +1,33 @@
 #pragma once
 
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Distance/PlanarSegment.h>
 
 #include <initializer_list>
 
 /// \file
-/// What the distances compute with, those of the plane first; not installed.
+/// Scaling, clamping and lengths for the distances of the plane; those of space use the scale and the clamping, too.
+/// Not installed.
 
-namespace ormix {
+namespace ormix::detail {
 
-namespace detail {
-
-constexpr PlanarPoint operator*(const PlanarPoint& p, omReal64 factor) { return {p.x * factor, p.y * factor}; }
-constexpr PlanarPoint operator/(const PlanarPoint& p, omReal64 divisor) { return {p.x / divisor, p.y / divisor}; }
-constexpr PlanarPoint operator-(const PlanarPoint& p, const PlanarPoint& q) { return {p.x - q.x, p.y - q.y}; }
 constexpr PlanarSegment operator*(const PlanarSegment& s, omReal64 factor) { return {s.p0 * factor, s.p1 * factor}; }
 
-/// Moves a computed coordinate between those of two ends, given in any order.
+/// Clamps a computed coordinate to the interval between those of two ends, given in either order.
 omReal64 clampBetween(omReal64 value, omReal64 end0, omReal64 end1);
 
-/// Moves a computed point into the smallest axis-parallel box of the segment, which its exact position never leaves.
+/// Clamps a computed point of the segment to the segment's axis-parallel bounding box: its exact position is inside,
+/// only rounding can put it outside.
 PlanarPoint clampToBox(const PlanarPoint& point, const PlanarSegment& segment);
 
 /// Euclidean length without spurious underflow; for components up to 2^500 in size.
 omReal64 length(const PlanarPoint& vector);
 
 /// Power of two by which coordinates are multiplied so that products of two of them neither overflow nor lose the
-/// digits the exact predicates live on: 1 unless the largest coordinate leaves [2^-400, 2^500]; NaN when one of them is
-/// not finite, which then makes the whole answer NaN.
+/// digits that the exact predicates need: 1 unless the largest magnitude is outside [2^-400, 2^500]. NaN when a
+/// coordinate is not finite, which makes everything computed with the scale NaN.
 omReal64 safeScale(std::initializer_list<omReal64> coordinates);
 omReal64 safeScale(const PlanarPoint& point, const PlanarSegment& segment);
 omReal64 safeScale(const PlanarSegment& first, const PlanarSegment& second);
 
-}  // namespace detail
-
-}  // namespace ormix
+}  // namespace ormix::detail

@@ -1,30 +1,14 @@
 #pragma once
 
-#include <ORMIXUtil/ScalarTypes.h>
-
-#include <limits>
-#include <type_traits>
+#include <ORMIXMath/Algebra/PointTypes.h>
 
 namespace ormix {
 
-/// A point of the plane as the distance functions compute with it, whatever the coordinate type of the caller.
-struct PlanarPoint {
-  omReal64 x;
-  omReal64 y;
-};
-
 /// The closed segment { p0 + t (p1 − p0) : 0 <= t <= 1 }; a single point when both ends are equal.
 struct PlanarSegment {
-  PlanarPoint p0;
-  PlanarPoint p1;
+  PlanarPoint p0;  ///< First end, at t = 0.
+  PlanarPoint p1;  ///< Second end, at t = 1.
 };
-
-/// A point from coordinates of a type whose values are all exact as omReal64.
-template <class T>
-constexpr PlanarPoint toPlanarPoint(T x, T y) {
-  static_assert(std::is_arithmetic_v<T> && std::numeric_limits<T>::digits <= std::numeric_limits<omReal64>::digits);
-  return {static_cast<omReal64>(x), static_cast<omReal64>(y)};
-}
 
 /// A segment from its ends' coordinates, see toPlanarPoint().
 template <class T>

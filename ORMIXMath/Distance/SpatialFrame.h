@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Distance/SpatialSegment.h>
 #include <ORMIXMath/Scalar/Twofold.h>
 
@@ -8,12 +9,6 @@
 
 namespace ormix::detail {
 
-constexpr SpatialPoint operator*(const SpatialPoint& p, omReal64 factor) {
-  return {p.x * factor, p.y * factor, p.z * factor};
-}
-constexpr SpatialPoint operator/(const SpatialPoint& p, omReal64 divisor) {
-  return {p.x / divisor, p.y / divisor, p.z / divisor};
-}
 constexpr SpatialSegment operator*(const SpatialSegment& s, omReal64 factor) { return {s.p0 * factor, s.p1 * factor}; }
 
 /// A vector of space with twice the precision.

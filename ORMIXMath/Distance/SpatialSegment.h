@@ -1,31 +1,14 @@
 #pragma once
 
-#include <ORMIXUtil/ScalarTypes.h>
-
-#include <limits>
-#include <type_traits>
+#include <ORMIXMath/Algebra/PointTypes.h>
 
 namespace ormix {
 
-/// A point of space as the distance functions compute with it, whatever the coordinate type of the caller.
-struct SpatialPoint {
-  omReal64 x;
-  omReal64 y;
-  omReal64 z;
-};
-
 /// The closed segment { p0 + t (p1 − p0) : 0 <= t <= 1 }; a single point when both ends are equal.
 struct SpatialSegment {
-  SpatialPoint p0;
-  SpatialPoint p1;
+  SpatialPoint p0;  ///< First end, at t = 0.
+  SpatialPoint p1;  ///< Second end, at t = 1.
 };
-
-/// A point from coordinates of a type whose values are all exact as omReal64.
-template <class T>
-constexpr SpatialPoint toSpatialPoint(T x, T y, T z) {
-  static_assert(std::is_arithmetic_v<T> && std::numeric_limits<T>::digits <= std::numeric_limits<omReal64>::digits);
-  return {static_cast<omReal64>(x), static_cast<omReal64>(y), static_cast<omReal64>(z)};
-}
 
 /// A segment from its ends' coordinates, see toSpatialPoint().
 template <class T>

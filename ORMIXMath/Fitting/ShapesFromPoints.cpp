@@ -1,5 +1,7 @@
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Scalar/DifferenceOfProducts.h>
 #include <ORMIXUtil/NumericLimits.h>
 
 #include <algorithm>
@@ -9,43 +11,32 @@
 namespace ormix {
 namespace {
 
-// Sines of angles, times this, that count as zero: rounding of the points' coordinates moves each side of a triangle by
-// up to an epsilon of the largest coordinate, and the products see four such errors.
+using namespace detail;
+
+// Sines up to this times (largest coordinate / length of the sides) count as zero: rounding of the points' coordinates
+// changes each side by up to an epsilon of the largest coordinate, and a product contains four such errors.
 constexpr omReal64 s_degenerate = 8 * NumericLimits<omReal64>::s_eps;
 
-/// a b - c d to about one rounding of the result (Kahan; Jeannerod, Louvet and Muller 2013).
-omReal64 differenceOfProducts(omReal64 a, omReal64 b, omReal64 c, omReal64 d) {
-  const omReal64 cd = c * d;
-  return std::fma(a, b, -cd) + std::fma(-c, d, cd);
-}
+omReal64 norm(const SpatialPoint& p) { return std::hypot(p.x, p.y, p.z); }
 
-struct Vector3 {
-  omReal64 x;
-  omReal64 y;
-  omReal64 z;
-};
-
-Vector3 operator-(const Vector3& p, const Vector3& q) { return {p.x - q.x, p.y - q.y, p.z - q.z}; }
-Vector3 operator*(omReal64 factor, const Vector3& p) { return {factor * p.x, factor * p.y, factor * p.z}; }
-Vector3 operator+(const Vector3& p, const Vector3& q) { return {p.x + q.x, p.y + q.y, p.z + q.z}; }
-omReal64 dot(const Vector3& p, const Vector3& q) { return p.x * q.x + p.y * q.y + p.z * q.z; }
-omReal64 norm(const Vector3& p) { return std::hypot(p.x, p.y, p.z); }
-Vector3 cross(const Vector3& p, const Vector3& q) {
+/// The cross product with every component right to its last digits, also for nearly parallel vectors.
+SpatialPoint accurateCross(const SpatialPoint& p, const SpatialPoint& q) {
   return {differenceOfProducts(p.y, q.z, p.z, q.y), differenceOfProducts(p.z, q.x, p.x, q.z),
           differenceOfProducts(p.x, q.y, p.y, q.x)};
 }
 
+/// The largest magnitude; NaN when a value is.
 omReal64 largestOf(std::initializer_list<omReal64> values) {
   omReal64 largest = 0;
-  // Not std::max, which would lose a NaN.
+  // Not std::max, which would ignore a NaN.
   for (const omReal64 value : values)
     if (std::isnan(value) || std::abs(value) > largest) largest = std::abs(value);
   return largest;
 }
 
-omReal64 largestOf(const Vector3& p) { return largestOf({p.x, p.y, p.z}); }
+omReal64 largestOf(const SpatialPoint& p) { return largestOf({p.x, p.y, p.z}); }
 
-/// The power of two that brings a length to [1/2, 1), within the range of numbers; 0 for a length that is 0 or not
+/// The power of two that scales a length to [1/2, 1), clamped to normal numbers; 0 for a length that is 0 or not
 /// finite.
 omReal64 scaleFor(omReal64 length) {
   if (!(length > 0) || !std::isfinite(length)) return 0;
@@ -54,7 +45,7 @@ omReal64 scaleFor(omReal64 length) {
   return std::ldexp(1.0, std::clamp(-exponent, -1022, 1022));
 }
 
-/// -0 becomes +0, so that angles of it are not -pi.
+/// Makes +0 of -0: std::atan2 would return -pi for it where pi is meant.
 omReal64 withoutNegativeZero(omReal64 value) { return value + 0.0; }
 
 }  // namespace
@@ -107,13 +98,13 @@ bool lineFromPoints(omReal64 x0, omReal64 y0, omReal64 x1, omReal64 y1, omReal64
 
 bool planFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1, omReal64 z1, omReal64 x2,
                     omReal64 y2, omReal64 z2, omReal64& rho, omReal64& theta, omReal64& phi) {
-  const Vector3 p{x0, y0, z0};
-  const Vector3 first = Vector3{x1, y1, z1} - p;
-  const Vector3 second = Vector3{x2, y2, z2} - p;
+  const SpatialPoint p{x0, y0, z0};
+  const SpatialPoint first = SpatialPoint{x1, y1, z1} - p;
+  const SpatialPoint second = SpatialPoint{x2, y2, z2} - p;
   const omReal64 length = std::max(largestOf(first), largestOf({largestOf(second), largestOf(first)}));
   const omReal64 scale = scaleFor(length);
   if (scale == 0 || !std::isfinite(largestOf(p))) return false;
-  const Vector3 product = cross(scale * first, scale * second);
+  const SpatialPoint product = accurateCross(first * scale, second * scale);
   const omReal64 sine = norm(product);
   if (!(sine > s_degenerate * std::max(length, largestOf(p)) * scale)) return false;
   return planFromNormal(x0, y0, z0, product.x, product.y, product.z, rho, theta, phi);
@@ -121,21 +112,22 @@ bool planFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64
 
 bool planFromNormal(omReal64 px, omReal64 py, omReal64 pz, omReal64 nx, omReal64 ny, omReal64 nz, omReal64& rho,
                     omReal64& theta, omReal64& phi) {
-  const Vector3 p{px, py, pz};
-  Vector3 normal{nx, ny, nz};
+  const SpatialPoint p{px, py, pz};
+  SpatialPoint normal{nx, ny, nz};
   const omReal64 scale = scaleFor(largestOf(normal));
   if (scale == 0 || !std::isfinite(largestOf(p))) return false;
-  normal = scale * normal;
+  normal = normal * scale;
   const omReal64 side = dot(normal, p);
-  normal = (1 / norm(normal)) * normal;
+  normal = normal * (1 / norm(normal));
   const omReal64 decisive = normal.z != 0 ? normal.z : normal.y != 0 ? normal.y : normal.x;
-  if (side < 0 || (side == 0 && decisive < 0)) normal = -1.0 * normal;
+  if (side < 0 || (side == 0 && decisive < 0)) normal = normal * -1.0;
   omReal64 polar = std::atan2(std::hypot(normal.x, normal.y), normal.z);
   omReal64 azimuth = std::atan2(withoutNegativeZero(normal.y), withoutNegativeZero(normal.x));
   const bool pointsDown = polar == s_pi;
   if (pointsDown) polar = azimuth = 0;
-  const Vector3 rebuilt{std::sin(polar) * std::cos(azimuth), std::sin(polar) * std::sin(azimuth), std::cos(polar)};
-  // What the angles' rounding leaves of a plane through the origin is not negative, either.
+  const SpatialPoint rebuilt{std::sin(polar) * std::cos(azimuth), std::sin(polar) * std::sin(azimuth), std::cos(polar)};
+  // The distance is taken with the normal as rebuilt from the rounded angles; a tiny negative one, of a plane almost
+  // through the origin, is rounding.
   const omReal64 distance = side == 0 ? 0 : pointsDown ? dot(rebuilt, p) : std::max(dot(rebuilt, p), 0.0);
   if (!std::isfinite(distance)) return false;
   rho = distance;
@@ -147,27 +139,27 @@ bool planFromNormal(omReal64 px, omReal64 py, omReal64 pz, omReal64 nx, omReal64
 bool sphereFromPoints(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1, omReal64 z1, omReal64 x2,
                       omReal64 y2, omReal64 z2, omReal64 x3, omReal64 y3, omReal64 z3, omReal64& cx, omReal64& cy,
                       omReal64& cz, omReal64& radius) {
-  const Vector3 p{x0, y0, z0};
-  Vector3 u = Vector3{x1, y1, z1} - p;
-  Vector3 v = Vector3{x2, y2, z2} - p;
-  Vector3 w = Vector3{x3, y3, z3} - p;
+  const SpatialPoint p{x0, y0, z0};
+  SpatialPoint u = SpatialPoint{x1, y1, z1} - p;
+  SpatialPoint v = SpatialPoint{x2, y2, z2} - p;
+  SpatialPoint w = SpatialPoint{x3, y3, z3} - p;
   const omReal64 length = largestOf({largestOf(u), largestOf(v), largestOf(w)});
   const omReal64 scale = scaleFor(length);
   if (scale == 0 || !std::isfinite(largestOf(p))) return false;
-  u = scale * u;
-  v = scale * v;
-  w = scale * w;
-  const Vector3 vw = cross(v, w);
+  u = u * scale;
+  v = v * scale;
+  w = w * scale;
+  const SpatialPoint vw = accurateCross(v, w);
   const omReal64 volume = dot(u, vw);
   if (!(std::abs(volume) > 2 * s_degenerate * std::max(length, largestOf(p)) * scale)) return false;
-  const Vector3 weighted = dot(u, u) * vw + dot(v, v) * cross(w, u) + dot(w, w) * cross(u, v);
-  const Vector3 offset = (1 / (2 * volume)) * weighted;
-  const Vector3 centre = p + (1 / scale) * offset;
+  const SpatialPoint weighted = vw * dot(u, u) + accurateCross(w, u) * dot(v, v) + accurateCross(u, v) * dot(w, w);
+  const SpatialPoint offset = weighted * (1 / (2 * volume));
+  const SpatialPoint center = p + offset * (1 / scale);
   const omReal64 r = norm(offset) / scale;
-  if (!std::isfinite(largestOf(centre)) || !std::isfinite(r) || !(r > 0)) return false;
-  cx = centre.x;
-  cy = centre.y;
-  cz = centre.z;
+  if (!std::isfinite(largestOf(center)) || !std::isfinite(r) || !(r > 0)) return false;
+  cx = center.x;
+  cy = center.y;
+  cz = center.z;
   radius = r;
   return true;
 }

@@ -1,4 +1,5 @@
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Scalar/DifferenceOfProducts.h>
 #include <ORMIXMath/Scalar/Twofold.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXUtil/NumericLimits.h>
@@ -57,10 +58,9 @@ struct QuadraticPart {
 };
 
 QuadraticPart quadraticPart(const EllipseConic& q) {
-  // a c - (b / 2)^2 with one rounding of its size (Kahan), as an ellipse of a large ratio needs.
+  // For a large ratio of the radii the two products nearly cancel.
   const omReal64 half = q.b / 2;
-  const omReal64 square = half * half;
-  const omReal64 determinant = std::fma(q.a, q.c, -square) + std::fma(-half, half, square);
+  const omReal64 determinant = detail::differenceOfProducts(q.a, q.c, half, half);
   const omReal64 larger = (q.a + q.c) / 2 + std::hypot((q.a - q.c) / 2, half);
   return {determinant, determinant / larger, larger, std::atan2(q.b, q.a - q.c) / 2};
 }
