@@ -22,6 +22,7 @@
 #include <ORMIXMath/Estimation/ProgressCallback.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Estimation/Samples.h>
 #include <ORMIXMath/Fitting/RotationFromSums.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>

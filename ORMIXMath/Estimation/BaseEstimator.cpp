@@ -1,4 +1,5 @@
 #include <ORMIXMath/Estimation/BaseEstimator.h>
+#include <ORMIXMath/Estimation/Samples.h>
 #include <ORMIXSerialization/Object/VersionedLevel.ipp>
 
 #include <algorithm>
@@ -52,8 +53,8 @@ BoolResult checkParams(const BaseEstimator& estimator, const RealVector& params)
 }
 
 /// Estimates into a vector of its own, which becomes the result only when it is one.
-template <class Samples, class Process>
-BoolResult estimate(const BaseEstimator& estimator, const Samples& samples, RealVector& params,
+template <class SampleSet, class Process>
+BoolResult estimate(const BaseEstimator& estimator, const SampleSet& samples, RealVector& params,
                     const Process& process) {
   const BoolResult checked = checkSamples(estimator, samples, estimator.getMinimalDataSize());
   if (!checked) return checked;
@@ -67,8 +68,8 @@ BoolResult estimate(const BaseEstimator& estimator, const Samples& samples, Real
   return result;
 }
 
-template <class Samples, class Process>
-BoolResult evaluate(const BaseEstimator& estimator, const Samples& samples, std::size_t nbSamples,
+template <class SampleSet, class Process>
+BoolResult evaluate(const BaseEstimator& estimator, const SampleSet& samples, std::size_t nbSamples,
                     const RealVector& params, RealVector& residuals, const Process& process) {
   BoolResult checked = checkSamples(estimator, samples, 1);
   if (checked) checked = checkParams(estimator, params);
@@ -113,7 +114,7 @@ BoolResult BaseEstimator::computeResiduals(const SampleView& samples, const Real
 // The checks once more: these two can also be called directly.
 BoolResult BaseEstimator::processEstimation(const DataSet& dataSet, RealVector& params) {
   BoolResult result = checkSamples(*this, dataSet, _minimalDataSize);
-  FlatSamples samples;
+  Samples samples;
   if (result) result = samples.assign(dataSet);
   if (!result) return result;
   params.resize(_nbParams, false);
@@ -124,7 +125,7 @@ BoolResult BaseEstimator::processResiduals(const DataSet& dataSet, const RealVec
                                            RealVector& residuals) const {
   BoolResult result = checkSamples(*this, dataSet, 1);
   if (result) result = checkParams(*this, params);
-  FlatSamples samples;
+  Samples samples;
   if (result) result = samples.assign(dataSet);
   if (!result) return result;
   residuals.resize(dataSet.size(), false);

@@ -4,6 +4,8 @@
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Export.h>
 #include <ORMIXSerialization/Object/VersionedLevel.h>
+#include <ORMIXUtil/ProcessingResult.h>
+#include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
 

@@ -1,6 +1,7 @@
 #include <ORMIXMath/Estimation/ModelScore.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/SampleDraw.h>
+#include <ORMIXMath/Estimation/Samples.h>
 #include <ORMIXUtil/NumericLimits.h>
 
 #include <algorithm>
@@ -325,9 +326,9 @@ BoolResult robustEstimation(BaseEstimator& estimator, const SampleView& samples,
 
 BoolResult robustEstimation(BaseEstimator& estimator, const DataSet& dataSet, const RobustOptions& options,
                             RobustResult& result) {
-  FlatSamples samples;
-  const BoolResult flattened = samples.assign(dataSet);
-  if (!flattened) return flattened;
+  Samples samples;
+  const BoolResult copied = samples.assign(dataSet);
+  if (!copied) return copied;
   return robustEstimation(estimator, samples.view(), options, result);
 }
 

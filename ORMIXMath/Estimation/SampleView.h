@@ -1,44 +1,27 @@
 #pragma once
 
-#include <ORMIXMath/Algebra/AlgebraTypes.h>
-#include <ORMIXMath/Export.h>
-#include <ORMIXUtil/ProcessingResult.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
-#include <vector>
 
 namespace ormix {
 
-/// Samples of an estimator in contiguous memory, not owned: `nbSamples` rows of `dimension` values each, one after the
-/// other. A collection of packed points of omReal64 is one without a copy:
+/// Samples for an estimator in contiguous memory that is not owned: `nbSamples` rows of `dimension` values, one row
+/// after the other. Valid as long as the memory.
+///
 /// \code
-/// const SampleView samples{&points.front().x, points.size(), 2};
+/// const std::vector<omReal64> xy{0, 0, 4, 0, 4, 3};  // three points of the plane
+/// const SampleView samples{xy.data(), 3, 2};
 /// \endcode
 struct SampleView {
-  const omReal64* data = nullptr;
-  std::size_t nbSamples = 0;
-  std::size_t dimension = 0;
+  const omReal64* data = nullptr;  ///< First value of the first row; may be null where there are no samples.
+  std::size_t nbSamples = 0;       ///< Number of rows.
+  std::size_t dimension = 0;       ///< Values of one row.
 
-  /// The row of sample i, not checked.
+  /// The row of sample i, which is not checked to exist.
   const omReal64* operator[](std::size_t i) const { return data + i * dimension; }
+  /// Whether there are no samples.
   bool empty() const { return nbSamples == 0; }
-};
-
-/// The samples of a DataSet, copied one after the other. Reusing one object reuses its memory.
-class ORMIX_MATH_API FlatSamples {
- public:
-  /// Copies the samples, in one allocation at most. An empty set gives an empty view. Samples of unequal dimensions are
-  /// refused with a message that names the first one that differs; the contents are then what they were. O(values).
-  BoolResult assign(const DataSet& dataSet);
-
-  /// Valid until the next assign() or the end of this object.
-  SampleView view() const { return {_values.data(), _nbSamples, _dimension}; }
-
- private:
-  std::vector<omReal64> _values;
-  std::size_t _nbSamples = 0;
-  std::size_t _dimension = 0;
 };
 
 }  // namespace ormix

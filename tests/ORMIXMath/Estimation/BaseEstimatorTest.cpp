@@ -88,8 +88,9 @@ TEST(BaseEstimator, NeverSucceedsWithNaN) {
   EXPECT_EQ(params(0), 7);
 }
 
-TEST(FlatSamples, NamesTheRaggedSampleAndKeepsItsContents) {
-  FlatSamples samples;
+TEST(Samples, NamesTheRaggedSampleAndKeepsItsContents) {
+  const omReal64 replaced[]{5, 6};
+  Samples samples(SampleView{replaced, 1, 2});
   ASSERT_TRUE(samples.assign(DataSet{vectorOf({1, 2}), vectorOf({3, 4})}));
   const BoolResult result = samples.assign(DataSet{vectorOf({1, 2}), vectorOf({3})});
   EXPECT_EQ(result.getMessage(), "Sample 1 has 1 values while the first one has 2");

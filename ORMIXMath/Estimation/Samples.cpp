@@ -1,4 +1,4 @@
-#include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Estimation/Samples.h>
 
 #include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
@@ -6,7 +6,7 @@
 
 namespace ormix {
 
-BoolResult FlatSamples::assign(const DataSet& dataSet) {
+BoolResult Samples::assign(const DataSet& dataSet) {
   const std::size_t dimension = dataSet.empty() ? 0 : dataSet.front().size();
   for (std::size_t i = 0; i < dataSet.size(); ++i)
     if (dataSet[i].size() != dimension)
@@ -15,6 +15,7 @@ BoolResult FlatSamples::assign(const DataSet& dataSet) {
   _values.resize(dataSet.size() * dimension);
   auto target = _values.begin();
   for (const RealVector& sample : dataSet) target = std::copy(sample.begin(), sample.end(), target);
+  _borrowed = nullptr;
   _nbSamples = dataSet.size();
   _dimension = dimension;
   return {};
