@@ -14,22 +14,24 @@
 #include <cstddef>
 
 /// \file
-/// Between uBLAS and Eigen, for the sources of this folder and of the fits; not installed, since the alignment of
-/// Eigen's types is not part of our interface.
+/// Conversions between uBLAS and Eigen for the sources of this folder and of the fits. Not installed: Eigen's types and
+/// their alignment, which depends on compiler flags, must not appear in the interface.
 
 namespace ormix::detail {
 
 using RowMajorMatrix = Eigen::Matrix<omReal64, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 
-/// A matrix where it lies.
+/// Eigen's view of a matrix, without a copy.
 inline Eigen::Map<const RowMajorMatrix> mapOf(const RealMatrix& a) {
   return {a.data().begin(), static_cast<Eigen::Index>(a.size1()), static_cast<Eigen::Index>(a.size2())};
 }
 
+/// Eigen's view of a vector, without a copy.
 inline Eigen::Map<const Eigen::VectorXd> mapOf(const RealVector& v) {
   return {v.data().begin(), static_cast<Eigen::Index>(v.size())};
 }
 
+/// A copy of an expression of Eigen as a matrix.
 template <class Derived>
 RealMatrix toRealMatrix(const Eigen::MatrixBase<Derived>& a) {
   RealMatrix result(static_cast<std::size_t>(a.rows()), static_cast<std::size_t>(a.cols()));
@@ -37,6 +39,7 @@ RealMatrix toRealMatrix(const Eigen::MatrixBase<Derived>& a) {
   return result;
 }
 
+/// A copy of an expression of Eigen as a vector.
 template <class Derived>
 RealVector toRealVector(const Eigen::MatrixBase<Derived>& v) {
   RealVector result(static_cast<std::size_t>(v.size()));
@@ -44,12 +47,13 @@ RealVector toRealVector(const Eigen::MatrixBase<Derived>& v) {
   return result;
 }
 
-/// Fails for an empty matrix and for an entry that is NaN or infinite (named), in the name of the operation.
+/// Fails when the matrix is empty or an entry is NaN or infinite. The message starts with the operation's name and says
+/// which entry it is.
 BoolResult checkMatrix(const char* operation, const RealMatrix& a);
-/// The same, and for a matrix that is not square.
+/// Fails as checkMatrix(), and when the matrix is not square.
 BoolResult checkSquareMatrix(const char* operation, const RealMatrix& a);
 
-/// Turns a vector so that its component of largest magnitude, the first of equals, is positive.
+/// Negates a vector where that is needed to make its component of largest magnitude, the first of equals, positive.
 template <class Vector>
 void fixSign(Vector&& v) {
   Eigen::Index largest = 0;

@@ -12,18 +12,18 @@
 namespace ormix {
 namespace {
 
-// What rounding may leave of a symmetric matrix's symmetry when its halves were computed apart, in parts of its largest
-// entry.
-constexpr omReal64 s_symmetrySlack = 16 * NumericLimits<omReal64>::s_eps;
+// Largest difference of two entries that symmetry makes equal, relative to the largest entry: such entries may have
+// been computed by different roundings.
+constexpr omReal64 s_symmetryTolerance = 16 * NumericLimits<omReal64>::s_eps;
 
 /// A column as a vector of length 1 whose component of largest magnitude is real and positive.
-std::vector<std::complex<omReal64>> fixedVector(const Eigen::VectorXcd& column) {
+std::vector<std::complex<omReal64>> unitVectorOf(const Eigen::VectorXcd& column) {
   Eigen::Index largest = 0;
   column.cwiseAbs().maxCoeff(&largest);
   const omReal64 length = std::abs(column(largest));
-  const std::complex<omReal64> turn = length > 0 ? std::conj(column(largest)) / length : 1.0;
-  const Eigen::VectorXcd turned = (column * turn).normalized();
-  std::vector<std::complex<omReal64>> result(turned.data(), turned.data() + turned.size());
+  const std::complex<omReal64> phase = length > 0 ? std::conj(column(largest)) / length : 1.0;
+  const Eigen::VectorXcd unit = (column * phase).normalized();
+  std::vector<std::complex<omReal64>> result(unit.data(), unit.data() + unit.size());
   result[static_cast<std::size_t>(largest)].imag(0);
   return result;
 }
@@ -34,8 +34,8 @@ BoolResult eigenDecomposition(const RealMatrix& a, RealVector& values, RealMatri
   const BoolResult checked = detail::checkSquareMatrix("eigenDecomposition", a);
   if (!checked) return checked;
   const auto matrix = detail::mapOf(a);
-  const omReal64 slack = s_symmetrySlack * matrix.cwiseAbs().maxCoeff();
-  if (((matrix - matrix.transpose()).cwiseAbs().array() > slack).any())
+  const omReal64 tolerance = s_symmetryTolerance * matrix.cwiseAbs().maxCoeff();
+  if (((matrix - matrix.transpose()).cwiseAbs().array() > tolerance).any())
     return failure("eigenDecomposition: the matrix is not symmetric");
   Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> solver(matrix);
   if (solver.info() != Eigen::Success || !solver.eigenvalues().allFinite() || !solver.eigenvectors().allFinite())
@@ -84,7 +84,7 @@ BoolResult generalEigenDecomposition(const RealMatrix& a, std::vector<std::compl
   vectors.clear();
   for (const Eigen::Index k : order) {
     values.push_back(found(k));
-    vectors.push_back(fixedVector(columns.col(k)));
+    vectors.push_back(unitVectorOf(columns.col(k)));
   }
   return {};
 }

@@ -6,15 +6,18 @@
 
 namespace ormix {
 
-/// a = q r by Householder's reflections: `q` has the rows of `a` and min(rows, columns) orthonormal columns, `r` is
-/// upper triangular (trapezoidal for a wide matrix) with the columns of `a`. The signs are fixed: no diagonal element
-/// of `r` is negative. Fails with a message, the outputs untouched: an empty matrix, an entry that is NaN or infinite.
-/// O(rows · columns²).
+/// Decomposes a = q r by Householder reflections. `q` has the rows of `a` and min(rows, columns) orthonormal columns;
+/// `r` has the columns of `a` and is upper triangular (trapezoidal for a wide matrix), with no negative diagonal
+/// element, which fixes the signs.
+///
+/// Fails with a message, the outputs untouched, when the matrix is empty, an entry is NaN or infinite, or the length of
+/// a column overflows. O(rows · columns²).
 ORMIX_MATH_API BoolResult qrDecomposition(const RealMatrix& a, RealMatrix& q, RealMatrix& r);
 
-/// The inverse of an upper triangular matrix; what stands below the diagonal is not looked at. Fails with a message,
-/// the output untouched: empty, not square, an entry that is NaN or infinite, a diagonal element that is zero (named),
-/// an inverse that overflows. O(n³).
+/// The inverse of an upper triangular matrix. Entries below the diagonal have to be finite and are not used otherwise.
+///
+/// Fails with a message, the output untouched, when the matrix is empty or not square, an entry is NaN or infinite, a
+/// diagonal element is zero (the message says which), or the inverse overflows. O(n³).
 ORMIX_MATH_API BoolResult upperTriangularInverse(const RealMatrix& a, RealMatrix& inverse);
 
 }  // namespace ormix

@@ -17,13 +17,14 @@ using Eigen::MatrixXd;
 using Eigen::VectorXd;
 
 constexpr Index s_maxSmall = 16;
-// Small systems live on the stack.
+// Small systems are stored on the stack.
 using SmallMatrix = Eigen::Matrix<omReal64, Eigen::Dynamic, Eigen::Dynamic, 0, s_maxSmall, s_maxSmall>;
 using SmallVector = Eigen::Matrix<omReal64, Eigen::Dynamic, 1, 0, s_maxSmall, 1>;
 
-// A system this many times as tall as wide is reduced to its triangle first.
+// Systems with more than this many rows for each column are reduced to a triangular one first.
 constexpr Index s_tallRatio = 2;
-// Rows folded into the triangle at once: enough to pay for the reflections, little enough for the second cache.
+// Rows folded into the triangle at once: many, as each block costs the reflections of the triangle again, yet few
+// enough for the second-level cache.
 constexpr Index s_minBlockRows = 128;
 
 /// 2^-e for a column whose largest magnitude is in [2^e, 2^(e+1)), clamped to stay a normal number; 1 for zeros.
@@ -34,6 +35,7 @@ omReal64 columnScale(const Eigen::MatrixBase<Derived>& column) {
   return std::ldexp(1.0, -std::clamp(std::ilogb(largest), -1000, 1000));
 }
 
+/// columnScale() of each column.
 template <class Vector, class Derived>
 Vector columnScales(const Eigen::MatrixBase<Derived>& a) {
   Vector scales(a.cols());
@@ -41,7 +43,7 @@ Vector columnScales(const Eigen::MatrixBase<Derived>& a) {
   return scales;
 }
 
-/// The triangle of (a * diag(scales) | b), by blocks of rows; `b` may have no columns.
+/// The triangle R of the decomposition Q R of (a * diag(scales) | b), by blocks of rows; `b` may have no columns.
 template <class A, class B>
 MatrixXd triangleOf(const A& a, const VectorXd& scales, const B& b) {
   const Index nbColumns = a.cols() + b.cols();
@@ -59,6 +61,7 @@ MatrixXd triangleOf(const A& a, const VectorXd& scales, const B& b) {
   return stacked.topRows(nbColumns);
 }
 
+/// The number of singular values, given in descending order, that do not count as zero.
 template <class Singular>
 Index rankOf(const Singular& values, Index nbRows, Index nbColumns) {
   const omReal64 limit =
@@ -66,7 +69,8 @@ Index rankOf(const Singular& values, Index nbRows, Index nbColumns) {
   return (values.array() > limit).count();
 }
 
-/// The least-squares solution of the scaled system from its decomposition, without the directions beyond the rank.
+/// The least-squares solution of the scaled system from its decomposition, with singular values beyond the rank as
+/// zeros.
 template <class Svd, class Right>
 auto solveByRank(const Svd& svd, Index rank, const Right& b) {
   using Vector = std::decay_t<decltype(svd.singularValues())>;
@@ -78,7 +82,7 @@ auto solveByRank(const Svd& svd, Index rank, const Right& b) {
 template <class Matrix, class Vector>
 Vector nullVectorOf(const Eigen::JacobiSVD<Matrix>& svd, const Vector& scales) {
   Vector x = svd.matrixV().rightCols(1);
-  // The largest scale first: nothing under- or overflows that does not have to.
+  // Relative to the largest scale, so that the products neither overflow nor underflow more than necessary.
   x = x.cwiseProduct(scales / scales.maxCoeff());
   x.normalize();
   detail::fixSign(x);

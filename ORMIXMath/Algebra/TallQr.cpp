@@ -11,11 +11,12 @@
 namespace ormix {
 namespace {
 
-// Four lanes, in one register or two; part of the result's definition, as they fix the order of sums and so its bits.
+// Sums run in four lanes, held in one register or in two. Their number is part of the result's definition: it fixes the
+// order of the additions and so the bits.
 using Lanes [[gnu::vector_size(32), gnu::may_alias]] = omReal64;
 constexpr std::size_t nbLanes = 4;
 
-/// A matrix of the stacked rows: the triangle so far above one block of fresh rows, column by column.
+/// The triangle so far (row-major) stacked upon a block of new rows (column by column).
 template <std::size_t C>
 struct Stack {
   static constexpr std::size_t nbVectors = TallQr<C>::s_blockRows / nbLanes;
@@ -23,14 +24,14 @@ struct Stack {
   Lanes* block;
 };
 
-/// Products of column K of the block with itself and the columns after it.
+/// Inner products of one column of the block with itself and with the columns after it, by their column.
 template <std::size_t C>
 struct Products {
   omReal64 with[C];
 };
 
-/// One pass over the block: takes `factor[c]` times column K - 1 from each column c >= K, and with the new columns
-/// forms the products that the next reflection needs. Every value is loaded once a reflection.
+/// One pass over the block, which loads every value once for each reflection: subtracts `factor[c]` times column K - 1
+/// from each column c >= K and forms the inner products of the new columns that the next reflection needs.
 template <std::size_t C, std::size_t K>
 [[gnu::always_inline]] inline void updateAndMultiply(const Stack<C>& stack, const omReal64* factor,
                                                      Products<C>& products) {
@@ -55,8 +56,9 @@ template <std::size_t C, std::size_t K>
   for (std::size_t c = K; c < C; ++c) products.with[c] = (sum[c][0] + sum[c][1]) + (sum[c][2] + sum[c][3]);
 }
 
-/// The reflection that clears column K of the block into the triangle's diagonal. Its vector is (v, block column): the
-/// triangle's other rows have nothing in that column. Leaves the triangle's row K final and the factors for the block.
+/// The reflection that makes column K of the block zero. Its vector is v in row K of the triangle and the column in the
+/// block; the triangle's rows above K are final, those below have zeros in that column. Computes row K of the triangle
+/// and the factors by which updateAndMultiply() updates the block.
 template <std::size_t C, std::size_t K>
 [[gnu::always_inline]] inline void reflect(omReal64* triangle, const Products<C>& products, omReal64* factor) {
   omReal64* row = triangle + K * C;
@@ -76,7 +78,8 @@ template <std::size_t C, std::size_t K>
   row[K] = diagonal;
 }
 
-/// Clears the columns from K on, up to the right-hand sides: what the last reflection makes of those is not looked at.
+/// Reflects the columns from K on, up to the right-hand sides. The block is not updated after the last reflection,
+/// since what that leaves of the right-hand sides is not used.
 template <std::size_t C, std::size_t Right, std::size_t K = 0>
 [[gnu::always_inline]] inline void reflectFrom(const Stack<C>& stack, omReal64* factor) {
   if constexpr (K + Right < C) {
@@ -94,7 +97,8 @@ void foldBlock(const Stack<C>& stack) {
 }
 
 #if defined(ORMIX_HAS_AVX2_VERSION)
-/// The same operations on the same lanes, four to a register; no fused multiplications, which would change the bits.
+/// foldBlock() compiled for registers of four lanes: the same operations in the same order, without fused
+/// multiplications, which would change the bits.
 template <std::size_t C, std::size_t Right>
 [[gnu::target("avx2")]] void foldBlockAvx2(const Stack<C>& stack) {
   omReal64 factor[C];
@@ -122,7 +126,8 @@ void TallQr<NbColumns, NbRight>::foldPortable(std::size_t nbRows) {
 template <std::size_t NbColumns, std::size_t NbRight>
 void TallQr<NbColumns, NbRight>::fold(std::size_t nbRows) {
 #if defined(ORMIX_HAS_AVX2_VERSION)
-  // A load and a test: no resolver of the dynamic linker, which sanitizers do not survive.
+  // Tested on each call, which costs a load. A function resolved when the library is loaded (ifunc) would run before
+  // the sanitizers are initialised and crash them.
   if (__builtin_cpu_supports("avx2")) {
     clearRowsFrom(nbRows);
     foldBlockAvx2<NbColumns, NbRight>(Stack<NbColumns>{_triangle.data(), reinterpret_cast<Lanes*>(_block.data())});

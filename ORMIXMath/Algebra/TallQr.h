@@ -8,36 +8,52 @@
 
 namespace ormix {
 
-/// The triangle R of the decomposition Q R of a matrix of few columns and any number of rows, which pass through in
-/// blocks that stay in the first cache. R has the singular values and the null space of the matrix, and with a
-/// right-hand side as last column also its least-squares solution, at the accuracy of Householder's reflections.
+/// The triangle R of the decomposition Q R of a matrix of few columns and any number of rows, by Householder
+/// reflections.
 ///
-/// With `NbRight` the last so many columns are right-hand sides only: what of them lies outside the space of the others
-/// is not kept, their rows below the others' triangle stay zero, which saves a part of the work.
+/// Rows are folded in by blocks that fit into the first-level cache. R has the singular values and the null space of
+/// the matrix and, with a right-hand side as its last column, determines the least-squares solution.
 ///
-/// Write up to s_blockRows rows with block(), then fold() them; repeat. Nothing is allocated, and the bits are the same
-/// on every processor. Values beyond about 1e150 in magnitude overflow: scale first. Exists for 3 to 10 and 16 columns.
-/// O(columns²) a row. \code TallQr<4> qr; omReal64* x = qr.block(0);  // s_blockRows values of the first column x[0] =
-/// ...; x[1] = ...; qr.fold(2); \endcode
+/// The last `NbRight` columns are right-hand sides only: of these, just the rows beside the triangle of the other
+/// columns are computed, the rows below stay zero. That saves work where the norm of the residual is not needed.
+///
+/// Write up to s_blockRows rows, column by column, to block() and fold() them in; repeat for further rows:
+///
+/// \code
+/// TallQr<3> qr;
+/// for (std::size_t column = 0; column < 3; ++column) {
+///   qr.block(column)[0] = firstRow[column];
+///   qr.block(column)[1] = secondRow[column];
+/// }
+/// qr.fold(2);
+/// \endcode
+///
+/// Nothing is allocated, and the result has the same bits on every processor. Squares are summed unscaled: values
+/// beyond about 1e150 in magnitude overflow. Exists for 3 to 10 and 16 columns, with no or one right-hand side (16
+/// columns: none). O(columns²) for each row.
 template <std::size_t NbColumns, std::size_t NbRight = 0>
 class ORMIX_MATH_API TallQr {
  public:
+  /// Columns of the matrix, right-hand sides included.
   static constexpr std::size_t s_nbColumns = NbColumns;
-  /// Rows of a block, a multiple of the vectors' length.
+  /// Most rows of a block; a multiple of the length of the processor's vectors.
   static constexpr std::size_t s_blockRows = 128;
 
+  /// The triangle of no rows: zeros. The block is not initialised.
   TallQr();
 
-  /// Where the values of a column of the next rows are written.
+  /// The s_blockRows values of a column of the block, to be written before fold(). The column is not checked.
   omReal64* block(std::size_t column) { return _block.data() + column * s_blockRows; }
-  /// Takes the first `nbRows` rows of the block, at most s_blockRows, into the triangle. The block's contents are lost.
+  /// Folds the first `nbRows` rows of the block, at most s_blockRows (asserted), into the triangle and overwrites the
+  /// block.
   void fold(std::size_t nbRows);
-  /// The same without the vector instructions chosen at run time: what processors that lack them execute, here so that
-  /// the agreement of both can be checked where both run.
+  /// fold() without vector instructions chosen at run time, as processors without these execute it. Public so that
+  /// tests can compare both on one processor.
   void foldPortable(std::size_t nbRows);
 
-  /// R row by row, zeros below its diagonal.
+  /// R, row-major, with zeros below its diagonal. Its diagonal elements may have either sign.
   const std::array<omReal64, NbColumns * NbColumns>& triangle() const { return _triangle; }
+  /// The element of R in a row and a column, which are not checked.
   omReal64 operator()(std::size_t row, std::size_t column) const { return _triangle[row * NbColumns + column]; }
 
  private:

@@ -8,12 +8,12 @@
 namespace ormix {
 namespace {
 
-/// The magnitude of cos(beta) up to which a matrix is at gimbal lock. What is lost with alpha there is at most this in
-/// the elements that have cos(beta) as a factor, so the matrix rebuilt keeps to 1e-15; and a lock survives the rounding
-/// of a product of two rotations.
+/// The magnitude of cos(beta) up to which a matrix counts as at gimbal lock. Setting alpha to 0 there changes the
+/// elements that have cos(beta) as a factor by at most this, so the matrix rebuilt is right to 1e-15. It is large
+/// enough for a product of two rotations that is at gimbal lock but for rounding.
 constexpr omReal64 s_lockedCosine = 4 * std::numeric_limits<omReal64>::epsilon();
 
-/// The direction of (cosine, sine); a negative zero as a sine does not make -pi of pi.
+/// The angle of the direction (cosine, sine) in (-pi, pi]; a sine of -0 counts as +0 and so gives pi, not -pi.
 omReal64 angleOf(omReal64 sine, omReal64 cosine) { return std::atan2(sine + 0.0, cosine); }
 
 }  // namespace
@@ -35,8 +35,8 @@ EulerAngles matrixToEuler(const RotationMatrix& matrix) {
   const omReal64 cosBeta = std::hypot(x[0], y[0]);
   if (cosBeta <= s_lockedCosine && std::hypot(z[1], z[2]) <= s_lockedCosine)
     return {0, std::copysign(s_pi / 2, -z[0]), angleOf(-y[2], y[1])};
-  // Near the lock alpha is only as good as the small elements that it is read from. Whatever it is, turning the matrix
-  // back by it leaves Ry(beta)·Rx(chi), whose second row gives the chi that belongs to it.
+  // Near gimbal lock alpha comes from small elements with large relative errors. Multiplying the matrix by Rz(-alpha)
+  // leaves Ry(beta)·Rx(chi) for the alpha used, so chi is taken from the second row of that product and corrects it.
   const omReal64 alpha = angleOf(y[0], x[0]);
   const omReal64 ca = std::cos(alpha);
   const omReal64 sa = std::sin(alpha);
@@ -57,11 +57,11 @@ EulerAngles composed(const EulerAngles& left, const EulerAngles& right) {
 }
 
 bool quaternionToMatrix(omReal64 w, omReal64 x, omReal64 y, omReal64 z, RotationMatrix& matrix) {
-  // Quarters, as their sum does not overflow; NaN and infinities stay in it.
+  // Sum of quarters, which cannot overflow and is NaN or infinite when a component is.
   if (!std::isfinite(w / 4 + x / 4 + y / 4 + z / 4)) return false;
   const omReal64 largest = std::max({std::abs(w), std::abs(x), std::abs(y), std::abs(z)});
   if (largest == 0) return false;
-  // By a power of two, exactly, so that squares neither overflow nor vanish.
+  // Scaled by a power of two, which is exact, so that squares neither overflow nor underflow.
   const int exponent = -std::ilogb(largest);
   w = std::scalbn(w, exponent);
   x = std::scalbn(x, exponent);
@@ -69,7 +69,7 @@ bool quaternionToMatrix(omReal64 w, omReal64 x, omReal64 y, omReal64 z, Rotation
   z = std::scalbn(z, exponent);
   const omReal64 squaredNorm = w * w + x * x + y * y + z * z;
   const auto twice = [&](omReal64 sum) { return 2 * sum / squaredNorm; };
-  // Differences of squares as products: the small elements near gimbal lock keep their digits.
+  // Differences of squares as products: no digits cancel in the elements that are small near gimbal lock.
   const omReal64 wMinusY = (w - y) * (w + y);
   const omReal64 xMinusZ = (x - z) * (x + z);
   const omReal64 middle = (w - x) * (w + x) + (y - z) * (y + z);

@@ -9,9 +9,9 @@ namespace ormix {
 
 namespace detail {
 
-/// Truncates a real toward zero into an integer, saturated to its range, 0 for NaN. The range is tested against the
-/// power of two above it, which is a real for every width, unlike the largest integer. Loops over coordinates
-/// vectorise.
+/// Truncates a real toward zero to an integer, saturated to the range of TOut; 0 for NaN. The upper limit of the test
+/// is the power of two above the largest integer, since not every largest integer is exactly representable as a real.
+/// Written so that loops over coordinates vectorise.
 template <class TOut>
 constexpr TOut truncateReal(omReal64 value) {
   using Limits = std::numeric_limits<TOut>;
@@ -29,7 +29,8 @@ constexpr TOut truncateReal(omReal64 value) {
 ///
 /// - Real to signed integer: truncated toward zero (-2.7 gives -2), saturated to the range, 0 for NaN.
 /// - Real to unsigned integer (up to 32 bits): truncated into a 64-bit signed integer as above, of which the low bits
-///   are kept; so negative values wrap (-1.5 gives 4294967295), +infinity gives 4294967295 and -infinity 0. Intended.
+///   are kept. So negative values wrap (-1.5 gives 4294967295), +infinity gives 4294967295 and -infinity gives 0; this
+///   is intended.
 /// - Integer to integer: wraps modulo 2^bits.
 /// - Any to real: the ordinary conversion to the nearest value; a double beyond the range of omReal32 becomes infinite.
 ///

@@ -7,7 +7,7 @@
 namespace ormix {
 
 namespace detail {
-/// |a − b| of two integers without overflow: the difference of two values of a type always fits its unsigned sibling.
+/// |a − b| of two integers without overflow: the difference of two values of a type always fits its unsigned type.
 template <class T>
 constexpr std::make_unsigned_t<T> integerGap(T a, T b) {
   using Unsigned = std::make_unsigned_t<T>;
@@ -16,11 +16,11 @@ constexpr std::make_unsigned_t<T> integerGap(T a, T b) {
 }
 }  // namespace detail
 
-/// Whether two scalars agree within a tolerance: |a − b| <= tolerance, so a gap equal to the tolerance agrees.
+/// Whether two scalars agree within a tolerance: |a − b| <= tolerance, equality included.
 ///
-/// - Integers: the gap is exact for every pair, also for unsigned a < b and for signed pairs whose difference
-/// overflows.
-/// - Reals: the gap is the rounded difference. Equal infinities agree; a NaN among the three arguments never does.
+/// - Integers: the difference is exact for every pair, also for unsigned a < b and for signed pairs whose difference
+///   overflows.
+/// - Reals: the difference is the rounded one. Equal infinities agree. False when one of the three arguments is NaN.
 /// - A negative tolerance: false, also for equal values.
 ///
 /// Takes part in overload resolution for arithmetic types only, so that it never competes with the comparisons of
@@ -30,7 +30,7 @@ constexpr std::enable_if_t<std::is_arithmetic_v<T>, bool> compare(T a, T b, T to
   if constexpr (std::is_integral_v<T>) {
     return tolerance >= T{0} && detail::integerGap(a, b) <= static_cast<std::make_unsigned_t<T>>(tolerance);
   } else {
-    // Infinity minus itself is NaN: equality is asked for first.
+    // Equality first, since the difference of equal infinities is NaN.
     if (a == b) return tolerance >= T{0};
     return (a < b ? b - a : a - b) <= tolerance;
   }

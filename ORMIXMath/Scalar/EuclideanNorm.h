@@ -6,12 +6,12 @@
 
 namespace ormix {
 
-/// Length of (x, y) or (x, y, z), which neither overflows nor loses digits to underflow; NaN where a component is NaN.
-/// The square root alone is several times faster than std::hypot, which is left to where the squares leave the safe
-/// range.
+/// Length of the vector (x, y) or (x, y, z), without spurious overflow and underflow; NaN when a component is NaN.
+///
+/// Several times faster than std::hypot, which is called only where the sum of squares leaves the safe range.
 template <class... Component>
 omReal64 euclideanNorm(omReal64 x, omReal64 y, Component... z) {
-  // Squares in here are far from both ends of the range.
+  // Sums of squares between these have lost no digits to underflow.
   constexpr omReal64 smallestSafe = 1e-280;
   constexpr omReal64 largestSafe = 1e300;
   const omReal64 squared = ((x * x + y * y) + ... + (z * z));

@@ -11,11 +11,12 @@ namespace ormix {
 
 namespace detail {
 
-/// The largest value below one half. Adding it, not one half, before truncating keeps 0.49999999999999994 and the odd
-/// integers from 2^52 on where they are, while k + 0.5 still ties in the addition and goes to k + 1.
+/// The largest value below one half, added before truncating. With one half itself, 0.49999999999999994 and the odd
+/// integers from 2^52 on would be rounded up by the addition. Ties still round away from zero: the sum of k + 0.5 and
+/// this value rounds to k + 1.
 inline constexpr omReal64 s_belowHalf = 0x1.fffffffffffffp-2;
 
-/// The integer itself, saturated to the range of TOut.
+/// Converts an integer to TOut, saturated to its range.
 template <class TOut, class TIn>
 constexpr TOut saturateInteger(TIn value) {
   using Limits = std::numeric_limits<TOut>;
@@ -31,13 +32,13 @@ constexpr TOut saturateInteger(TIn value) {
 
 }  // namespace detail
 
-/// Brings a computed value back to a coordinate type.
+/// Rounds a computed value to a coordinate type.
 ///
 /// - Integral TOut: the nearest integer, ties away from zero (2.5 gives 3, -2.5 gives -3), saturated to the range of
-///   TOut (infinities too), 0 for NaN. Integers are only saturated.
+///   TOut (infinities too), 0 for NaN. An integral value is only saturated.
 /// - Real TOut: the value itself as an ordinary conversion; a double beyond the range of omReal32 becomes infinite.
 ///
-/// Defined for every value; loops over coordinates vectorise.
+/// Defined for every value. Loops over coordinates vectorise.
 template <class TOut, class TIn>
 inline TOut round(TIn value) {
   static_assert(std::is_arithmetic_v<TOut> && std::is_arithmetic_v<TIn> && !std::is_same_v<TOut, bool>);
