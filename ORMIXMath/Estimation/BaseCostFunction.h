@@ -8,38 +8,44 @@
 
 namespace ormix {
 
-/// Equations whose sum of squares iterative refinement makes small: f_i(params), i below getNbEquations().
+/// Functions f_i(params), 0 <= i < getNbEquations(), whose sum of squares refineIteratively() minimises.
 ///
-/// A cost function keeps what it needs of the samples it was initialised with and states its sizes then.
+/// init() stores what the equations need of the samples. A derived class implements init(), processEquations(),
+/// processJacobian() and clearDerived().
 class ORMIX_MATH_API BaseCostFunction {
  public:
+  /// Cost functions are used and deleted through this base.
   virtual ~BaseCostFunction();
 
-  /// 0 until init() succeeded, and after clear().
+  /// The number of equations: 0 before a successful init() and after clear().
   std::size_t getNbEquations() const { return _nbEquations; }
-  /// How many values one sample has.
+  /// The number of values of one sample: 0 before a successful init() and after clear().
   std::size_t getSampleDimension() const { return _sampleDimension; }
 
-  /// Takes over the samples and calls initBase(). A failed one says why and leaves the function as clear() does.
+  /// Stores what is needed of the samples and calls initBase(). When it fails, the message says why and the state is
+  /// that after clear().
   virtual BoolResult init(const DataSet& dataSet) = 0;
-  /// One value an equation; `values` is given the length getNbEquations().
+  /// Evaluates all equations at `params`; resizes `values` to getNbEquations(). Fails with a message where they cannot
+  /// be evaluated.
   virtual BoolResult processEquations(const RealVector& params, RealVector& values) const = 0;
-  /// The derivatives: one row an equation, one column a parameter; `jacobian` is given that size.
+  /// Evaluates the derivatives at `params`: one row for each equation, one column for each parameter; resizes
+  /// `jacobian`. Fails as processEquations().
   virtual BoolResult processJacobian(const RealVector& params, RealMatrix& jacobian) const = 0;
 
-  /// Releases the samples and forgets the sizes.
+  /// Releases the samples and sets both sizes to 0.
   void clear();
 
  protected:
+  /// Both sizes are 0.
   BaseCostFunction() = default;
   BaseCostFunction(const BaseCostFunction&) = default;
   BaseCostFunction(BaseCostFunction&&) = default;
   BaseCostFunction& operator=(const BaseCostFunction&) = default;
   BaseCostFunction& operator=(BaseCostFunction&&) = default;
 
-  /// States the sizes: how many equations there are, and how many values one sample has.
+  /// Sets the number of equations and the number of values of one sample.
   void initBase(std::size_t nbEquations, std::size_t sampleDimension);
-  /// Releases what the derived class keeps.
+  /// Releases what init() of the derived class stored.
   virtual void clearDerived() = 0;
 
  private:

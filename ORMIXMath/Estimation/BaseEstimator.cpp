@@ -52,7 +52,7 @@ BoolResult checkParams(const BaseEstimator& estimator, const RealVector& params)
   return {};
 }
 
-/// Estimates into a vector of its own, which becomes the result only when it is one.
+/// Checks the samples, calls `process` with a new vector, and moves that to `params` if it holds a valid model.
 template <class SampleSet, class Process>
 BoolResult estimate(const BaseEstimator& estimator, const SampleSet& samples, RealVector& params,
                     const Process& process) {
@@ -68,6 +68,7 @@ BoolResult estimate(const BaseEstimator& estimator, const SampleSet& samples, Re
   return result;
 }
 
+/// Checks the samples and the parameters, calls `process` with a new vector, and moves that to `residuals` on success.
 template <class SampleSet, class Process>
 BoolResult evaluate(const BaseEstimator& estimator, const SampleSet& samples, std::size_t nbSamples,
                     const RealVector& params, RealVector& residuals, const Process& process) {
@@ -111,7 +112,7 @@ BoolResult BaseEstimator::computeResiduals(const SampleView& samples, const Real
                   [&](RealVector& found) { return processViewResiduals(samples, params, found); });
 }
 
-// The checks once more: these two can also be called directly.
+// The checks are repeated since processEstimation() and processResiduals() can be called directly.
 BoolResult BaseEstimator::processEstimation(const DataSet& dataSet, RealVector& params) {
   BoolResult result = checkSamples(*this, dataSet, _minimalDataSize);
   Samples samples;

@@ -10,13 +10,13 @@ namespace ormix::detail {
 namespace {
 
 constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
-// Sums run in this many lanes, joined in their order: quicker than one, and the same bits everywhere.
+// Number of partial sums, added in a fixed order: faster than one sum, and the same bits on every processor.
 constexpr std::size_t s_nbLanes = 4;
 
-// Standard deviations that count as near.
-constexpr omReal64 s_nearDeviations = 2.5;
-// The standard deviation of a normal distribution that is cut off there, in parts of the whole one's.
-constexpr omReal64 s_cutDeviation = 0.95459;
+// Samples up to this many standard deviations from the model count as inliers.
+constexpr omReal64 s_inlierDeviations = 2.5;
+// Standard deviation of the standard normal distribution truncated at ±2.5.
+constexpr omReal64 s_truncatedDeviation = 0.95459;
 
 }  // namespace
 
@@ -84,9 +84,9 @@ omReal64 ModelDistances::refinedThreshold(omReal64 threshold, std::size_t minima
       ++count;
     }
     if (count <= 2 * minimalDataSize) return threshold;
-    const omReal64 deviation = std::sqrt(sum / static_cast<omReal64>(count - minimalDataSize)) / s_cutDeviation;
-    const omReal64 next = std::max(s_nearDeviations * deviation, smallest);
-    // A threshold that would grow has met the spread; the last percents do not matter.
+    const omReal64 deviation = std::sqrt(sum / static_cast<omReal64>(count - minimalDataSize)) / s_truncatedDeviation;
+    const omReal64 next = std::max(s_inlierDeviations * deviation, smallest);
+    // Converged: the threshold fits the spread to within a percent, or would grow.
     if (!(next < 0.99 * threshold)) return threshold;
     threshold = next;
   }
@@ -94,9 +94,10 @@ omReal64 ModelDistances::refinedThreshold(omReal64 threshold, std::size_t minima
 }
 
 omReal64 thresholdFromMedian(omReal64 median, std::size_t nbSamples, std::size_t minimalDataSize) {
-  // 1.4826: the median of absolute values of a normal distribution is its standard deviation over this.
+  // 1.4826 times the median of absolute values is the standard deviation of a normal distribution. The term 5 / surplus
+  // corrects the median for small numbers of samples.
   const auto surplus = static_cast<omReal64>(nbSamples > minimalDataSize ? nbSamples - minimalDataSize : 1);
-  return s_nearDeviations * (1.4826 * (1 + 5 / surplus) * std::sqrt(median));
+  return s_inlierDeviations * (1.4826 * (1 + 5 / surplus) * std::sqrt(median));
 }
 
 }  // namespace ormix::detail

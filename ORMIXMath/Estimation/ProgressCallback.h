@@ -6,8 +6,8 @@
 
 namespace ormix {
 
-/// Told from time to time how far a long operation is, from 0 to 1 and never less than before; answers false to stop
-/// it. An empty one asks for nothing.
+/// Called repeatedly during a long operation with the completed fraction, from 0 to 1 and never decreasing. Returns
+/// true to continue, false to stop the operation. An empty function is not called.
 using ProgressCallback = std::function<bool(omReal64 fraction)>;
 
 }  // namespace ormix

@@ -14,12 +14,12 @@ namespace ormix {
 namespace {
 
 constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
-// Refits of one new best model on its consensus, at most; few are ever needed (Chum, Matas and Kittler 2003).
+// Most refits of one new best model to its inliers; few are ever needed (Chum2003).
 constexpr std::size_t s_nbLocalRounds = 4;
-// Refits at the end, at most, until the mask no longer changes.
+// Most refits of the final model, which end when the score no longer changes.
 constexpr std::size_t s_nbFinalRounds = 20;
 
-/// Distances below this are rounding of the samples, whatever the model.
+/// Distances up to this may be due to rounding of the coordinates, of which the largest finite magnitude counts.
 omReal64 roundingOf(const SampleView& samples) {
   omReal64 largest = 0;
   for (std::size_t k = 0; k < samples.nbSamples * samples.dimension; ++k) {
@@ -29,7 +29,7 @@ omReal64 roundingOf(const SampleView& samples) {
   return 16 * NumericLimits<omReal64>::s_eps * largest;
 }
 
-/// How many minimal samples make it as likely as asked that one of them is all inliers.
+/// The number of minimal sets after which, with probability `confidence`, one of them had no outlier.
 omReal64 nbDrawsFor(omReal64 confidence, std::size_t nbInliers, std::size_t nbSamples, std::size_t minimalDataSize) {
   const auto share = static_cast<omReal64>(nbInliers) / static_cast<omReal64>(nbSamples);
   omReal64 allInliers = 1;
@@ -45,13 +45,16 @@ struct Candidate {
   detail::ModelScore score{s_infinity, -s_infinity};
 };
 
-/// The part of the whole progress that one search is.
+/// The interval of the reported progress that one search covers.
 struct ProgressRange {
   omReal64 from;
   omReal64 to;
 };
 
-/// One robust estimation. All its memory is taken in the constructor.
+/// One robust estimation. Allocates in the constructor only.
+///
+/// `_distances` always belongs to the model evaluated last: the trial, or the best model after takeTrial(). The
+/// functions that count or gather inliers use those distances.
 class RobustLoop {
  public:
   RobustLoop(BaseEstimator& estimator, const SampleView& samples, const RobustOptions& options)
@@ -72,18 +75,18 @@ class RobustLoop {
  private:
   bool isFound() const { return _best.score.loss < s_infinity; }
   void search(eRobustMethod method, omReal64 threshold, const ProgressRange& range);
-  bool goesOn(omReal64 part, const ProgressRange& range);
+  bool reportProgress(omReal64 part, const ProgressRange& range);
   void takeTrial(eRobustMethod method, omReal64 threshold, const detail::ModelScore& score);
-  omReal64 nbNeededBy(eRobustMethod method, omReal64 threshold) const;
+  omReal64 nbModelsNeeded(eRobustMethod method, omReal64 threshold) const;
   BoolResult noModel() const;
   bool drawModel();
   omReal64 thresholdFor(eRobustMethod method, omReal64 given, const detail::ModelScore& score) const;
   detail::ModelScore scoreOf(eRobustMethod method, omReal64 threshold);
-  bool fitTrialToConsensus(omReal64 threshold);
+  bool fitTrialToInliers(omReal64 threshold);
   void improveLocally(eRobustMethod method, omReal64 threshold);
   omReal64 estimateThreshold();
   void refitBest(omReal64 threshold);
-  SampleView gather(omReal64 threshold);
+  SampleView gatherInliers(omReal64 threshold);
   BoolResult moveTo(RobustResult& result, omReal64 threshold);
 
   BaseEstimator& _estimator;
@@ -102,7 +105,7 @@ class RobustLoop {
   eRobustEnd _end = eRO_IterationLimit;
 };
 
-/// The model through a minimal sample into the trial, with its distances; false when there is none.
+/// Draws a minimal set of samples and makes the model through it the trial, evaluated; false when there is none.
 bool RobustLoop::drawModel() {
   _draw.draw(_samples.nbSamples, _drawn);
   auto target = _rows.begin();
@@ -111,13 +114,13 @@ bool RobustLoop::drawModel() {
   return _estimator.processViewEstimation(minimal, _trial.params) && _distances.evaluate(_estimator, _trial.params);
 }
 
-/// The threshold given, or what the median that is the score suggests.
+/// The threshold of inliers: the given one, or for eRM_LMedS without one that of the score, a median.
 omReal64 RobustLoop::thresholdFor(eRobustMethod method, omReal64 given, const detail::ModelScore& score) const {
   if (method != eRM_LMedS || given > 0) return given;
   return std::max(detail::thresholdFromMedian(score.loss, _samples.nbSamples, _drawn.size()), _rounding);
 }
 
-/// The score of the model whose distances are at hand; an infinite one when the best model's median is smaller.
+/// The score of the model evaluated last. For eRM_LMedS it is infinite when the best model's median is not larger.
 detail::ModelScore RobustLoop::scoreOf(eRobustMethod method, omReal64 threshold) {
   switch (method) {
     case eRM_Ransac:
@@ -129,8 +132,8 @@ detail::ModelScore RobustLoop::scoreOf(eRobustMethod method, omReal64 threshold)
   }
 }
 
-/// The samples within the threshold of the model whose distances are at hand, one after the other.
-SampleView RobustLoop::gather(omReal64 threshold) {
+/// Copies the inliers of the model evaluated last into `_rows`.
+SampleView RobustLoop::gatherInliers(omReal64 threshold) {
   auto target = _rows.begin();
   std::size_t count = 0;
   for (std::size_t i = 0; i < _samples.nbSamples; ++i) {
@@ -141,17 +144,17 @@ SampleView RobustLoop::gather(omReal64 threshold) {
   return {_rows.data(), count, _samples.dimension};
 }
 
-/// The estimator's own fit to the consensus of the model whose distances are at hand, into the trial.
-bool RobustLoop::fitTrialToConsensus(omReal64 threshold) {
-  const SampleView consensus = gather(threshold);
-  if (consensus.nbSamples < _drawn.size()) return false;
-  return _estimator.processViewEstimation(consensus, _trial.params) && _distances.evaluate(_estimator, _trial.params);
+/// Fits the trial to the inliers of the model evaluated last and evaluates it; false when that is not possible.
+bool RobustLoop::fitTrialToInliers(omReal64 threshold) {
+  const SampleView inliers = gatherInliers(threshold);
+  if (inliers.nbSamples < _drawn.size()) return false;
+  return _estimator.processViewEstimation(inliers, _trial.params) && _distances.evaluate(_estimator, _trial.params);
 }
 
-/// Fits the new best model, whose distances are at hand, to its consensus as long as that makes it better.
+/// Refits the best model, which must have been evaluated last, to its inliers as long as that improves its score.
 void RobustLoop::improveLocally(eRobustMethod method, omReal64 threshold) {
   for (std::size_t round = 0; round < s_nbLocalRounds; ++round) {
-    if (!fitTrialToConsensus(thresholdFor(method, threshold, _best.score))) return;
+    if (!fitTrialToInliers(thresholdFor(method, threshold, _best.score))) return;
     const detail::ModelScore score = scoreOf(method, threshold);
     if (!(score < _best.score)) return;
     _best.params.swap(_trial.params);
@@ -159,8 +162,8 @@ void RobustLoop::improveLocally(eRobustMethod method, omReal64 threshold) {
   }
 }
 
-/// Asks the callback, with a part of the work done that never goes back.
-bool RobustLoop::goesOn(omReal64 part, const ProgressRange& range) {
+/// Calls the callback with a fraction that never decreases; returns whether to continue.
+bool RobustLoop::reportProgress(omReal64 part, const ProgressRange& range) {
   if (!_options.progress) return true;
   _progress = std::max(_progress, range.from + (range.to - range.from) * std::min(part, 1.0));
   if (_options.progress(_progress)) return true;
@@ -168,32 +171,34 @@ bool RobustLoop::goesOn(omReal64 part, const ProgressRange& range) {
   return false;
 }
 
-/// The trial becomes the best model and is improved; its distances are at hand afterwards.
+/// Makes the trial the best model, improves it, and evaluates it last.
 void RobustLoop::takeTrial(eRobustMethod method, omReal64 threshold, const detail::ModelScore& score) {
   _best.params.swap(_trial.params);
   _best.score = score;
   if (!_options.localOptimisation) return;
   improveLocally(method, threshold);
-  // It had distances before: that they can be had again is the estimator's business.
+  // A local refit that was no better may have replaced its distances. No failure is expected: the same parameters have
+  // been evaluated before.
   _distances.evaluate(_estimator, _best.params);
 }
 
-/// How many models the confidence asks for, given the consensus of the best one, whose distances are at hand.
-omReal64 RobustLoop::nbNeededBy(eRobustMethod method, omReal64 threshold) const {
+/// The number of models to draw for the confidence, from the number of inliers of the best one, evaluated last.
+omReal64 RobustLoop::nbModelsNeeded(eRobustMethod method, omReal64 threshold) const {
   std::size_t nbInliers = _distances.countWithin(thresholdFor(method, threshold, _best.score));
-  // A threshold that comes from the model's own median lets a bad model be content with itself: nearly everything is
-  // near it. A median vouches for half of the samples and no more.
+  // A threshold from the model's own median accepts nearly every sample, also for a bad model. The median supports only
+  // the half of the samples that it was taken from.
   if (method == eRM_LMedS && !(threshold > 0)) nbInliers = std::min(nbInliers, (_samples.nbSamples + 1) / 2);
   return nbDrawsFor(_options.confidence, nbInliers, _samples.nbSamples, _drawn.size());
 }
 
+/// Draws models until the confidence, the number of iterations or the callback ends the search, and keeps the best one.
 void RobustLoop::search(eRobustMethod method, omReal64 threshold, const ProgressRange& range) {
   const auto nbAllowed = static_cast<omReal64>(_options.nbMaxIterations);
-  omReal64 nbNeeded = isFound() ? nbNeededBy(method, threshold) : s_infinity;
+  omReal64 nbNeeded = isFound() ? nbModelsNeeded(method, threshold) : s_infinity;
   std::size_t nbModels = 0;
   _end = eRO_IterationLimit;
   for (std::size_t k = 0; k < _options.nbMaxIterations; ++k) {
-    if (!goesOn(static_cast<omReal64>(k) / std::min(nbNeeded, nbAllowed), range)) return;
+    if (!reportProgress(static_cast<omReal64>(k) / std::min(nbNeeded, nbAllowed), range)) return;
     ++_nbIterations;
     if (!drawModel()) {
       ++_nbDegenerate;
@@ -203,7 +208,7 @@ void RobustLoop::search(eRobustMethod method, omReal64 threshold, const Progress
     const detail::ModelScore score = scoreOf(method, threshold);
     if (score < _best.score) {
       takeTrial(method, threshold, score);
-      nbNeeded = nbNeededBy(method, threshold);
+      nbNeeded = nbModelsNeeded(method, threshold);
     }
     if (static_cast<omReal64>(nbModels) < nbNeeded) continue;
     _end = eRO_Confident;
@@ -217,13 +222,13 @@ BoolResult RobustLoop::noModel() const {
                  std::to_string(_nbDegenerate) + " of them were degenerate");
 }
 
-/// Least squares on the inliers in place of the best minimal or local model, as long as the distances, cut off at the
-/// threshold, do not become worse.
+/// Refits the best model to its inliers as long as the sum of squared distances, cut off at the threshold, does not
+/// grow.
 void RobustLoop::refitBest(omReal64 threshold) {
   if (!_distances.evaluate(_estimator, _best.params)) return;
   omReal64 sum = _distances.truncatedSum(threshold);
   for (std::size_t round = 0; round < s_nbFinalRounds; ++round) {
-    if (!fitTrialToConsensus(threshold)) return;
+    if (!fitTrialToInliers(threshold)) return;
     const omReal64 refitSum = _distances.truncatedSum(threshold);
     if (!(refitSum <= sum)) return;
     const bool isSame = refitSum == sum;
@@ -233,6 +238,7 @@ void RobustLoop::refitBest(omReal64 threshold) {
   }
 }
 
+/// Moves the best model, with its inliers and score, to the result.
 BoolResult RobustLoop::moveTo(RobustResult& result, omReal64 threshold) {
   if (!_distances.evaluate(_estimator, _best.params)) return failure("The robust model cannot be evaluated");
   const std::size_t nbInliers = _distances.countWithin(threshold);
@@ -261,20 +267,22 @@ BoolResult RobustLoop::moveTo(RobustResult& result, omReal64 threshold) {
   return {};
 }
 
-/// The threshold that the model of least median suggests. That model bends towards outliers when they are about half:
-/// refitting to what is near and looking at the spread again, as long as it shrinks, lets go of them.
+/// The threshold from the spread of the samples about the model of least median. Outliers pull that model towards them
+/// when they are about one half of the samples, so it is refitted to the samples within the threshold as long as this
+/// makes the threshold smaller.
 omReal64 RobustLoop::estimateThreshold() {
   omReal64 threshold = thresholdFor(eRM_LMedS, 0, _best.score);
   for (std::size_t round = 0; round < s_nbFinalRounds && _distances.evaluate(_estimator, _best.params); ++round) {
     threshold = _distances.refinedThreshold(threshold, _drawn.size(), _rounding);
-    if (!fitTrialToConsensus(threshold)) break;
+    if (!fitTrialToInliers(threshold)) break;
     if (!(_distances.refinedThreshold(threshold, _drawn.size(), _rounding) < threshold)) break;
     _best.params.swap(_trial.params);
   }
   return threshold;
 }
 
-/// The median model first where the threshold has to be estimated, then, with that threshold, the method's own.
+/// Where the threshold has to be estimated, searches the model of least median first and then, with the threshold from
+/// it, the best model by the method.
 BoolResult RobustLoop::run(RobustResult& result) {
   omReal64 threshold = _options.threshold;
   const bool isMedian = _options.method == eRM_LMedS;

@@ -13,75 +13,91 @@
 #include <vector>
 
 /// \file
-/// Estimation from data of which many do not belong to the model: minimal samples are drawn, the models through them
-/// are scored on all data, and the best one is improved on the data that agree with it.
+/// Estimation from samples of which many are outliers: minimal sets of samples are drawn at random, the models they
+/// determine are scored on all samples, and the best model is refitted to the samples near it (its inliers).
 
 namespace ormix {
 
-/// What makes one model better than another. All distances are residuals divided by the estimator's getResidualScale().
+/// The criterion by which the best model is chosen. Distances are residuals divided by the estimator's
+/// getResidualScale().
 enum eRobustMethod {
-  eRM_Ransac,  ///< More samples within the threshold (Fischler and Bolles 1981).
-  eRM_Msac,    ///< A smaller sum of squared distances, each cut off at the threshold (Torr and Zisserman 2000).
-  eRM_LMedS    ///< A smaller median of squared distances (Rousseeuw 1984); bears just under half of outliers.
+  eRM_Ransac,  ///< Largest number of samples within the threshold (Fischler1981).
+  eRM_Msac,    ///< Smallest sum of squared distances, each cut off at the squared threshold (Torr2000).
+  eRM_LMedS    ///< Smallest median of squared distances (Rousseeuw1984); tolerates just under one half of outliers.
 };
 
 /// Why a robust loop ended.
 enum eRobustEnd {
-  eRO_Confident,       ///< The confidence asked for was reached.
-  eRO_IterationLimit,  ///< The allowed number of iterations was used up.
-  eRO_Stopped          ///< The progress callback asked to stop.
+  eRO_Confident,       ///< RobustOptions::confidence was reached.
+  eRO_IterationLimit,  ///< RobustOptions::nbMaxIterations was reached.
+  eRO_Stopped          ///< The progress callback returned false.
 };
 
+/// Texts of eRobustMethod, for printing and archives.
 template <>
 struct EnumerationNames<eRobustMethod> {
-  static constexpr std::string_view typeName = "eRobustMethod";
+  static constexpr std::string_view typeName = "eRobustMethod";  ///< Name of the type.
+  /// Names of the enumerators, in the order of their values.
   static constexpr std::array<std::string_view, 3> names{"eRM_Ransac", "eRM_Msac", "eRM_LMedS"};
 };
 
+/// Texts of eRobustEnd, for printing and archives.
 template <>
 struct EnumerationNames<eRobustEnd> {
-  static constexpr std::string_view typeName = "eRobustEnd";
+  static constexpr std::string_view typeName = "eRobustEnd";  ///< Name of the type.
+  /// Names of the enumerators, in the order of their values.
   static constexpr std::array<std::string_view, 3> names{"eRO_Confident", "eRO_IterationLimit", "eRO_Stopped"};
 };
 
-/// What a robust estimation is asked for.
+/// Options of robustEstimation().
 struct RobustOptions {
-  eRobustMethod method = eRM_Msac;
-  omUInt32 seed = 0;  ///< The same seed gives the same bits on every compiler.
-  /// Largest distance of an inlier, in the unit of the data. 0: estimated from the model of least median, as 2.5 robust
-  /// standard deviations 1.4826 (1 + 5 / (n - m)) times the median distance, then as 2.5 standard deviations of the
-  /// samples within it until that no longer shrinks (Rousseeuw and Leroy 1987); fit for up to about half of outliers.
-  /// Not used by eRM_LMedS except, when given, for the mask.
+  eRobustMethod method = eRM_Msac;  ///< Criterion for the best model.
+  omUInt32 seed = 0;                ///< Seed of the draws; the same seed gives the same bits with every compiler.
+  /// Largest distance of an inlier, in the unit of the samples; finite, not negative.
+  ///
+  /// 0: estimated from the model of least median, which is valid for up to about one half of outliers. With n samples
+  /// of which m determine a model, it starts as 2.5 times the robust standard deviation 1.4826 (1 + 5 / (n - m)) ·
+  /// median distance and is then repeatedly replaced by 2.5 standard deviations of the samples within it until it no
+  /// longer shrinks (RousseeuwLeroy1987).
+  ///
+  /// For eRM_LMedS a given threshold selects the inliers but does not enter the score.
   omReal64 threshold = 0;
-  omReal64 confidence = 0.99;  ///< Probability that a sample without outliers was drawn, in (0, 1): ends the loop.
-  std::size_t nbMaxIterations = 10000;  ///< Samples drawn, degenerate ones included.
-  bool localOptimisation = true;        ///< Refit each new best model on its consensus (Chum, Matas and Kittler 2003).
-  ProgressCallback progress;
+  /// Probability, in (0, 1), that at least one set without outliers was drawn, given the inliers of the best model so
+  /// far. The loop ends when it is reached.
+  omReal64 confidence = 0.99;
+  std::size_t nbMaxIterations = 10000;  ///< Most sets to draw in each search, degenerate ones included; at least 1.
+  bool localOptimisation = true;        ///< Whether to refit each new best model to its inliers (Chum2003).
+  ProgressCallback progress;            ///< Called before each draw.
 };
 
-/// What a robust estimation gives.
+/// Result of robustEstimation().
 struct RobustResult {
-  RealVector params;          ///< Fitted to the inliers by the estimator, where that does not worsen the model.
-  std::vector<bool> inliers;  ///< One a sample: within the threshold of `params`.
-  std::size_t nbInliers = 0;
-  /// Of `params`: the number of inliers (eRM_Ransac, larger is better), the mean squared distance cut off at the
-  /// threshold (eRM_Msac), the median squared distance (eRM_LMedS).
+  RealVector params;          ///< The best model, refitted to its inliers unless that makes it worse.
+  std::vector<bool> inliers;  ///< For each sample, whether its distance from `params` is at most the threshold.
+  std::size_t nbInliers = 0;  ///< Number of inliers.
+  /// Score of `params`: the number of inliers (eRM_Ransac, larger is better), the mean of the squared distances, each
+  /// cut off at the squared threshold (eRM_Msac), or the median of the squared distances (eRM_LMedS).
   omReal64 score = 0;
-  omReal64 threshold = 0;        ///< As given or as estimated.
-  std::size_t nbIterations = 0;  ///< Samples drawn.
-  std::size_t nbDegenerate = 0;  ///< Those of them that gave no model.
-  eRobustEnd end = eRO_IterationLimit;
+  omReal64 threshold = 0;               ///< Largest distance of an inlier, as given or as estimated.
+  std::size_t nbIterations = 0;         ///< Sets drawn, over all searches.
+  std::size_t nbDegenerate = 0;         ///< Those of them that determined no model.
+  eRobustEnd end = eRO_IterationLimit;  ///< Why the last search ended.
 };
 
-/// The model most samples agree on, in the sense of `options.method`, by the given estimator.
+/// \name Robust estimation
+/// Find the best model by `options.method` with the given estimator, whose own state may change.
 ///
-/// Samples that are NaN or infinite are never inliers. Fails with a message, `result` untouched: too few samples,
-/// samples of another dimension, options out of range, no drawn sample that gave a model, or a best model on which
-/// fewer samples agree than determine it. O(samples) an iteration; nothing is allocated inside the loop but by the
-/// estimator.
+/// Samples that are NaN or infinite are never inliers. Fail with a message, `result` untouched, when there are too few
+/// samples or more than 2^32 - 1, when samples have another dimension than the estimator's, when an option is out of
+/// range, when no drawn set determines a model, and when the best model has fewer inliers than samples that determine
+/// it. Stopping is no failure once a model was found. O(samples) for each iteration; only the estimator may allocate
+/// inside the loop.
 /// @{
+
+/// From contiguous samples.
 ORMIX_MATH_API BoolResult robustEstimation(BaseEstimator& estimator, const SampleView& samples,
                                            const RobustOptions& options, RobustResult& result);
+/// From one vector for each sample; fails also when their lengths differ.
 ORMIX_MATH_API BoolResult robustEstimation(BaseEstimator& estimator, const DataSet& dataSet,
                                            const RobustOptions& options, RobustResult& result);
 /// @}

@@ -9,13 +9,15 @@
 
 namespace ormix::detail {
 
-/// Draws samples without repetition, the same ones for the same seed with every compiler and library: the generator's
-/// output is fixed by its definition, and so is ours of it, which that of std::uniform_int_distribution is not.
+/// Draws samples without repetition. The same seed gives the same draws with every compiler and standard library: the
+/// output of the generator is standardised, and indices are computed from it here, since std::uniform_int_distribution
+/// differs between libraries.
 class SampleDraw {
  public:
+  /// Seeds the generator.
   explicit SampleDraw(omUInt32 seed) : _generator(seed) {}
 
-  /// Fills `drawn` with different indices below `nbSamples`, which is at least its size and fits 32 bits.
+  /// Fills `drawn` with distinct indices below `nbSamples`, which must be at least its size and fit into 32 bits.
   void draw(std::size_t nbSamples, std::vector<std::size_t>& drawn) {
     const auto bound = static_cast<omUInt32>(nbSamples);
     for (auto next = drawn.begin(); next != drawn.end(); ++next) {
@@ -25,12 +27,12 @@ class SampleDraw {
   }
 
  private:
-  /// Even over [0, bound) by multiplication, the few products that would favour a value drawn again (Lemire 2019).
+  /// A uniformly distributed integer in [0, bound) by multiplication and rejection (Lemire2019).
   omUInt32 below(omUInt32 bound) {
-    const omUInt32 unfair = (0U - bound) % bound;
+    const omUInt32 nbRejected = (0U - bound) % bound;
     omUInt64 product = 0;
     do product = static_cast<omUInt64>(_generator()) * bound;
-    while (static_cast<omUInt32>(product) < unfair);
+    while (static_cast<omUInt32>(product) < nbRejected);
     return static_cast<omUInt32>(product >> 32U);
   }
 

@@ -10,50 +10,52 @@
 #include <cstddef>
 
 /// \file
-/// The coordinates in which shapes are fitted to a cloud of points; not installed.
+/// Normalised coordinates in which shapes are fitted to a cloud of points; not installed.
 
 namespace ormix::detail {
 
-/// Where the cloud is and how far it reaches: enough to bring the coordinates near 1, and exactness is not needed, for
-/// the solution does not depend on it but for rounding.
+/// An origin within a cloud of points and a length of about its radius: coordinates about the origin divided by the
+/// extent are near 1. Both need not be exact, as the fitted shape depends on them by rounding only.
 template <std::size_t D>
 struct CloudFrame {
-  std::array<omReal64, D> origin{};
-  omReal64 extent = 0;      ///< A power of two; 0 when all samples looked at are one point, or something is not finite.
-  omReal64 coarseness = 0;  ///< What rounding of the coordinates is, in parts of the extent.
-  /// \name What alignWithFlatCloud() adds in the plane
+  std::array<omReal64, D> origin{};  ///< A point near the mean of the samples used.
+  omReal64 extent = 0;               ///< A power of two; 0 when the samples used are equal or not finite.
+  omReal64 coarseness = 0;           ///< Rounding error of the coordinates divided by the extent.
+  /// \name Set by alignWithFlatCloud() in the plane
   /// @{
-  bool isFlat = false;
-  bool isSteep = false;  ///< y is the frame's first coordinate.
-  omReal64 shear = 0;    ///< Times the first coordinate this is taken from the second one.
+  bool isFlat = false;   ///< Whether the frame is aligned.
+  bool isSteep = false;  ///< Whether y is the first coordinate of the aligned frame: for clouds higher than wide.
+  omReal64 shear = 0;    ///< The aligned second coordinate is the other one minus this times the first one.
   /// @}
 };
 
-// Samples looked at for the frame at first.
+// Number of samples from which a frame is computed at first.
 constexpr std::size_t s_nbFrameSamples = 64;
 
-/// Some of the samples: all where there are no more, else spread over them by multiples of the golden ratio, since even
-/// steps may be in step with the data.
+/// A selection of at most `nbMost` samples: all if there are no more, else spread over them by multiples of the golden
+/// ratio, since equal steps may coincide with a period of the data.
 struct SpreadSamples {
   const SampleView& samples;
-  std::size_t nb;
+  std::size_t nb;  ///< Number of samples selected.
 
   SpreadSamples(const SampleView& all, std::size_t nbMost) : samples(all), nb(std::min(all.nbSamples, nbMost)) {}
 
+  /// Row k of the selection.
   const omReal64* operator()(std::size_t k) const {
     if (nb == samples.nbSamples) return samples[k];
     constexpr omReal64 golden = 0.6180339887498949;
-    const omReal64 turns = static_cast<omReal64>(k) * golden;
-    const auto wholeTurns = static_cast<omReal64>(static_cast<omInt64>(turns));
-    const auto index = static_cast<std::size_t>((turns - wholeTurns) * static_cast<omReal64>(samples.nbSamples));
+    const omReal64 multiple = static_cast<omReal64>(k) * golden;
+    const auto wholePart = static_cast<omReal64>(static_cast<omInt64>(multiple));
+    const auto index = static_cast<std::size_t>((multiple - wholePart) * static_cast<omReal64>(samples.nbSamples));
     return samples[std::min(index, samples.nbSamples - 1)];
   }
 };
 
+/// The frame of at most `nbUsed` of the samples, not aligned.
 template <std::size_t D>
-CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbLookedAt) {
+CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbUsed) {
   CloudFrame<D> frame;
-  const SpreadSamples used(samples, nbLookedAt);
+  const SpreadSamples used(samples, nbUsed);
   const omReal64* first = used(0);
   for (std::size_t k = 0; k < used.nb; ++k)
     for (std::size_t d = 0; d < D; ++d) frame.origin[d] += (used(k)[d] - first[d]) / static_cast<omReal64>(used.nb);
@@ -66,10 +68,11 @@ CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbLookedAt) {
   for (std::size_t k = 0; k < used.nb; ++k)
     for (std::size_t d = 0; d < D; ++d) reach = std::max(reach, std::abs(used(k)[d] - frame.origin[d]));
   if (!(reach > 0) || !std::isfinite(reach)) return frame;
-  // A power of two, so that scaling is exact; held where its inverse is a number, too.
+  // A power of two, so that scaling is exact; clamped so that its inverse is a normal number.
   frame.extent = std::ldexp(1.0, std::clamp(std::ilogb(reach) + 1, -1000, 1000));
   frame.coarseness = NumericLimits<omReal64>::s_eps * std::max(1.0, largest / frame.extent);
-  // Of few binary digits, so that taking it away rounds only coordinates smaller than the distance to it.
+  // Rounded to few binary digits, so that subtracting it is exact except for coordinates much closer to zero than to
+  // it.
   const omReal64 step = 0x1p-8 * frame.extent;
   for (omReal64& origin : frame.origin) {
     const omReal64 nbSteps = origin / step;
@@ -78,13 +81,13 @@ CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbLookedAt) {
   return frame;
 }
 
-/// Lays the first coordinate of the frame along a flat cloud and takes its slope from the second one, which then is as
-/// small as the cloud is flat, and so are the products with it and what rounding takes from them. Without this, that
-/// would be in proportion to the length of the cloud, and many times what rounding of the points does to a fit.
+/// Aligns the frame with a long and narrow cloud by a shear along the second coordinate, which then is as small as the
+/// cloud is narrow, and so are the rounding errors of the products with it. Without the shear these errors would be in
+/// proportion to the length of the cloud, and much larger than the effect of the rounding of the points on a fit.
 inline void alignWithFlatCloud(const SampleView& samples, CloudFrame<2>& frame) {
-  // Four times as long as it is wide; rounder ones gain little.
-  constexpr omReal64 largestFlatness = 1.0 / 16;
-  // Its product with 32 binary digits is exact.
+  // Ratio of variances of a cloud four times as long as wide; clouds nearer to a disk gain little.
+  constexpr omReal64 largestVarianceRatio = 1.0 / 16;
+  // Shears are multiples of this: few enough digits for an exact product with a number of 32 binary digits.
   constexpr omReal64 shearUnit = 0x1p-20;
   const omReal64 scale = 1 / frame.extent;
   omReal64 xx = 0;
@@ -101,16 +104,17 @@ inline void alignWithFlatCloud(const SampleView& samples, CloudFrame<2>& frame) 
   }
   const omReal64 along = std::max(xx, yy);
   const omReal64 slope = xy / along;
-  if (!(std::min(xx, yy) - slope * xy < largestFlatness * along)) return;
+  if (!(std::min(xx, yy) - slope * xy < largestVarianceRatio * along)) return;
   frame.isFlat = true;
   frame.isSteep = yy > xx;
   frame.shear = shearUnit * std::nearbyint(slope / shearUnit);
 }
 
-/// Brings x and y, shifted and scaled, into the order of a frame aligned with a flat cloud and shears them: with about
-/// one rounding of the small result, and without fused multiplications, which not all processors have.
+/// Orders and shears columns of x and y, shifted and scaled, as an aligned frame requires. The error is about one
+/// rounding of the small result, without fused multiply-add, which not all processors have: the product is split in
+/// two.
 inline void alignRows(const CloudFrame<2>& frame, omReal64* first, omReal64* second, std::size_t nbRows) {
-  // Added and taken away again it leaves 32 binary digits behind the point.
+  // Adding and subtracting this rounds to a multiple of 2^-32.
   constexpr omReal64 cut = 0x1.8p20;
   if (frame.isSteep) std::swap_ranges(first, first + nbRows, second);
   for (std::size_t i = 0; i < nbRows; ++i) {

@@ -9,11 +9,11 @@ namespace ormix {
 
 bool rotationFromSums(const std::array<omReal64, 9>& sums, BestRotation& rotation) {
   omReal64 largest = 0;
-  // Not std::max, which would lose a NaN.
+  // Not std::max, which would ignore a NaN.
   for (const omReal64 sum : sums)
     if (std::isnan(sum) || std::abs(sum) > largest) largest = std::abs(sum);
   if (!std::isfinite(largest)) return false;
-  // By a power of two, exactly, so that nothing overflows.
+  // Scaled by a power of two, which is exact, so that nothing overflows.
   const int exponent = largest > 0 ? std::ilogb(largest) + 2 : 0;
   std::array<omReal64, 9> s;
   std::transform(sums.begin(), sums.end(), s.begin(), [&](omReal64 sum) { return std::scalbn(sum, -exponent); });

@@ -16,7 +16,7 @@ namespace {
 
 using detail::CloudFrame;
 
-/// Folds all samples into the triangle; `fill` writes the columns of up to a block of them.
+/// Folds all samples into the triangle, block by block; `fill(rows, nbRows)` writes the columns of a block.
 template <class Qr, class Fill>
 void foldSamples(const SampleView& samples, Qr& qr, const Fill& fill) {
   constexpr std::size_t blockRows = Qr::s_blockRows;
@@ -27,6 +27,7 @@ void foldSamples(const SampleView& samples, Qr& qr, const Fill& fill) {
   }
 }
 
+/// The triangle as a matrix of Eigen.
 template <class Qr>
 auto triangleOf(const Qr& qr) {
   constexpr int size = static_cast<int>(Qr::s_nbColumns);
@@ -34,29 +35,30 @@ auto triangleOf(const Qr& qr) {
       Eigen::Map<const Eigen::Matrix<omReal64, size, size, Eigen::RowMajor>>(qr.triangle().data()));
 }
 
-/// The triangle of all samples in a frame. A part of them gives the frame; where that shows to have been misled (many
-/// samples at one place, and the shape made by the others) all of them give it. False, with the rank, without a frame:
-/// one point, as often as it may occur, has rank 1, samples that are not finite have 0.
+/// The triangle of all samples in a frame. The frame is computed from a part of the samples; where the triangle shows
+/// that the others extend much farther (many samples coincide), it is computed from all samples instead. Returns false,
+/// and the rank, when there is no frame or something is not finite: rank 1 for samples that are all equal, 0 otherwise.
 template <std::size_t D, class Fold, class Triangle>
 bool framedTriangle(const SampleView& samples, const Fold& fold, CloudFrame<D>& frame, Triangle& triangle,
                     std::size_t& rank) {
-  constexpr omReal64 plausibleSpread = 8;
+  // Root mean square of a coordinate, in extents, up to which the frame fits.
+  constexpr omReal64 largestSpread = 8;
   rank = 0;
   if (samples.empty()) return false;
-  for (const std::size_t nbLookedAt : {detail::s_nbFrameSamples, samples.nbSamples}) {
-    frame = detail::cloudFrame<D>(samples, nbLookedAt);
+  for (const std::size_t nbUsed : {detail::s_nbFrameSamples, samples.nbSamples}) {
+    frame = detail::cloudFrame<D>(samples, nbUsed);
     if (!(frame.extent > 0)) continue;
     triangle = fold(samples, frame);
     const omReal64 spread = triangle.template leftCols<static_cast<int>(D)>().colwise().norm().maxCoeff();
-    if (spread <= plausibleSpread * std::sqrt(static_cast<omReal64>(samples.nbSamples))) break;
+    if (spread <= largestSpread * std::sqrt(static_cast<omReal64>(samples.nbSamples))) break;
   }
   if (frame.extent > 0) return triangle.allFinite();
   rank = std::all_of(frame.origin.begin(), frame.origin.end(), [](omReal64 value) { return std::isfinite(value); });
   return false;
 }
 
-/// Singular values that are not zero: neither by the usual relative rule nor against the rounding of the coordinates,
-/// which makes collinear points look like the arc of an enormous circle.
+/// The number of singular values that do not count as zero, neither relative to the largest one nor to the rounding of
+/// the coordinates, by which collinear points would appear to lie on a circle of very large radius.
 template <class Values>
 Eigen::Index rankOf(const Values& values, std::size_t nbRows, omReal64 coarseness) {
   const auto largestSide = static_cast<omReal64>(std::max(nbRows, static_cast<std::size_t>(values.size())));
@@ -84,10 +86,10 @@ auto sphereTriangle(const SampleView& samples, const CloudFrame<D>& frame) {
   return triangleOf(qr);
 }
 
-/// Moves a sphere of the frame, its solution being twice the centre and the power of the frame's origin, to where the
-/// samples are; false when it is none of finite size.
+/// Converts the solution in the frame (twice the centre; radius² - |centre|²) to a sphere in the coordinates of the
+/// samples. Returns false when that is not finite or has no positive radius.
 template <std::size_t D, class Solution>
-bool placeSphere(const Solution& solution, const CloudFrame<D>& frame, std::array<omReal64, D>& centre,
+bool placeSphere(const Solution& solution, const CloudFrame<D>& frame, std::array<omReal64, D>& center,
                  omReal64& radius) {
   omReal64 square = solution(static_cast<Eigen::Index>(D));
   std::array<omReal64, D> placed;
@@ -100,13 +102,14 @@ bool placeSphere(const Solution& solution, const CloudFrame<D>& frame, std::arra
   }
   const omReal64 placedRadius = frame.extent * std::sqrt(square);
   if (!isFinite || !(placedRadius > 0) || !std::isfinite(placedRadius)) return false;
-  centre = placed;
+  center = placed;
   radius = placedRadius;
   return true;
 }
 
+/// circleFromSamples() for D = 2 and sphereFromSamples() for D = 3.
 template <std::size_t D>
-bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& centre, omReal64& radius,
+bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& center, omReal64& radius,
                        std::size_t& rank) {
   constexpr int nbUnknowns = static_cast<int>(D) + 1;
   using Matrix = Eigen::Matrix<omReal64, nbUnknowns, nbUnknowns>;
@@ -120,12 +123,12 @@ bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& centr
   if (rank < static_cast<std::size_t>(nbUnknowns)) return false;
   const Vector weights = (svd.matrixU().transpose() * triangle.template topRightCorner<nbUnknowns, 1>())
                              .cwiseQuotient(svd.singularValues());
-  return placeSphere(Vector(svd.matrixV() * weights), frame, centre, radius);
+  return placeSphere(Vector(svd.matrixV() * weights), frame, center, radius);
 }
 
 constexpr omReal64 s_sqrt2 = 1.4142135623730951;
 
-/// Sizes of a conic's (D = 2) or quadric's (D = 3) system.
+/// Sizes of the system for a conic (D = 2) or a quadric (D = 3).
 template <std::size_t D>
 struct QuadricSizes {
   static constexpr std::size_t nbLinear = D + 1;
@@ -136,8 +139,8 @@ struct QuadricSizes {
   using Quadratic = Eigen::Matrix<omReal64, static_cast<int>(nbQuadratic), 1>;
 };
 
-/// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the frame's coordinates, aligned if the
-/// frame is.
+/// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the coordinates of the frame. With the
+/// factor sqrt(2) the constraint of ellipseFromSamples() is that the quadratic coefficients have length 1.
 template <std::size_t D>
 typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, const CloudFrame<D>& frame) {
   const omReal64 scale = 1 / frame.extent;
@@ -162,17 +165,19 @@ typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, co
   return triangleOf(qr);
 }
 
-/// The unit vector q of least |matrix q|.
+/// The unit vector q that minimises |matrix q|.
 template <int N>
 Eigen::Matrix<omReal64, N, 1> leastDirection(const Eigen::Matrix<omReal64, N, N>& matrix) {
   return Eigen::JacobiSVD<Eigen::Matrix<omReal64, N, N>>(matrix, Eigen::ComputeFullV).matrixV().col(N - 1);
 }
 
-/// The same for the quadratic coefficients (xy / √2, xx, yy) in coordinates that are sheared, of unit length before.
+/// The quadratic coefficients (xy / √2, xx, yy) q in sheared coordinates that minimise |corner q| under the constraint
+/// that the coefficients in the coordinates before the shear have length 1.
 ///
-/// Singular vectors are right to rounding of their largest element, which is not enough: along a flat cloud the column
-/// of xx is the longest and its coefficient the smallest. A step of inverse iteration adds what is missing, since
-/// triangular systems are solved as well whatever the lengths of their columns (Higham2002, chapter 8).
+/// A singular vector has errors relative to its largest element, which is not accurate enough: for a long and narrow
+/// cloud the column of xx is the longest and its coefficient the smallest. A step of inverse iteration makes every
+/// element accurate, since errors of triangular solutions do not depend on the scaling of columns (Higham2002, chapter
+/// 8).
 Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
   const omReal64 slope = s_sqrt2 * shear;
   Eigen::Matrix3d toSheared;
@@ -180,7 +185,8 @@ Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
   Eigen::Matrix3d fromSheared;
   fromSheared << 1, 0, -slope, -slope, 1, shear * shear, 0, 0, 1;
   const Eigen::Vector3d start = fromSheared.transpose() * leastDirection<3>(corner * toSheared);
-  // Far below rounding, yet so that nothing overflows; a pivot is 0 where the conic goes through all points.
+  // A pivot is 0 where the conic passes through all points. The replacement is far below rounding but prevents
+  // overflow.
   const omReal64 smallestPivot = NumericLimits<omReal64>::s_eps * NumericLimits<omReal64>::s_eps * corner.norm();
   for (int k = 0; k < 3; ++k)
     if (!(std::abs(corner(k, k)) > smallestPivot)) corner(k, k) = smallestPivot;
@@ -189,8 +195,8 @@ Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
   return q / (fromSheared * q).norm();
 }
 
-/// The conic or quadric of least algebraic distance in the frame, from its triangle: the quadratic coefficients are the
-/// singular vector of the triangle's last corner, the others follow.
+/// The conic or quadric of least algebraic distance in the frame, from the triangle: the quadratic coefficients are the
+/// singular vector of its lower right corner, the linear ones then follow by substitution.
 template <std::size_t D>
 void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, const CloudFrame<D>& frame,
                  typename QuadricSizes<D>::Linear& linear, typename QuadricSizes<D>::Quadratic& quadratic) {
@@ -206,7 +212,8 @@ void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, const Cloud
       triangle.template topRightCorner<nbLinear, nbQuadratic>() * quadratic);
 }
 
-/// Frame, rank and coefficients; false, with the rank, when the samples do not determine one conic or quadric.
+/// Computes frame, rank and coefficients. Returns false, and the rank, when the samples do not determine the conic or
+/// quadric.
 template <std::size_t D>
 bool quadricInDimension(const SampleView& samples, CloudFrame<D>& frame, typename QuadricSizes<D>::Linear& linear,
                         typename QuadricSizes<D>::Quadratic& quadratic, std::size_t& rank) {
@@ -223,8 +230,9 @@ bool quadricInDimension(const SampleView& samples, CloudFrame<D>& frame, typenam
   return true;
 }
 
-/// From coordinates aligned with a flat cloud back to those that are not: the vectors of the radii are sheared, and the
-/// matrix they make is decomposed again. The centre (u, v) is relative to the frame's origin.
+/// Transforms an ellipse from the coordinates of an aligned frame to those before the shear: the matrix whose columns
+/// are the two radius vectors is sheared, and its singular values are the new radii. The centre (u, v) is relative to
+/// the frame's origin.
 void removeAlignment(const CloudFrame<2>& frame, omReal64& u, omReal64& v, omReal64& major, omReal64& minor,
                      omReal64& direction) {
   const omReal64 co = std::cos(direction);
@@ -233,11 +241,12 @@ void removeAlignment(const CloudFrame<2>& frame, omReal64& u, omReal64& v, omRea
   const omReal64 xy = -minor * si;
   const omReal64 yx = major * si + frame.shear * xx;
   const omReal64 yy = minor * co + frame.shear * xy;
-  // The matrix is that of a similarity plus that of a reflected one, which together stretch most.
-  const omReal64 turned = std::hypot(xx + yy, yx - xy);
+  // The matrix is the sum of a rotation and a reflection, each times a factor. The largest singular value is the sum of
+  // the factors, and its direction lies half way between those of the two.
+  const omReal64 rotated = std::hypot(xx + yy, yx - xy);
   const omReal64 reflected = std::hypot(xx - yy, yx + xy);
   const omReal64 area = major * minor;
-  major = (turned + reflected) / 2;
+  major = (rotated + reflected) / 2;
   minor = std::min(area / major, major);
   direction = reflected == 0 ? 0 : (std::atan2(yx - xy, xx + yy) + std::atan2(yx + xy, xx - yy)) / 2;
   v += frame.shear * u;
@@ -252,20 +261,20 @@ void removeAlignment(const CloudFrame<2>& frame, omReal64& u, omReal64& v, omRea
 }  // namespace
 
 bool circleFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, omReal64& radius, std::size_t& rank) {
-  std::array<omReal64, 2> centre{};
-  if (!sphereInDimension<2>(samples, centre, radius, rank)) return false;
-  cx = centre[0];
-  cy = centre[1];
+  std::array<omReal64, 2> center{};
+  if (!sphereInDimension<2>(samples, center, radius, rank)) return false;
+  cx = center[0];
+  cy = center[1];
   return true;
 }
 
 bool sphereFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, omReal64& cz, omReal64& radius,
                        std::size_t& rank) {
-  std::array<omReal64, 3> centre{};
-  if (!sphereInDimension<3>(samples, centre, radius, rank)) return false;
-  cx = centre[0];
-  cy = centre[1];
-  cz = centre[2];
+  std::array<omReal64, 3> center{};
+  if (!sphereInDimension<3>(samples, center, radius, rank)) return false;
+  cx = center[0];
+  cy = center[1];
+  cz = center[2];
   return true;
 }
 
