@@ -11,18 +11,19 @@ namespace {
 // Half a unit in the last place of 1, the largest relative error of one rounded operation.
 constexpr omReal64 s_roundoff = 0x1p-53;
 
-// The rounded determinant is off by less than this part of the sum of its products' magnitudes (Shewchuk 1997, 4.3).
+// Bound of the rounded determinant's error relative to the sum of its products' magnitudes (Shewchuk1997, section 4.3).
 constexpr omReal64 s_signBound = (3.0 + 16.0 * s_roundoff) * s_roundoff;
 
-// Share of that sum from which the rounded determinant is right to 2^-48.4 of itself without further work.
+// A rounded determinant larger than this part of that sum has a relative error below 2^-48.
 constexpr omReal64 s_valueBound = 0.125;
 
-/// A value and the error made in rounding it: their sum is exact.
+/// A rounded value and the rounding error: the exact value is their sum.
 struct Rounded {
   omReal64 value;
   omReal64 error;
 };
 
+/// a + b (Knuth1969).
 Rounded exactSum(omReal64 a, omReal64 b) {
   const omReal64 sum = a + b;
   const omReal64 fromB = sum - a;
@@ -30,7 +31,7 @@ Rounded exactSum(omReal64 a, omReal64 b) {
   return {sum, (a - fromA) + (b - fromB)};
 }
 
-/// Splits a value into two of at most 26 bits each, whose products are exact (Dekker 1971).
+/// Splits a value into two of at most 26 bits each, whose products are exact (Dekker1971).
 Rounded split(omReal64 a) {
   constexpr omReal64 splitter = 134217729.0;  // 2^27 + 1
   const omReal64 scaled = splitter * a;
@@ -38,7 +39,7 @@ Rounded split(omReal64 a) {
   return {high, a - high};
 }
 
-// Not by a fused multiply-add: the baseline processor has none, and a library call for each is slower than this.
+/// a b (Dekker1971). Not by fused multiply-add, which the baseline processor lacks: a library call is slower than this.
 Rounded exactProduct(omReal64 a, omReal64 b) {
   const omReal64 product = a * b;
   const Rounded splitA = split(a);
@@ -48,8 +49,8 @@ Rounded exactProduct(omReal64 a, omReal64 b) {
   return {product, splitA.error * splitB.error - rest};
 }
 
-/// A sum kept without rounding as terms that do not overlap, smallest first, without zeros (Shewchuk 1997, theorem 10).
-/// Room for the sixteen terms of the determinant.
+/// A sum without rounding, stored as nonzero terms that do not overlap in their bits, smallest first (Shewchuk1997,
+/// theorem 10). Has room for the sixteen terms of the determinant.
 class ExactSum {
  public:
   void add(omReal64 value) {
@@ -71,7 +72,7 @@ class ExactSum {
     add(product.value);
   }
 
-  /// The sum rounded, with its exact sign: the last term outweighs all before it.
+  /// The sum rounded, with its exact sign, as the last term is larger than the sum of all others.
   omReal64 rounded() const {
     omReal64 sum = 0;
     for (std::size_t i = 0; i < _count; ++i) sum += _terms[i];
@@ -83,6 +84,7 @@ class ExactSum {
   std::size_t _count = 0;
 };
 
+/// Adds (a.value + a.error) (b.value + b.error).
 void addProductOfSums(ExactSum& sum, const Rounded& a, const Rounded& b) {
   sum.addProduct(a.error, b.error);
   sum.addProduct(a.error, b.value);
@@ -90,7 +92,7 @@ void addProductOfSums(ExactSum& sum, const Rounded& a, const Rounded& b) {
   sum.addProduct(a.value, b.value);
 }
 
-// Out of line: the rare case must not burden the registers of the usual one.
+// Not inlined: this rare case would take registers from the usual one.
 __attribute__((noinline)) omReal64 exactDeterminant(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c) {
   const Rounded ux = exactSum(b.x, -a.x);
   const Rounded uy = exactSum(b.y, -a.y);
@@ -102,7 +104,8 @@ __attribute__((noinline)) omReal64 exactDeterminant(const PlanarPoint& a, const 
   return sum.rounded();
 }
 
-/// The rounded determinant where it exceeds the given share of the sum of its products' magnitudes, else the exact one.
+/// The rounded determinant where it exceeds `bound` times the sum of its products' magnitudes, else the exact one,
+/// rounded.
 omReal64 determinant(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c, omReal64 bound) {
   const omReal64 left = (b.x - a.x) * (c.y - a.y);
   const omReal64 right = (b.y - a.y) * (c.x - a.x);

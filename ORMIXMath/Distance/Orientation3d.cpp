@@ -14,20 +14,20 @@ namespace {
 // Half a unit in the last place of 1, the largest relative error of one rounded operation.
 constexpr omReal64 s_roundoff = 0x1p-53;
 
-// The rounded determinant is off by less than this part of the sum of its products' magnitudes (Shewchuk1997, 4.3: 7 +
-// 56 roundoffs), as long as nothing underflows.
+// Bound of the rounded determinant's error relative to the sum of its products' magnitudes, as long as nothing
+// underflows (Shewchuk1997, section 4.3: 7 + 56 roundoffs).
 constexpr omReal64 s_signBound = (7.0 + 64.0 * s_roundoff) * s_roundoff;
 
-// What underflow adds to that error, for each unit of the factor by which a product of two is multiplied further: each
-// rounded product is off by at most 2^-1075 there, and fewer than 2^10 of them meet, also with twice the precision.
+// Bound of the error added by underflow, to be multiplied by the third factors of the products: a product that
+// underflows has an error of at most 2^-1075, and fewer than 2^10 products are added, also with twice the precision.
 constexpr omReal64 s_underflowBound = 0x1p-1065;
 
-// The same with numbers of twice the precision, whose sums and products are right to 2^-104 of their largest operand:
-// three levels of them, and what the differences' rounding adds to the magnitudes.
+// s_signBound for numbers of twice the precision: their sums and products are right to 2^-104 of their largest operand,
+// three operations follow each other, and the magnitudes are computed from rounded differences.
 constexpr omReal64 s_twofoldBound = 0x1p-98;
 
-// Bits of coordinates from which all of the determinant fits into a type: differences have one bit more, products three
-// times that, and the sum of six of them three bits more, the sign included.
+// Most bits of integer coordinates whose determinant fits into a type: differences have one bit more, products of three
+// have three times that, and the sum of six of these three bits more and the sign.
 constexpr int fittingBits(int typeBits) { return (typeBits - 4) / 3 - 1; }
 
 __extension__ typedef __int128 Integer128;
@@ -35,16 +35,16 @@ template <unsigned t_bits>
 using WideInteger = boost::multiprecision::number<boost::multiprecision::cpp_int_backend<
     t_bits, t_bits, boost::multiprecision::signed_magnitude, boost::multiprecision::unchecked, void>>;
 
-// For all numbers there are: between 2^-1074 and 2^1024.
+// Enough for every finite omReal64: magnitudes are between 2^-1074 and 2^1024.
 constexpr int s_largestBits = 6400;
 static_assert(fittingBits(s_largestBits) >= 1024 + 1074);
 
 using Coordinates = std::array<omReal64, 12>;
 
-/// The integers by which finite numbers are multiples of one power of two, and their size.
+/// The power of two of which all given finite numbers are multiples, and the number of bits of the multiples.
 struct CommonGrid {
-  int lowestBit = INT_MAX;
-  int highestBit = INT_MIN;
+  int lowestBit = INT_MAX;   ///< Exponent of the power of two.
+  int highestBit = INT_MIN;  ///< Exponent of a power of two above all magnitudes.
 
   explicit CommonGrid(const Coordinates& coordinates) {
     for (const omReal64 value : coordinates) {
@@ -59,18 +59,20 @@ struct CommonGrid {
   bool onlyZeros() const { return lowestBit == INT_MAX; }
   int bits() const { return highestBit - lowestBit; }
 
+  /// The multiple that a number is, exactly.
   template <class Integer>
   Integer toInteger(omReal64 value) const {
     if (value == 0) return 0;
     int exponent = 0;
     const auto digits = static_cast<omInt64>(std::ldexp(std::frexp(value, &exponent), 53));
     const int shift = exponent - 53 - lowestBit;
-    // By multiplication, since a negative number is not to be shifted.
+    // By multiplication, since a left shift of a negative number is undefined.
     if (shift >= 0) return static_cast<Integer>(digits) * (static_cast<Integer>(1) << shift);
     return static_cast<Integer>(digits / (omInt64{1} << -shift));
   }
 };
 
+/// The sign of the determinant in integers wide enough to be exact.
 template <class Integer>
 int signOfDeterminant(const CommonGrid& grid, const Coordinates& p) {
   const auto difference = [&](std::size_t i, std::size_t axis) -> Integer {
@@ -83,8 +85,8 @@ int signOfDeterminant(const CommonGrid& grid, const Coordinates& p) {
   return (determinant > 0) - (determinant < 0);
 }
 
-/// The determinant with twice the precision: decides points that are in a plane but for the rounding of their
-/// coordinates.
+/// The determinant with twice the precision, which decides most cases of points that lie in a plane except for the
+/// rounding of their coordinates.
 omReal64 twofoldDeterminant(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
                             const SpatialPoint& d) {
   using namespace detail;
@@ -97,7 +99,7 @@ omReal64 twofoldDeterminant(const SpatialPoint& a, const SpatialPoint& b, const 
   return sum(sum(x, y), z).high;
 }
 
-// Out of line: the rare case must not burden the registers of the usual one.
+// Not inlined: this rare case would take registers from the usual one.
 __attribute__((noinline)) int exactOrientation(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
                                                const SpatialPoint& d) {
   const Coordinates coordinates{a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, c.z, d.x, d.y, d.z};
@@ -124,9 +126,10 @@ int orientation3d(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoi
                               std::abs(wy) * (std::abs(zx) + std::abs(xz)) +
                               std::abs(wz) * (std::abs(xy) + std::abs(yx));
   const omReal64 underflow = s_underflowBound * (1 + std::abs(wx) + std::abs(wy) + std::abs(wz));
-  // False where something overflowed, the magnitudes then being infinite or NaN.
+  // False where something has overflowed, since the magnitudes are then infinite or NaN.
   if (std::abs(determinant) > s_signBound * magnitudes + underflow) return determinant > 0 ? 1 : -1;
-  // Four points in a plane across an axis are common and need no more: differences vanish for equal numbers only.
+  // Four points in a plane perpendicular to an axis are common and decided exactly: a rounded difference is zero for
+  // equal numbers only.
   if ((ux == 0 && vx == 0 && wx == 0) || (uy == 0 && vy == 0 && wy == 0) || (uz == 0 && vz == 0 && wz == 0)) return 0;
   const omReal64 closer = twofoldDeterminant(a, b, c, d);
   if (std::abs(closer) > s_twofoldBound * magnitudes + underflow) return closer > 0 ? 1 : -1;

@@ -10,7 +10,7 @@ struct PlanarSegment {
   PlanarPoint p1;  ///< Second end, at t = 1.
 };
 
-/// A segment from its ends' coordinates, see toPlanarPoint().
+/// The segment from (x0, y0) to (x1, y1), for types that toPlanarPoint() accepts.
 template <class T>
 constexpr PlanarSegment toPlanarSegment(T x0, T y0, T x1, T y1) {
   return {toPlanarPoint(x0, y0), toPlanarPoint(x1, y1)};

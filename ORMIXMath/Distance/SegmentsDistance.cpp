@@ -13,35 +13,37 @@ namespace {
 
 using namespace detail;
 
+/// Whether two closed intervals, given by their ends in either order, have a point in common.
 bool intervalsMeet(omReal64 a0, omReal64 a1, omReal64 b0, omReal64 b1) {
   return std::max(a0, a1) >= std::min(b0, b1) && std::max(b0, b1) >= std::min(a0, a1);
 }
 
-/// Whether the ends of one segment lie strictly on the two sides of the other's line.
+/// Whether the ends of one segment lie strictly on different sides of the other's line.
 bool separates(const PlanarSegment& line, const PlanarSegment& ends) {
   return orientation(line.p0, line.p1, ends.p0) * orientation(line.p0, line.p1, ends.p1) < 0;
 }
 
 /// Whether the segments have one point in common that is an end of neither.
-bool cross(const PlanarSegment& first, const PlanarSegment& second) {
+bool haveInnerCrossing(const PlanarSegment& first, const PlanarSegment& second) {
   return intervalsMeet(first.p0.x, first.p1.x, second.p0.x, second.p1.x) &&
          intervalsMeet(first.p0.y, first.p1.y, second.p0.y, second.p1.y) && separates(first, second) &&
          separates(second, first);
 }
 
-/// The common point of two segments that cross. It divides one segment in the ratio of its ends' determinants to the
-/// other; these are right to their last digits and of opposite sign, so nothing cancels however small the angle is.
-PlanarPoint crossingPoint(PlanarSegment walked, PlanarSegment line) {
-  if (length(walked.p1 - walked.p0) > length(line.p1 - line.p0)) std::swap(walked, line);
-  omReal64 side0 = std::abs(orientationDeterminant(line.p0, line.p1, walked.p0));
-  omReal64 side1 = std::abs(orientationDeterminant(line.p0, line.p1, walked.p1));
+/// The common point of two segments that cross. It divides the shorter segment in the ratio of the distances of its
+/// ends from the other's line, that is, of two determinants of opposite sign. Their magnitudes are accurate and added,
+/// so no digits cancel, however small the angle is.
+PlanarPoint crossingPoint(PlanarSegment divided, PlanarSegment line) {
+  if (length(divided.p1 - divided.p0) > length(line.p1 - line.p0)) std::swap(divided, line);
+  omReal64 side0 = std::abs(orientationDeterminant(line.p0, line.p1, divided.p0));
+  omReal64 side1 = std::abs(orientationDeterminant(line.p0, line.p1, divided.p1));
   if (side1 < side0) {
-    std::swap(walked.p0, walked.p1);
+    std::swap(divided.p0, divided.p1);
     std::swap(side0, side1);
   }
   const omReal64 ratio = side0 / (side0 + side1);
-  const PlanarPoint step = (walked.p1 - walked.p0) * ratio;
-  return clampToBox(clampToBox({walked.p0.x + step.x, walked.p0.y + step.y}, walked), line);
+  const PlanarPoint step = (divided.p1 - divided.p0) * ratio;
+  return clampToBox(clampToBox({divided.p0.x + step.x, divided.p0.y + step.y}, divided), line);
 }
 
 /// A pair of points, one on each segment, and their distance.
@@ -51,25 +53,26 @@ struct NearestPair {
   PlanarPoint onSecond;
 };
 
-/// Keeps the nearer of the known pair and the one that the given end of one segment makes with the other segment.
-void offerEnd(const PlanarPoint& end, const PlanarSegment& other, bool endIsOfFirst, NearestPair& best) {
+/// Replaces the best pair by that of an end of one segment and the nearest point of the other where this is nearer.
+void updateByEnd(const PlanarPoint& end, const PlanarSegment& other, bool endIsOfFirst, NearestPair& best) {
   PlanarPoint nearest;
   const omReal64 distance = pointSegmentDistance(end, other, nearest);
-  // Written so that NaN is taken over: then every distance is NaN.
+  // A NaN replaces the best pair; all distances are NaN then.
   if (distance >= best.distance) return;
   best = endIsOfFirst ? NearestPair{distance, end, nearest} : NearestPair{distance, nearest, end};
 }
 
+/// The nearest pair for coordinates that need no scaling.
 NearestPair nearestPair(const PlanarSegment& first, const PlanarSegment& second) {
-  if (cross(first, second)) {
+  if (haveInnerCrossing(first, second)) {
     const PlanarPoint common = crossingPoint(first, second);
     return {0.0, common, common};
   }
   NearestPair best{std::numeric_limits<omReal64>::infinity(), first.p0, second.p0};
-  offerEnd(first.p0, second, true, best);
-  offerEnd(first.p1, second, true, best);
-  offerEnd(second.p0, first, false, best);
-  offerEnd(second.p1, first, false, best);
+  updateByEnd(first.p0, second, true, best);
+  updateByEnd(first.p1, second, true, best);
+  updateByEnd(second.p0, first, false, best);
+  updateByEnd(second.p1, first, false, best);
   return best;
 }
 

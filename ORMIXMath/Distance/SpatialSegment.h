@@ -10,7 +10,7 @@ struct SpatialSegment {
   SpatialPoint p1;  ///< Second end, at t = 1.
 };
 
-/// A segment from its ends' coordinates, see toSpatialPoint().
+/// The segment from (x0, y0, z0) to (x1, y1, z1), for types that toSpatialPoint() accepts.
 template <class T>
 constexpr SpatialSegment toSpatialSegment(T x0, T y0, T z0, T x1, T y1, T z1) {
   return {toSpatialPoint(x0, y0, z0), toSpatialPoint(x1, y1, z1)};

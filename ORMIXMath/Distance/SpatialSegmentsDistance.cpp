@@ -12,23 +12,26 @@ namespace {
 
 using namespace detail;
 
-// Part of the size of a configuration that the errors of its distances, 2^-100 of it, never reach: what is nearer than
-// this may in truth touch.
+// Distances have errors of at most 2^-100 of the largest difference of coordinates. A distance up to this part of that
+// difference may be zero in fact and is decided exactly.
 constexpr omReal64 s_touchBound = 0x1p-90;
 
+/// safeScale() of four points.
 omReal64 safeScaleOf(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c, const SpatialPoint& d) {
   return safeScale({a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, c.z, d.x, d.y, d.z});
 }
 
-constexpr SpatialPoint nowhere() {
+/// The nearest point where a coordinate is not finite.
+constexpr SpatialPoint notAPoint() {
   constexpr omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
   return {nan, nan, nan};
 }
 
+/// Whether a value lies in the closed interval between two ends, given in either order.
 bool isBetween(omReal64 value, omReal64 end0, omReal64 end1) { return clampBetween(value, end0, end1) == value; }
 
-/// Whether the point lies on the segment, without rounding: collinear with its ends in the three coordinate planes and
-/// inside its box.
+/// Whether the point lies on the segment, without rounding: its projections to the three coordinate planes are
+/// collinear with those of the ends, and it is inside the segment's bounding box.
 bool liesOn(const SpatialPoint& p, const SpatialSegment& s) {
   return isBetween(p.x, s.p0.x, s.p1.x) && isBetween(p.y, s.p0.y, s.p1.y) && isBetween(p.z, s.p0.z, s.p1.z) &&
          orientation({s.p0.x, s.p0.y}, {s.p1.x, s.p1.y}, {p.x, p.y}) == 0 &&
@@ -57,16 +60,16 @@ struct NearestPair {
   SpatialPoint onSecond;
 };
 
-/// Keeps the nearer of the known pair and the one that the given end of one segment makes with the other segment.
-void offerEnd(const SpatialPoint& end, const SpatialSegment& other, bool endIsOfFirst, NearestPair& best) {
+/// Replaces the best pair by that of an end of one segment and the nearest point of the other where this is nearer.
+void updateByEnd(const SpatialPoint& end, const SpatialSegment& other, bool endIsOfFirst, NearestPair& best) {
   SpatialPoint nearest;
   const omReal64 distance = scaledPointSegmentDistance(end, other, nearest);
   if (distance >= best.distance) return;
   best = endIsOfFirst ? NearestPair{distance, end, nearest} : NearestPair{distance, nearest, end};
 }
 
-/// Keeps the nearer of the known pair and the feet of the common perpendicular, where both lie inside the segments.
-void offerPerpendicular(const SpatialSegment& first, const SpatialSegment& second, NearestPair& best) {
+/// Replaces the best pair by the feet of the common perpendicular where these lie inside the segments and are nearer.
+void updateByPerpendicular(const SpatialSegment& first, const SpatialSegment& second, NearestPair& best) {
   const Ray u = rayOf(first);
   const Ray v = rayOf(second);
   const TwofoldVector across = cross(u.direction, v.direction);
@@ -86,13 +89,14 @@ void offerPerpendicular(const SpatialSegment& first, const SpatialSegment& secon
   if (distance <= s_touchBound * size && dot(toSecond, across).high == 0) best = {0, best.onFirst, best.onFirst};
 }
 
+/// The nearest pair for coordinates that need no scaling.
 NearestPair nearestPair(const SpatialSegment& first, const SpatialSegment& second) {
   NearestPair best{std::numeric_limits<omReal64>::infinity(), first.p0, second.p0};
-  offerEnd(first.p0, second, true, best);
-  offerEnd(first.p1, second, true, best);
-  offerEnd(second.p0, first, false, best);
-  offerEnd(second.p1, first, false, best);
-  if (best.distance > 0) offerPerpendicular(first, second, best);
+  updateByEnd(first.p0, second, true, best);
+  updateByEnd(first.p1, second, true, best);
+  updateByEnd(second.p0, first, false, best);
+  updateByEnd(second.p1, first, false, best);
+  if (best.distance > 0) updateByPerpendicular(first, second, best);
   return best;
 }
 
@@ -101,7 +105,7 @@ NearestPair nearestPair(const SpatialSegment& first, const SpatialSegment& secon
 omReal64 pointSegmentDistance(const SpatialPoint& point, const SpatialSegment& segment, SpatialPoint& nearest) {
   const omReal64 scale = safeScaleOf(point, point, segment.p0, segment.p1);
   if (std::isnan(scale)) {
-    nearest = nowhere();
+    nearest = notAPoint();
     return scale;
   }
   if (scale == 1.0) return scaledPointSegmentDistance(point, segment, nearest);
@@ -114,7 +118,7 @@ omReal64 segmentsDistance(const SpatialSegment& first, const SpatialSegment& sec
                           SpatialPoint& nearestOnSecond) {
   const omReal64 scale = safeScaleOf(first.p0, first.p1, second.p0, second.p1);
   if (std::isnan(scale)) {
-    nearestOnFirst = nearestOnSecond = nowhere();
+    nearestOnFirst = nearestOnSecond = notAPoint();
     return scale;
   }
   const NearestPair pair = scale == 1.0 ? nearestPair(first, second) : nearestPair(first * scale, second * scale);

@@ -14,8 +14,8 @@ namespace ormix {
 
 namespace {
 
-// Coordinates whose magnitude is beyond these powers of two are brought to the first: squares of areas must not
-// overflow, nor vanish.
+// Coordinates are scaled to 2^s_largestExponent when their largest magnitude is outside these powers of two, since
+// squares of areas must neither overflow nor underflow.
 constexpr int s_largestExponent = 200;
 constexpr int s_smallestExponent = -200;
 
@@ -34,13 +34,14 @@ BoolResult notSpatial(std::size_t nbPoints, int dimension) {
   return failure(text);
 }
 
+/// Whether the three coordinates of a point are finite.
 template <class T>
 bool isFinite(const T* p) {
   if constexpr (std::is_floating_point_v<T>) return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
   return true;
 }
 
-/// The box of at least one point, in a loop that the compiler can spread over vectors; NaN do not count.
+/// The bounding box of at least one point, ignoring NaN; written so that the loop vectorises.
 template <class T>
 detail::SpatialBox boxOf(const T* xyz, std::size_t nbPoints) {
   T low[3] = {xyz[0], xyz[1], xyz[2]};
@@ -54,7 +55,7 @@ detail::SpatialBox boxOf(const T* xyz, std::size_t nbPoints) {
   return {toSpatialPoint(low[0], low[1], low[2]), toSpatialPoint(high[0], high[1], high[2])};
 }
 
-/// The power of two that brings a box into the range computed with; 1 unless it is far out.
+/// The power of two by which coordinates are scaled; 1 unless the largest magnitude is outside the range above.
 omReal64 scaleFor(const detail::SpatialBox& box) {
   const omReal64 largest = std::max({std::abs(box.low.x), std::abs(box.low.y), std::abs(box.low.z),
                                      std::abs(box.high.x), std::abs(box.high.y), std::abs(box.high.z)});
@@ -63,6 +64,7 @@ omReal64 scaleFor(const detail::SpatialBox& box) {
   return std::ldexp(1.0, std::min(s_largestExponent - exponent, 1023));
 }
 
+/// The points of the given indices, scaled.
 template <class T>
 std::vector<SpatialPoint> scaledPoints(const T* xyz, const std::vector<omUInt32>& indices, omReal64 scale) {
   std::vector<SpatialPoint> points;

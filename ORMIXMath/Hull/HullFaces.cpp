@@ -7,12 +7,13 @@ namespace ormix::detail {
 
 namespace {
 
-/// Joins facets over the edges at which they do not bend.
+/// Joins adjacent facets that lie in one plane.
 class FaceJoiner {
  public:
   FaceJoiner(const std::vector<HullFacet>& facets, const std::vector<SpatialPoint>& points)
       : _facets(facets), _points(points), _flatEdges(facets.size(), 0) {}
 
+  /// The triangles, see trianglesOfFaces().
   std::vector<IndexTriangle> run() {
     std::vector<IndexTriangle> triangles;
     triangles.reserve(_facets.size());
@@ -21,7 +22,7 @@ class FaceJoiner {
         if (facet.isUsed()) triangles.push_back(facet.vertices);
       return triangles;
     }
-    countBends();
+    countBentEdges();
     _follows.assign(_points.size(), s_noIndex);
     _isJoined.assign(_facets.size(), 0);
     for (omUInt32 i = 0; i < _facets.size(); ++i) {
@@ -34,7 +35,7 @@ class FaceJoiner {
   }
 
  private:
-  /// Marks every edge whose two facets lie in one plane; whether there is any.
+  /// Marks every edge whose two facets lie in one plane; returns whether there is any.
   bool findFlatEdges() {
     bool any = false;
     for (omUInt32 i = 0; i < _facets.size(); ++i) {
@@ -55,16 +56,16 @@ class FaceJoiner {
 
   bool isFlat(omUInt32 facet, std::size_t edge) const { return (_flatEdges[facet] >> edge & 1U) != 0; }
 
-  /// The hull bends at three edges or more that meet in an extreme point, at two in a point inside an edge, at none in
-  /// one inside a face.
-  void countBends() {
-    _nbBends.assign(_points.size(), 0);
+  /// Counts at each point the edges whose facets lie in different planes: three or more at an extreme point, two at a
+  /// point inside an edge of the hull, none at a point inside a face.
+  void countBentEdges() {
+    _nbBentEdges.assign(_points.size(), 0);
     for (omUInt32 i = 0; i < _facets.size(); ++i)
       for (std::size_t k = 0; _facets[i].isUsed() && k < 3; ++k)
-        if (!isFlat(i, k)) ++_nbBends[_facets[i].vertices[(k + 1) % 3]];
+        if (!isFlat(i, k)) ++_nbBentEdges[_facets[i].vertices[(k + 1) % 3]];
   }
 
-  /// The corners of the face to which a facet belongs, in order.
+  /// Collects the extreme points of the face to which a facet belongs, in their order on its outline.
   void findCorners(omUInt32 first) {
     omUInt32 start = s_noIndex;
     _face.assign(1, first);
@@ -85,19 +86,19 @@ class FaceJoiner {
     _corners.clear();
     omUInt32 vertex = start;
     do {
-      if (_nbBends[vertex] >= 3) _corners.push_back(vertex);
+      if (_nbBentEdges[vertex] >= 3) _corners.push_back(vertex);
       vertex = _follows[vertex];
     } while (vertex != start);
   }
 
   const std::vector<HullFacet>& _facets;
   const std::vector<SpatialPoint>& _points;
-  std::vector<omUInt8> _flatEdges;  // a bit for each edge
-  std::vector<omUInt32> _nbBends;   // of each point, edges at which the hull bends
-  std::vector<omUInt32> _follows;   // of each point, the next on the outline of the face at hand
-  std::vector<omUInt8> _isJoined;
-  std::vector<omUInt32> _face;
-  std::vector<omUInt32> _corners;
+  std::vector<omUInt8> _flatEdges;     // for each facet, a bit for each edge whose facets lie in one plane
+  std::vector<omUInt32> _nbBentEdges;  // for each point, see countBentEdges()
+  std::vector<omUInt32> _follows;      // for each point, the next one on the outline of the current face
+  std::vector<omUInt8> _isJoined;      // for each facet, whether it belongs to a face already
+  std::vector<omUInt32> _face;         // facets of the current face
+  std::vector<omUInt32> _corners;      // extreme points of the current face
 };
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 namespace ormix::detail {
 
-/// The triangles of a finished hull with its extreme points as only vertices: facets in one plane are joined to the
-/// face they make, and faces with more than three corners cut into fans. O(facets).
+/// The triangles of a finished hull with only the extreme points as vertices: adjacent facets in one plane are joined
+/// to a face, and faces with more than three corners are cut into fans. O(facets).
 std::vector<IndexTriangle> trianglesOfFaces(const std::vector<HullFacet>& facets,
                                             const std::vector<SpatialPoint>& points);
 

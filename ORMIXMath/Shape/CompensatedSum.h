@@ -6,11 +6,12 @@
 #include <cstddef>
 
 /// \file
-/// Sums that keep what rounding drops; not installed.
+/// Compensated summation; not installed.
 
 namespace ormix::detail {
 
-/// The rounding error of sum + value is itself a number (Knuth1969), kept in `error`; of reals or vectors of them.
+/// Adds `value` to `sum` and the rounding error of that addition, which is exactly representable (Knuth1969), to
+/// `error`. For reals and vectors of reals.
 template <class V>
 inline void addCompensated(V value, V& sum, V& error) {
   const V total = sum + value;
@@ -19,21 +20,23 @@ inline void addCompensated(V value, V& sum, V& error) {
   sum = total;
 }
 
-/// Once the sum is infinite its error is inf - inf: the plain sum then tells what happened.
+/// The compensated sum, rounded. Where the sum is infinite its error is NaN (inf - inf), so the plain sum is returned.
 inline omReal64 roundedSum(omReal64 sum, omReal64 error) {
   const omReal64 rounded = sum + error;
   return std::isnan(rounded) ? sum : rounded;
 }
 
-/// n compensated sums, sums and errors apart so that one vector holds several of either. What is summed is dealt to
-/// them in turn, whatever vectors the processor has: that fixes the bits of the result.
+/// n compensated sums ("lanes"), with sums and errors in separate arrays so that a vector register holds several. Terms
+/// are distributed round-robin over the n lanes, whatever the length of the processor's vectors, which fixes the bits
+/// of the result.
 template <std::size_t n>
 struct Lanes {
   omReal64 sum[n] = {};
   omReal64 error[n] = {};
 };
 
-/// Joins the lanes by halves, so that no addition waits for those beside it; n is a power of two.
+/// The sum of all n lanes, n a power of two: halves are added repeatedly, so that the additions of a step are
+/// independent.
 template <std::size_t n>
 omReal64 joined(Lanes<n>& lanes) {
   for (std::size_t half = n / 2; half > 0; half /= 2) {

@@ -10,13 +10,13 @@ namespace ormix {
 
 namespace {
 
-// What rounding may add to or take from a bound: thirteen roundings at most between two evaluations of the formula.
-constexpr omReal64 s_boundSlack = 8 * NumericLimits<omReal64>::s_eps;
+// Relative margin by which the bounds are widened: two evaluations of the formula differ by at most thirteen roundings.
+constexpr omReal64 s_boundMargin = 8 * NumericLimits<omReal64>::s_eps;
 
-// What Ramanujan's approximation lacks at a flat ellipse (h = 1), in parts of π (a + b): 4/π − 14/11.
+// Perimeter less Ramanujan's approximation for a flat ellipse (h = 1), divided by π (a + b).
 constexpr omReal64 s_flatDefect = 4.0 / s_pi - 14.0 / 11.0;
 
-/// h = ((a − b) / (a + b))² for absolute radii whose sum is not zero, without overflow.
+/// h = ((a − b) / (a + b))², without overflow, for radii that are not negative and not both zero.
 omReal64 perimeterParameter(omReal64 a, omReal64 b) {
   const omReal64 larger = std::max(a, b);
   const omReal64 ratio = std::min(a, b) / larger;
@@ -24,7 +24,7 @@ omReal64 perimeterParameter(omReal64 a, omReal64 b) {
   return (difference / (1 + ratio)) * (difference / (1 + ratio));
 }
 
-/// Ramanujan's second approximation in parts of π (a + b).
+/// Ramanujan's second approximation of the perimeter (Ramanujan1914), divided by π (a + b).
 omReal64 ramanujanFactor(omReal64 h) { return 1 + 3 * h / (10 + std::sqrt(4 - 3 * h)); }
 
 }  // namespace
@@ -35,7 +35,7 @@ omReal64 ellipsePerimeterLowerBound(omReal64 a, omReal64 b) {
   const omReal64 sum = std::abs(a) + std::abs(b);
   if (sum == 0) return 0;
   const omReal64 h = perimeterParameter(std::abs(a), std::abs(b));
-  return sum * (s_pi * ramanujanFactor(h) * (1 - s_boundSlack));
+  return sum * (s_pi * ramanujanFactor(h) * (1 - s_boundMargin));
 }
 
 omReal64 ellipsePerimeterUpperBound(omReal64 a, omReal64 b) {
@@ -43,14 +43,15 @@ omReal64 ellipsePerimeterUpperBound(omReal64 a, omReal64 b) {
   if (sum == 0) return 0;
   const omReal64 h = perimeterParameter(std::abs(a), std::abs(b));
   const omReal64 correction = s_flatDefect * (h * h) * (h * h) * h;
-  return sum * (s_pi * (ramanujanFactor(h) + correction) * (1 + s_boundSlack));
+  return sum * (s_pi * (ramanujanFactor(h) + correction) * (1 + s_boundMargin));
 }
 
 omReal64 ellipseExcentricity(omReal64 a, omReal64 b) {
   const omReal64 larger = std::max(std::abs(a), std::abs(b));
   const omReal64 smaller = std::min(std::abs(a), std::abs(b));
   if (a == 0 && b == 0) return 0;
-  // (M − m)(M + m) / M², factor by factor: the difference of close radii is exact, that of their squares is not.
+  // (M − m)(M + m) / M², with M, m the larger and smaller radius: the difference of nearly equal radii is exact, that
+  // of their squares is not.
   const omReal64 difference = std::abs(std::abs(a) - std::abs(b));
   const omReal64 square = (difference / larger) * (1 + smaller / larger);
   return std::min(std::sqrt(square), 1.0);
@@ -67,7 +68,7 @@ omReal64 ellipseRadius(omReal64 a, omReal64 b, omReal64 angle) {
   }
   if (a == 0 && b == 0) return 0;
   const omReal64 ratio = smaller / larger;
-  // Flat, or as good as: the general quotient would be 0 / 0 along the axis.
+  // A flat ellipse, or one whose ratio underflows: the quotient below would be 0 / 0 along the axis.
   if (ratio == 0) return across <= NumericLimits<omReal64>::s_eps ? larger : smaller / across;
   const omReal64 radius = smaller / std::hypot(ratio * along, across);
   return std::isnan(radius) ? radius : std::clamp(radius, smaller, larger);

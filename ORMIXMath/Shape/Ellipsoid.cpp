@@ -24,7 +24,8 @@ bool hasNaN(const Triple& values) {
   return std::any_of(values.begin(), values.end(), [](omReal64 v) { return v != v; });
 }
 
-/// A number as mantissa · 2^exponent: products and quotients that leave the range on their way.
+/// A number as mantissa · 2^exponent, for products and quotients whose intermediate results would overflow or
+/// underflow.
 struct Scaled {
   omReal64 mantissa;
   int exponent;
@@ -37,6 +38,7 @@ Scaled scaled(omReal64 value) {
   return result;
 }
 
+/// The unit vector of a direction along the axes of a, b and c.
 Triple unitVector(omReal64 theta, omReal64 phi) {
   return {std::sin(theta) * std::cos(phi), std::sin(theta) * std::sin(phi), std::cos(theta)};
 }
@@ -48,7 +50,7 @@ omReal64 radiusAlong(const Triple& radii, const Triple& direction) {
   std::array<Scaled, 3> quotients{};
   int largest = std::numeric_limits<int>::min();
   for (std::size_t k = 0; k < 3; ++k) {
-    // Flat: the quotient would be 0 / 0 in its plane.
+    // A zero radius: the quotient would be 0 / 0 for directions perpendicular to its axis.
     if (radii[k] == 0 && std::abs(direction[k]) > NumericLimits<omReal64>::s_eps) return 0;
     if (radii[k] == 0 || direction[k] == 0) continue;
     const Scaled over = scaled(direction[k]);
@@ -107,13 +109,13 @@ void ellipsoidPoint(omReal64 cx, omReal64 cy, omReal64 cz, omReal64 a, omReal64 
                     const Matrix3x3& rotation, omReal64 theta, omReal64 phi, omReal64& x, omReal64& y, omReal64& z) {
   const Triple direction = unitVector(theta, phi);
   const omReal64 radius = radiusAlong(absolute(a, b, c), direction);
-  const auto turned = [&](std::size_t row) {
+  const auto offset = [&](std::size_t row) {
     return radius * direction[0] * rotation(row, 0) + radius * direction[1] * rotation(row, 1) +
            radius * direction[2] * rotation(row, 2);
   };
-  x = cx + turned(0);
-  y = cy + turned(1);
-  z = cz + turned(2);
+  x = cx + offset(0);
+  y = cy + offset(1);
+  z = cz + offset(2);
 }
 
 }  // namespace ormix

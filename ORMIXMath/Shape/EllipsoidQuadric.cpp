@@ -14,17 +14,18 @@ namespace {
 using detail::difference;
 using detail::Twofold;
 
-// Below this part of the largest eigenvalue the smallest is rounding: the surface may as well be a paraboloid or a
-// cylinder. It bounds the ratio of the radii at 2.4e7.
-constexpr omReal64 s_cylinderSlack = 8 * NumericLimits<omReal64>::s_eps;
+// A smallest eigenvalue up to this times the largest one may be due to rounding: the surface cannot be told from a
+// paraboloid or a cylinder. This limits the ratio of the radii to 2.4e7.
+constexpr omReal64 s_cylinderTolerance = 8 * NumericLimits<omReal64>::s_eps;
 
-// No larger ratio of radii than this is told from a cylinder again.
+// convertEllipsoidFromQuadratic() could not tell larger ratios of radii from a cylinder.
 constexpr omReal64 s_largestRatio = 1e7;
 
 using Vector = std::array<omReal64, 3>;
 using TwofoldVector = std::array<Twofold, 3>;
 
-/// The quadratic part as the symmetric matrix twice as large, which halves no coefficient.
+/// The matrix of second derivatives: twice the symmetric matrix of the quadratic part, so that no coefficient is
+/// halved.
 using Hessian = std::array<Vector, 3>;
 
 Hessian hessianOf(const EllipsoidQuadric& q) {
@@ -37,30 +38,31 @@ Twofold dot(const Vector& a, const TwofoldVector& b) {
 
 TwofoldVector product(const Hessian& m, const TwofoldVector& v) { return {dot(m[0], v), dot(m[1], v), dot(m[2], v)}; }
 
-/// The form's value and its gradient at an offset from its origin.
-struct Jet {
+/// Value and gradient of the quadratic form at a point.
+struct ValueAndGradient {
   Twofold value;
   TwofoldVector gradient;
 };
 
-Jet evaluate(const EllipsoidQuadric& q, const TwofoldVector& at) {
+/// Evaluates the form at an offset from its origin.
+ValueAndGradient evaluate(const EllipsoidQuadric& q, const TwofoldVector& offset) {
   const Vector linear{q.x, q.y, q.z};
-  Jet jet{{0, 0}, product(hessianOf(q), at)};
-  // The value is (gradient + linear) · at / 2 + constant.
+  ValueAndGradient result{{0, 0}, product(hessianOf(q), offset)};
+  // The value is (gradient + linear) · offset / 2 + constant.
   for (std::size_t k = 0; k < 3; ++k) {
-    jet.gradient[k] = sum(jet.gradient[k], {linear[k], 0});
-    jet.value = sum(jet.value, product(sum(jet.gradient[k], {linear[k], 0}), at[k]));
+    result.gradient[k] = sum(result.gradient[k], {linear[k], 0});
+    result.value = sum(result.value, product(sum(result.gradient[k], {linear[k], 0}), offset[k]));
   }
-  jet.value = sum(times(0.5, jet.value), {q.constant, 0});
-  return jet;
+  result.value = sum(times(0.5, result.value), {q.constant, 0});
+  return result;
 }
 
 std::array<omReal64*, 10> coefficientsOf(EllipsoidQuadric& q) {
   return {&q.xx, &q.yy, &q.zz, &q.xy, &q.xz, &q.yz, &q.x, &q.y, &q.z, &q.constant};
 }
 
-/// The same surface with a positive trace and the largest quadratic coefficient in [1/2, 1]; false when these are all
-/// zero or anything is not finite.
+/// Scales a quadric to xx + yy + zz >= 0 and the largest magnitude of a quadratic coefficient in [1/2, 1). False when
+/// these are all zero or a value is not finite.
 bool normalise(EllipsoidQuadric& q) {
   const std::array<omReal64*, 10> all = coefficientsOf(q);
   const bool isFinite = std::all_of(all.begin(), all.end(), [](const omReal64* v) { return std::isfinite(*v); }) &&
@@ -76,7 +78,7 @@ bool normalise(EllipsoidQuadric& q) {
   return true;
 }
 
-/// Eigenvalues of the quadratic part, ascending, and their vectors, the columns of a rotation.
+/// Eigenvalues of the quadratic part, ascending, and the eigenvectors, which are the columns of a rotation.
 struct Axes {
   Vector values;
   std::array<Vector, 3> directions;
@@ -86,13 +88,14 @@ Vector crossProduct(const Vector& a, const Vector& b) {
   return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-/// Rayleigh's quotient with twice the precision: its error is the square of that of the direction, so a small
-/// eigenvalue keeps the digits that the decomposition lost to the largest.
-omReal64 quotientAlong(const Hessian& hessian, const Vector& direction) {
+/// The Rayleigh quotient, computed with twice the precision. Its error is the square of that of the direction, so small
+/// eigenvalues become accurate relative to themselves; those of the decomposition are so relative to the largest one.
+omReal64 rayleighQuotient(const Hessian& hessian, const Vector& direction) {
   const TwofoldVector v{{{direction[0], 0}, {direction[1], 0}, {direction[2], 0}}};
   return dot(direction, product(hessian, v)).high / (2 * dot(direction, v).high);
 }
 
+/// Computes the axes; false when an eigenvalue is not positive, to rounding.
 bool axesOf(const EllipsoidQuadric& q, Axes& axes) {
   omReal64 values[3];
   omReal64 vectors[9];
@@ -100,30 +103,32 @@ bool axesOf(const EllipsoidQuadric& q, Axes& axes) {
   const Hessian hessian = hessianOf(q);
   for (std::size_t k = 0; k < 3; ++k) {
     axes.directions[k] = {vectors[3 * k], vectors[3 * k + 1], vectors[3 * k + 2]};
-    axes.values[k] = quotientAlong(hessian, axes.directions[k]);
+    axes.values[k] = rayleighQuotient(hessian, axes.directions[k]);
   }
   const bool isSphere = q.xx == q.yy && q.yy == q.zz && q.xy == 0 && q.xz == 0 && q.yz == 0;
   if (isSphere) axes.directions = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
   axes.directions[2] = crossProduct(axes.directions[0], axes.directions[1]);
-  return axes.values[0] > s_cylinderSlack * axes.values[2];
+  return axes.values[0] > s_cylinderTolerance * axes.values[2];
 }
 
-/// Moves to where the gradient vanishes: Newton's step, exact but for rounding, then twice more for that.
-bool findCentre(const EllipsoidQuadric& q, const Axes& axes, TwofoldVector& centre) {
-  centre = {};
+/// Computes the offset of zero gradient by a Newton step, which is exact except for rounding, and two more that remove
+/// the rounding errors. False when it is not finite.
+bool findCenter(const EllipsoidQuadric& q, const Axes& axes, TwofoldVector& center) {
+  center = {};
   for (int step = 0; step < 3; ++step) {
-    const Jet jet = evaluate(q, centre);
+    const ValueAndGradient at = evaluate(q, center);
     for (std::size_t k = 0; k < 3; ++k) {
       const Vector& axis = axes.directions[k];
-      const omReal64 along = -dot(axis, jet.gradient).high / (2 * axes.values[k]);
-      for (std::size_t l = 0; l < 3; ++l) centre[l] = sum(centre[l], detail::product({along, 0}, {axis[l], 0}));
+      const omReal64 along = -dot(axis, at.gradient).high / (2 * axes.values[k]);
+      for (std::size_t l = 0; l < 3; ++l) center[l] = sum(center[l], detail::product({along, 0}, {axis[l], 0}));
     }
-    if (!std::all_of(centre.begin(), centre.end(), [](const Twofold& v) { return std::isfinite(v.high); }))
+    if (!std::all_of(center.begin(), center.end(), [](const Twofold& v) { return std::isfinite(v.high); }))
       return false;
   }
   return true;
 }
 
+/// The Euler angles of the rotation whose columns are the axes.
 EulerAngles anglesOf(const Axes& axes) {
   RotationMatrix matrix;
   for (std::size_t row = 0; row < 3; ++row)
@@ -166,13 +171,14 @@ bool convertEllipsoidToQuadratic(const EllipsoidParameters& ellipsoid, Ellipsoid
 }
 
 EllipsoidQuadric quadricAbout(const EllipsoidQuadric& quadric, omReal64 originX, omReal64 originY, omReal64 originZ) {
-  const Jet jet = evaluate(quadric, {difference(originX, quadric.originX), difference(originY, quadric.originY),
-                                     difference(originZ, quadric.originZ)});
+  const ValueAndGradient at =
+      evaluate(quadric, {difference(originX, quadric.originX), difference(originY, quadric.originY),
+                         difference(originZ, quadric.originZ)});
   EllipsoidQuadric moved = quadric;
-  moved.x = jet.gradient[0].high;
-  moved.y = jet.gradient[1].high;
-  moved.z = jet.gradient[2].high;
-  moved.constant = jet.value.high;
+  moved.x = at.gradient[0].high;
+  moved.y = at.gradient[1].high;
+  moved.z = at.gradient[2].high;
+  moved.constant = at.value.high;
   moved.originX = originX;
   moved.originY = originY;
   moved.originZ = originZ;
@@ -182,14 +188,14 @@ EllipsoidQuadric quadricAbout(const EllipsoidQuadric& quadric, omReal64 originX,
 bool convertEllipsoidFromQuadratic(const EllipsoidQuadric& quadric, EllipsoidParameters& ellipsoid) {
   EllipsoidQuadric q = quadric;
   Axes axes{};
-  TwofoldVector centre{};
-  if (!normalise(q) || !axesOf(q, axes) || !findCentre(q, axes, centre)) return false;
-  const omReal64 depth = -evaluate(q, centre).value.high;
+  TwofoldVector center{};
+  if (!normalise(q) || !axesOf(q, axes) || !findCenter(q, axes, center)) return false;
+  const omReal64 depth = -evaluate(q, center).value.high;
   if (!(depth > 0)) return false;
-  // Rounding may exchange the radii of equal eigenvalues.
+  // Rounding may change the order of the radii of nearly equal eigenvalues.
   Vector radii{std::sqrt(depth / axes.values[0]), std::sqrt(depth / axes.values[1]), std::sqrt(depth / axes.values[2])};
   radii[1] = std::clamp(radii[1], std::min(radii[0], radii[2]), std::max(radii[0], radii[2]));
-  const Vector position{q.originX + centre[0].high, q.originY + centre[1].high, q.originZ + centre[2].high};
+  const Vector position{q.originX + center[0].high, q.originY + center[1].high, q.originZ + center[2].high};
   const auto isFinite = [](omReal64 value) { return std::isfinite(value); };
   if (!(radii[2] > 0) || !std::isfinite(radii[0])) return false;
   if (!std::all_of(position.begin(), position.end(), isFinite)) return false;

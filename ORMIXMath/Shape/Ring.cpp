@@ -12,7 +12,7 @@ namespace {
 
 using detail::nbLanes;
 
-/// Fewer edges than lanes are added one after the other, which joins them sooner.
+/// The length of a path of fewer edges than lanes: in one sum, which is faster than adding the lanes.
 template <class T>
 omReal64 sumOfFewEdges(const T* xy, std::size_t nbPoints) {
   omReal64 sum = 0;
@@ -29,7 +29,7 @@ omReal64 sumOfFewEdges(const T* xy, std::size_t nbPoints) {
   return detail::roundedSum(sum, error);
 }
 
-/// Edge i goes to lane i % nbLanes: whole blocks, then the edges left over.
+/// The length of a path, edge i added to lane i % nbLanes: by `Blocks` for full blocks, then the remaining edges.
 template <class Blocks, class T>
 omReal64 sumOfManyEdges(const T* xy, std::size_t nbPoints) {
   const std::size_t nbBlocks = (nbPoints - 1) / nbLanes;
@@ -82,7 +82,8 @@ template <class T>
 omReal64 pathLength(const T* xy, std::size_t nbPoints) {
   if (nbPoints <= nbLanes) return nbPoints == 0 ? 0 : sumOfFewEdges(xy, nbPoints);
 #if defined(__x86_64__)
-  // A load and a test: no resolver of the dynamic linker, which sanitizers do not survive.
+  // Tested on each call, which costs a load. A function resolved when the library is loaded (ifunc) would run before
+  // the sanitizers are initialised and crash them.
   if (__builtin_cpu_supports("avx512f")) return sumOfManyEdges<detail::Avx512Blocks>(xy, nbPoints);
   if (__builtin_cpu_supports("avx2")) return sumOfManyEdges<detail::Avx2Blocks>(xy, nbPoints);
 #endif

@@ -10,46 +10,50 @@ namespace ormix {
 /// \file
 /// Sums over the vertices of one ring or path, given as `nbPoints` interleaved pairs x0, y0, x1, y1, ...
 ///
-/// Exist for T in omInt32, omUInt32, omReal32, omReal64. Every coordinate is converted to omReal64 before any
-/// arithmetic, so integers neither wrap nor overflow. Nothing is allocated, `xy` may be null when `nbPoints` is 0.
-/// O(nbPoints).
+/// The functions exist for T in omInt32, omUInt32, omReal32, omReal64. Every coordinate is converted to omReal64 before
+/// any arithmetic, so integers do not overflow. `xy` may be null when `nbPoints` is 0. O(nbPoints), no allocation.
 
-/// Signed area of the closed ring, positive when it turns counter-clockwise (x to the right, y up).
+/// Signed area of the closed ring, positive when its vertices are counter-clockwise (x to the right, y up).
 ///
-/// 0.5 * S, S the sum over k from nbPoints - 1 down to 1 of (x[k] + x[k-1]) * (y[k] - y[k-1]), added in exactly this
-/// order: the result has the same bits on every processor. The ring is taken as closed (its last vertex repeats the
-/// first): no edge is added, and three or fewer vertices enclose nothing, the answer is 0. Infinite and NaN
-/// coordinates give what the arithmetic gives.
+/// 0.5 * S with S the sum over k from nbPoints - 1 down to 1 of (x[k] + x[k-1]) * (y[k] - y[k-1]), added in exactly
+/// this order, so the result has the same bits on every processor. The ring must be closed, its last vertex repeating
+/// the first: no closing edge is added. The area of three or fewer vertices is 0. Infinite and NaN coordinates are not
+/// treated specially; the result is that of the arithmetic.
 template <class T>
 ORMIX_MATH_API omReal64 ringSignedArea(const T* xy, std::size_t nbPoints);
 
-/// Signed area of the closed ring, positive when it turns clockwise: the convention of a hole's boundary.
+/// Signed area of the closed ring, positive when its vertices are clockwise, as those of a hole's boundary are.
 ///
-/// 0.5 * S, S the sum over i from 0 up to nbPoints - 2 of (x[i] + x[i+1]) * (y[i] - y[i+1]), added in this order. As
-/// ringSignedArea otherwise; it is that area's negation up to rounding only, since the terms are added the other way.
+/// 0.5 * S with S the sum over i from 0 up to nbPoints - 2 of (x[i] + x[i+1]) * (y[i] - y[i+1]), added in exactly this
+/// order. Otherwise as ringSignedArea(), whose negation it is to rounding only, since the order of additions is
+/// reversed.
 template <class T>
 ORMIX_MATH_API omReal64 ringSignedAreaReversed(const T* xy, std::size_t nbPoints);
 
 /// Length of the path through the vertices in their order: the sum of sqrt(dx * dx + dy * dy) over consecutive
 /// vertices.
 ///
-/// No closing edge is added; fewer than two vertices have length 0. The lengths are summed with compensation (about 106
-/// bits) and rounded once, so the result is the exact sum of the rounded lengths to within one unit in the last place
-/// and does not degrade with their number. Infinity and NaN come out as a plain sum gives them; squares of
-/// differences beyond about 1e154 overflow to infinity. The same bits on every processor, whatever vectors it has.
+/// No closing edge is added; the length of fewer than two vertices is 0. The lengths of the edges are added by
+/// compensated summation (about 106 bits) and the sum is rounded once: it is the exact sum of the rounded lengths to
+/// within one unit in the last place, for any number of edges. Infinity and NaN are as a plain sum gives them;
+/// differences beyond about 1e154 overflow to infinity. The same bits on every processor, whatever its vector
+/// instructions.
 template <class T>
 ORMIX_MATH_API omReal64 pathLength(const T* xy, std::size_t nbPoints);
 
 namespace detail {
 
-/// pathLength without the vector instructions chosen at run time: what processors that lack them execute, exported so
-/// that the agreement of both can be checked where both run.
+/// pathLength() without vector instructions chosen at run time, as processors without these execute it. Exported so
+/// that tests can compare both on one processor.
 template <class T>
 ORMIX_MATH_API omReal64 pathLengthPortable(const T* xy, std::size_t nbPoints);
 
 }  // namespace detail
 
+/// \name Instances in the library
+/// @{
 // clang-format off
+/// One of the functions above for one type of coordinate.
 extern template omReal64 ringSignedArea(const omInt32*, std::size_t);
 extern template omReal64 ringSignedArea(const omUInt32*, std::size_t);
 extern template omReal64 ringSignedArea(const omReal32*, std::size_t);
@@ -62,6 +66,7 @@ extern template omReal64 pathLength(const omInt32*, std::size_t);
 extern template omReal64 pathLength(const omUInt32*, std::size_t);
 extern template omReal64 pathLength(const omReal32*, std::size_t);
 extern template omReal64 pathLength(const omReal64*, std::size_t);
+/// @}
 namespace detail {
 extern template omReal64 pathLengthPortable(const omInt32*, std::size_t);
 extern template omReal64 pathLengthPortable(const omUInt32*, std::size_t);

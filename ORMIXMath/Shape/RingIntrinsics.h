@@ -1,6 +1,7 @@
 #pragma once
 
-// g++ 12 reports the operands that its own header leaves undefined on purpose (its bug 105593) as if they were ours.
+// The intrinsics, without the false warnings of g++ 12 about operands that its own header leaves uninitialised on
+// purpose (its bug 105593).
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wuninitialized"

@@ -5,10 +5,11 @@
 
 namespace ormix::detail {
 
-/// PortableBlocks with eight lanes at once. The unit for square roots is what bounds it: two roots of five are
-/// therefore left to the multipliers, which are idle meanwhile, and all five take the time of three.
+/// PortableBlocks with registers of eight lanes. Square root instructions limit the throughput, so two of five roots
+/// are computed by multiplications instead, which run in parallel: all five take the time of three.
 class Avx512Blocks {
  public:
+  /// Adds edge l of each block to lane l; the lanes are overwritten.
   template <class T>
   [[gnu::target("avx512f")]] static void add(const T* xy, std::size_t nbBlocks, RingLanes& result) {
     WideLanes lanes{_mm512_setzero_pd(), _mm512_setzero_pd()};
@@ -24,17 +25,20 @@ class Avx512Blocks {
   }
 
  private:
+  /// Eight lanes.
   struct WideLanes {
     __m512d sum;
     __m512d error;
   };
 
+  /// Adds a block, by square root instructions.
   template <class T>
   [[gnu::target("avx512f")]] static void addOne(WideLanes& lanes, const T* xy) {
     prefetchBlock(xy);
     addTo(lanes, _mm512_sqrt_pd(squaredLengths(xy)));
   }
 
+  /// Adds two blocks, the second by multiplications.
   template <class T>
   [[gnu::target("avx512f")]] static void addPair(WideLanes& lanes, const T* xy) {
     addOne(lanes, xy);
@@ -42,7 +46,7 @@ class Avx512Blocks {
     addTo(lanes, multipliedRoots(squaredLengths(xy + blockSize)));
   }
 
-  /// Four vertices, converted one coordinate each: x0, y0, x1, y1, ...
+  /// Loads four vertices and converts them to omReal64: x0, y0, x1, y1, ...
   [[gnu::target("avx512f")]] static __m512d loadFour(const omReal64* xy) { return _mm512_loadu_pd(xy); }
   [[gnu::target("avx512f")]] static __m512d loadFour(const omReal32* xy) {
     return _mm512_cvtps_pd(_mm256_loadu_ps(xy));
@@ -54,7 +58,7 @@ class Avx512Blocks {
     return _mm512_cvtepu32_pd(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(xy)));
   }
 
-  /// Of eight consecutive edges, in the order 0, 4, 1, 5, 2, 6, 3, 7 that the interleaving leaves.
+  /// Squared lengths of eight consecutive edges, in the order 0, 4, 1, 5, 2, 6, 3, 7 that results from the unpacking.
   template <class T>
   [[gnu::target("avx512f")]] static __m512d squaredLengths(const T* xy) {
     const __m512d first = _mm512_sub_pd(loadFour(xy + 2), loadFour(xy));
@@ -65,28 +69,29 @@ class Avx512Blocks {
                          _mm512_unpackhi_pd(firstSquares, secondSquares));
   }
 
-  /// Square roots without the unit for square roots: the processor's reciprocal square root of 14 bits refined to well
-  /// beyond double precision, rounded once, and believed only after proof.
+  /// Correctly rounded square roots by multiplications: an approximate reciprocal square root of 14 bits is refined to
+  /// more than double precision and rounded. Where areNearestRoots() does not confirm all roots, they are computed by
+  /// the square root instruction.
   [[gnu::target("avx512f")]] static __m512d multipliedRoots(__m512d squares) {
     const __m512d half = _mm512_set1_pd(0.5);
     const __m512d estimate = _mm512_rsqrt14_pd(squares);
     const __m512d root = _mm512_mul_pd(squares, estimate);
     const __m512d halfInverse = _mm512_mul_pd(half, estimate);
-    // With r half of what root * estimate misses of 1, the root is root * (1 - 2r)^(-1/2) = root * (1 + r + 3/2 r²
-    // ...).
+    // With r = (1 - root * estimate) / 2 the exact root is root * (1 - 2r)^(-1/2) = root * (1 + r + 3/2 r² + ...).
     const __m512d r = _mm512_fnmadd_pd(root, halfInverse, half);
     const __m512d series = _mm512_mul_pd(r, _mm512_fmadd_pd(_mm512_set1_pd(1.5), r, _mm512_set1_pd(1)));
     const __m512d close = _mm512_fmadd_pd(root, series, root);
     const __m512d slope = _mm512_fmadd_pd(halfInverse, r, halfInverse);
-    // A last step of Newton's (Markstein1990): 40 bits become more than 65 before they are rounded.
+    // The last Newton step (Markstein1990) increases the precision from 40 bits to more than 65 before rounding.
     const __m512d rounded = _mm512_fmadd_pd(_mm512_fnmadd_pd(close, close, squares), slope, close);
-    return areRoots(rounded, squares) ? rounded : _mm512_sqrt_pd(squares);
+    return areNearestRoots(rounded, squares) ? rounded : _mm512_sqrt_pd(squares);
   }
 
-  /// Whether each root is the nearest number to the square root, known for certain: by Tuckerman's test (Markstein1990)
-  /// that is where root * below < square <= root * above, with the neighbours of the root. The fused operation rounds
-  /// no difference to the other sign. Fails also where a square is zero, infinite or NaN, since the root is then NaN.
-  [[gnu::target("avx512f")]] static bool areRoots(__m512d roots, __m512d squares) {
+  /// Whether each root is certainly the nearest number to the exact square root: by Tuckerman's test (Markstein1990),
+  /// where root * below < square <= root * above for the neighbours below and above of the root. The signs of the
+  /// differences are exact, as fused multiply-add rounds once. False also when a square is zero, infinite or NaN, since
+  /// the root is then NaN.
+  [[gnu::target("avx512f")]] static bool areNearestRoots(__m512d roots, __m512d squares) {
     constexpr int allLanes = 0xFF;
     const __m512i bits = _mm512_castpd_si512(roots);
     const __m512i one = _mm512_set1_epi64(1);
@@ -97,8 +102,8 @@ class Avx512Blocks {
     return _mm512_mask_cmp_pd_mask(notTooLarge, _mm512_fnmadd_pd(roots, above, squares), zero, _CMP_LT_OQ) == allLanes;
   }
 
-  /// addCompensated on each of the lanes: the same errors with an operation less (Dekker1971), as all are known
-  /// exactly.
+  /// addCompensated() in every lane with one operation less, by ordering the operands (Dekker1971). The errors are the
+  /// same since both ways compute them exactly.
   [[gnu::target("avx512f")]] static void addTo(WideLanes& lanes, __m512d value) {
     const __m512d total = _mm512_add_pd(lanes.sum, value);
     const __m512d larger = _mm512_max_pd(lanes.sum, value);
@@ -107,7 +112,7 @@ class Avx512Blocks {
     lanes.sum = total;
   }
 
-  /// Puts the lanes back in the order of their edges.
+  /// Stores the lanes in the order of their edges.
   [[gnu::target("avx512f")]] static void store(__m512d lanes, omReal64* result) {
     const __m512i edgeOrder = _mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7);
     _mm512_storeu_pd(result, _mm512_permutexvar_pd(edgeOrder, lanes));
