@@ -1,5 +1,20 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
+#include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Line2dIntersectionEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Ellipsoid3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/HomographyTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
@@ -19,6 +34,7 @@ struct Registrators<ClassList<Class...>> : DynamicRegistrator<Class>... {};
 
 const Registrators<JoinedLists<PlanarEntityList, SpatialEntityList>> g_entities;
 const Registrators<JoinedLists<PlanarMeasureList, SpatialMeasureList>> g_measures;
+const Registrators<EstimatorList> g_estimators;
 
 }  // namespace
 

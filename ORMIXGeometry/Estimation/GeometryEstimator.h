@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Estimation/EstimatorClasses.h>
 #include <ORMIXGeometry/Export.h>
 #include <ORMIXMath/Estimation/BaseEstimator.h>
 #include <ORMIXSerialization/Object/RegisteredObject.h>
@@ -31,3 +32,21 @@ class ORMIX_GEOMETRY_API GeometryEstimator : public RegisteredObject<Self, BaseE
 };
 
 }  // namespace ormix::geom
+
+// The levels of one estimator, declared in its header before its class and instantiated in its source (`keyword` is
+// `extern` there, nothing here).
+#define ORMIX_GEOMETRY_ESTIMATOR_LEVELS(keyword, Class)                \
+  namespace ormix {                                                    \
+  keyword template class VersionedLevel<geom::Class, BaseEstimator>;   \
+  keyword template class RegisteredObject<geom::Class, BaseEstimator>; \
+  }                                                                    \
+  namespace ormix::geom {                                              \
+  keyword template class GeometryEstimator<Class>;                     \
+  }
+
+// The same for an estimator from pairs of points of D coordinates; `Frame` is PairEstimator or HomographyEstimator.
+#define ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(keyword, Frame, Class, D) \
+  ORMIX_GEOMETRY_ESTIMATOR_LEVELS(keyword, Class)                      \
+  namespace ormix::geom {                                              \
+  keyword template class Frame<Class, D>;                              \
+  }

@@ -3,7 +3,6 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 #include <ORMIXMath/Scalar/EuclideanNorm.h>
-#include <ORMIXUtil/Object/DynamicRegistrator.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <boost/numeric/ublas/vector.hpp>
@@ -14,6 +13,8 @@ namespace ormix::geom {
 
 template <class Self>
 GeometryEstimator<Self>::GeometryEstimator() {
+  static_assert(isListed<Self>(EstimatorList()),
+                "an estimator is missing in EstimatorList: add it in Estimation/EstimatorClasses.h");
   this->initBase(Self::s_minimalDataSize, Self::s_nbParams, Self::s_sampleDimension);
 }
 

@@ -5,18 +5,9 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::Circle2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Circle2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Circle2dEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Circle2dEstimator>;
-
-namespace {
-const DynamicRegistrator<Circle2dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult Circle2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
   bool found = false;

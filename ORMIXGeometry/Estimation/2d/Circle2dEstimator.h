@@ -3,18 +3,9 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXMath/Estimation/IterativeRefinement.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Circle2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Circle2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Circle2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Circle2dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Circle2dEstimator>;
 
 /// Circle of points (x, y): centre x, centre y, radius.
 ///
@@ -29,10 +20,10 @@ class ORMIX_GEOMETRY_API Circle2dEstimator : public GeometryEstimator<Circle2dEs
   static constexpr std::size_t s_nbParams = 3;                                  ///< cx, cy, r
   static constexpr std::size_t s_sampleDimension = 2;                           ///< x, y
 
-  /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction, whose Jacobian is not the derivative
-  /// (intended): the descent may end early, or at its start. `result` holds how it ended and the cost, half the sum of
-  /// squared residuals, before and after, which never grows. Fails with message 1 and the reason when the cost function
-  /// cannot be initialised, or as refineIteratively(), with `result` unchanged.
+  /// Improves `start` on the samples by iterative refinement of Circle2dCostFunction, whose Jacobian is not the
+  /// derivative (intended): the descent may end early, or at its start. `result` holds how it ended and the cost, half
+  /// the sum of squared residuals, before and after, which never grows. Fails with message 1 and the reason when the
+  /// cost function cannot be initialised, or as refineIteratively(), with `result` unchanged.
   BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RefinementResult& result,
                               const RefinementOptions& options = {}) const;
   /// The same for the parameters alone. Fails as well, with how it ended and the cost in the message, when no step made

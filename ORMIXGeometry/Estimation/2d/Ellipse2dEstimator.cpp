@@ -3,18 +3,9 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::Ellipse2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Ellipse2dEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Ellipse2dEstimator>;
-
-namespace {
-const DynamicRegistrator<Ellipse2dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult Ellipse2dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
   std::size_t rank = 0;

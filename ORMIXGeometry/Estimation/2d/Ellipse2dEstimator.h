@@ -2,18 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Ellipse2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Ellipse2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Ellipse2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Ellipse2dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Ellipse2dEstimator>;
 
 /// Ellipse of points (x, y): centre x, centre y, major radius a, minor radius b, the direction theta of a in [0, pi).
 ///

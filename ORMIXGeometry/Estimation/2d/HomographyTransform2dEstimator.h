@@ -3,19 +3,9 @@
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API HomographyTransform2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::HomographyTransform2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::HomographyTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, HomographyEstimator, HomographyTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<HomographyTransform2dEstimator>;
-extern template class HomographyEstimator<HomographyTransform2dEstimator, 2>;
 
 /// Projective map of pairs (x1, y1, x2, y2): the 3 x 3 matrix row by row, scaled so that its last element is 1; where
 /// that element would be 0 (the origin is mapped to infinity), so that its length is 1. Fails with message 8 when the

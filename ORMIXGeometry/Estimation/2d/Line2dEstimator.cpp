@@ -6,18 +6,10 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 #include <algorithm>
-namespace ormix {
-template class VersionedLevel<geom::Line2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
-}  // namespace ormix
+
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Line2dEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Line2dEstimator>;
-
-namespace {
-const DynamicRegistrator<Line2dEstimator> g_classRegistrator;
-}  // namespace
 
 namespace {
 

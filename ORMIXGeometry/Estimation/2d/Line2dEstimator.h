@@ -2,18 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Line2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Line2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Line2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Line2dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Line2dEstimator>;
 
 /// Line x cos theta + y sin theta = rho of points (x, y): theta, rho.
 ///

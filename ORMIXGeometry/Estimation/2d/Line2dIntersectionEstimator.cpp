@@ -5,18 +5,10 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 #include <algorithm>
-namespace ormix {
-template class VersionedLevel<geom::Line2dIntersectionEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEstimator>;
-}  // namespace ormix
+
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Line2dIntersectionEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Line2dIntersectionEstimator>;
-
-namespace {
-const DynamicRegistrator<Line2dIntersectionEstimator> g_classRegistrator;
-}  // namespace
 
 namespace {
 

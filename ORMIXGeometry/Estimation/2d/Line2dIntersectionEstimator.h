@@ -2,18 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Line2dIntersectionEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Line2dIntersectionEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Line2dIntersectionEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Line2dIntersectionEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Line2dIntersectionEstimator>;
 
 /// Common point of lines (theta, rho), as the homogeneous vector (a, b, c) with c = 1: the finite point (a, b) that
 /// minimises the sum of squared distances to the lines.

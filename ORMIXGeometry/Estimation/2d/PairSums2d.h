@@ -22,8 +22,8 @@ struct PairSums2d {
   /// The same for sources and targets in separate arrays, equally many and at least one.
   static PairSums2d of(const SampleView& sources, const SampleView& targets);
 
-  /// Whether the sums determine a rotation: false when s and c are both below an absolute threshold (intended), when the
-  /// sources or the targets coincide to rounding of their coordinates, when every rotation fits as well to half the
+  /// Whether the sums determine a rotation: false when s and c are both below an absolute threshold (intended), when
+  /// the sources or the targets coincide to rounding of their coordinates, when every rotation fits as well to half the
   /// digits (mirror images of regular polygons), and when a sum is NaN or infinite.
   bool determineRotation() const;
   /// The angle of the rotation about the means that maps the sources to the targets with least squared distances.

@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::RigidTransform2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, RigidTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<RigidTransform2dEstimator>;
-template class PairEstimator<RigidTransform2dEstimator, 2>;
-
-namespace {
-const DynamicRegistrator<RigidTransform2dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult RigidTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Rigid2dRank);

@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API RigidTransform2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::RigidTransform2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::RigidTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, RigidTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<RigidTransform2dEstimator>;
-extern template class PairEstimator<RigidTransform2dEstimator, 2>;
 
 /// Rotation and translation of pairs (x1, y1, x2, y2): theta in (-pi, pi], tx, ty. Minimises the sum of squared
 /// residuals (Umeyama 1991).

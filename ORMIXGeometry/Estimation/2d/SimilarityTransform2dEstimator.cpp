@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::SimilarityTransform2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::SimilarityTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, SimilarityTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<SimilarityTransform2dEstimator>;
-template class PairEstimator<SimilarityTransform2dEstimator, 2>;
-
-namespace {
-const DynamicRegistrator<SimilarityTransform2dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult SimilarityTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   if (!sums.determineRotation()) return detail::estimationFailure(eEstimationMessage::eEsM_Similarity2dRank);

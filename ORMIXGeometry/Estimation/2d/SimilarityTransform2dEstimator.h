@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::SimilarityTransform2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::SimilarityTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, SimilarityTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<SimilarityTransform2dEstimator>;
-extern template class PairEstimator<SimilarityTransform2dEstimator, 2>;
 
 /// Scale, rotation and translation of pairs (x1, y1, x2, y2): scale > 0, theta in (-pi, pi], tx, ty. Minimises the sum
 /// of squared residuals: the scale is sqrt(S² + C²) over the spread of the sources (Umeyama 1991).

@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::TranslationTransform2dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::TranslationTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, TranslationTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<TranslationTransform2dEstimator>;
-template class PairEstimator<TranslationTransform2dEstimator, 2>;
-
-namespace {
-const DynamicRegistrator<TranslationTransform2dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult TranslationTransform2dEstimator::estimate(const detail::PairSums2d& sums, RealVector& params) {
   // Asked although no angle is needed: intended.

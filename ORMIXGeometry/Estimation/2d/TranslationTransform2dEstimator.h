@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API TranslationTransform2dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::TranslationTransform2dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::TranslationTransform2dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, TranslationTransform2dEstimator, 2)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<TranslationTransform2dEstimator>;
-extern template class PairEstimator<TranslationTransform2dEstimator, 2>;
 
 /// Translation of pairs (x1, y1, x2, y2): tx, ty, the difference of the means of targets and sources.
 ///

@@ -3,18 +3,9 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::Ellipsoid3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Ellipsoid3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Ellipsoid3dEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Ellipsoid3dEstimator>;
-
-namespace {
-const DynamicRegistrator<Ellipsoid3dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult Ellipsoid3dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
   std::size_t rank = 0;

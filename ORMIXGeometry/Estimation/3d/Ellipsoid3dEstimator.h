@@ -2,18 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Ellipsoid3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Ellipsoid3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Ellipsoid3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Ellipsoid3dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Ellipsoid3dEstimator>;
 
 /// Ellipsoid of points (x, y, z): centre x, centre y, centre z, major, medium and minor radius, alpha, beta, chi, in
 /// the order and meaning of Ellipsoid3d: the axes are the columns of Rz(alpha)·Ry(beta)·Rx(chi).

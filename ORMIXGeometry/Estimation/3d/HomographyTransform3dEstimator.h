@@ -3,19 +3,9 @@
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API HomographyTransform3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::HomographyTransform3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::HomographyTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, HomographyEstimator, HomographyTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<HomographyTransform3dEstimator>;
-extern template class HomographyEstimator<HomographyTransform3dEstimator, 3>;
 
 /// Projective map of pairs (x1, y1, z1, x2, y2, z2): the 4 x 4 matrix row by row, scaled so that its last element is 1;
 /// where that element would be 0 (the origin is mapped to infinity), so that its length is 1. Fails with message 9 when

@@ -5,18 +5,11 @@
 #include <ORMIXUtil/NumericLimits.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::Plan3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Plan3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Plan3dEstimator)
 
 namespace ormix::geom {
 
-template class GeometryEstimator<Plan3dEstimator>;
-
 namespace {
-const DynamicRegistrator<Plan3dEstimator> g_classRegistrator;
-
 /// Products xx, xy, xz, yy, yz, zz of a centred point.
 struct PointProducts3d {
   static constexpr std::size_t dimension = 3;

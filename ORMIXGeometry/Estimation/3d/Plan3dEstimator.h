@@ -2,18 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Plan3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Plan3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Plan3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Plan3dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Plan3dEstimator>;
 
 /// Plan x nx + y ny + z nz = d of points (x, y, z): theta, phi, d with the unit normal (sin theta cos phi,
 /// sin theta sin phi, cos theta), theta in [0, pi) from the z axis, phi in (-pi, pi] about it, as Plan3d holds it.

@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::RigidTransform3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::RigidTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, RigidTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<RigidTransform3dEstimator>;
-template class PairEstimator<RigidTransform3dEstimator, 3>;
-
-namespace {
-const DynamicRegistrator<RigidTransform3dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult RigidTransform3dEstimator::estimate(const detail::PairSums3d& sums, RealVector& params) {
   EulerAngles angles;

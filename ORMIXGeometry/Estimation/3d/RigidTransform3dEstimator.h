@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API RigidTransform3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::RigidTransform3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::RigidTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, RigidTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<RigidTransform3dEstimator>;
-extern template class PairEstimator<RigidTransform3dEstimator, 3>;
 
 /// Rotation and translation of pairs (x1, y1, z1, x2, y2, z2): alpha, beta, chi, tx, ty, tz as of Rigid3d, the rotation
 /// being Rz(alpha)·Ry(beta)·Rx(chi). Minimises the sum of squared residuals, by unit quaternion (Horn 1987): always a

@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::SimilarityTransform3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::SimilarityTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, SimilarityTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<SimilarityTransform3dEstimator>;
-template class PairEstimator<SimilarityTransform3dEstimator, 3>;
-
-namespace {
-const DynamicRegistrator<SimilarityTransform3dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult SimilarityTransform3dEstimator::estimate(const detail::PairSums3d& sums, RealVector& params) {
   EulerAngles angles;

@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API SimilarityTransform3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::SimilarityTransform3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::SimilarityTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, SimilarityTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<SimilarityTransform3dEstimator>;
-extern template class PairEstimator<SimilarityTransform3dEstimator, 3>;
 
 /// Scaled rotation and translation of pairs (x1, y1, z1, x2, y2, z2): scale, alpha, beta, chi, tx, ty, tz as of
 /// Similarity3d, the rotation being Rz(alpha)·Ry(beta)·Rx(chi). Minimises the sum of squared residuals, by unit

@@ -5,18 +5,9 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::Sphere3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::Sphere3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Sphere3dEstimator)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<Sphere3dEstimator>;
-
-namespace {
-const DynamicRegistrator<Sphere3dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult Sphere3dEstimator::processViewEstimation(const SampleView& samples, RealVector& params) {
   bool found = false;

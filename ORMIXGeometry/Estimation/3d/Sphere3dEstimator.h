@@ -3,18 +3,9 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXMath/Estimation/IterativeRefinement.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API Sphere3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::Sphere3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::Sphere3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Sphere3dEstimator)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<Sphere3dEstimator>;
 
 /// Sphere of points (x, y, z): centre x, centre y, centre z, radius.
 ///
@@ -29,10 +20,10 @@ class ORMIX_GEOMETRY_API Sphere3dEstimator : public GeometryEstimator<Sphere3dEs
   static constexpr std::size_t s_nbParams = 4;                                  ///< cx, cy, cz, r
   static constexpr std::size_t s_sampleDimension = 3;                           ///< x, y, z
 
-  /// Improves `start` on the samples by iterative refinement of Sphere3dCostFunction, whose Jacobian is not the derivative
-  /// (intended): the descent may end early, or at its start. `result` holds how it ended and the cost, half the sum of
-  /// squared residuals, before and after, which never grows. Fails with message 21 and the reason when the cost function
-  /// cannot be initialised, or as refineIteratively(), with `result` unchanged.
+  /// Improves `start` on the samples by iterative refinement of Sphere3dCostFunction, whose Jacobian is not the
+  /// derivative (intended): the descent may end early, or at its start. `result` holds how it ended and the cost, half
+  /// the sum of squared residuals, before and after, which never grows. Fails with message 21 and the reason when the
+  /// cost function cannot be initialised, or as refineIteratively(), with `result` unchanged.
   BoolResult refineEstimation(const DataSet& dataSet, const RealVector& start, RefinementResult& result,
                               const RefinementOptions& options = {}) const;
   /// The same for the parameters alone. Fails as well, with how it ended and the cost in the message, when no step made

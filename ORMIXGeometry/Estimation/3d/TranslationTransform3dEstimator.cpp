@@ -1,19 +1,9 @@
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.ipp>
 
-namespace ormix {
-template class VersionedLevel<geom::TranslationTransform3dEstimator, BaseEstimator>;
-template class RegisteredObject<geom::TranslationTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(, PairEstimator, TranslationTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-template class GeometryEstimator<TranslationTransform3dEstimator>;
-template class PairEstimator<TranslationTransform3dEstimator, 3>;
-
-namespace {
-const DynamicRegistrator<TranslationTransform3dEstimator> g_classRegistrator;
-}  // namespace
 
 BoolResult TranslationTransform3dEstimator::estimate(const detail::PairSums3d& sums, RealVector& params) {
   // Required although the translation does not depend on it (intended).

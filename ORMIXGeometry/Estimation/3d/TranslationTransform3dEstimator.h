@@ -2,19 +2,9 @@
 
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 
-namespace ormix::geom {
-class ORMIX_GEOMETRY_API TranslationTransform3dEstimator;
-}  // namespace ormix::geom
-
-namespace ormix {
-extern template class VersionedLevel<geom::TranslationTransform3dEstimator, BaseEstimator>;
-extern template class RegisteredObject<geom::TranslationTransform3dEstimator, BaseEstimator>;
-}  // namespace ormix
+ORMIX_GEOMETRY_PAIR_ESTIMATOR_LEVELS(extern, PairEstimator, TranslationTransform3dEstimator, 3)
 
 namespace ormix::geom {
-
-extern template class GeometryEstimator<TranslationTransform3dEstimator>;
-extern template class PairEstimator<TranslationTransform3dEstimator, 3>;
 
 /// Translation of pairs (x1, y1, z1, x2, y2, z2): tx, ty, tz, the difference of the means of targets and sources, and
 /// three parameters that are 0 and that residuals do not use.
