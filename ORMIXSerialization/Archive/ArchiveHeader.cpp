@@ -23,6 +23,7 @@ BoolResult writeArchiveHeader(BaseOArchive& archive) {
 
 BoolResult readArchiveHeader(BaseIArchive& archive) {
   using Message = eORMIXSerializationMessage;
+  if (BoolResult opened = archive.state(); !opened) return opened;
   ArchiveSectionManager section(archive, s_formatKey);
   omUInt64 version = 0;
   BoolResult read = section.getState();

@@ -77,6 +77,8 @@ class JsonEntries {
 
 inline bool JsonEntries::openArchive() {
   if (_source.state() == JsonSource::eState::Broken) return failure.set(Message::eSM_StreamNotReadable);
+  if (_source.state() == JsonSource::eState::NoList)
+    return failure.set(Message::eSM_NotAnArchive, "it begins neither as CBOR nor as a list in JSON");
   if (_source.state() == JsonSource::eState::TooLong)
     return failure.set(Message::eSM_NotAnArchive, "JSON of 4 GiB or more");
   const simdjson::padded_string_view text(_source.data(), _source.size(), _source.capacity());

@@ -7,9 +7,26 @@
 
 namespace ormix {
 
+namespace {
+
+/// Passes over a byte-order mark and white space. \return whether a list or nothing at all follows
+bool skipToList(ByteInput& input) {
+  const unsigned char* bytes = input.peek(3);
+  if (bytes && std::memcmp(bytes, "\xEF\xBB\xBF", 3) == 0) input.skip(3);
+  while ((bytes = input.peek(1)) && (*bytes == ' ' || *bytes == '\t' || *bytes == '\r' || *bytes == '\n'))
+    input.skip(1);
+  return !bytes || *bytes == '[';
+}
+
+}  // namespace
+
 // Grows by what has really arrived: a stream that is known to be long gets its room at once, any other by doubling.
 JsonSource::JsonSource(std::istream& stream, std::size_t padding, std::size_t longest) {
   ByteInput input(stream);
+  if (!skipToList(input)) {
+    _state = eState::NoList;
+    return;
+  }
   const auto expected = static_cast<std::size_t>(std::min<omUInt64>(input.available(), longest));
   grow(std::max(expected + 1, s_archiveBlockSize) + padding);
   for (;;) {
@@ -23,7 +40,6 @@ JsonSource::JsonSource(std::istream& stream, std::size_t padding, std::size_t lo
   if (_size > longest) _state = eState::TooLong;
   if (input.broken()) _state = eState::Broken;
   std::memset(_bytes.get() + _size, 0, _capacity - _size < padding ? _capacity - _size : padding);
-  skipByteOrderMark();
 }
 
 // realloc moves whole pages instead of copying them.
@@ -33,10 +49,6 @@ void JsonSource::grow(std::size_t capacity) {
   static_cast<void>(_bytes.release());
   _bytes.reset(bytes);
   _capacity = capacity;
-}
-
-void JsonSource::skipByteOrderMark() {
-  if (_size >= 3 && std::memcmp(_bytes.get(), "\xEF\xBB\xBF", 3) == 0) _start = 3;
 }
 
 }  // namespace ormix

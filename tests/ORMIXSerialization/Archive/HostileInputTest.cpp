@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <random>
 
@@ -124,6 +125,28 @@ TYPED_TEST(HostileInput, LeavesTheObjectAsItWas) {
     EXPECT_FALSE(readItem(archive, "v", tree));
     EXPECT_EQ(describe(tree), describe(original));
   }
+}
+
+/// Zeros without end, or as good as.
+struct ZeroBuffer : std::streambuf {
+  omUInt64 nbRead = 0;
+  std::streamsize xsgetn(char* to, std::streamsize size) override {
+    std::memset(to, 0, static_cast<std::size_t>(size));
+    nbRead += static_cast<omUInt64>(size);
+    return nbRead < (omUInt64(1) << 28) ? size : 0;
+  }
+  int_type underflow() override {
+    static char zero = 0;
+    setg(&zero, &zero, &zero + 1);
+    return 0;
+  }
+};
+
+TEST(HostileStream, IsRefusedFromItsFirstBytes) {
+  ZeroBuffer buffer;
+  std::istream stream(&buffer);
+  EXPECT_FAILURE(openArchive(stream)->state(), "it begins neither as CBOR nor as a list in JSON");
+  EXPECT_LE(buffer.nbRead, 65536u);
 }
 
 std::string repeated(const std::string& piece, std::size_t count) {

@@ -136,6 +136,7 @@ TEST(JsonText, RefusesWhatIsNoArchive) {
        {"", " ", "{}", "1", "[", "]", "[]", "[{}]", "[1]", "[{\"v\": true}]", "\"[]\"", "[}", "[[]]"})
     EXPECT_FALSE(Reading<Json>(bad).archive.state()) << bad;
   EXPECT_FAILURE(Reading<Json>("").archive.state(), "The archive is empty");
+  EXPECT_EQ(Reading<Json>("[{}]").archive.state().getMessage().rfind("The data are not an archive"), 0u) << "said once";
   for (const std::string bad :
        {R"(, {"v": true, "w": 1}])", R"(, {}])", R"(, {"v" true}])", R"(, {"v": true]])", R"(, {"v": true}}])",
         R"( {"v": true}])", R"(, {"v": true},])", R"(, {"v": true})", R"(, {"v": true}] ])", R"(, {"v": true}] x)",
