@@ -18,8 +18,9 @@ class FirstFailure {
   /// Fails with a message of the library's catalogue, unless something failed before. Always false, to be returned.
   template <class... Arguments>
   bool set(eORMIXSerializationMessage::eId id, const Arguments&... arguments) {
-    if (!_failed) _message = serializationMessage(id, arguments...);
-    _failed = true;
+    const bool isFirst = !_failed;
+    _failed = true;  // also when there is no memory for the message
+    if (isFirst) _message = serializationMessage(id, arguments...);
     return false;
   }
   /// Fails with a text that says more than the first failure did.

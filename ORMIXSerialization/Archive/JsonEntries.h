@@ -6,10 +6,12 @@
 
 #include <ORMIXSerialization/Archive/FirstFailure.h>
 #include <ORMIXSerialization/Archive/JsonSource.h>
+#include <ORMIXSerialization/Archive/JsonText.h>
 #include <ORMIXSerialization/Archive/Utf8.h>
 #include <ORMIXSerialization/Archive/WriterState.h>
 #include <simdjson.h>
 
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +38,9 @@ class JsonEntries {
   bool leaveSection();
   /// Leaves the archive itself.
   bool leaveArchive();
+  /// Takes a text of the archive. By hand, as simdjson 3.0 writes texts into a buffer of which it has not seen whether
+  /// there was memory for it.
+  bool takeText(std::string_view key, json::raw_json_string raw, std::string& text);
 
   /// Fails with what was found instead of what was wanted.
   bool refuse(std::string_view key, const char* wanted, json::value found);
@@ -53,6 +58,7 @@ class JsonEntries {
   struct List {
     json::array_iterator entries;
     json::object_iterator entry;
+    bool isEntryOpen = false;  ///< an entry's start is taken, and not yet its end
   };
   template <class Iterator>
   static bool isOpen(const Iterator& iterator) {
@@ -62,6 +68,9 @@ class JsonEntries {
   bool openArchive();
   bool openList(std::string_view key, json::array array);
   bool takeStart(std::string_view key);
+  /// Whether the last entry was not read to its end, since an exception went through the archive; simdjson must then
+  /// not be asked for another one.
+  bool isBrokenOff() { return _lists.back().isEntryOpen && !failure.set(Message::eSM_UnreadEntry, shownText(_key)); }
   bool notOnePair(std::string_view key) {
     return failure.set(Message::eSM_Malformed, shownText(key), "an entry is not one key with one value");
   }
@@ -85,6 +94,7 @@ inline bool JsonEntries::openArchive() {
   simdjson::error_code error = _parser.iterate(text).get(_document);
   json::array array;
   if (error == simdjson::SUCCESS) error = _document.get_array().get(array);
+  if (error == simdjson::MEMALLOC) throw std::bad_alloc();
   if (error == simdjson::EMPTY) return failure.set(Message::eSM_EmptyArchive);
   if (error != simdjson::SUCCESS) return failure.set(Message::eSM_NotAnArchive, simdjson::error_message(error));
   return openList("", array);
@@ -114,28 +124,34 @@ inline bool JsonEntries::refuse(std::string_view key, const char* wanted, json::
   return failure.set(Message::eSM_WrongKind, shownText(key), wanted, describe(found));
 }
 
+inline bool JsonEntries::takeText(std::string_view key, json::raw_json_string raw, std::string& text) {
+  const char* const end = _source.data() + _source.size();
+  if (!unescapeJsonText({raw.raw(), static_cast<std::size_t>(end - raw.raw())}, text))
+    return malformed(key, simdjson::STRING_ERROR);
+  return isUtf8(text) || failure.set(Message::eSM_InvalidText, shownText(key));
+}
+
 inline bool JsonEntries::takeStart(std::string_view key) {
   List& list = _lists.back();
+  list.isEntryOpen = true;
   json::value element;
   json::object object;
   json::field field;
-  std::string_view found;
   simdjson::error_code error = (*list.entries).get(element);
   if (error == simdjson::SUCCESS) error = element.get_object().get(object);
   if (error == simdjson::INCORRECT_TYPE) return refuse(key, "an entry", element);
   if (error == simdjson::SUCCESS) error = object.begin().get(list.entry);
   if (error == simdjson::SUCCESS && !isOpen(list.entry)) return notOnePair(key);
   if (error == simdjson::SUCCESS) error = (*list.entry).get(field);
-  if (error == simdjson::SUCCESS) error = field.unescaped_key().get(found);
   if (error != simdjson::SUCCESS) return malformed(key, error);
-  if (!isUtf8(found)) return failure.set(Message::eSM_InvalidText, shownText(key));
-  _key = found;
+  if (!takeText(key, field.key(), _key)) return false;
   value = field.value();
   return true;
 }
 
 inline bool JsonEntries::enterEntry(std::string_view key) {
   if (failure.failed()) return false;
+  if (!_pending && isBrokenOff()) return false;
   if (!_pending && !isOpen(_lists.back().entries)) return failure.set(Message::eSM_KeyMissing, shownText(key));
   if (!_pending && !takeStart(key)) return false;
   _pending = false;
@@ -147,13 +163,14 @@ inline bool JsonEntries::leaveEntry() {
   ++list.entry;
   if (isOpen(list.entry)) return notOnePair(_key);
   ++list.entries;
+  list.isEntryOpen = false;
   return true;
 }
 
 inline const std::string* JsonEntries::peekKey() {
   if (failure.failed()) return nullptr;
   if (_pending) return &_key;
-  if (!isOpen(_lists.back().entries) || !takeStart("")) return nullptr;
+  if (isBrokenOff() || !isOpen(_lists.back().entries) || !takeStart("")) return nullptr;
   _pending = true;
   return &_key;
 }

@@ -3,6 +3,8 @@
 #include <ORMIXSerialization/Archive/JsonIArchive.h>
 #include <ORMIXSerialization/Archive/JsonNumbers.h>
 
+#include <utility>
+
 namespace ormix {
 
 struct JsonIArchive::Reader {
@@ -65,16 +67,15 @@ BoolResult JsonIArchive::readReal(std::string_view key, omReal32& value) { retur
 BoolResult JsonIArchive::readText(std::string_view key, std::string& value) {
   JsonEntries& entries = _reader->entries;
   if (!entries.enterEntry(key)) return state();
-  std::string_view text;
-  const simdjson::error_code error = entries.value.get_string().get(text);
+  json::raw_json_string raw;
+  std::string text;
+  const simdjson::error_code error = entries.value.get_raw_json_string().get(raw);
   if (error == simdjson::INCORRECT_TYPE)
     entries.refuse(key, "a text", entries.value);
   else if (error != simdjson::SUCCESS)
     entries.malformed(key, error);
-  else if (!isUtf8(text))  // an escaped half of a surrogate pair
-    entries.failure.set(eORMIXSerializationMessage::eSM_InvalidText, shownText(key));
-  else if (entries.leaveEntry())
-    value = text;
+  else if (entries.takeText(key, raw, text) && entries.leaveEntry())
+    value = std::move(text);
   return state();
 }
 

@@ -8,7 +8,7 @@
 namespace ormix {
 
 /// Reads what `JsonOArchive` writes, however it is laid out. The whole stream is taken into memory first (at most 4
-/// GiB); it needs no seeking.
+/// GiB) when it begins with a list; it needs no seeking. \throw std::bad_alloc when there is no memory for that
 class ORMIX_SERIALIZATION_API JsonIArchive final : public BaseIArchive {
  public:
   /// Reads the stream and the archive's first entry.

@@ -99,8 +99,8 @@ class JsonNumbers {
       const bool whole = token.find_first_not_of(" \t\r\n", static_cast<std::size_t>(end - token.data())) == token.npos;
       if (whole && (error == std::errc() || underflows(value, number))) return true;
     } else if (token.front() == '"') {
-      std::string_view text;
-      if (value.get_string().get(text) == simdjson::SUCCESS && readSpecial(text, number)) return true;
+      std::string text;
+      if (unescapeJsonText(token.substr(1), text) && readSpecial(text, number)) return true;
     }
     return _entries.refuse(_key, sizeof(T) == 4 ? "a 32-bit real" : "a real", value);
   }

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -21,6 +22,12 @@ inline constexpr std::string_view s_minusInfinityText = "-inf";
 
 /// Puts a UTF-8 text in quotes, escaping what JSON wants escaped.
 void putJsonText(ByteOutput& out, std::string_view text);
+
+/// Resolves the escapes of a text in quotes. Half of a surrogate pair, alone, becomes the three bytes that `isUtf8`
+/// refuses.
+/// \param raw begins behind the opening quote and may go on behind the closing one
+/// \return false on an escape that JSON does not have, and without a closing quote
+bool unescapeJsonText(std::string_view raw, std::string& text);
 
 /// Writes a number at `at`, where `s_longestNumber` bytes are free, and answers its end.
 template <class T>

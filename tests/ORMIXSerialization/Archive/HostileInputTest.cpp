@@ -9,14 +9,21 @@
 namespace {
 /// Largest single piece of memory asked for since it was last set to 0.
 std::size_t g_largestPiece = 0;
+/// Pieces given until one is refused, negative for never.
+int g_piecesLeft = -1;
+
+void* takeMemory(std::size_t size) {
+  g_largestPiece = std::max(g_largestPiece, size);
+  if (g_piecesLeft >= 0 && --g_piecesLeft < 0) return nullptr;
+  return std::malloc(size);
+}
 }  // namespace
 
 void* operator new(std::size_t size) {
-  g_largestPiece = std::max(g_largestPiece, size);
-  if (void* bytes = std::malloc(size)) return bytes;
+  if (void* bytes = takeMemory(size)) return bytes;
   throw std::bad_alloc();
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return takeMemory(size); }
 void operator delete(void* bytes) noexcept { std::free(bytes); }
 void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
 
@@ -124,6 +131,27 @@ TYPED_TEST(HostileInput, LeavesTheObjectAsItWas) {
     Tree tree = original;
     EXPECT_FALSE(readItem(archive, "v", tree));
     EXPECT_EQ(describe(tree), describe(original));
+  }
+}
+
+TYPED_TEST(HostileInput, MemoryThatEndsIsNoFaultOfTheArchive) {
+  const std::string bytes = treeArchive<TypeParam>(), expected = describe(sampleTree(1));
+  bool wasRefused = true;
+  for (int given = 0; wasRefused; ++given) {
+    std::istringstream stream(bytes);
+    SerializationObjectPtr object;
+    std::string otherFailure;
+    g_piecesLeft = given;
+    try {
+      object = load(stream);
+    } catch (const std::bad_alloc&) {
+    } catch (const std::exception& failure) {
+      otherFailure = failure.what();
+    }
+    wasRefused = g_piecesLeft < 0;
+    g_piecesLeft = -1;
+    ASSERT_EQ(otherFailure, "") << given;
+    ASSERT_TRUE(!object || describe(dynamic_cast<Tree&>(*object)) == expected) << given;
   }
 }
 

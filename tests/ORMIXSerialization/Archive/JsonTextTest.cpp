@@ -86,6 +86,9 @@ TEST(JsonText, AnyWhiteSpaceAndEscapesAreRead) {
   EXPECT_SUCCESS(readValue(g_header + R"(, {"\u0076": true}])", flag));
   EXPECT_TRUE(flag);
   EXPECT_EQ(valueOf<std::string>(R"("\ud83d\ude00\u00e9\/")"), "\xF0\x9F\x98\x80\xC3\xA9/");
+  EXPECT_EQ(valueOf<std::string>(R"("\"\\\b\f\n\r\t\u0000\uD7ff\uFFFF\uDBFF\uDFFFz")"),
+            std::string("\"\\\b\f\n\r\t\0\xED\x9F\xBF\xEF\xBF\xBF\xF4\x8F\xBF\xBFz", 19));
+  EXPECT_TRUE(std::isnan(valueOf<omReal64>(R"("n\u0061n")")));
 }
 
 TEST(JsonText, ReadsNumbersToTheNearest) {
@@ -143,8 +146,11 @@ TEST(JsonText, RefusesWhatIsNoArchive) {
         R"(, {"v": true}][])", R"(, {v: true}])", R"(, "v", true])", R"(, {"v": }])", R"(, {"v": "\ud800"}])"})
     EXPECT_FALSE(readValue(g_header + bad, flag)) << bad;
   std::string text;
-  EXPECT_FALSE(readValue(entry(R"("\udc00")"), text));
-  EXPECT_FALSE(readValue(entry(R"("\x")"), text));
+  for (const std::string bad :
+       {"\\udc00", "\\ud800", "\\ud800x", "\\ud800\\n", "\\ud800\\ud800", "\\ud800\\u0041", "\\ud800\\u"})
+    EXPECT_FALSE(readValue(entry('"' + bad + '"'), text)) << bad;
+  for (const std::string bad : {"\\x", "\\", "\\u", "\\u12", "\\u12g4", "\\u-123", "\\u 123", "\\U0041"})
+    EXPECT_FALSE(readValue(entry('"' + bad + '"'), text)) << bad;
   EXPECT_FALSE(readValue(entry("\"\n\""), text));
   EXPECT_FAILURE(Reading<Json>(R"([{"ormix-archive": [{"version": 2}, {"writer": "x"}]}])").archive.state(),
                  "format version 2, the newest known is 1");
