@@ -5,6 +5,9 @@
 #include <ORMIXUtil/Exception/BaseException.h>
 #include <ORMIXUtil/Object/DynamicObjectFactory.h>
 
+#include <exception>
+#include <utility>
+
 namespace ormix::detail {
 
 using Message = eORMIXSerializationMessage;
@@ -33,11 +36,85 @@ BoolResult writeObjectItem(BaseOArchive& archive, std::string_view key, const Ba
   return section.close();
 }
 
+namespace {
+
+// Not to be inlined: what they need on the stack is gone when the objects below are read.
+__attribute__((noinline)) bool beginSection(BaseIArchive& archive, std::string_view key, BoolResult& result) {
+  result = archive.beginSection(key);
+  return static_cast<bool>(result);
+}
+__attribute__((noinline)) bool endSection(BaseIArchive& archive, BoolResult& result) {
+  result = archive.endSection();
+  return static_cast<bool>(result);
+}
+
+/// An `ArchiveSectionManager` in two words: as many are open as objects nest.
+class ObjectSection {
+ public:
+  ObjectSection(BaseIArchive& archive, std::string_view key) : _archive(archive), _open(begin(archive, key)) {}
+  ~ObjectSection() {
+    if (_open) closeQuietly();
+  }
+  ObjectSection(const ObjectSection&) = delete;
+  ObjectSection& operator=(const ObjectSection&) = delete;
+
+  bool isOpen() const { return _open; }
+  void close(BoolResult& result) {
+    _open = false;
+    endSection(_archive, result);
+  }
+
+ private:
+  __attribute__((noinline)) static bool begin(BaseIArchive& archive, std::string_view key) {
+    return static_cast<bool>(archive.beginSection(key));
+  }
+  __attribute__((noinline)) void closeQuietly() noexcept {
+    try {
+      _archive.endSection();
+    } catch (const std::exception&) {
+      // Only memory can have run out while a failure was worded; the archive stays failed.
+    }
+  }
+
+  BaseIArchive& _archive;
+  bool _open;
+};
+
+using ObjectColl = std::vector<boost::shared_ptr<BaseSerializationObject>>;
+
+/// Adds a new object of the next entry's class; null when there is none.
+__attribute__((noinline)) BaseSerializationObject* addNextObject(BaseIArchive& archive, std::string_view key,
+                                                                 bool (*isWanted)(const BaseSerializationObject&),
+                                                                 ObjectColl& objects, BoolResult& result) {
+  boost::shared_ptr<BaseSerializationObject> object = createNextObject(archive, key, result);
+  if (object && !isWanted(*object)) {
+    result = wrongClass(key, object->getClassName());
+    return nullptr;
+  }
+  if (!object) return nullptr;
+  objects.push_back(std::move(object));
+  return objects.back().get();
+}
+
+}  // namespace
+
 BoolResult readObjectItem(BaseIArchive& archive, std::string_view key, BaseSerializationObject& object) {
-  ArchiveSectionManager section(archive, key);
-  if (!section.getState()) return section.getState();
-  if (BoolResult read = object.read(archive); !read) return read;
-  return section.close();
+  ObjectSection section(archive, key);
+  BoolResult result = section.isOpen() ? object.read(archive) : archive.state();
+  if (result) section.close(result);
+  return result;
+}
+
+bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isWanted)(const BaseSerializationObject&),
+                       ObjectColl& objects, BoolResult& result) {
+  if (!beginSection(archive, key, result)) return false;
+  while (BaseSerializationObject* object = addNextObject(archive, key, isWanted, objects, result)) {
+    ObjectSection section(archive, object->getClassName());
+    result = section.isOpen() ? object->read(archive) : archive.state();
+    if (result) section.close(result);
+    if (!result) return false;
+  }
+  return result && endSection(archive, result);
 }
 
 boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive, std::string_view key,

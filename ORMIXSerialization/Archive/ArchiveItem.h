@@ -49,10 +49,44 @@ ORMIX_SERIALIZATION_API BoolResult writeObjectItem(BaseOArchive& archive, std::s
                                                    const BaseSerializationObject& object);
 ORMIX_SERIALIZATION_API BoolResult readObjectItem(BaseIArchive& archive, std::string_view key,
                                                   BaseSerializationObject& object);
-/// The key of the next entry as the name of a class, and a new object of it; null with a failed result otherwise.
+/// The key of the next entry as the name of a class, and a new object of it; null otherwise, with a failed result
+/// unless the section ends.
 ORMIX_SERIALIZATION_API boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive,
                                                                                     std::string_view key,
                                                                                     BoolResult& result);
+
+/// Reads the entries of the section under the key as objects of which `isWanted` says that they may stand there.
+/// Objects nest down to the deepest section of an archive: of each level no more is on the stack than must be, here and
+/// in `RegisteredObject::read`.
+/// \return whether all went well; `result` tells
+ORMIX_SERIALIZATION_API bool readSharedObjects(BaseIArchive& archive, std::string_view key,
+                                               bool (*isWanted)(const BaseSerializationObject&),
+                                               std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
+                                               BoolResult& result);
+
+template <class V>
+__attribute__((noinline)) void takeAs(const std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
+                                      std::vector<boost::shared_ptr<V>>& values) {
+  std::vector<boost::shared_ptr<V>> taken;
+  taken.reserve(objects.size());
+  for (const auto& object : objects) taken.push_back(boost::dynamic_pointer_cast<V>(object));
+  values = std::move(taken);
+}
+
+/// Reads a field into `value`; `result` and the return value tell whether that went well.
+template <class V>
+__attribute__((noinline)) bool readField(BaseIArchive& archive, std::string_view key, V& value, BoolResult& result);
+template <class V, std::enable_if_t<isObjectItem<V>, int> = 0>
+bool readField(BaseIArchive& archive, std::string_view key, std::vector<boost::shared_ptr<V>>& values,
+               BoolResult& result) {
+  std::vector<boost::shared_ptr<BaseSerializationObject>> objects;
+  const auto isWanted = [](const BaseSerializationObject& object) {
+    return dynamic_cast<const V*>(&object) != nullptr;
+  };
+  if (!readSharedObjects(archive, key, isWanted, objects, result)) return false;
+  takeAs(objects, values);
+  return true;
+}
 
 template <class P>
 BoolResult readVector(BaseIArchive& archive, std::string_view key, std::vector<P>& values, eArrayScalar scalar,
@@ -160,17 +194,8 @@ BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::vec
 }
 template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, std::vector<boost::shared_ptr<V>>& values) {
-  std::vector<boost::shared_ptr<V>> read;
-  BoolResult result = archive.beginSection(key);
-  while (result) {
-    const boost::shared_ptr<BaseSerializationObject> object = detail::createNextObject(archive, key, result);
-    if (!object) break;
-    read.push_back(boost::dynamic_pointer_cast<V>(object));
-    if (!read.back()) return detail::wrongClass(key, object->getClassName());
-    result = detail::readObjectItem(archive, object->getClassName(), *object);
-  }
-  if (result) result = archive.endSection();
-  if (result) values = std::move(read);
+  BoolResult result;
+  detail::readField(archive, key, values, result);
   return result;
 }
 
@@ -195,5 +220,11 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, std::vector<P>&
   return detail::readVector(archive, key, values, arrayScalar<typename Packed::Scalar>(), Packed::nbColumns);
 }
 /// @}
+
+template <class V>
+bool detail::readField(BaseIArchive& archive, std::string_view key, V& value, BoolResult& result) {
+  result = readItem(archive, key, value);
+  return static_cast<bool>(result);
+}
 
 }  // namespace ormix

@@ -17,4 +17,6 @@ BoolResult failedField(const std::string& className, const BoolResult& result) {
   return failure(std::move(text));
 }
 
+void nameFailedField(const std::string& className, BoolResult& result) { result = failedField(className, result); }
+
 }  // namespace ormix::detail

@@ -5,6 +5,7 @@
 #include <ORMIXSerialization/Object/VersionedLevel.ipp>
 
 #include <boost/smart_ptr/make_shared_object.hpp>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -26,17 +27,35 @@ struct FieldWriter {
 
 struct FieldReader {
   BaseIArchive& archive;
-  BoolResult result;
+  BoolResult& result;
 
   template <class V>
   bool operator()(const char* key, V& value) {
-    result = readItem(archive, key, value);
-    return static_cast<bool>(result);
+    return readField(archive, key, value, result);
   }
+};
+
+/// A fresh object to read into. A large one is not on the stack, where objects within each other add up.
+template <class Self, bool isLarge = (sizeof(Self) > 64)>
+struct StagedObject {
+  Self object;
+  Self& operator*() { return object; }
+};
+template <class Self>
+struct StagedObject<Self, true> {
+  std::unique_ptr<Self> object{new Self()};
+  Self& operator*() { return *object; }
 };
 
 /// The class is named here, once, by the innermost object that failed.
 ORMIX_SERIALIZATION_API BoolResult failedField(const std::string& className, const BoolResult& result);
+ORMIX_SERIALIZATION_API void nameFailedField(const std::string& className, BoolResult& result);
+
+template <class Self>
+__attribute__((noinline)) bool isValid(const Self& object, BoolResult& result) {
+  result = FieldAccess::validate(object);
+  return static_cast<bool>(result);
+}
 
 }  // namespace detail
 
@@ -94,14 +113,14 @@ BoolResult RegisteredObject<Self, Base>::write(BaseOArchive& archive) const {
 // The fields arrive in a fresh object that is moved over this one at the end: a failed read changes nothing.
 template <class Self, class Base>
 BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
-  Self staged;
-  BoolResult result = staged.VersionedLevel<Self, Base>::read(archive);
+  detail::StagedObject<Self> staged;
+  BoolResult result = (*staged).VersionedLevel<Self, Base>::read(archive);
   if (!result) return result;
-  detail::FieldReader reader{archive, {}};
-  if (!FieldAccess::visit(staged, reader)) return detail::failedField(this->getTypeName(), reader.result);
-  if (const BoolResult valid = FieldAccess::validate(static_cast<const Self&>(staged)); !valid)
-    return detail::failedField(this->getTypeName(), valid);
-  static_cast<Self&>(*this) = std::move(staged);
+  detail::FieldReader reader{archive, result};
+  if (FieldAccess::visit(*staged, reader) && detail::isValid<Self>(*staged, result))
+    static_cast<Self&>(*this) = std::move(*staged);
+  else
+    detail::nameFailedField(this->getTypeName(), result);
   return result;
 }
 

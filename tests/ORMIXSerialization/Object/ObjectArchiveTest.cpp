@@ -1,5 +1,8 @@
+#include <ORMIXSerialization/Object/RegisteredObject.ipp>
+
 #include "ArchiveFormats.h"
 
+#include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <filesystem>
 #include <fstream>
@@ -118,6 +121,46 @@ TEST_F(ObjectArchive, WhatCannotBeWrittenIsNamed) {
   if (fs::exists("/dev/full")) EXPECT_FAILURE(save("/dev/full", Disc()), "/dev/full");
   if (fs::exists("/dev/null")) EXPECT_SUCCESS(save("/dev/null", Disc()));
   EXPECT_TRUE(!fs::exists("/dev/null") || fs::is_character_file("/dev/null"));
+}
+
+/// Notes how far down the stack is where an object of it is made.
+class Nest : public RegisteredObject<Nest, Level1> {
+ public:
+  static constexpr const char* s_className = "sample::Nest";
+  Nest() { s_deepest = std::min<const void*>(s_deepest, __builtin_frame_address(0), std::less<>()); }
+  std::vector<boost::shared_ptr<Nest>> inner;
+  static const void* s_deepest;
+
+ private:
+  friend struct ormix::FieldAccess;
+  template <class S, class F>
+  static bool fields(S& self, F&& item) {
+    return item("inner", self.inner);
+  }
+};
+const void* Nest::s_deepest = nullptr;
+const DynamicRegistrator<Nest> g_nestRegistrator;
+
+TEST_F(ObjectArchive, NestedObjectsTakeLittleStack) {
+  constexpr std::ptrdiff_t depth = 490;
+  boost::shared_ptr<Nest> outer = boost::make_shared<Nest>();
+  for (std::ptrdiff_t level = 0; level < depth; ++level) {
+    const auto around = boost::make_shared<Nest>();
+    around->inner.push_back(std::move(outer));
+    outer = around;
+  }
+  for (const char* name : {"nest.json", "nest.cbor"}) {
+    EXPECT_SUCCESS(save(path(name), *outer));
+    const void* const here = __builtin_frame_address(0);
+    Nest::s_deepest = here;
+    EXPECT_TRUE(load(path(name)));
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr std::ptrdiff_t mostOfALevel = 4096;
+#else
+    constexpr std::ptrdiff_t mostOfALevel = 640;
+#endif
+    EXPECT_LT((static_cast<const char*>(here) - static_cast<const char*>(Nest::s_deepest)) / depth, mostOfALevel);
+  }
 }
 
 TEST_F(ObjectArchive, ObjectsOfAnotherClassAreRefused) {
