@@ -1,12 +1,10 @@
 #include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
 #include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXSerialization/Archive/FileTarget.h>
 
 #include <algorithm>
 #include <boost/locale/utf.hpp>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
-#include <fstream>
 
 namespace ormix::geom {
 
@@ -146,14 +144,11 @@ BoolResult SvgWriter::write(std::ostream& stream) const {
 }
 
 BoolResult SvgWriter::write(const std::string& path) const {
-  errno = 0;
-  std::ofstream file(path, std::ios::binary);
-  if (!file) return failure("Cannot write \"" + path + "\": " + std::strerror(errno));
-  const BoolResult written = write(file);
-  // A full disk may show as late as here.
-  file.close();
-  const BoolResult closed = written ? takenBy(file) : written;
-  return closed ? closed : failure("\"" + path + "\": " + closed.getMessage());
+  FileTarget target(path);
+  BoolResult written = target.open();
+  if (written) written = write(target.stream());
+  if (written) written = target.commit();
+  return written ? written : failure("Cannot write \"" + path + "\": " + written.getMessage());
 }
 
 }  // namespace ormix::geom

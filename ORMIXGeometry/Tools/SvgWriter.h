@@ -53,7 +53,8 @@ class ORMIX_GEOMETRY_API SvgWriter {
   /// Writes the picture to a stream or a file. It shows the view set by `setView`, or the bounding box of everything
   /// drawn with a small margin. If nothing bounded was drawn, parabolas contribute vertex and focus to that box, lines
   /// their point nearest to the origin. Fails with a message when not everything can be written, as on a full disk, or
-  /// when the extent of the drawing overflows.
+  /// when the extent of the drawing overflows. An older file is replaced as by `save` of an archive: only when the new
+  /// one is complete.
   /// @{
   BoolResult write(std::ostream& stream) const;
   BoolResult write(const std::string& path) const;

@@ -1,10 +1,13 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
 #include <ORMIXGeometry/Tools/SvgWriter.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <boost/property_tree/xml_parser.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <locale>
 #include <regex>
@@ -210,6 +213,13 @@ TEST(SvgWriter, extentsThatOverflowTogetherFailToBeWritten) {
   std::ostringstream stream;
   EXPECT_FALSE(writer.write(stream));
   EXPECT_EQ(stream.str(), "");
+  const std::string path = ::testing::TempDir() + "ormix_svg_" + std::to_string(::getpid());
+  std::ofstream(path) << "old";
+  EXPECT_FALSE(writer.write(path));
+  std::stringstream kept;
+  kept << std::ifstream(path).rdbuf();
+  EXPECT_EQ(kept.str(), "old") << "an older picture stays until a whole one is there";
+  std::filesystem::remove(path);
 }
 
 TEST(SvgWriter, whatIsFarOutsideAGivenViewIsLeftOut) {

@@ -1,12 +1,29 @@
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include "ArchiveFormats.h"
 
 #include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+namespace {
+bool g_diskIsBroken = false;
+}
+
+/// Takes the place of the C library's, in the library too.
+extern "C" int fsync(int file) {
+  if (!g_diskIsBroken) return static_cast<int>(::syscall(SYS_fsync, file));
+  errno = EIO;
+  return -1;
+}
 
 namespace {
 
@@ -113,6 +130,65 @@ TEST_F(ObjectArchive, AnOlderFileIsReplacedAsAWhole) {
   EXPECT_EQ(dynamic_cast<Disc&>(*load(path("disc"))).radius(), 4);
   EXPECT_EQ(fs::status(path("disc")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(nbFiles(), 2u);
+}
+
+TEST_F(ObjectArchive, WhatKilledProgramsLeftIsRemoved) {
+  const std::string mine = "disc.tmp-" + std::to_string(::getpid()) + "-";
+  for (int number = 0; number < 120; ++number) put(path((mine + std::to_string(number)).c_str()), "torn");
+  put(path("disc.tmp-1-0"), "torn");
+  put(path("disc.tmp-1-1"), "being written");
+  const int writing = ::open(path("disc.tmp-1-1").c_str(), O_RDONLY);
+  ASSERT_EQ(::flock(writing, LOCK_EX), 0);
+  for (const char* other : {"disc.tmp-1", "disc.tmp-1-x", "disc.tmp-", "other.tmp-1-0"}) put(path(other), "another's");
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_SUCCESS(save(path("disc"), Disc({1, 2}, 3)));
+    EXPECT_EQ(nbFiles(), 6u);
+    EXPECT_EQ(contents(path("disc.tmp-1-1")), "being written");
+  }
+  ::close(writing);
+  EXPECT_SUCCESS(save(path("disc"), Disc({1, 2}, 3)));
+  EXPECT_EQ(nbFiles(), 5u);
+}
+
+TEST_F(ObjectArchive, ALinkToNothingGetsItsTarget) {
+  fs::create_directory(path("folder"));
+  fs::create_symlink("folder/second", path("first"));
+  fs::create_symlink("../disc", path("folder/second"));
+  EXPECT_SUCCESS(save(path("first"), Disc({1, 2}, 3)));
+  EXPECT_TRUE(fs::is_symlink(path("first")) && fs::is_symlink(path("folder/second")));
+  EXPECT_FALSE(fs::is_symlink(path("disc")));
+  EXPECT_EQ(dynamic_cast<Disc&>(*load(path("first"))).radius(), 3);
+  fs::create_symlink("loop", path("loop"));
+  EXPECT_FAILURE(save(path("loop"), Disc()), "Too many levels of symbolic links");
+}
+
+TEST_F(ObjectArchive, WhereNoOtherFileCanBeTheTargetIsWritten) {
+  for (const std::size_t length : {240u, 245u, 250u, 255u}) {
+    const std::string name(length, 'n');
+    EXPECT_SUCCESS(save(path(name.c_str()), Disc({1, 2}, 3)));
+    EXPECT_EQ(dynamic_cast<Disc&>(*load(path(name.c_str()))).radius(), 3);
+  }
+  put(path("disc"), "old");
+  fs::permissions(path("disc"), fs::perms(0666));
+  fs::permissions(folder, fs::perms(0555));
+  const uid_t user = ::geteuid();
+  ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0);
+  const BoolResult saved = save(path("disc"), Disc({1, 2}, 4)), refused = save(path("new"), Disc());
+  ASSERT_EQ(::seteuid(user), 0);
+  fs::permissions(folder, fs::perms(0755));
+  EXPECT_SUCCESS(saved);
+  EXPECT_FAILURE(refused, "Permission denied");
+  EXPECT_EQ(dynamic_cast<Disc&>(*load(path("disc"))).radius(), 4);
+}
+
+TEST_F(ObjectArchive, BytesThatDoNotReachTheDiskAreAFailure) {
+  EXPECT_SUCCESS(save(path("disc"), Disc({1, 2}, 3)));
+  g_diskIsBroken = true;
+  const BoolResult saved = save(path("disc"), Disc({1, 2}, 4));
+  g_diskIsBroken = false;
+  EXPECT_FAILURE(saved, "Input/output error");
+  EXPECT_EQ(dynamic_cast<Disc&>(*load(path("disc"))).radius(), 3);
+  EXPECT_EQ(nbFiles(), 1u);
 }
 
 TEST_F(ObjectArchive, WhatCannotBeWrittenIsNamed) {
