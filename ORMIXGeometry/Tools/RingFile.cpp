@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
 #include <ORMIXGeometry/Tools/RingFile.h>
 
 #include <boost/geometry/io/wkt/read.hpp>
@@ -10,6 +11,7 @@
 #include <istream>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace ormix::geom {
 
@@ -58,15 +60,79 @@ bool isFinite(const Polygon2d<omReal64>& ring) {
   return true;
 }
 
+/// Cuts a text into lines, and lines longer than a block into pieces, so that no line is in memory as a whole.
+class LinePieces {
+ public:
+  explicit LinePieces(std::istream& stream) : _stream(stream), _block(s_size) {}
+
+  /// Takes the next line, or as much of it as there is room for; false at the end of the text.
+  bool take() {
+    const char* lineEnd = findLineEnd();
+    if (lineEnd == nullptr) {
+      refill();
+      lineEnd = findLineEnd();
+    }
+    if (_begin == _end) return false;
+    _endsLine = lineEnd != nullptr || _end - _begin < s_size;
+    const char* from = _block.data() + _begin;
+    const std::size_t length = lineEnd != nullptr ? static_cast<std::size_t>(lineEnd - from) : _end - _begin;
+    _piece = std::string_view(from, length);
+    _begin += length + (lineEnd != nullptr ? 1 : 0);
+    return true;
+  }
+  /// Valid until the next piece is taken.
+  std::string_view piece() const { return _piece; }
+  /// Whether the line ends with this piece.
+  bool endsLine() const { return _endsLine; }
+
+  /// Shortens a piece that does not end its line; what is left out begins the next one.
+  void shorten(std::size_t length) {
+    _begin -= _piece.size() - length;
+    _piece = _piece.substr(0, length);
+  }
+  void skipLine() {
+    while (!_endsLine && take()) {
+    }
+  }
+
+ private:
+  static constexpr std::size_t s_size = 65536;
+
+  const char* findLineEnd() const {
+    return static_cast<const char*>(std::memchr(_block.data() + _begin, '\n', _end - _begin));
+  }
+  void refill() {
+    std::memmove(_block.data(), _block.data() + _begin, _end - _begin);
+    _end -= _begin;
+    _begin = 0;
+    if (!_stream) return;
+    _stream.read(_block.data() + _end, static_cast<std::streamsize>(s_size - _end));
+    _end += static_cast<std::size_t>(_stream.gcount());
+  }
+
+  std::istream& _stream;
+  std::vector<char> _block;
+  std::size_t _begin = 0;
+  std::size_t _end = 0;
+  std::string_view _piece;
+  bool _endsLine = true;
+};
+
 class RingReader {
  public:
-  RingFile read(std::istream& stream) {
+  explicit RingReader(std::istream& stream) : _lines(stream) {}
+
+  RingFile read() {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    for (std::string line; std::getline(stream, line);) {
+    while (_lines.take()) {
       ++_line;
-      std::string_view text = line;
+      std::string_view text = _lines.piece();
       if (_line == 1 && text.substr(0, byteOrderMark.size()) == byteOrderMark) text.remove_prefix(byteOrderMark.size());
-      take(text);
+      if (_lines.endsLine() || text.find('#') != std::string_view::npos)
+        take(text);
+      else
+        takeLongRing(text);
+      _lines.skipLine();
     }
     endBlock();
     return std::move(_file);
@@ -76,7 +142,7 @@ class RingReader {
   void take(std::string_view line) {
     const std::string_view content = contentOf(line);
     if (content.find(',') != std::string_view::npos)
-      takeRing(std::string(content));
+      takeRing(content);
     else if (!content.empty())
       takePoint(content);
     else if (line.find('#') == std::string_view::npos)
@@ -91,16 +157,58 @@ class RingReader {
       addProblem("neither two finite numbers \"x y\" nor a ring \"x y, x y, ...\": " + shownText(text));
   }
 
-  void takeRing(std::string text) {
+  void takeRing(std::string_view text) {
     endBlock();
-    for (char& character : text)
-      if (s_blanks.find(character) != std::string_view::npos) character = ' ';
     Polygon2d<omReal64> ring;
-    try {
-      fromString(ring, text);
-    } catch (const boost::geometry::read_wkt_exception& error) {
-      return addProblem("not a ring \"x y, x y, ...\": " + shownText(text));
+    if (appendPoints(text, ring)) finishRing(ring, text);
+  }
+
+  /// A ring whose line does not fit a block: read piece by piece, each up to its last comma.
+  void takeLongRing(std::string_view text) {
+    endBlock();
+    Polygon2d<omReal64> ring;
+    for (;;) {
+      const std::size_t comment = text.find('#');
+      const bool isLast = _lines.endsLine() || comment != std::string_view::npos;
+      text = text.substr(0, comment);
+      if (!isLast) {
+        const std::size_t comma = text.rfind(',');
+        if (comma == std::string_view::npos)
+          return addProblem("a coordinate or comment without end: " + shownText(text));
+        _lines.shorten(_lines.piece().size() - (text.size() - comma - 1));
+        text = text.substr(0, comma);
+        // `appendPoints` would take this comma for the one that may stand at the very end.
+        if (const std::string_view content = contentOf(text); content.empty() || content.back() == ',')
+          return addProblem("not a ring \"x y, x y, ...\": " + shownText(text));
+      }
+      if (!appendPoints(text, ring)) return;
+      if (isLast || !_lines.take()) return finishRing(ring, text);
+      text = _lines.piece();
     }
+  }
+
+  /// Appends "x y, x y, ...", or tells why not.
+  bool appendPoints(std::string_view text, Polygon2d<omReal64>& ring) {
+    std::string spaced(text);
+    for (char& character : spaced)
+      if (s_blanks.find(character) != std::string_view::npos) character = ' ';
+    auto& points = ring.getPointColl();
+    try {
+      std::vector<Point2dData<omReal64>> read;
+      readRing(spaced, read);
+      if (points.empty())
+        points = std::move(read);
+      else
+        points.insert(points.end(), read.begin(), read.end());
+    } catch (const boost::geometry::read_wkt_exception& error) {
+      addProblem("not a ring \"x y, x y, ...\": " + shownText(text));
+      return false;
+    }
+    return true;
+  }
+
+  void finishRing(Polygon2d<omReal64>& ring, std::string_view text) {
+    closePolygon(ring);
     if (!isFinite(ring)) return addProblem("a ring with a coordinate that is not finite: " + shownText(text));
     _file.rings.push_back(std::move(ring));
   }
@@ -114,6 +222,7 @@ class RingReader {
     if (_file.nbProblems++ < RingFile::s_maxProblems) _file.problems.push_back({_line, std::move(message)});
   }
 
+  LinePieces _lines;
   RingFile _file;
   Polygon2d<omReal64> _block;
   std::size_t _line = 0;
@@ -121,7 +230,7 @@ class RingReader {
 
 }  // namespace
 
-RingFile readRings(std::istream& stream) { return RingReader().read(stream); }
+RingFile readRings(std::istream& stream) { return RingReader(stream).read(); }
 
 ProcessingResult<RingFile> readRings(const std::string& path) {
   const auto cannotRead = [&path](const std::string& why) {

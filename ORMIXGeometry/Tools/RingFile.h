@@ -30,7 +30,7 @@ struct RingFile {
 ///
 /// A '#' and the rest of its line are a comment. A line of neither form is a problem: it is skipped, and a block
 /// continues after it. Coordinates are finite numbers in decimal notation, independent of the locale. Linear in the
-/// text.
+/// text; the memory is that of the rings and 64 KiB, within which a coordinate and the blanks around it must end.
 ORMIX_GEOMETRY_API RingFile readRings(std::istream& stream);
 /// The same from a file. Fails, with an empty result and the path in the message, when the file cannot be read.
 ORMIX_GEOMETRY_API ProcessingResult<RingFile> readRings(const std::string& path);

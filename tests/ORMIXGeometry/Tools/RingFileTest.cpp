@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/RingFile.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <fstream>
 #include <locale>
@@ -73,6 +74,66 @@ TEST(RingFile, hostileTextIsBounded) {
   EXPECT_EQ(file.problems.size(), RingFile::s_maxProblems);
   EXPECT_LT(file.problems[0].message.size(), 200u);
   EXPECT_EQ(file.problems[0].message.find('\x01'), std::string::npos);
+}
+
+// Lines are read in pieces of 65536 bytes, which must not show.
+TEST(RingFile, linesMayBeLongerThanABlock) {
+  std::string manyPoints;
+  while (manyPoints.size() < 65520) manyPoints += "7 8,";
+  for (std::size_t nbBlanks = 0; nbBlanks <= 20; ++nbBlanks)
+    for (const std::string rest : {"1 1, 2 0", ",1 1", "1,1 1", "1 1,", "1 1,,", "1 1,, 2 2", "1 1 # x", "1 1,nan 0"}) {
+      const std::string line = manyPoints + std::string(nbBlanks, ' ') + rest;
+      Polygon2d<omReal64> ring;
+      try {
+        fromString(ring, line.substr(0, line.find('#')));
+      } catch (const std::exception&) {
+      }
+      const bool isProblem = ring.isEmpty() || line.find("nan") != std::string::npos;
+      const RingFile file = read("9 9\n" + line + "\n8 8");
+      ASSERT_EQ(file.rings.size(), isProblem ? 2u : 3u) << nbBlanks << rest;
+      ASSERT_EQ(file.nbProblems, isProblem ? 1u : 0u) << nbBlanks << rest;
+      ASSERT_TRUE(isProblem || file.rings[1].getPointColl() == ring.getPointColl()) << nbBlanks << rest;
+    }
+  std::string points = "0 0";
+  for (int at = 1; at < 40000; ++at) points += ",\t" + std::to_string(at) + "\t" + std::to_string(at % 7);
+  const RingFile file = read(points + "\n" + points + ", x 1, " + points + "\n" + points);
+  ASSERT_EQ(file.rings.size(), 2u);
+  EXPECT_EQ(file.rings[0].getPointColl().size(), 40001u);
+  EXPECT_EQ(file.rings[0].getPointColl()[39999], Point2dData<omReal64>(39999, 39999 % 7));
+  EXPECT_EQ(file.rings[1].getPointColl(), file.rings[0].getPointColl());
+  EXPECT_EQ(file.problems.at(0).line, 2u);
+  EXPECT_EQ(summary(read("#" + std::string(200000, ',') + "\n1 1 #" + std::string(70000, ',') + "\n2 2")),
+            "[[1, 1], [2, 2]] ");
+}
+
+/// So many zeros without a line end.
+struct Zeros : std::streambuf {
+  explicit Zeros(std::size_t size) : left(size) {}
+  int_type underflow() override {
+    if (left == 0) return traits_type::eof();
+    const std::size_t count = std::min(left, block.size());
+    left -= count;
+    setg(block.data(), block.data(), block.data() + count);
+    return 0;
+  }
+  std::vector<char> block = std::vector<char>(65536);
+  std::size_t left;
+};
+
+/// Most memory this process has had so far, in KiB.
+long peakMemory() {
+  rusage usage{};
+  ::getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+TEST(RingFile, aLineWithoutEndTakesNoMemory) {
+  const long before = peakMemory();
+  Zeros zeros(std::size_t(256) << 20);
+  std::istream stream(&zeros);
+  EXPECT_EQ(readRings(stream).nbProblems, 1u);
+  EXPECT_EQ(zeros.left, 0u);
+  EXPECT_LT(peakMemory(), before + 32 * 1024);
 }
 
 TEST(RingFile, numbersDoNotDependOnTheLocale) {
