@@ -100,7 +100,8 @@ boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path, const MeshReadOpt
     describe(triangles, report);
     build(std::move(triangles), options, *mesh, report);
   }
-  if (mesh->getNbTriangles() == 0 && !report.message.empty()) logUnreadable(path, report.message);
+  if (report.stop == eSS_ReadError || (mesh->getNbTriangles() == 0 && !report.message.empty()))
+    logUnreadable(path, report.message);
   return mesh;
 }
 

@@ -45,7 +45,7 @@ struct MeshReport {
 /// declared number of 0 then means all complete records. An ASCII file is read by `readTolerantAsciiTriangles`.
 /// Vertices are merged and triangles kept as by `readFromStLFile`.
 /// \param report filled in every case, also on failure
-/// \return an empty mesh, logged as an error, when the file cannot be read at all
+/// \return an empty mesh when the file cannot be read at all, the part before a read error; both are logged as errors
 template <class T>
 boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path, const MeshReadOptions& options, MeshReport& report);
 /// The same with default options and without a report.

@@ -55,7 +55,7 @@ std::size_t StlInput::read(char* to, std::size_t size) {
 
 void StlInput::rewind() {
   _at = 0;
-  if (_file >= 0) _failed = ::lseek(_file, 0, SEEK_SET) != 0;
+  if (_file >= 0 && ::lseek(_file, 0, SEEK_SET) != 0) _failed = true;
 }
 
 std::size_t StlInput::getRoom(omUInt64 bytesOfTriangle) const {

@@ -26,11 +26,11 @@ class ORMIX_GEOMETRY_API StlInput {
 
   /// Reads up to `size` bytes and returns how many were read: fewer only at the end or when reading fails.
   std::size_t read(char* to, std::size_t size);
-  /// Whether reading has failed; the end is not a failure.
+  /// Whether reading has failed, which the end of the file is not; no more bytes follow then, not even after rewind().
   bool hasFailed() const { return _failed; }
   /// The length in bytes, as it was when the file was opened.
   omUInt64 getSize() const { return _size; }
-  /// Returns to the first byte.
+  /// Returns to the first byte, unless reading has failed.
   void rewind();
 
   /// The number of triangles for which to reserve memory: as many as the file has room for at `bytesOfTriangle` bytes

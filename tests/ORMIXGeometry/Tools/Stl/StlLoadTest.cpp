@@ -5,11 +5,26 @@
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
+#include <cerrno>
 #include <cmath>
 
 #include "StlSamples.h"
 #include "support/LogCapture.h"
+
+namespace {
+int g_readsUntilFailure = 0;  ///< the read of a file that fails, counted from 1; 0 for none
+}
+
+/// Takes the place of the C library's, in the library too.
+extern "C" ssize_t read(int file, void* bytes, std::size_t size) {
+  if (g_readsUntilFailure > 0 && --g_readsUntilFailure == 0) {
+    errno = EIO;
+    return -1;
+  }
+  return ::syscall(SYS_read, file, bytes, size);
+}
 
 using namespace ormix;
 using namespace ormix::geom;
@@ -126,6 +141,28 @@ TEST(StlLoad, whatCannotBeReadIsEmptyAndLoggedWithThePath) {
     for (const auto& [level, text] : log.messages()) {
       EXPECT_EQ(level, s_errorLogLevel);
       EXPECT_NE(text.find(path), std::string::npos) << text;
+    }
+  }
+}
+
+TEST(StlLoad, aReadThatFailsIsSaid) {
+  const std::vector<Corners> many(20000, tetrahedron()[3]);
+  for (const std::string& bytes : {binary(many), binary(many, 20000, "solid"), ascii(facets(many))}) {
+    const TemporaryFile file(bytes);
+    for (int failing = 1; failing <= 4; ++failing) {
+      const support::LogCapture log(getORMIXGeometryLoggerName());
+      MeshReport found;
+      g_readsUntilFailure = failing;
+      const auto reported = readMesh<omReal32>(file.path, {}, found);
+      EXPECT_EQ(g_readsUntilFailure, 0);
+      EXPECT_EQ(found.stop, eSS_ReadError) << failing;
+      EXPECT_LT(reported->getNbTriangles(), many.size());
+      g_readsUntilFailure = failing;
+      EXPECT_LT(readFromStLFile<omReal32>(file.path)->getNbTriangles(), many.size());
+      EXPECT_EQ(g_readsUntilFailure, 0);
+      ASSERT_EQ(log.messages().size(), 2u) << failing;
+      for (const auto& [level, text] : log.messages())
+        EXPECT_NE(text.find("reading failed"), std::string::npos) << text;
     }
   }
 }
