@@ -36,21 +36,6 @@ StlMeshes<T> meshesOf(const MeshWithHoles3d<T>& root, bool withHoles) {
   return meshes;
 }
 
-StlMeshes<omReal32> meshesOf(const std::vector<const Shape3d*>& shapes, bool withHoles) {
-  StlMeshes<omReal32> meshes;
-  for (const Shape3d* shape : shapes)
-    if (shape != nullptr)
-      for (const auto& mesh : shape->getMeshWithHolesColl())
-        if (mesh) collect(*mesh, withHoles, meshes);
-  return meshes;
-}
-
-StlMeshes<omReal32> meshesOf(const std::vector<boost::shared_ptr<Shape3d>>& shapes, bool withHoles) {
-  std::vector<const Shape3d*> pointers;
-  for (const auto& shape : shapes) pointers.push_back(shape.get());
-  return meshesOf(pointers, withHoles);
-}
-
 template <class T>
 std::size_t countTriangles(const StlMeshes<T>& meshes) {
   std::size_t nbTriangles = 0;
@@ -90,6 +75,28 @@ BoolResult saveBinary(const std::string& path, const StlMeshes<T>& meshes) {
     writeStLBinaryHeader(stream, countTriangles(meshes));
     writeBinary(stream, meshes, stlOffsets(meshes));
   });
+}
+
+/// Saves the surfaces of shapes by `saveMeshes(meshes)`. A volume without surfaces would be an empty file.
+template <class Save>
+BoolResult saveShapes(const std::string& path, const std::vector<const Shape3d*>& shapes, bool withHoles,
+                      Save saveMeshes) {
+  StlMeshes<omReal32> meshes;
+  for (const Shape3d* shape : shapes) {
+    if (shape == nullptr) continue;
+    const std::size_t nbBefore = countTriangles(meshes);
+    for (const auto& mesh : shape->getMeshWithHolesColl())
+      if (mesh) collect(*mesh, withHoles, meshes);
+    if (shape->getNbVoxels() != 0 && countTriangles(meshes) == nbBefore)
+      return meshFileNotWritten(path, "a shape of " + std::to_string(shape->getNbVoxels()) + " voxels has no surface");
+  }
+  return saveMeshes(meshes);
+}
+
+std::vector<const Shape3d*> pointersTo(const std::vector<boost::shared_ptr<Shape3d>>& shapes) {
+  std::vector<const Shape3d*> pointers;
+  for (const auto& shape : shapes) pointers.push_back(shape.get());
+  return pointers;
 }
 
 }  // namespace
@@ -150,21 +157,22 @@ BoolResult saveToStLBinary(const std::string& path, const MeshWithHoles3d<T>& me
 }
 
 BoolResult saveToStLAscii(const std::string& path, const Shape3d& shape, bool withHoles, const std::string& name) {
-  return saveAscii(path, meshesOf({&shape}, withHoles), name);
+  return saveShapes(path, {&shape}, withHoles, [&](const auto& meshes) { return saveAscii(path, meshes, name); });
 }
 
 BoolResult saveToStLBinary(const std::string& path, const Shape3d& shape, bool withHoles) {
-  return saveBinary(path, meshesOf({&shape}, withHoles));
+  return saveShapes(path, {&shape}, withHoles, [&](const auto& meshes) { return saveBinary(path, meshes); });
 }
 
 BoolResult saveToStLAscii(const std::string& path, const std::vector<boost::shared_ptr<Shape3d>>& shapes,
                           bool withHoles, const std::string& name) {
-  return saveAscii(path, meshesOf(shapes, withHoles), name);
+  return saveShapes(path, pointersTo(shapes), withHoles,
+                    [&](const auto& meshes) { return saveAscii(path, meshes, name); });
 }
 
 BoolResult saveToStLBinary(const std::string& path, const std::vector<boost::shared_ptr<Shape3d>>& shapes,
                            bool withHoles) {
-  return saveBinary(path, meshesOf(shapes, withHoles));
+  return saveShapes(path, pointersTo(shapes), withHoles, [&](const auto& meshes) { return saveBinary(path, meshes); });
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_STL(T)                                                                             \

@@ -4,14 +4,16 @@
 
 namespace ormix::geom {
 
+BoolResult meshFileNotWritten(const std::string& path, const std::string& why) {
+  return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_MeshFileNotWritten, path) +
+                 (why.empty() ? "" : ": " + why));
+}
+
 BoolResult saveStl(const std::string& path, const std::function<void(std::ostream&)>& write) {
-  const auto notWritten = [&path] {
-    return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_MeshFileNotWritten, path));
-  };
   FileTarget target(path);
-  if (!target.open()) return notWritten();
+  if (!target.open()) return meshFileNotWritten(path);
   write(target.stream());
-  return target.stream() && target.commit() ? BoolResult() : notWritten();
+  return target.stream() && target.commit() ? BoolResult() : meshFileNotWritten(path);
 }
 
 }  // namespace ormix::geom

@@ -14,6 +14,9 @@
 // Not installed.
 namespace ormix::geom {
 
+/// A failure with message eEM_MeshFileNotWritten, followed by the reason where one is given.
+BoolResult meshFileNotWritten(const std::string& path, const std::string& why = "");
+
 /// Creates a file whose contents `write` writes to a stream. Fails with message eEM_MeshFileNotWritten when not every
 /// byte reaches the disk; an existing file is replaced only by a complete one.
 BoolResult saveStl(const std::string& path, const std::function<void(std::ostream&)>& write);

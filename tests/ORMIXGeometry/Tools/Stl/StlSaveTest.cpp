@@ -212,6 +212,26 @@ TEST(StlSave, shapesAreWrittenAsOneFile) {
   EXPECT_EQ(file.bytes(), "solid \nendsolid \n");
 }
 
+TEST(StlSave, voxelsWithoutASurfaceAreAFailure) {
+  const TemporaryFile file("old");
+  const auto voxels = boost::make_shared<Shape3d>(), both = boost::make_shared<Shape3d>();
+  for (const auto& shape : {voxels, both}) {
+    shape->getRowIntersections().rowIntersectionsColl.resize(1);
+    EXPECT_TRUE(shape->getRowIntersections().rowIntersectionsColl[0].addRun(0, 3, 8));
+  }
+  voxels->getMeshWithHolesColl() = {nullptr, boost::make_shared<MeshWithHoles3d<omReal32>>()};
+  both->getMeshWithHolesColl() = {node(3)};
+  for (const BoolResult& saved :
+       {saveToStLAscii(file.path, *voxels, true, "p"), saveToStLBinary(file.path, *voxels, true),
+        saveToStLAscii(file.path, {both, voxels}, true, "p"), saveToStLBinary(file.path, {both, voxels}, true)}) {
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(saved.getMessage(),
+              "Failed to write mesh 3d data to file " + file.path + ": a shape of 5 voxels has no surface");
+  }
+  EXPECT_EQ(file.bytes(), "old");
+  EXPECT_TRUE(saveToStLBinary(file.path, *both, true));
+}
+
 TEST(StlSave, nestingIsNotRecursive) {
   const auto root = node(1);
   auto* inner = root.get();
