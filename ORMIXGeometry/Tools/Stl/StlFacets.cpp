@@ -33,14 +33,10 @@ std::array<omReal32, 3> stlNormal(const Point3dData<T>& a, const Point3dData<T>&
   const omReal64 ax = real(a.getX()), ay = real(a.getY()), az = real(a.getZ());
   const omReal64 ux = real(b.getX()) - ax, uy = real(b.getY()) - ay, uz = real(b.getZ()) - az;
   const omReal64 vx = real(c.getX()) - ax, vy = real(c.getY()) - ay, vz = real(c.getZ()) - az;
-  omReal64 x = uy * vz - uz * vy, y = uz * vx - ux * vz, z = ux * vy - uy * vx;
+  const omReal64 x = uy * vz - uz * vy, y = uz * vx - ux * vz, z = ux * vy - uy * vx;
   const omReal64 length = euclideanNorm(x, y, z);
-  if (length != 0) {
-    x /= length;
-    y /= length;
-    z /= length;
-  }
-  return {static_cast<omReal32>(x), static_cast<omReal32>(y), static_cast<omReal32>(z)};
+  if (length == 0) return {};  // some of the three may be -0
+  return {static_cast<omReal32>(x / length), static_cast<omReal32>(y / length), static_cast<omReal32>(z / length)};
 }
 
 void StlBlock::write() {

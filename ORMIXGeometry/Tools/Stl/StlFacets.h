@@ -14,7 +14,7 @@ namespace ormix::geom {
 /// The translation that is added to the coordinates, on each axis.
 using StlOffsets = std::array<omReal32, 3>;
 
-/// The unit normal of a triangle, computed in omReal64; the zero vector for a triangle without area.
+/// The unit normal of a triangle, computed in omReal64; three times +0 for a triangle without area.
 template <class T>
 std::array<omReal32, 3> stlNormal(const Point3dData<T>& a, const Point3dData<T>& b, const Point3dData<T>& c);
 

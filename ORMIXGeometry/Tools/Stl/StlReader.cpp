@@ -73,8 +73,7 @@ class PlainAsciiReader : AsciiReader {
       if (at % 3 == 0 && !_words.skip(1)) return stop(eSS_InsideTriangle);
       if (!_words.nextNumber(corners[at])) return stop(_words.atEnd() ? eSS_InsideTriangle : eSS_NoNumber);
     }
-    if (!_words.skip(1) || !_words.next(word)) return stop(eSS_InsideTriangle);
-    if (_words.endedWithInput() && !isKeyword(word, "endfacet")) return stop(eSS_InsideTriangle);
+    if (!_words.skip(2)) return stop(eSS_InsideTriangle);
     return keep(corners);
   }
 };

@@ -16,9 +16,8 @@ ORMIX_GEOMETRY_API bool hasStlAsciiFormat(StlInput& input);
 /// - a triangle is "facet" and a word, or any other word (the name of the solid: one word at most, intended) and two
 ///   words; then five words; three times a word and three numbers; and two words.
 ///
-/// The normal is ignored. A triangle counts when its last word is complete: followed by white space, or "endfacet" at
-/// the end of the text. Numbers are those of `StlWords::nextNumber`. Linear in the bytes; memory grows with the
-/// triangles that are read.
+/// The normal is ignored. A triangle counts when its last word has begun, even if the text ends within that word.
+/// Numbers are those of `StlWords::nextNumber`. Linear in the bytes; memory grows with the triangles that are read.
 ORMIX_GEOMETRY_API StlTriangles readAsciiTriangles(StlInput& input);
 
 /// Reads an ASCII file with the deviations from the format that are common in practice: names of several words, any

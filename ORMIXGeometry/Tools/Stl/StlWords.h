@@ -28,8 +28,6 @@ class StlWords {
   /// Whether there is no further word on the line.
   bool atEndOfLine();
 
-  /// Whether the last word ended at the end of the text and not at white space.
-  bool endedWithInput() const { return _at == _end; }
   /// Whether all words have been read.
   bool atEnd() { return !skipBlanks(); }
   /// The number of bytes read so far, which is the offset of the next one.

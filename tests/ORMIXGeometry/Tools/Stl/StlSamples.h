@@ -155,7 +155,7 @@ inline std::vector<HostileFile> hostileFiles() {
       {"one line", "solid p " + facet({"0", "0", "0", "1", "0", "0", "0", "1", "0"}, " ") + "\n", 1},
       {"no end", "solid p\n" + text, 4},
       {"the last line end missing", "solid p\n" + text.substr(0, text.size() - 1), 4},
-      {"the last letter missing", "solid p\n" + text.substr(0, text.size() - 2), 3},
+      {"the last letter missing", "solid p\n" + text.substr(0, text.size() - 2), 4},
       {"a second solid", ascii(text) + ascii(text), 4},
       {"no facets", "solid facet normal\nendsolid\n", 0},
       {"NUL in the text", "solid p\n" + text + std::string(3, '\0') + text, 4},

@@ -66,7 +66,7 @@ std::string printedFacets(const Mesh3d<T>& mesh, std::streamsize precision, cons
       n[k] = (p[1][i] - p[0][i]) * (p[2][j] - p[0][j]) - (p[1][j] - p[0][j]) * (p[2][i] - p[0][i]);
     const omReal64 length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
     stream << "facet normal";
-    for (const omReal64 component : n) stream << ' ' << omReal32(length != 0 ? component / length : component);
+    for (const omReal64 component : n) stream << ' ' << omReal32(length != 0 ? component / length : 0);
     stream << std::endl << "outer loop" << std::endl;
     for (const auto& corner : corners)
       stream << "vertex " << coordinate(corner.getX(), offset.x) << ' ' << coordinate(corner.getY(), offset.y) << ' '
@@ -133,6 +133,15 @@ TEST(StlSave, headersAndFooters) {
   writeStLBinaryHeader(bytes, 0x1234567890u);
   const std::string begin = "exported from ORMIX " + getSDKStrVersion();
   EXPECT_EQ(bytes.str(), begin + std::string(80 - begin.size(), '-') + "\x90\x78\x56\x34");
+}
+
+TEST(StlSave, aFacetWithoutAreaHasAPlainZeroNormal) {
+  const auto mesh = meshOf<omReal64>({{1, 0, 0, 0, 0, 0, 2, 0, 0}});  // of which the z would be -0
+  const std::string zeros = "facet normal 0.000000e+00 0.000000e+00 0.000000e+00\n";
+  EXPECT_EQ(asciiOf(mesh).substr(0, zeros.size()), zeros);
+  std::ostringstream record;
+  writeStLBinary(record, mesh, 0, 0, 0);
+  EXPECT_EQ(record.str().substr(0, 12), std::string(12, '\0'));
 }
 
 TEST(StlSave, aMeshIsMovedIntoThePositiveOctant) {
