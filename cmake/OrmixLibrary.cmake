@@ -1,8 +1,9 @@
 # ormix_add_library(<Name> SOURCES ... HEADERS ... [PUBLIC libs...] [PRIVATE libs...])
 # Adds the shared library ORMIX<Name> with the alias ORMIX::<Name>. Paths are relative to the library's folder, which
 # is also its include prefix. Only our own names leave the library: hidden visibility and a linker version script.
+# REGISTERS_CLASSES: programs get the library although they may use none of its symbols, but create its classes by name.
 function(ormix_add_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "REGISTERS_CLASSES" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
   set(target ORMIX${name})
   # A consumer never links what a library uses privately; keep it out of the exported targets altogether.
   list(TRANSFORM ARG_PRIVATE REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
@@ -13,6 +14,12 @@ function(ormix_add_library name)
                                               $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:ormix_flags>)
   target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed)
+  if(ARG_REGISTERS_CLASSES)
+    # Debian's linker leaves out what no symbol needs. The library is named once more, under a state of the linker that
+    # ends with it, so that the other libraries of a program are linked as they were.
+    target_link_options(${target} INTERFACE
+      "LINKER:--push-state,--no-as-needed,$<TARGET_FILE:ORMIX::${name}>,--pop-state")
+  endif()
   # Nothing may stay undefined; clang's sanitizers leave their own calls to the executable.
   if(NOT (ORMIX_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang"))
     target_link_options(${target} PRIVATE -Wl,-z,defs)
