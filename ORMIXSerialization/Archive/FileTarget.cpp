@@ -81,6 +81,7 @@ std::atomic<omInt64> g_nbEntriesAllowed{0};
 /// files into one large folder looks through it at the first and then at some of the saves only: otherwise all of them
 /// together would take quadratic time.
 void removeLeftovers(const std::string& path) {
+  if (path.empty() || path.back() == '/') return;
   constexpr omInt64 nbEntriesOfASave = 256;
   if (g_nbEntriesAllowed.fetch_add(nbEntriesOfASave) < 0) return;
   const std::size_t slash = path.rfind('/');

@@ -26,8 +26,8 @@ ORMIX_SERIALIZATION_API ProcessingResult<SerializationObjectPtr> readObject(Base
 
 /// \name Objects to a stream or a file.
 /// A file is JSON when its path ends in ".json", else CBOR. An older file at the path is replaced only when the new one
-/// is complete and on the disk. Written directly, and so torn where the program is killed, are what is not a regular file
-/// (a device, a pipe) and a file beside which no other can be made.
+/// is complete and on the disk. Written directly, and so torn where the program is killed, are what is not a regular
+/// file (a device, a pipe) and a file beside which no other can be made.
 /// @{
 ORMIX_SERIALIZATION_API BoolResult save(std::ostream& stream, const BaseSerializationObject& object,
                                         eArchiveFormat format = eArchiveFormat::Cbor);

@@ -1,4 +1,5 @@
-// Uses no symbol of the geometry library, and needs it all the same: for the classes that archives and the factory name.
+// Uses no symbol of the geometry library, and needs it all the same: for the classes that archives and the factory
+// name.
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
 #include <fstream>
