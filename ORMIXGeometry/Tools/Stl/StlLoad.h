@@ -16,8 +16,8 @@
 //
 // Readers return what they can read: of a truncated or malformed file the triangles before the defect. What cannot be
 // read at all (a directory, a pipe, a device, a missing or an empty file) gives an empty mesh and an error in the log
-// with the path; a read error on the way is logged as well. Linear in the bytes; memory grows with the triangles that are
-// read, not with the number that a file declares.
+// with the path; a read error on the way is logged as well. Linear in the bytes; memory grows with the triangles that
+// are read, not with the number that a file declares.
 
 namespace ormix::geom {
 

@@ -1,8 +1,4 @@
 #include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
 #include <ORMIXGeometry/Entity/3d/Entity3d.ipp>
 
-namespace ormix::geom {
-
-}  // namespace ormix::geom
-
 ORMIX_GEOMETRY_ENTITY3D_TEMPLATE_LEVELS(, Point3d)
