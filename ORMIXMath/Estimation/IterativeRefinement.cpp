@@ -114,9 +114,9 @@ class Descent {
   bool isTiny(const Vector& step, omReal64 tolerance) const;
   bool tryStep(const Vector& step, omReal64& decrease);
   bool isStopped() const;
-  omReal64 foretell(const Vector& step, omReal64 damping) const;
+  omReal64 predictedDecrease(const Vector& step, omReal64 damping) const;
   eRefinementEnd endWithoutDecrease() const;
-  void adaptDamping(omReal64 decrease, omReal64 foretold);
+  void adaptDamping(omReal64 decrease, omReal64 predicted);
 
   const BaseCostFunction& _function;
   const RefinementOptions& _options;
@@ -184,14 +184,14 @@ bool Descent::tryStep(const Vector& step, omReal64& decrease) {
 }
 
 /// The decrease that the model promises of the damped step.
-omReal64 Descent::foretell(const Vector& step, omReal64 damping) const {
+omReal64 Descent::predictedDecrease(const Vector& step, omReal64 damping) const {
   const omReal64 along = -(_model.triangle.transpose() * _model.right).dot(step);
   return 0.5 * (damping * step.cwiseProduct(_lengths).squaredNorm() + along);
 }
 
-/// The better the model foretold the decrease, the less damping (Nielsen 1999).
-void Descent::adaptDamping(omReal64 decrease, omReal64 foretold) {
-  const omReal64 gain = foretold > 0 ? std::min(decrease / foretold, 2.0) : 0;
+/// The better the model predicted the decrease, the less damping (Nielsen 1999).
+void Descent::adaptDamping(omReal64 decrease, omReal64 predicted) {
+  const omReal64 gain = predicted > 0 ? std::min(decrease / predicted, 2.0) : 0;
   const omReal64 miss = 2 * gain - 1;
   _damping *= std::max(1.0 / 3, 1 - miss * miss * miss);
   _growth = 2;
@@ -205,7 +205,7 @@ eRefinementEnd Descent::endWithoutDecrease() const {
   const Vector step = dampedStep(_model, _lengths, damping);
   if (!step.allFinite()) return eRE_NoDecrease;
   const bool isMinimum = isTiny(step, std::max(_options.tolerance, fewRoundings)) ||
-                         foretell(step, damping) <= NumericLimits<omReal64>::s_sqrt_eps * _cost;
+                         predictedDecrease(step, damping) <= NumericLimits<omReal64>::s_sqrt_eps * _cost;
   return isMinimum ? eRE_Converged : eRE_NoDecrease;
 }
 
@@ -224,14 +224,14 @@ eRefinementEnd Descent::run() {
     if (step.allFinite() && isTiny(step, _options.tolerance)) return endWithoutDecrease();
     ++_nbIterations;
     omReal64 decrease = 0;
-    const omReal64 foretold = foretell(step, _damping);
+    const omReal64 predicted = predictedDecrease(step, _damping);
     if (step.allFinite() && tryStep(step, decrease)) {
-      adaptDamping(decrease, foretold);
+      adaptDamping(decrease, predicted);
       if (!linearise()) return eRE_NoDecrease;
       continue;
     }
     // What was promised is below the rounding of the cost: the best that can be told from the rest.
-    if (foretold <= NumericLimits<omReal64>::s_eps * _cost) return endWithoutDecrease();
+    if (predicted <= NumericLimits<omReal64>::s_eps * _cost) return endWithoutDecrease();
     _damping *= _growth;
     _growth *= 2;
     if (!(_damping < largestDamping)) return endWithoutDecrease();

@@ -27,20 +27,20 @@ struct EnumerationNames<eRefinementEnd> {
                                                          "eRE_Stopped"};
 };
 
-/// How long and how far a refinement goes.
+/// The limits of a refinement.
 struct RefinementOptions {
   std::size_t nbMaxIterations = 100;  ///< Steps tried, accepted or not.
   omReal64 tolerance = 1e-15;         ///< Length of a step against the parameters', by their derivatives, that ends.
-  ProgressCallback progress;
+  ProgressCallback progress;          ///< Called after each iteration; empty for none.
 };
 
-/// What a refinement gives.
+/// The result of a refinement.
 struct RefinementResult {
-  RealVector params;
-  omReal64 initialCost = 0;      ///< Half the sum of squared equations at the start.
-  omReal64 cost = 0;             ///< The same at `params`; never more than at the start.
-  std::size_t nbIterations = 0;  ///< Steps tried.
-  eRefinementEnd end = eRE_NoDecrease;
+  RealVector params;                    ///< The best parameters found; the start where no step decreased the cost.
+  omReal64 initialCost = 0;             ///< Half the sum of squared equations at the start.
+  omReal64 cost = 0;                    ///< The same at `params`; never more than at the start.
+  std::size_t nbIterations = 0;         ///< Steps tried.
+  eRefinementEnd end = eRE_NoDecrease;  ///< Why it ended.
 };
 
 /// Makes the sum of squared equations smaller from `start` on, by Levenberg's and Marquardt's damped steps (Marquardt

@@ -16,19 +16,19 @@
 namespace ormix {
 
 /// Triangles given by indices of vertices, neither of them owned. Corner k of triangle t is the vertex i = indices[3 t
-/// + k] with the coordinates xyz[3 i], xyz[3 i + 1], xyz[3 i + 2]. Indices are believed. The pointers may be null where
-/// there are no triangles. Corners stand counter-clockwise as seen from outside.
+/// + k] with the coordinates xyz[3 i], xyz[3 i + 1], xyz[3 i + 2]. Indices are not checked. The pointers may be null
+/// where there are no triangles. Corners are in counter-clockwise order as seen from outside.
 template <class T>
 struct TriangleMeshView {
-  const T* xyz;
-  const omUInt32* indices;
-  std::size_t nbTriangles;
+  const T* xyz;             ///< three coordinates a vertex
+  const omUInt32* indices;  ///< three vertices a triangle
+  std::size_t nbTriangles;  ///< number of triangles
 };
 
 /// Signed volume of the tetrahedron over the triangle (p0, p1, p2) with its apex at the origin, as
-/// p0 · ((p1 - p0) × (p2 - p0)) / 6: positive where the triangle is counter-clockwise as seen from the side that the
-/// origin is not on. Right to about epsilon · area · distance from the origin, where p0 · (p1 × p2) / 6, the same
-/// number, is off by epsilon times the cube of that distance.
+/// p0 · ((p1 - p0) × (p2 - p0)) / 6: positive where the triangle is counter-clockwise as seen from the side away from
+/// the origin. Right to about epsilon · area · distance from the origin, where p0 · (p1 × p2) / 6, the same number, is
+/// off by epsilon times the cube of that distance.
 ORMIX_MATH_API omReal64 tetrahedronSignedVolume(omReal64 x0, omReal64 y0, omReal64 z0, omReal64 x1, omReal64 y1,
                                                 omReal64 z1, omReal64 x2, omReal64 y2, omReal64 z2);
 
@@ -44,13 +44,14 @@ ORMIX_MATH_API omReal64 meshArea(const TriangleMeshView<T>& mesh);
 template <class T>
 ORMIX_MATH_API omReal64 meshSignedVolume(const TriangleMeshView<T>& mesh);
 
-/// The same volume about the first corner instead of the origin, which closed meshes do not see but for the rounding:
-/// right to about epsilon · area · (extent of the mesh + epsilon · distance from the origin · number of triangles).
+/// The same volume about the first corner instead of the origin; of a closed mesh the two differ by rounding only. This
+/// one is right to about epsilon · area · (extent of the mesh + epsilon · distance from the origin · number of
+/// triangles).
 template <class T>
 ORMIX_MATH_API omReal64 meshLocalVolume(const TriangleMeshView<T>& mesh);
 
-/// What a body of density 1 within a closed mesh has: its volume, positive; its centroid; the entries of its symmetric
-/// inertia tensor about the centroid, so xx is the integral of y² + z² and xy that of −x·y, and so on.
+/// Volume integrals of the body of density 1 within a closed mesh: its volume, positive; its centroid; the entries of
+/// its symmetric inertia tensor about the centroid, so xx is the integral of y² + z² and xy that of −x·y, and so on.
 struct MeshMoments {
   omReal64 volume = 0;
   SpatialPoint centroid{0, 0, 0};
