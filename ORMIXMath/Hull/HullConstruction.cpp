@@ -4,6 +4,7 @@
 #include <ORMIXMath/Distance/Orientation3d.h>
 
 #include <algorithm>
+#include <boost/random/mersenne_twister.hpp>
 #include <cmath>
 #include <utility>
 
@@ -17,6 +18,13 @@ constexpr omReal64 s_heightBound = 9 * 0x1p-53;
 // Covers underflow where lengths are below 2^250.
 constexpr omReal64 s_underflow = 0x1p-800;
 
+// Steps for each point and binary digit of their number after which the order by height is given up: three times what
+// points on a sphere take, which take most of those that are not made for it.
+constexpr omReal64 s_mostSteps = 8;
+
+// Cones with fewer facets are looked through one by one.
+constexpr std::size_t s_largeCone = 32;
+
 // More points above a facet are many: see takeScheduled().
 constexpr omUInt32 s_crowd = 128;
 
@@ -28,12 +36,34 @@ SpatialPoint cross(const SpatialPoint& u, const SpatialPoint& v) {
 
 omReal64 dot(const SpatialPoint& u, const SpatialPoint& v) { return u.x * v.x + u.y * v.y + u.z * v.z; }
 
+/// The largest difference of coordinates.
+omReal64 distance(const SpatialPoint& p, const SpatialPoint& q) {
+  return std::max({std::abs(p.x - q.x), std::abs(p.y - q.y), std::abs(p.z - q.z)});
+}
+
 bool isEqual(const SpatialPoint& p, const SpatialPoint& q) { return p.x == q.x && p.y == q.y && p.z == q.z; }
 
 /// Whether three points are in line, by their projections, without rounding.
 bool isCollinear(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c) {
   return orientation({a.x, a.y}, {b.x, b.y}, {c.x, c.y}) == 0 && orientation({a.y, a.z}, {b.y, b.z}, {c.y, c.z}) == 0 &&
          orientation({a.z, a.x}, {b.z, b.x}, {c.z, c.x}) == 0;
+}
+
+/// orientation3d(), which takes differences from its first point. Where coordinates are of very different sizes, the
+/// right one keeps the digits that decide and spares the exact determinant: errors grow with the product of the
+/// differences.
+int orientationFromNear(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c, const SpatialPoint& p) {
+  // Points in a plane across an axis are common and need no differences.
+  if ((a.x == p.x && b.x == p.x && c.x == p.x) || (a.y == p.y && b.y == p.y && c.y == p.y) ||
+      (a.z == p.z && b.z == p.z && c.z == p.z))
+    return 0;
+  const omReal64 ab = distance(a, b), bc = distance(b, c), ca = distance(c, a);
+  const omReal64 pa = distance(p, a), pb = distance(p, b), pc = distance(p, c);
+  const omReal64 fromA = ab * ca * pa, fromB = ab * bc * pb, fromC = bc * ca * pc, fromP = pa * pb * pc;
+  const omReal64 least = std::min({fromA, fromB, fromC, fromP});
+  if (fromA == least) return orientation3d(a, b, c, p);
+  if (fromB == least) return orientation3d(b, c, a, p);
+  return fromC == least ? orientation3d(c, a, b, p) : orientation3d(p, c, b, a);
 }
 
 HullPlane planeThrough(const SpatialPoint& a, const SpatialPoint& b, const SpatialPoint& c,
@@ -79,7 +109,7 @@ int sideOfFacet(const HullFacet& facet, const std::vector<SpatialPoint>& points,
   const SpatialPoint& b = points[facet.vertices[1]];
   const SpatialPoint& c = points[facet.vertices[2]];
   if (isEqual(p, a) || isEqual(p, b) || isEqual(p, c)) return 0;
-  return orientation3d(a, b, c, p);
+  return orientationFromNear(a, b, c, p);
 }
 
 int HullConstruction::run() {
@@ -87,9 +117,40 @@ int HullConstruction::run() {
   const int dimension = findSimplex(simplex);
   if (dimension < 3) return dimension;
   startFrom(simplex);
-  for (omUInt32 facet = takeScheduled(); facet != s_noIndex; facet = takeScheduled())
-    if (_facets[facet].isUsed() && _facets[facet].outside != s_noIndex) insertFarthest(facet);
+  const auto nbPoints = static_cast<omReal64>(_points.size());
+  const auto mostSteps = static_cast<omUInt64>(s_mostSteps * nbPoints * std::log2(nbPoints));
+  for (omUInt32 facet = takeScheduled(); facet != s_noIndex; facet = takeScheduled()) {
+    if (_facets[facet].isUsed() && _facets[facet].outside != s_noIndex) insert(_facets[facet].outside, facet);
+    if (_nbSteps > mostSteps) {
+      insertRest();
+      break;
+    }
+  }
   return 3;
+}
+
+/// Inserts the points that wait in random order, in which each is expected to change its facet a logarithmic number of
+/// times only, however the points lie (Clarkson1989). Farthest first is faster as a rule, but where each point drawn is
+/// the only one above its facet's neighbours, as on a spiral that grows exponentially, all others change theirs each
+/// time. The order is the same for the same points.
+void HullConstruction::insertRest() {
+  _above.assign(_points.size(), s_noIndex);
+  std::vector<omUInt32> waiting;
+  for (omUInt32 facet = 0; facet < _facets.size(); ++facet) {
+    if (!_facets[facet].isUsed()) continue;
+    for (omUInt32 point = _facets[facet].outside; point != s_noIndex; point = _next[point]) {
+      _above[point] = facet;
+      waiting.push_back(point);
+    }
+  }
+  boost::random::mt19937 random;
+  for (std::size_t nbLeft = waiting.size(); nbLeft > 0; --nbLeft) {
+    // The product is below nbLeft: multiplied out, not divided, and even enough.
+    const std::size_t chosen = static_cast<std::size_t>(omUInt64{random()} * nbLeft >> 32U);
+    std::swap(waiting[chosen], waiting[nbLeft - 1]);
+    const omUInt32 point = waiting[nbLeft - 1];
+    if (_above[point] != s_noIndex) insert(point, _above[point]);
+  }
 }
 
 /// Facets with many points above them take turns, so that the hull grows evenly: one part finished before the next is
@@ -165,9 +226,10 @@ void HullConstruction::startFrom(const std::array<omUInt32, 4>& simplex) {
   scheduleCone();
 }
 
-void HullConstruction::insertFarthest(omUInt32 facet) {
-  const omUInt32 apex = _facets[facet].outside;
+/// Makes a point that lies above the facet a vertex.
+void HullConstruction::insert(omUInt32 apex, omUInt32 facet) {
   findHorizon(facet, _points[apex]);
+  _nbSteps += _horizon.size();
   buildCone(apex);
   distribute();
 }
@@ -199,7 +261,8 @@ void HullConstruction::findHorizon(omUInt32 facet, const SpatialPoint& eye) {
   }
 }
 
-/// Facets from every edge of the horizon to the new point, linked to each other and to those beyond.
+/// Facets from every edge of the horizon to the new point, linked to each other and to those beyond; those of a large
+/// cone in order around it.
 void HullConstruction::buildCone(omUInt32 apex) {
   _cone.clear();
   _conePlanes.clear();
@@ -219,6 +282,12 @@ void HullConstruction::buildCone(omUInt32 apex) {
     _facets[_cone[i]].neighbours[0] = following;
     _facets[following].neighbours[1] = _cone[i];
   }
+  if (_cone.size() < s_largeCone) return;
+  omUInt32 index = _cone[0];
+  for (std::size_t i = 0; i < _cone.size(); ++i, index = _facets[index].neighbours[0]) {
+    _cone[i] = index;
+    _conePlanes[i] = _facets[index].plane;
+  }
 }
 
 /// Gives the points above the facets that are seen to the new ones and frees those facets.
@@ -236,21 +305,59 @@ void HullConstruction::distribute() {
   scheduleCone();
 }
 
-/// Puts a point to the first new facet above which it lies; where there is none, it is inside and dropped for good.
+/// Puts a point to a new facet above which it lies; where there is none, it is inside and dropped for good.
 void HullConstruction::assign(omUInt32 point) {
   const SpatialPoint p = _points[point];
-  for (std::size_t i = 0; i < _conePlanes.size(); ++i) {
+  const std::size_t first = firstToTry(p);
+  for (std::size_t i = first; i < _conePlanes.size(); ++i) {
     const omReal64 height = _conePlanes[i].height(p);
     if (height < -_conePlanes[i].uncertainty) continue;
     if (height > _conePlanes[i].uncertainty || sideOfFacet(_facets[_cone[i]], _points, p) > 0) {
+      _nbSteps += i - first;
       putAbove(_cone[i], point, height);
       return;
     }
   }
+  _nbSteps += _conePlanes.size() - first;
+  if (!_above.empty()) _above[point] = s_noIndex;
+}
+
+/// Where among the cone's facets to begin: before none above which the point lies, and at one where that is known. In
+/// logarithmic time for large cones, 0 for others.
+///
+/// Half-planes from the edge between apex and first corner to the other corners divide a cone into tetrahedral ones. A
+/// point strictly between two of them is strictly in the cone or above the facet between their corners; one that is
+/// not between any is above the first or the last facet.
+std::size_t HullConstruction::firstToTry(const SpatialPoint& p) {
+  if (_cone.size() < s_largeCone) return 0;
+  const HullFacet& first = _facets[_cone[0]];
+  const auto side = [&](std::size_t i) {
+    ++_nbSteps;
+    const SpatialPoint& corner = _points[_facets[_cone[i]].vertices[0]];
+    return orientationFromNear(_points[first.vertices[0]], corner, _points[first.vertices[2]], p);
+  };
+  std::size_t before = 1;
+  std::size_t behind = _cone.size() - 1;
+  const int sideOfFirst = side(before);
+  if (sideOfFirst > 0) return 0;
+  const int sideOfLast = side(behind);
+  if (sideOfLast < 0) return behind;
+  // In the plane of a half-plane, here or below: rare, and left to the loop over all.
+  if (sideOfFirst == 0 || sideOfLast == 0) return 0;
+  while (behind - before > 1) {
+    const std::size_t middle = before + (behind - before) / 2;
+    const int sideOfMiddle = side(middle);
+    if (sideOfMiddle == 0) return 0;
+    (sideOfMiddle < 0 ? before : behind) = middle;
+  }
+  const int sideOfBetween = sideOfFacet(_facets[_cone[before]], _points, p);
+  if (sideOfBetween == 0) return 0;
+  return sideOfBetween > 0 ? before : _cone.size();
 }
 
 void HullConstruction::putAbove(omUInt32 facet, omUInt32 point, omReal64 height) {
   HullFacet& target = _facets[facet];
+  if (!_above.empty()) _above[point] = facet;
   ++target.nbOutside;
   if (target.outside == s_noIndex || height > target.farthest) {
     _next[point] = target.outside;

@@ -75,12 +75,14 @@ class HullConstruction {
   int findSimplex(std::array<omUInt32, 4>& simplex) const;
   void startFrom(const std::array<omUInt32, 4>& simplex);
   omUInt32 takeScheduled();
-  void insertFarthest(omUInt32 facet);
+  void insertRest();
+  void insert(omUInt32 apex, omUInt32 facet);
   void findHorizon(omUInt32 facet, const SpatialPoint& eye);
   void buildCone(omUInt32 apex);
   void distribute();
   void scheduleCone();
   void assign(omUInt32 point);
+  std::size_t firstToTry(const SpatialPoint& p);
   void putAbove(omUInt32 facet, omUInt32 point, omReal64 height);
   omUInt32 newFacet(omUInt32 a, omUInt32 b, omUInt32 c);
 
@@ -96,7 +98,9 @@ class HullConstruction {
   std::vector<omUInt32> _cone;      // facets from the horizon to the new point
   std::vector<HullPlane> _conePlanes;
   std::vector<HorizonEdge> _horizon;
+  std::vector<omUInt32> _above;  // of each point, the facet in whose chain it waits; empty until insertRest()
   std::size_t _nbCrowdedTaken = 0;
+  omUInt64 _nbSteps = 0;  // facets made, and planes that points were held against
   omUInt32 _visit = 0;
 };
 

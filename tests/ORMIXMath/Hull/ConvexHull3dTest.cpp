@@ -214,6 +214,27 @@ TYPED_TEST(ConvexHull3d, IsExactOnManyPoints) {
   expectHull(cloud, triangles);
 }
 
+// Points of all sizes, nearly in common planes; farthest first each would be the only one of its facet, so that these
+// are taken in random order, with vertices of many facets.
+TEST(ConvexHull3dSpiral, IsExactWhereItGrowsExponentially) {
+  struct Case {
+    double span, turn;
+    bool isCone;
+  };
+  for (const auto& [span, turn, isCone] : {Case{130, 3.1, false}, Case{250, 0.3, false}, Case{250, 0.3, true}}) {
+    SCOPED_TRACE(testing::Message() << "span " << span << ", turn " << turn << ", cone " << isCone);
+    Cloud<omReal64> cloud;
+    for (int i = 0; i < 500; ++i) {
+      const double radius = std::exp(span * i / 500);
+      cloud.push_back({radius * std::cos(turn * i), radius * std::sin(turn * i), isCone ? radius : radius * radius});
+    }
+    Triangles triangles;
+    ASSERT_TRUE(hullOf(cloud, triangles));
+    EXPECT_EQ(triangles.size(), 996U) << "all points are corners";
+    ASSERT_NO_FATAL_FAILURE(expectHull(cloud, triangles));
+  }
+}
+
 TYPED_TEST(ConvexHull3d, FindsTheCornersOfAGridAndOfManyEqualPoints) {
   Cloud<TypeParam> cloud;
   for (int i = 0; i < 27000; ++i)

@@ -35,6 +35,17 @@ void hullOf(benchmark::State& state, const Points& points) {
   }
 }
 
+/// On a cone, each turn larger than the one before by a fixed factor: the order by height would be quadratic.
+void hullOfSpiral(benchmark::State& state) {
+  Points points;
+  for (auto i = state.range(0); i > 0; --i) {
+    const omReal64 turn = 200.0 * static_cast<omReal64>(i) / static_cast<omReal64>(state.range(0));
+    const omReal64 radius = std::exp(turn);
+    points.emplace_back(radius * std::cos(10 * turn), radius * std::sin(10 * turn), radius);
+  }
+  hullOf(state, points);
+}
+
 void hullReadLimit(benchmark::State& state) { measureReading(state, ball(state, false)); }
 void hullOfBall(benchmark::State& state) { hullOf(state, ball(state, false)); }
 /// All points are corners of the hull.
@@ -46,6 +57,7 @@ void hullOfSphere(benchmark::State& state) { hullOf(state, ball(state, true)); }
 BENCHMARK(hullReadLimit)->Unit(benchmark::kMillisecond)->Arg(100000)->Arg(1000000);
 BENCHMARK(hullOfBall)->Unit(benchmark::kMillisecond)->Arg(100000)->Arg(1000000)->Arg(2000000);
 BENCHMARK(hullOfSphere)->Unit(benchmark::kMillisecond)->Arg(100000)->Arg(200000);
+BENCHMARK(hullOfSpiral)->Unit(benchmark::kMillisecond)->Arg(10000)->Arg(20000)->Arg(40000);
 // clang-format on
 
 }  // namespace ormix::benchmarks
