@@ -7,6 +7,7 @@
 #include <boost/smart_ptr/weak_ptr.hpp>
 #include <cstddef>
 #include <iterator>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -15,15 +16,22 @@ namespace ormix::geom {
 /// The holes of an entity with holes, each of which is such an entity again. A node owns its holes; each knows its
 /// parent by a weak link. A hole may be null: it counts as none, but an archive refuses it.
 ///
-/// Copies are deep: the holes are copied too and have the copied nodes as parents. Moves take the holes along, which
-/// have the new place as their parent from then on. A new copy itself has no parent; a node that is assigned, copied or
-/// read into stays where it is in its tree, that is, keeps its own parent. A parent that no shared pointer owns (one on
-/// the stack, say) is not seen by its holes as long as that is so.
+/// The link to a parent is to the node that was given, and holds as long as that node lives: a hole that is no longer
+/// among the parent's, because that was assigned, copied or read into, still has it. A node that is assigned, copied or
+/// read into itself stays where it is in its tree, that is, keeps its own parent.
 ///
-/// All operations but archives, which bound the nesting themselves, work at every depth. A node that is made its own
-/// hole, directly or not, is not a tree: it is never released, and whatever walks it does not end.
+/// Copies are deep: the holes are copied too and have the copied nodes as parents; a new copy itself has none. Moves
+/// take the holes along, and those that had the former node as their parent have the new one from then on. A node that
+/// no shared pointer owns (one on the stack, say) is not seen by its holes as long as that is so: they answer the node
+/// before it, if that one lives, else none.
 ///
-/// `Node` derives from this; its copies, moves and destructor are the defaults, and its `read` calls `linkHoles`.
+/// A node that is moved into one of the nodes below it is copied instead, as that one cannot hang in itself; where
+/// there is no memory for it, nothing changes. A copy, a read or an assignment that fails changes nothing either.
+///
+/// All operations but archives, which bound the nesting themselves, work at every depth. A node that is appended to the
+/// holes of its own tree is not a tree: it is never released, and whatever walks it does not end.
+///
+/// `Node` derives from this; its copies, moves and destructor are the defaults.
 /// `Exterior` is what a node holds besides its holes; it is cast and cleared with the tree.
 template <class Node, class Exterior>
 class HoleTree : public boost::enable_shared_from_this<Node> {
@@ -32,16 +40,20 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
   /// The node that encloses this one; empty for a root, and when the parent is gone or no shared pointer owns it.
   boost::shared_ptr<const Node> getParent() const {
-    const boost::shared_ptr<Anchor> anchor = _parent.lock();
-    return anchor ? (*anchor)->weak_from_this().lock() : nullptr;
+    if (const boost::shared_ptr<Anchor> anchor = _parent.anchor.lock())
+      if (boost::shared_ptr<const Node> parent = anchor->node->weak_from_this().lock()) return parent;
+    return _parent.given.lock();
   }
   /// Stores a weak link to `parent`, none when it is null. Adding this node to its holes is left to the caller. Counts
   /// as a use of both nodes: not to be called from two threads for holes of one parent.
   void setParent(const boost::shared_ptr<const Node>& parent) {
-    if (parent)
-      _parent = static_cast<const HoleTree&>(*parent).anchor();
-    else
-      _parent.reset();
+    if (!parent) {
+      _parent = {};
+      return;
+    }
+    const boost::shared_ptr<Anchor>& anchor = static_cast<const HoleTree&>(*parent).anchor();
+    anchor->isGiven = true;
+    _parent = {anchor, parent};
   }
 
   bool hasHoles() const { return !_holes.empty(); }
@@ -62,17 +74,20 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   HoleTree& operator=(const HoleTree& other) {
     if (this == &other) return *this;
     Node copy(static_cast<const Node&>(other));
-    return *this = static_cast<HoleTree&&>(copy);
+    takeTree(copy);
+    return *this;
   }
   HoleTree& operator=(HoleTree&& other) noexcept {
     if (this == &other) return *this;
-    // Taken out first, as `other` may be one of the holes that are released here.
-    Node staged(static_cast<Node&&>(other));
-    clearHoles();
-    _anchor.reset();
-    _exterior = std::move(staged._exterior);
-    takeHoles(staged);
-    return *this;
+    if (!isBelow(other)) {
+      takeTree(other);
+      return *this;
+    }
+    try {
+      return *this = static_cast<const HoleTree&>(other);
+    } catch (const std::bad_alloc&) {
+      return *this;
+    }
   }
   ~HoleTree() { clearHoles(); }
 
@@ -88,10 +103,10 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
     for (auto& hole : released) release(std::move(hole));
   }
 
-  /// Makes this node the parent of its holes.
-  void linkHoles() {
-    for (const auto& hole : _holes)
-      if (hole) static_cast<HoleTree&>(*hole)._parent = anchor();
+  /// Moves what an archive gave into a node, see `FieldAccess`.
+  static void adopt(HoleTree& node, HoleTree& read) {
+    read.linkHoles();
+    node.takeTree(read);
   }
 
   /// Copies `source` into this node, which has no holes. Iterative: each pair of the list is a node to fill from
@@ -114,7 +129,7 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
   /// Forgets the parent and the holes and clears the exterior.
   void clearTree() noexcept {
-    _parent.reset();
+    _parent = {};
     _exterior.clear();
     clearHoles();
   }
@@ -123,19 +138,86 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   template <class, class>
   friend class HoleTree;
 
-  /// Where a node's holes find it: follows the node when it moves and ends with it, shared or not.
-  using Anchor = const HoleTree*;
+  /// Where a node's holes find it: follows it when it moves and ends with it, shared or not.
+  struct Anchor {
+    const HoleTree* node;
+    bool isGiven;  ///< whether a hole was given this node by `setParent`
+  };
+
+  struct ParentLink {
+    boost::weak_ptr<Anchor> anchor;
+    /// The node itself where a shared pointer to it was at hand: what the anchor leads to may be on the stack.
+    boost::weak_ptr<const Node> given;
+  };
 
   const boost::shared_ptr<Anchor>& anchor() const {
-    if (!_anchor) _anchor = boost::make_shared<Anchor>(this);
+    if (!_anchor) _anchor = boost::make_shared<Anchor>(Anchor{this, false});
     return _anchor;
   }
 
-  /// Takes the holes of `source` into this node, which has none and is not a parent yet.
+  /// Makes this node the parent of its holes.
+  void linkHoles() {
+    if (_holes.empty()) return;
+    const ParentLink link{anchor(), this->weak_from_this()};
+    for (const auto& hole : _holes)
+      if (hole) static_cast<HoleTree&>(*hole)._parent = link;
+  }
+
+  /// Whether this node is somewhere below `root`. Linear in that tree for a node that may be a hole.
+  bool isBelow(const HoleTree& root) const noexcept {
+    const bool isRootOnly = _parent.anchor.empty() && _parent.given.empty() && this->weak_from_this().expired();
+    if (isRootOnly || !root.hasHoles()) return false;
+    try {
+      return !visitNodes(static_cast<const Node&>(root), [this](const Node& node) { return &node != this; });
+    } catch (const std::bad_alloc&) {
+      // Without memory for the walk down, the links up tell it where holes have them.
+      const HoleTree* node = this;
+      for (boost::shared_ptr<Anchor> above; node && node != &root; node = above ? above->node : nullptr)
+        above = node->_parent.anchor.lock();
+      return node != nullptr;
+    }
+  }
+
+  /// Replaces exterior and holes by those of `source`, which is not above this node, but may be below it: it goes with
+  /// the former holes, so these are released last.
+  void takeTree(HoleTree& source) noexcept {
+    HoleColl released;
+    released.swap(_holes);
+    _exterior = std::move(source._exterior);
+    takeHoles(source);
+    for (auto& hole : released) release(std::move(hole));
+  }
+
+  /// Takes the holes of `source` into this node, which has none, and links those that are linked to `source` to it.
   void takeHoles(HoleTree& source) noexcept {
     _holes.swap(source._holes);
-    _anchor.swap(source._anchor);
-    if (_anchor) *_anchor = this;
+    const boost::shared_ptr<Anchor>& former = source._anchor;
+    if (!former) return;
+    // Nodes that are no longer among the holes of `source` may still have it as their parent, so it keeps its anchor.
+    // One that nobody could be given has no such nodes, and passes its anchor on.
+    const bool isKnown = former->isGiven || !source.weak_from_this().expired();
+    if (!_anchor && isKnown) {
+      try {
+        anchor();
+      } catch (const std::bad_alloc&) {
+      }
+    }
+    if (!_anchor) {
+      _anchor.swap(source._anchor);
+      _anchor->node = this;
+      return;
+    }
+    const boost::weak_ptr<const Node> here = this->weak_from_this();
+    for (const auto& hole : _holes) {
+      if (!hole) continue;
+      ParentLink& link = static_cast<HoleTree&>(*hole)._parent;
+      if (!link.anchor.owner_equals(former)) continue;
+      link.anchor = _anchor;
+      if (!here.expired())
+        link.given = here;
+      else if (!source.weak_from_this().expired())
+        link.given = source.weak_from_this();
+    }
   }
 
   // Destroys what nobody else owns from the leaves upwards, without recursion and without memory of its own: the nodes
@@ -163,7 +245,7 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
     }
   }
 
-  boost::weak_ptr<Anchor> _parent;
+  ParentLink _parent;
   Exterior _exterior;
   HoleColl _holes;
   mutable boost::shared_ptr<Anchor> _anchor;  // made when the first hole is linked

@@ -7,7 +7,6 @@
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace ormix {
 
@@ -118,7 +117,7 @@ BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
   if (!result) return result;
   detail::FieldReader reader{archive, result};
   if (FieldAccess::visit(*staged, reader) && detail::isValid<Self>(*staged, result))
-    static_cast<Self&>(*this) = std::move(*staged);
+    FieldAccess::adopt(static_cast<Self&>(*this), *staged);
   else
     detail::nameFailedField(this->getTypeName(), result);
   return result;

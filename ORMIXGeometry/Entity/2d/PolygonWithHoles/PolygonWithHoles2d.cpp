@@ -19,13 +19,6 @@ template <class T>
 PolygonWithHoles2d<T>::~PolygonWithHoles2d() = default;
 
 template <class T>
-BoolResult PolygonWithHoles2d<T>::read(BaseIArchive& archive) {
-  BoolResult result = Base::read(archive);
-  if (result) this->linkHoles();
-  return result;
-}
-
-template <class T>
 omUInt32 PolygonWithHoles2d<T>::getNbTotPolygons() const {
   return static_cast<omUInt32>(sumOverNodes(*this, [](const PolygonWithHoles2d&) { return std::size_t{1}; }));
 }

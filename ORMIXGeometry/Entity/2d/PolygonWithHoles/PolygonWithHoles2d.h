@@ -13,8 +13,6 @@ namespace ormix::geom {
 template <class T>
 class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>,
                                               public HoleTree<PolygonWithHoles2d<T>, Polygon2d<T>> {
-  using Base = Entity2d<PolygonWithHoles2d<T>, BaseTypedGeometryEntity2d<T>>;
-
  public:
   static constexpr const char* s_className = "ormix::geom::PolygonWithHoles2d";  ///< registered name
   static constexpr eEntity2dType s_entity2dType = eE2DT_PolygonWithHoles;        ///< returned by getEntity2dType()
@@ -37,10 +35,7 @@ class ORMIX_GEOMETRY_API PolygonWithHoles2d : public Entity2d<PolygonWithHoles2d
   /// @}
   ~PolygonWithHoles2d() override;
 
-  /// Reads the fields as every entity does; this node becomes the parent of the holes read.
-  BoolResult read(BaseIArchive& archive) override;
-
-  /// The role of the exterior ring: that of a region or of a hole.
+  /// The role of this node: a region or a hole.
   ePolygon2dType getPolygon2dType() const { return this->exterior().getPolygon2dType(); }
 
   /// The exterior ring; it may be changed in any way through the non-const reference.

@@ -19,13 +19,6 @@ template <class T>
 MeshWithHoles3d<T>::~MeshWithHoles3d() = default;
 
 template <class T>
-BoolResult MeshWithHoles3d<T>::read(BaseIArchive& archive) {
-  BoolResult result = Base::read(archive);
-  if (result) this->linkHoles();
-  return result;
-}
-
-template <class T>
 std::size_t MeshWithHoles3d<T>::getNbTotMesh() const {
   return sumOverNodes(*this, [](const MeshWithHoles3d&) { return std::size_t{1}; });
 }

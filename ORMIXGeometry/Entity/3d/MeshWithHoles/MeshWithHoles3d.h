@@ -14,8 +14,6 @@ namespace ormix::geom {
 template <class T>
 class ORMIX_GEOMETRY_API MeshWithHoles3d : public Entity3d<MeshWithHoles3d<T>, BaseTypedGeometryEntity3d<T>>,
                                            public HoleTree<MeshWithHoles3d<T>, Mesh3d<T>> {
-  using Base = Entity3d<MeshWithHoles3d<T>, BaseTypedGeometryEntity3d<T>>;
-
  public:
   static constexpr const char* s_className = "ormix::geom::MeshWithHoles3d";  ///< registered name
   static constexpr eEntity3dType s_entity3dType = eE3DT_MeshWithHoles;        ///< family
@@ -35,10 +33,7 @@ class ORMIX_GEOMETRY_API MeshWithHoles3d : public Entity3d<MeshWithHoles3d<T>, B
   /// @}
   ~MeshWithHoles3d() override;
 
-  /// Reads the fields and makes this node the parent of the holes that were read.
-  BoolResult read(BaseIArchive& archive) override;
-
-  /// The role of the exterior mesh: the surface of a body or of a cavity.
+  /// The role of this node: a body or a cavity.
   eMesh3dType getMesh3dType() const { return this->exterior().getMesh3dType(); }
 
   /// The exterior mesh itself; it may be changed.

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
+#include <ORMIXSerialization/ORMIXSerialization.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -93,7 +94,7 @@ TEST(PolygonWithHoles2d, MovesTakeTheHolesAlong) {
   const std::string expected = printed(*tree);
   const NodePtr hole = tree->getPolygonHoles()[0];
   Node onStack(std::move(*tree));
-  EXPECT_FALSE(hole->getParent());
+  EXPECT_EQ(hole->getParent(), tree) << "the node given, as the new one cannot be seen";
   EXPECT_FALSE(tree->hasHoles());
   EXPECT_TRUE(tree->isEmpty());
   const NodePtr moved = boost::make_shared<Node>(std::move(onStack));
@@ -103,6 +104,76 @@ TEST(PolygonWithHoles2d, MovesTakeTheHolesAlong) {
   EXPECT_EQ(printed(*tree), expected);
   EXPECT_TRUE(isLinked(*tree));
   static_assert(std::is_nothrow_move_constructible_v<Node> && std::is_nothrow_move_assignable_v<Node>);
+}
+
+// The first hole was given its parent, the second got it by the copy, the third is given it and is none of its holes.
+TEST(PolygonWithHoles2d, LivingParentsAreNotLost) {
+  using Change = void (*)(Node&);
+  const Change changes[] = {[](Node& node) { node = Node(); },
+                            [](Node& node) {
+                              const Node other;
+                              node = other;
+                            },
+                            [](Node& node) { node.copy(*sampleTree()); },
+                            [](Node& node) {
+                              std::stringstream bytes;
+                              CborOArchive out(bytes);
+                              ASSERT_TRUE(sampleTree()->write(out));
+                              ASSERT_TRUE(out.close());
+                              CborIArchive in(bytes);
+                              ASSERT_TRUE(node.read(in));
+                            },
+                            [](Node& node) { const Node moved(std::move(node)); },
+                            [](Node& node) { Node().operator=(std::move(node)); },
+                            [](Node& node) { node.clearPolygonHoles(); }};
+  for (const Change change : changes) {
+    SCOPED_TRACE(&change - changes);
+    const NodePtr tree = boost::make_shared<Node>(*sampleTree());
+    const NodePtr outside = boost::make_shared<Node>();
+    const std::vector<NodePtr> holes{tree->getPolygonHoles()[0], tree->getPolygonHoles()[1], outside};
+    holes[0]->setParent(tree);
+    outside->setParent(tree);
+    change(*tree);
+    for (const NodePtr& hole : holes) EXPECT_EQ(hole->getParent(), tree);
+    EXPECT_TRUE(isLinked(*tree));
+  }
+  // Moved to a node that is seen, holes go along; others stay.
+  const NodePtr tree = sampleTree();
+  const NodePtr outside = boost::make_shared<Node>();
+  outside->setParent(tree);
+  const NodePtr target = sampleTree();
+  const NodePtr former = target->getPolygonHoles()[0];
+  *target = std::move(*tree);
+  EXPECT_TRUE(isLinked(*target));
+  EXPECT_EQ(outside->getParent(), tree);
+  EXPECT_EQ(former->getParent(), target);
+}
+
+TEST(PolygonWithHoles2d, TheParentMayBePartOfAnotherObject) {
+  auto owner = boost::make_shared<std::pair<Node, Node>>();
+  const boost::shared_ptr<const Node> part(owner, &owner->second);
+  const NodePtr hole = boost::make_shared<Node>();
+  hole->setParent(part);
+  EXPECT_EQ(hole->getParent(), part);
+  owner->second.getPolygonHoles().push_back(hole);
+  const NodePtr moved = boost::make_shared<Node>(std::move(owner->second));
+  EXPECT_EQ(hole->getParent(), moved);
+}
+
+// Into a hole at any depth, linked to its parent or not.
+TEST(PolygonWithHoles2d, AMoveIntoANodeBelowIsACopy) {
+  for (const bool isLinkedUp : {true, false}) {
+    for (const bool isDeep : {true, false}) {
+      const NodePtr tree = sampleTree();
+      const std::string expected = printed(*tree);
+      Node& child = *tree->getPolygonHoles()[0];
+      Node& below = isDeep ? *child.getPolygonHoles()[0] : child;
+      if (!isLinkedUp) below.setParent(nullptr);
+      below = std::move(*tree);
+      EXPECT_EQ(printed(below), expected);
+      EXPECT_EQ(tree->getNbTotPolygons(), isDeep ? 7u : 6u);
+    }
+  }
 }
 
 TEST(PolygonWithHoles2d, AssignmentKeepsThePlaceInTheTree) {
