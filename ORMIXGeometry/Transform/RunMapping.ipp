@@ -50,25 +50,29 @@ auto& pointsOfNode(Node& node) {
   return RunOf<std::decay_t<decltype(body)>>::points(body);
 }
 
+/// Appends the nodes of a tree while their points have images; false at the first that has one without.
 template <class Map, class Node>
-bool hasImageOfTree(const Map& map, const Node& tree) {
-  return visitNodes(tree, [&map](const Node& node) { return hasImage(map, pointsOfNode(node)); });
+bool appendMapped(const Map& map, Node& tree, std::vector<Node*>& nodes) {
+  return visitNodes(tree, [&](Node& node) {
+    nodes.push_back(&node);
+    return hasImage(map, pointsOfNode(std::as_const(node)));
+  });
 }
 
-/// Each point must have an image.
+/// Each point must have an image. Takes no memory, so that either all nodes are mapped or none.
 template <class Map, class Node>
-void applyToTree(const Map& map, Node& tree) {
-  visitNodes(tree, [&map](Node& node) {
-    auto& points = pointsOfNode(node);
+void applyToNodes(const Map& map, const std::vector<Node*>& nodes) {
+  for (Node* const node : nodes) {
+    auto& points = pointsOfNode(*node);
     applyToRun(map.math, coordinates(points), points.size());
-    return true;
-  });
+  }
 }
 
 template <class Map, class Node, std::enable_if_t<TreeOf<Node>::isTree, int> = 0>
 bool mapInSitu(const Map& map, Node& tree) {
-  if (!hasImageOfTree(map, std::as_const(tree))) return false;
-  applyToTree(map, tree);
+  std::vector<Node*> nodes;
+  if (!appendMapped(map, tree, nodes)) return false;
+  applyToNodes(map, nodes);
   return true;
 }
 

@@ -310,6 +310,14 @@ void printWhole(std::ostream& stream, const X& object) {
   stream << object;
 }
 template <class T>
+void printWhole(std::ostream& stream, const Polygon2d<T>& polygon) {
+  stream << polygon.getPolygon2dType() << polygon;
+}
+template <class T>
+void printWhole(std::ostream& stream, const Mesh3d<T>& mesh) {
+  stream << mesh.getMesh3dType() << mesh;
+}
+template <class T>
 void printWhole(std::ostream& stream, const MeshWithHoles3d<T>& mesh) {
   visitNodes(mesh, [&stream](const MeshWithHoles3d<T>& node) {
     stream << node.getMesh3dType() << node.getExteriorMesh() << node.getNbHoles() << ' ';

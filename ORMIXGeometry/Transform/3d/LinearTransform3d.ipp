@@ -151,10 +151,10 @@ constexpr bool isMadeOfRuns<Shape3d>() {
 
 template <class Map>
 bool mapInSitu(const Map& map, Shape3d& shape) {
+  std::vector<MeshWithHoles3d<omReal32>*> nodes;
   for (const auto& mesh : shape.getMeshWithHolesColl())
-    if (mesh && !hasImageOfTree(map, std::as_const(*mesh))) return false;
-  for (const auto& mesh : shape.getMeshWithHolesColl())
-    if (mesh) applyToTree(map, *mesh);
+    if (mesh && !appendMapped(map, *mesh, nodes)) return false;
+  applyToNodes(map, nodes);
   return true;
 }
 

@@ -62,8 +62,8 @@ Polygon2d<TOut> cast(const Polygon2d<TIn>& polygon) {
 
 template <class TOut, class TIn>
 void cast(const Polygon2d<TIn>& polygon, Polygon2d<TOut>& result) {
-  result.setPolygon2dType(polygon.getPolygon2dType());
   castPoints(polygon.getPointColl(), result.getPointColl());
+  result.setPolygon2dType(polygon.getPolygon2dType());
 }
 
 ORMIX_GEOMETRY_INSTANTIATE_PRINT(Polygon2d)

@@ -52,8 +52,9 @@ class ORMIX_GEOMETRY_API Polygon2d : public Entity2d<Polygon2d<T>, BaseTypedGeom
     return item("_polygon2dType", self._polygon2dType) && item("_pointColl", self._pointColl);
   }
 
-  ePolygon2dType _polygon2dType = eP2DT_Exterior;
+  // The vertices come first, so that an assignment that finds no memory for them leaves the role too.
   PointColl _pointColl;
+  ePolygon2dType _polygon2dType = eP2DT_Exterior;
 };
 
 /// Prints the vertices, "[[0, 0], [4, 0], [4, 3]]".

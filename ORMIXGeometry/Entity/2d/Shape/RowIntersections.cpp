@@ -37,6 +37,16 @@ BoolResult checkRow(const PixelRun* first, const PixelRun* last) {
 
 }  // namespace
 
+// Nothing fails once there is room.
+RowIntersections& RowIntersections::operator=(const RowIntersections& other) {
+  _runEndColl.reserve(other._runEndColl.size());
+  _runColl.reserve(other._runColl.size());
+  _startRow = other._startRow;
+  _runEndColl = other._runEndColl;
+  _runColl = other._runColl;
+  return *this;
+}
+
 omUInt64 RowIntersections::getNbPixels() const {
   omUInt64 count = 0;
   for (const PixelRun& run : _runColl) count += run.end - run.begin;

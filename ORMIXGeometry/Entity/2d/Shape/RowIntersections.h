@@ -67,6 +67,12 @@ class ORMIX_GEOMETRY_API RowIntersections {
 
   /// No rows.
   RowIntersections() = default;
+  RowIntersections(const RowIntersections&) = default;
+  RowIntersections(RowIntersections&&) noexcept = default;
+  /// Memory is used again; where it does not suffice and there is no more, nothing changes.
+  RowIntersections& operator=(const RowIntersections& other);
+  RowIntersections& operator=(RowIntersections&&) noexcept = default;
+  ~RowIntersections() = default;
 
   /// The first row; 0 where there are no rows.
   omUInt64 getStartRow() const { return _startRow; }

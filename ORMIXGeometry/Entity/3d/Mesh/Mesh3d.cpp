@@ -19,11 +19,11 @@ void requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
 
 }  // namespace
 
+// Nothing fails once there is room.
 template <class T>
-BoolResult Mesh3d<T>::read(BaseIArchive& archive) {
-  BoolResult result = Base::read(archive);
-  if (result) _topology.refresh();
-  return result;
+Mesh3d<T>& Mesh3d<T>::operator=(const Mesh3d& other) {
+  cast(other, *this);
+  return *this;
 }
 
 template <class T>
@@ -118,6 +118,7 @@ Mesh3d<TOut> cast(const Mesh3d<TIn>& mesh) {
 
 template <class TOut, class TIn>
 void cast(const Mesh3d<TIn>& mesh, Mesh3d<TOut>& result) {
+  result.reserve(mesh.getNbVertices(), mesh.getNbTriangles());
   castPoints(mesh.getVertexColl(), result._vertexColl);
   result._mesh3dType = mesh.getMesh3dType();
   result._topology = mesh.getTopology();

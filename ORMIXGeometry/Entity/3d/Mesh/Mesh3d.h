@@ -7,6 +7,7 @@
 
 #include <array>
 #include <iosfwd>
+#include <utility>
 #include <vector>
 
 namespace ormix::geom {
@@ -32,9 +33,12 @@ class ORMIX_GEOMETRY_API Mesh3d : public Entity3d<Mesh3d<T>, BaseTypedGeometryEn
 
   /// An empty mesh with the role `eM3DT_Exterior`.
   Mesh3d() = default;
-
-  /// Reads the fields and checks the topology. Linear; on failure the mesh stays unchanged.
-  BoolResult read(BaseIArchive& archive) override;
+  Mesh3d(const Mesh3d&) = default;
+  Mesh3d(Mesh3d&&) noexcept = default;
+  /// Reuses the memory of this mesh. When more is needed and allocation fails, the mesh stays unchanged.
+  Mesh3d& operator=(const Mesh3d& other);
+  Mesh3d& operator=(Mesh3d&&) noexcept = default;
+  ~Mesh3d() override = default;
 
   /// The role: the surface of a body or of a cavity. It does not affect the orientation of the triangles.
   /// @{
@@ -129,6 +133,10 @@ class ORMIX_GEOMETRY_API Mesh3d : public Entity3d<Mesh3d<T>, BaseTypedGeometryEn
   static bool fields(S& self, F&& item) {
     return item("_mesh3dType", self._mesh3dType) && item("_vertexColl", self._vertexColl) &&
            MeshTopology::fields(self._topology, item);
+  }
+  static void adopt(Mesh3d& mesh, Mesh3d& read) {
+    read._topology.refresh();
+    mesh = std::move(read);
   }
   static BoolResult validate(const Mesh3d& mesh) { return mesh._topology.validate(mesh._vertexColl.size()); }
   template <class TOut, class TIn>

@@ -16,6 +16,16 @@ constexpr omUInt32 narrowed(std::size_t index) { return static_cast<omUInt32>(in
 
 }  // namespace
 
+// Nothing fails once there is room.
+MeshTopology& MeshTopology::operator=(const MeshTopology& other) {
+  reserve(other.getNbTriangles());
+  _halfEdgeColl = other._halfEdgeColl;
+  _triangleToHalfEdgeColl = other._triangleToHalfEdgeColl;
+  _vertexIndexColl = other._vertexIndexColl;
+  _halfEdgeTable = other._halfEdgeTable;
+  return *this;
+}
+
 std::size_t MeshTopology::getNbBoundaryHalfEdges() const {
   return static_cast<std::size_t>(
       std::count_if(_halfEdgeColl.begin(), _halfEdgeColl.end(),

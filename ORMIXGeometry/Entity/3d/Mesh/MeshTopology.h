@@ -41,6 +41,14 @@ class ORMIX_GEOMETRY_API MeshTopology {
   static constexpr std::size_t s_maxNbTriangles = s_noHalfEdge / 3;  ///< most triangles of a mesh
   static constexpr std::size_t s_maxNbVertices = s_noHalfEdge;       ///< most vertices of a mesh
 
+  MeshTopology() = default;
+  MeshTopology(const MeshTopology&) = default;
+  MeshTopology(MeshTopology&&) noexcept = default;
+  /// Reuses the memory of this object. When more is needed and allocation fails, nothing changes.
+  MeshTopology& operator=(const MeshTopology& other);
+  MeshTopology& operator=(MeshTopology&&) noexcept = default;
+  ~MeshTopology() = default;
+
   /// Whether there are no triangles.
   bool isEmpty() const { return _halfEdgeColl.empty(); }
   /// Counts, in constant time; there are three half-edges for each triangle.
@@ -111,7 +119,8 @@ class ORMIX_GEOMETRY_API MeshTopology {
   /// Removes all triangles.
   void clear() noexcept;
 
-  /// Success, or a text that names the first of the rules above that is broken, and where. Linear.
+  /// Success, or a text that names the first of the rules above that is broken, and where; also where the vertex indices
+  /// do not agree with the half-edges. Linear.
   BoolResult checkIntegrity(std::size_t nbVertices) const;
 
  private:

@@ -22,6 +22,7 @@ class TopologyChecker {
   TopologyChecker(const MeshTopology& topology, std::size_t nbVertices)
       : _halfEdges(topology.getHalfEdgeColl()),
         _firsts(topology.getTriangleToHalfEdgeColl()),
+        _indices(topology.getVertexIndexColl()),
         _nbVertices(nbVertices) {}
 
   std::string checkSizes() const {
@@ -45,6 +46,19 @@ class TopologyChecker {
       if (_firsts[triangle] >= _halfEdges.size()) return invalidHalfEdge(_firsts[triangle]);
       if (_halfEdges[_firsts[triangle]].triangleIdx != triangle)
         return halfEdgeText(_firsts[triangle], "is recorded for a triangle that is not its own");
+    }
+    return {};
+  }
+
+  std::string checkVertexIndices() const {
+    if (_indices.size() != 3 * _firsts.size())
+      return std::to_string(_indices.size()) + " vertex indices are not three for each of " +
+             std::to_string(_firsts.size()) + " triangles";
+    for (std::size_t triangle = 0; triangle < _firsts.size(); ++triangle) {
+      omUInt32 halfEdgeIdx = _firsts[triangle];
+      for (std::size_t corner = 0; corner < 3; ++corner, halfEdgeIdx = _halfEdges[halfEdgeIdx].nextHalfEdgeIdx)
+        if (_indices[3 * triangle + corner] != _halfEdges[halfEdgeIdx].startVertexIdx)
+          return halfEdgeText(halfEdgeIdx, "does not start where the vertex indices of its triangle say");
     }
     return {};
   }
@@ -117,6 +131,7 @@ class TopologyChecker {
 
   const MeshTopology::HalfEdgeColl& _halfEdges;
   const MeshTopology::IndexColl& _firsts;
+  const MeshTopology::IndexColl& _indices;
   const std::size_t _nbVertices;
 };
 
@@ -156,7 +171,10 @@ BoolResult tooManyVertices() {
 }
 
 BoolResult MeshTopology::checkIntegrity(std::size_t nbVertices) const {
-  return firstBroken(*this, nbVertices, [](const char*) { return std::string(); });
+  BoolResult sound = firstBroken(*this, nbVertices, [](const char*) { return std::string(); });
+  if (!sound) return sound;
+  const std::string broken = TopologyChecker(*this, nbVertices).checkVertexIndices();
+  return broken.empty() ? sound : failure(broken);
 }
 
 BoolResult MeshTopology::validate(std::size_t nbVertices) const {

@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ormix {
@@ -15,6 +16,18 @@ namespace ormix::geom {
 /// A set of voxels, slice by slice: the slice z has the pixels of `rowIntersectionsColl[z - zOffset]`, and slices
 /// before the first and after the last have none. Rows have constant y, runs extend along x.
 struct RowIntersections3d {
+  /// No slices.
+  RowIntersections3d() = default;
+  /// The slices from z = `firstZ` on.
+  RowIntersections3d(omUInt64 firstZ, std::vector<RowIntersections> slices)
+      : zOffset(firstZ), rowIntersectionsColl(std::move(slices)) {}
+  RowIntersections3d(const RowIntersections3d&) = default;
+  RowIntersections3d(RowIntersections3d&&) noexcept = default;
+  /// When allocation fails, nothing changes.
+  RowIntersections3d& operator=(const RowIntersections3d& other) { return *this = RowIntersections3d(other); }
+  RowIntersections3d& operator=(RowIntersections3d&&) noexcept = default;
+  ~RowIntersections3d() = default;
+
   omUInt64 zOffset = 0;                                ///< z of the first slice
   std::vector<RowIntersections> rowIntersectionsColl;  ///< the slices, in ascending z without gaps
 

@@ -194,6 +194,35 @@ TEST(MeshTopology, KeepsEqualTrianglesApart) {
   EXPECT_EQ(getNbComponents(mesh.getTopology()), 100000u);
 }
 
+/// Changes half-edges as an archive could, and nothing that follows from them.
+struct HalfEdgeChange {
+  bool isCleared;
+  bool operator()(const char*, MeshTopology::HalfEdgeColl& halfEdges) const {
+    if (isCleared) halfEdges.clear();
+    return true;
+  }
+  bool operator()(const char*, MeshTopology::IndexColl& firsts) const {
+    if (isCleared) firsts.clear();
+    if (!isCleared) ++firsts[1];
+    return true;
+  }
+  template <class V>
+  bool operator()(const char*, V&) const {
+    return true;
+  }
+};
+
+TEST(MeshTopology, NamesVertexIndicesThatAreNotThoseOfTheHalfEdges) {
+  for (const bool isCleared : {true, false}) {
+    auto mesh = tetrahedron();
+    HalfEdgeChange change{isCleared};
+    ASSERT_TRUE(FieldAccess::visit(mesh, change));
+    EXPECT_EQ(mesh.checkIntegrity().getMessage(),
+              isCleared ? "12 vertex indices are not three for each of 0 triangles"
+                        : "Half edge with index 4 does not start where the vertex indices of its triangle say");
+  }
+}
+
 TEST(MeshTopology, NamesWhatRemovedVerticesBreak) {
   auto mesh = tetrahedron();
   mesh.getVertexColl().pop_back();

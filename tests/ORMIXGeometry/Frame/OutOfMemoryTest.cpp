@@ -1,0 +1,143 @@
+// What happens where memory ends: each allocation of an operation fails once, and nothing has changed then.
+
+#include <ORMIXSerialization/ORMIXSerialization.h>
+
+#include <cstdlib>
+#include <new>
+#include <sstream>
+
+#include "support/SampleObjects.h"
+
+namespace {
+thread_local std::size_t g_nbLeft = 0;  // allocations until one fails; 0: none does
+}  // namespace
+
+// Of the whole program, its shared libraries too.
+void* operator new(std::size_t size) {
+  if (g_nbLeft > 0 && --g_nbLeft == 0) throw std::bad_alloc();
+  if (void* bytes = std::malloc(size)) return bytes;
+  throw std::bad_alloc();
+}
+void operator delete(void* bytes) noexcept { std::free(bytes); }
+void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
+
+namespace {
+
+using namespace samples;
+
+/// Lets the n-th allocation of `operation(object)` fail for n = 1, 2, … until it needs fewer, each time on an object
+/// made anew. `operation` may also answer false for its failure.
+template <class Make, class Operation, class Describe>
+void expectAllOrNothing(Make make, Operation operation, Describe describe, const std::string& afterwards) {
+  const std::string before = describe(*make());
+  ASSERT_NE(before, afterwards);
+  for (std::size_t nth = 1;; ++nth) {
+    const auto object = make();
+    bool isDone = false;
+    bool hasFailed = false;
+    g_nbLeft = nth;
+    try {
+      isDone = operation(*object);
+    } catch (const std::exception&) {
+    }
+    hasFailed = g_nbLeft == 0;
+    g_nbLeft = 0;
+    ASSERT_EQ(describe(*object), isDone ? afterwards : before) << "allocation " << nth << " failed";
+    if (!hasFailed) {
+      ASSERT_TRUE(isDone);
+      return;
+    }
+  }
+}
+
+TEST(OutOfMemory, ChangesNoObjectOfAnyClass) {
+  for (const ClassCase& each : classCases(AllClasses())) {
+    SCOPED_TRACE(each.name);
+    const auto sample = each.makeSample();
+    const std::string expected = each.describe(*sample);
+    expectAllOrNothing(
+        each.makeDefault,
+        [&](BaseDynamicObject& object) {
+          object.copy(*sample);
+          return true;
+        },
+        each.describe, expected);
+    std::stringstream bytes;
+    {
+      CborOArchive archive(bytes);
+      ASSERT_TRUE(sample->write(archive));
+    }
+    expectAllOrNothing(
+        each.makeDefault,
+        [&](BaseSerializationObject& object) {
+          bytes.clear();
+          bytes.seekg(0);
+          CborIArchive archive(bytes);
+          return static_cast<bool>(object.read(archive));
+        },
+        each.describe, expected);
+  }
+}
+
+template <class Transform, class Entity, class Classes>
+void expectTransformedOrNot(const Transform& transform, Classes classes) {
+  for (const ClassCase& each : classCases(classes)) {
+    SCOPED_TRACE(each.name);
+    const auto move = [&](BaseDynamicObject& object) {
+      return static_cast<bool>(transform.applyInSitu(dynamic_cast<Entity&>(object)));
+    };
+    const auto moved = each.makeSample();
+    if (move(*moved)) expectAllOrNothing(each.makeSample, move, each.describe, each.describe(*moved));
+  }
+}
+
+TEST(OutOfMemory, TransformsNoEntityInPart) {
+  expectTransformedOrNot<TranslationTransform2d, BaseGeometryEntity2d>({3, 5}, AllEntities2d());
+  expectTransformedOrNot<TranslationTransform3d, BaseGeometryEntity3d>({3, 5, 7}, AllEntities3d());
+}
+
+TEST(OutOfMemory, ChangesNoMeshThatTakesAnothersParts) {
+  const auto mesh = Sample<Mesh3d<omReal64>>::make();
+  const auto text = [](const auto& each) {
+    EXPECT_TRUE(each.checkIntegrity());
+    return describe(each);
+  };
+  const auto makeVertices = [&mesh] {
+    auto vertices = boost::make_shared<Mesh3d<omReal64>>();
+    vertices->getVertexColl() = mesh.getVertexColl();
+    return vertices;
+  };
+  expectAllOrNothing(
+      makeVertices, [&](Mesh3d<omReal64>& object) { return object.copyTriangles(mesh); }, text, text(mesh));
+  expectAllOrNothing([] { return boost::make_shared<Mesh3d<omInt32>>(); },
+                     [&](Mesh3d<omInt32>& object) {
+                       cast(mesh, object);
+                       return true;
+                     },
+                     text, text(cast<omInt32>(mesh)));
+}
+
+/// Every slice has memory for the runs of the other shape but the last.
+TEST(OutOfMemory, ChangesNoSlices) {
+  const RowIntersections3d sample = Sample<Shape3d>::make().getRowIntersections();
+  const auto make = [&sample] {
+    auto rows = boost::make_shared<RowIntersections3d>(sample);
+    rows->rowIntersectionsColl[0].clear();
+    rows->rowIntersectionsColl[1] = {};
+    return rows;
+  };
+  const auto text = [](const RowIntersections3d& rows) {
+    Shape3d shape;
+    shape.getRowIntersections() = rows;
+    return describe(shape);
+  };
+  expectAllOrNothing(
+      make,
+      [&](RowIntersections3d& rows) {
+        rows = sample;
+        return true;
+      },
+      text, text(sample));
+}
+
+}  // namespace
