@@ -45,22 +45,42 @@ struct Face {
   bool isSeenFromInside;
 };
 
+/// The unit normal of a triangle; zero where it has none. Edges are brought near length 1, as their product could
+/// overflow, by a power of two, which changes no digit.
+Point unitNormal(const std::array<Point, 3>& corners) {
+  const auto edge = [&corners](std::size_t k) {
+    return Point(corners[k].getX() / 2 - corners[0].getX() / 2, corners[k].getY() / 2 - corners[0].getY() / 2,
+                 corners[k].getZ() / 2 - corners[0].getZ() / 2);
+  };
+  Point edges[] = {edge(1), edge(2)};
+  for (Point& each : edges) {
+    const omReal64 largest = std::max({std::abs(each.getX()), std::abs(each.getY()), std::abs(each.getZ())});
+    if (largest == 0 || !std::isfinite(largest)) return {};
+    const int exponent = std::max(std::ilogb(largest), -1022);
+    each.setCoords(std::ldexp(each.getX(), -exponent), std::ldexp(each.getY(), -exponent),
+                   std::ldexp(each.getZ(), -exponent));
+  }
+  return unit(crossProduct(edges[0], edges[1]));
+}
+
 Face project(const std::array<Point, 3>& corners, const Camera& camera) {
   Face face{{}, 0, 0, false};
   for (std::size_t k = 0; k < 3; ++k) {
     face.corners[k].setCoords(dot(corners[k], camera.right), dot(corners[k], camera.up));
     face.depth += dot(corners[k], camera.depth) / 3;
   }
-  const auto edge = [&corners](std::size_t k) {
-    return Point(corners[k].getX() - corners[0].getX(), corners[k].getY() - corners[0].getY(),
-                 corners[k].getZ() - corners[0].getZ());
-  };
-  const Point normal = unit(crossProduct(edge(1), edge(2)));
+  const Point normal = unitNormal(corners);
   face.isSeenFromInside = dot(normal, camera.depth) < 0;
   const omReal64 cosine = face.isSeenFromInside ? -dot(normal, camera.light) : dot(normal, camera.light);
   constexpr omReal64 ambient = 0.35;
   face.shade = (ambient + (1 - ambient) * std::max(cosine, 0.0)) * (face.isSeenFromInside ? 0.6 : 1);
   return face;
+}
+
+bool isSeen(const Face& face) {
+  return std::isfinite(face.depth) && std::all_of(face.corners.begin(), face.corners.end(), [](const auto& corner) {
+           return std::isfinite(corner.getX()) && std::isfinite(corner.getY());
+         });
 }
 
 std::string colour(const MeshViewOptions& options, omReal64 shade) {
@@ -85,9 +105,9 @@ BoolResult drawMesh(SvgWriter& writer, const Mesh3d<T>& mesh, const MeshViewOpti
   bool isFinite = true;
   visitTriangles(mesh, [&](const Point3dData<T>& p0, const Point3dData<T>& p1, const Point3dData<T>& p2) {
     faces.push_back(project({cast<omReal64>(p0), cast<omReal64>(p1), cast<omReal64>(p2)}, camera));
-    isFinite = isFinite && std::isfinite(faces.back().depth);
+    isFinite = isFinite && isSeen(faces.back());
   });
-  if (!isFinite) return failure("A vertex of the mesh is not finite");
+  if (!isFinite) return failure("A vertex of the mesh is not finite or too large");
   if (mesh.isClosed())
     faces.erase(std::remove_if(faces.begin(), faces.end(), [](const Face& face) { return face.isSeenFromInside; }),
                 faces.end());

@@ -88,24 +88,31 @@ SvgWriter::~SvgWriter() = default;
 SvgWriter::SvgWriter(SvgWriter&&) noexcept = default;
 SvgWriter& SvgWriter::operator=(SvgWriter&&) noexcept = default;
 
+SvgWriter::Drawing& SvgWriter::drawing() {
+  if (!_drawing) _drawing = std::make_unique<Drawing>();
+  return *_drawing;
+}
+
 BoolResult SvgWriter::setView(const BoundingBox2d<omReal64>& view) {
   const bool ordered = view.getXMin() < view.getXMax() && view.getYMin() < view.getYMax();
   if (!ordered || !std::isfinite(view.getXMax() - view.getXMin()) || !std::isfinite(view.getYMax() - view.getYMin()))
     return failure("The view of an SVG picture must be a finite box with a positive width and height");
-  _drawing->view = SvgView{view.getXMin(), view.getYMin(), view.getXMax(), view.getYMax()};
+  drawing().view = SvgView{view.getXMin(), view.getYMin(), view.getXMax(), view.getYMax()};
   return true;
 }
 
 BoolResult SvgWriter::draw(const BaseGeometryEntity2d& entity, const SvgStyle& style) {
-  return _drawing->add(entity.getClassName(), svgShape(entity), style);
+  return drawing().add(entity.getClassName(), svgShape(entity), style);
 }
 
 BoolResult SvgWriter::draw(const Vector2d& vector, const Point2dData<omReal64>& anchor, const SvgStyle& style) {
-  return _drawing->add(vector.getClassName(), svgArrow(vector, anchor), style);
+  return drawing().add(vector.getClassName(), svgArrow(vector, anchor), style);
 }
 
 BoolResult SvgWriter::write(std::ostream& stream) const {
-  const ProcessingResult<SvgFrame> framed = _drawing->frame();
+  static const Drawing empty;
+  const Drawing& drawing = _drawing ? *_drawing : empty;
+  const ProcessingResult<SvgFrame> framed = drawing.frame();
   if (!framed.getMessage().empty()) return failure(framed.getMessage());
   const SvgFrame& frame = framed.getResult();
 
@@ -123,7 +130,7 @@ BoolResult SvgWriter::write(std::ostream& stream) const {
   put(head);
 
   SvgElement labels;
-  for (const Drawing::Item& item : _drawing->items) {
+  for (const Drawing::Item& item : drawing.items) {
     SvgElement element;
     const std::optional<SvgPoint> middle = writeShape(element, item.shape, frame, item.style);
     // What lies that far outside a given view cannot be seen, and has no coordinates in pixels.

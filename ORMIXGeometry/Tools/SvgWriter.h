@@ -27,6 +27,8 @@ struct SvgStyle {
 /// sizes are drawn as their absolute values. Points are dots in the colour of the stroke with a radius of two widths,
 /// vectors are arrows.
 ///
+/// A writer that was moved from is as a new one of 800 pixels.
+///
 /// Coordinates are written in pixels, rounded to a thousandth, independent of any locale.
 class ORMIX_GEOMETRY_API SvgWriter {
  public:
@@ -62,6 +64,7 @@ class ORMIX_GEOMETRY_API SvgWriter {
 
  private:
   struct Drawing;
+  Drawing& drawing();
   std::unique_ptr<Drawing> _drawing;
 };
 

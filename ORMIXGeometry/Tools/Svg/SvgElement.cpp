@@ -20,7 +20,13 @@ SvgElement& SvgElement::operator<<(omReal64 number) {
 }
 
 SvgElement& SvgElement::escaped(std::string_view text) {
-  for (const char character : text) {
+  // U+FFFE and U+FFFF, the only other characters of UTF-8 that XML has no way to write, in their last byte.
+  const auto isNoCharacter = [text](std::size_t last) {
+    return last >= 2 && text[last - 2] == '\xEF' && text[last - 1] == '\xBF' &&
+           (text[last] == '\xBE' || text[last] == '\xBF');
+  };
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char character = text[i];
     switch (character) {
       case '&':
         _text += "&amp;";
@@ -37,6 +43,7 @@ SvgElement& SvgElement::escaped(std::string_view text) {
       // XML has no way to write most control characters.
       default:
         _text += static_cast<unsigned char>(character) < 0x20 ? ' ' : character;
+        if (isNoCharacter(i)) _text.replace(_text.size() - 3, 3, " ");
     }
   }
   return *this;

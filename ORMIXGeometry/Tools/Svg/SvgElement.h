@@ -32,8 +32,8 @@ class SvgElement {
   SvgElement& operator<<(omReal64 number);
   /// Appends x and y, separated by a blank.
   SvgElement& operator<<(const SvgPoint& point) { return *this << point.getX() << " " << point.getY(); }
-  /// Appends the value of an attribute or the content of an element: characters of markup and control characters are
-  /// replaced.
+  /// Appends the value of an attribute or the content of an element: characters of markup and characters that XML does
+  /// not allow are replaced.
   SvgElement& escaped(std::string_view text);
 
   /// Everything appended so far.

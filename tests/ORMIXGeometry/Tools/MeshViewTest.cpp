@@ -62,6 +62,20 @@ TEST(MeshView, LeavesOutTheInsideOfAClosedMesh) {
   EXPECT_EQ(brightness(picture(mesh, {{-1, -1, -1}})).size(), 3U);
 }
 
+// Of the brightness of a small one, whatever the size that a picture can have.
+TEST(MeshView, ShadesMeshesOfAnySize) {
+  std::vector<int> expected;
+  for (const omReal64 size : {1.0, 1e-250, 1e155, 1e300}) {
+    Mesh3d<omReal64> mesh;
+    ASSERT_TRUE(
+        mesh.build({{0, 0, 0}, {size, 0, 0}, {0, size, 0}, {0, 0, size}}, {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3}));
+    const std::vector<int> shades = brightness(picture(mesh, {{-1, -2, -3}}));
+    if (expected.empty()) expected = shades;
+    EXPECT_EQ(shades.size(), 3U);
+    EXPECT_EQ(shades, expected) << size;
+  }
+}
+
 TEST(MeshView, AddsNothingOfWhatIsNotFinite) {
   Mesh3d<omReal64> mesh;
   addTriangleAt(mesh, 0);

@@ -239,15 +239,25 @@ TEST(SvgWriter, viewMustBeAFiniteBox) {
 }
 
 TEST(SvgWriter, textsAreEscaped) {
-  const std::string label = "a<b> & \"c\" \x01 \xC3\xA9";
+  const std::string label = "a<b> & \"c\" \x01 \xC3\xA9\xEF\xBF\xBE\xEF\xBF\xBF\xEF\xBF\xBD";
   SvgWriter writer = tenUnits();
   EXPECT_TRUE(writer.draw(Circle2d<omReal64>(Point(5, 5), 1), {"black", "\"/><script>", 1, label}));
   const std::string svg = written(writer);
   const Tree tree = parsed(svg);
   EXPECT_EQ(tree.get<std::string>("svg.g.ellipse.<xmlattr>.fill"), "\"/><script>");
-  EXPECT_NE(svg.find(">a&lt;b&gt; &amp; &quot;c&quot;   \xC3\xA9</text>"), std::string::npos) << svg;
+  EXPECT_NE(svg.find(">a&lt;b&gt; &amp; &quot;c&quot;   \xC3\xA9  \xEF\xBF\xBD</text>"), std::string::npos) << svg;
   for (const char* broken : {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80"})
     EXPECT_FALSE(writer.draw(Point2d<omReal64>(0, 0), {"black", "none", 1, broken}));
+}
+
+TEST(SvgWriter, thatWasMovedFromIsEmpty) {
+  SvgWriter writer = tenUnits();
+  EXPECT_TRUE(writer.draw(Circle2d<omReal64>(Point(5, 5), 1)));
+  const SvgWriter moved(std::move(writer));
+  SvgWriter fresh;
+  EXPECT_EQ(written(writer), written(fresh));
+  for (SvgWriter* each : {&writer, &fresh}) EXPECT_TRUE(each->draw(Circle2d<omReal64>(Point(5, 5), 1)));
+  EXPECT_EQ(written(writer), written(fresh));
 }
 
 TEST(SvgWriter, pictureDoesNotDependOnTheLocale) {
