@@ -13,6 +13,13 @@ struct Creators {
   DynamicObjectFactory::CreateNew createNew;
   DynamicObjectFactory::CreateShared createShared;
 };
+
+template <class Creator>
+auto called(Creator creator, const std::string& name) {
+  if (creator) return creator();
+  throw UnHandleException("Class \"" + name + "\" is registered without this way of creating its objects",
+                          __PRETTY_FUNCTION__, __FILE__, __LINE__);
+}
 }  // namespace
 
 struct DynamicObjectFactory::Registry {
@@ -66,11 +73,11 @@ std::vector<std::string> DynamicObjectFactory::getRegisteredNames() const {
 }
 
 BaseDynamicObject* DynamicObjectFactory::createNew(const std::string& name) const {
-  return _registry->find(name).createNew();
+  return called(_registry->find(name).createNew, name);
 }
 
 boost::shared_ptr<BaseDynamicObject> DynamicObjectFactory::createShared(const std::string& name) const {
-  return _registry->find(name).createShared();
+  return called(_registry->find(name).createShared, name);
 }
 
 }  // namespace ormix

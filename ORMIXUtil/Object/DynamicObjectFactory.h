@@ -16,7 +16,8 @@ class ORMIX_UTIL_API DynamicObjectFactory {
 
   static DynamicObjectFactory& getInstance();
 
-  /// Makes a class known. False, and nothing changed, when the name is known already.
+  /// Makes a class known. False, and nothing changed, when the name is known already. Either creator may be null: its
+  /// objects cannot be created in that way then.
   bool registerClass(const std::string& name, CreateNew newCreator, CreateShared sharedCreator);
   /// Forgets a class. False when the name was not known.
   bool unRegisterClass(const std::string& name);
@@ -25,7 +26,7 @@ class ORMIX_UTIL_API DynamicObjectFactory {
   std::vector<std::string> getRegisteredNames() const;
 
   /// A new default-constructed object, owned by the caller.
-  /// \throw UnHandleException that names the class when it is not registered
+  /// \throw UnHandleException that names the class when it is not registered, or without this creator
   BaseDynamicObject* createNew(const std::string& name) const;
   /// The same as a shared pointer, made in one allocation.
   boost::shared_ptr<BaseDynamicObject> createShared(const std::string& name) const;

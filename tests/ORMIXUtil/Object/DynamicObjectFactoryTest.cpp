@@ -75,6 +75,25 @@ TEST(DynamicObjectFactory, unknownNameIsNamedInTheException) {
   }
 }
 
+TEST(DynamicObjectFactory, missingCreatorsAreNamedInTheException) {
+  ASSERT_TRUE(factory().registerClass("test::Half", nullptr, &createBrightLampShared));
+  ASSERT_TRUE(factory().registerClass("test::None", nullptr, nullptr));
+  EXPECT_EQ(wattsOf(*factory().createShared("test::Half")), wattsOf(*createBrightLampShared()));
+  const auto expectNamed = [](const std::string& name, auto create) {
+    try {
+      create(name);
+      ADD_FAILURE() << "created \"" << name << "\"";
+    } catch (const ormix::UnHandleException& error) {
+      EXPECT_NE(error.getMessage().find("\"" + name + "\""), std::string::npos) << error.what();
+    }
+  };
+  expectNamed("test::Half", [](const std::string& name) { factory().createNew(name); });
+  expectNamed("test::None", [](const std::string& name) { factory().createNew(name); });
+  expectNamed("test::None", [](const std::string& name) { factory().createShared(name); });
+  EXPECT_TRUE(factory().unRegisterClass("test::Half"));
+  EXPECT_TRUE(factory().unRegisterClass("test::None"));
+}
+
 TEST(DynamicObjectFactory, firstRegistrationWins) {
   const ormix::DynamicRegistrator<Lamp> first;
   EXPECT_FALSE(factory().registerClass("test::Lamp", &createBrightLamp, &createBrightLampShared));
