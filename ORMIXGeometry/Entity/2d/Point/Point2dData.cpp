@@ -27,7 +27,7 @@ omReal64 distance(const Point2dData<T>& a, const Point2dData<T>& b) {
     return wrappedNorm(inCoordinateType(std::minus<>(), b.getX(), a.getX()),
                        inCoordinateType(std::minus<>(), b.getY(), a.getY()));
   else
-    return euclideanNorm(omReal64(b.getX()) - omReal64(a.getX()), omReal64(b.getY()) - omReal64(a.getY()));
+    return euclideanNorm(omReal64(T(b.getX() - a.getX())), omReal64(T(b.getY() - a.getY())));
 }
 
 template <class T>

@@ -52,8 +52,9 @@ std::ostream& operator<<(std::ostream& stream, const Point2dData<T>& point);
 template <class T>
 omReal64 normL2(const Point2dData<T>& point);
 
-/// Distance of the points, the norm of b - a as by normL2(). For integers the difference wraps around too (intended),
-/// so that the distance of unsigned points is the same in both orders.
+/// Distance of the points: the norm of b - a as by normL2(), the difference being in the coordinate type. For omReal32
+/// it is rounded to that type, for integers it wraps around (both intended), so that the distance of unsigned points is
+/// the same in both orders.
 template <class T>
 omReal64 distance(const Point2dData<T>& a, const Point2dData<T>& b);
 

@@ -106,8 +106,8 @@ omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b) {
                        inCoordinateType(std::minus<>(), b.getY(), a.getY()),
                        inCoordinateType(std::minus<>(), b.getZ(), a.getZ()));
   else
-    return euclideanNorm(omReal64(b.getX()) - omReal64(a.getX()), omReal64(b.getY()) - omReal64(a.getY()),
-                         omReal64(b.getZ()) - omReal64(a.getZ()));
+    return euclideanNorm(omReal64(T(b.getX() - a.getX())), omReal64(T(b.getY() - a.getY())),
+                         omReal64(T(b.getZ() - a.getZ())));
 }
 
 template <class T>

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
+#include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -77,11 +78,26 @@ TYPED_TEST(Point2dDataWrapTest, NormsAreThoseModuloTwoToThe32) {
 TEST(Point2dData, RealNormsNeitherOverflowNorUnderflow) {
   EXPECT_DOUBLE_EQ(normL2(Point2dData<omReal64>(3e200, -4e200)), 5e200);
   EXPECT_DOUBLE_EQ(normL2(Point2dData<omReal64>(3e-200, 4e-200)), 5e-200);
-  EXPECT_DOUBLE_EQ(distance(Point2dData<omReal32>(3e38f, 0), Point2dData<omReal32>(-3e38f, 0)), 2 * omReal64(3e38f));
+  EXPECT_DOUBLE_EQ(normL2(Point2dData<omReal32>(3e38f, 4e37f)), std::hypot(omReal64(3e38f), omReal64(4e37f)));
+  EXPECT_EQ(distance(Point2dData<omReal32>(3e38f, 0), Point2dData<omReal32>(-3e38f, 0)), s_infinity) << "as b - a";
   EXPECT_EQ(normL2(Point2dData<omReal64>(0, 0)), 0.0);
   EXPECT_EQ(normL2(Point2dData<omReal64>(-s_infinity, 0)), s_infinity);
   EXPECT_TRUE(std::isnan(normL2(Point2dData<omReal64>(s_nan, 1))));
   EXPECT_FALSE(compare(Point2dData<omReal64>(s_nan, 1), Point2dData<omReal64>(s_nan, 1), 1e300));
+}
+
+// The difference is rounded to the coordinate type, also where it then is an ulp off.
+TEST(Point2dData, DistancesAreTheNormsOfDifferences) {
+  const unsigned seed = 77;
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<omReal32> uniform(-100, 100);
+  const auto next = [&] { return uniform(random); };
+  for (int i = 0; i < 1000; ++i) {
+    const Point2d<omReal32> a(next(), next()), b(next(), next());
+    const Point3d<omReal32> c(next(), next(), next()), d(next(), next(), next());
+    ASSERT_EQ(distance(a, b), (b - a).normL2()) << "seed " << seed << ", case " << i;
+    ASSERT_EQ(distance(c, d), (d - c).normL2()) << "seed " << seed << ", case " << i;
+  }
 }
 
 TEST(Point2dData, ScalarProductsOfIntegersDoNotWrap) {
