@@ -149,6 +149,23 @@ TEST_P(UniformClass, RefusesVersionsThatItDoesNotKnow) {
   EXPECT_EQ(describe(*object), result ? sampleText : defaultText);
 }
 
+TEST(TransformArchive, RefusesParametersThatAreNoneAndNamesThem) {
+  for (const ClassCase& each : classCases(Concatenate<LinearTransforms2d, LinearTransforms3d>::Type())) {
+    SCOPED_TRACE(each.name);
+    const std::string text = written<Json>(*each.makeSample());
+    const std::string key = "\"params\": [";
+    const std::string first = text.substr(text.find(key) + key.size());
+    for (const std::string by : {"\"nan\"", "\"-inf\"", "1, 2"}) {
+      const auto object = each.makeDefault();
+      const BoolResult result =
+          readInto<Json>(replaced(text, key + first.substr(0, first.find_first_of(",]")), key + by), *object);
+      EXPECT_FALSE(result) << by;
+      EXPECT_EQ(result.getMessage().find("Class " + each.name + ": Key \"params\": "), 0u) << result.getMessage();
+      EXPECT_EQ(each.describe(*object), each.describe(*each.makeDefault()));
+    }
+  }
+}
+
 // Files written once and for all, in both formats: what they hold is read for ever.
 TEST_P(UniformClass, GoldenArchivesAreRead) {
   std::string file = GetParam().name;
