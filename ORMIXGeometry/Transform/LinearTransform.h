@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/OfScalar.h>
 #include <ORMIXGeometry/Export.h>
 #include <ORMIXGeometry/Transform/Preserved.h>
 #include <ORMIXSerialization/Object/RegisteredObject.h>
@@ -36,6 +37,11 @@ class ORMIX_GEOMETRY_API LinearTransform : public RegisteredObject<Self, typenam
   /// where the image is not defined; a point without one is logged.
   template <class Entity, std::enable_if_t<keepsClassOf<Math, Entity>(), int> = 0>
   bool processInSitu(Entity& entity) const;
+  /// The same with the entity's coordinate type named: `processInSitu<omReal64>(circle)`.
+  template <class T, class Entity, std::enable_if_t<isOfScalar<T, Entity> && keepsClassOf<Math, Entity>(), int> = 0>
+  bool processInSitu(Entity& entity) const {
+    return processInSitu(entity);
+  }
 
  protected:
   LinearTransform() = default;

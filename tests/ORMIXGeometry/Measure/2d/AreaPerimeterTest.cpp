@@ -77,6 +77,27 @@ TYPED_TEST(ScalarMeasure, OfSimpleEntities) {
 }
 
 // Converted one by one: products of large 32-bit lengths neither wrap nor lose digits.
+TYPED_TEST(ScalarMeasure, IsCalledWithTheScalarToo) {
+  const auto ellipse = Sample<Ellipse2d<TypeParam>>::make();
+  omReal64 value = 0;
+  EXPECT_TRUE(AreaMsr2d().process<TypeParam>(ellipse, value));
+  EXPECT_EQ(value, area(ellipse));
+  EXPECT_TRUE(PerimeterMsr2d().process<TypeParam>(ellipse, value));
+  EXPECT_EQ(value, perimeter(ellipse));
+  const auto cuboid = Sample<Cuboid3d<TypeParam>>::make();
+  EXPECT_TRUE(AreaMsr3d().process<TypeParam>(cuboid, value));
+  EXPECT_EQ(value, AreaMsr3d::measure(cuboid));
+  EXPECT_TRUE(VolumeMsr3d().process<TypeParam>(cuboid, value));
+  EXPECT_EQ(value, VolumeMsr3d::measure(cuboid));
+  Point2d<TypeParam> point(1, 2);
+  EXPECT_TRUE(ScaleTransform2d(2).processInSitu<TypeParam>(point));
+  EXPECT_EQ(point, (Point2d<TypeParam>(2, 4)));
+  const AnisotropicScaleTransform2d scale2d(2, 3);
+  EXPECT_TRUE(scale2d.process<TypeParam>(point));
+  EXPECT_TRUE(scale2d.process<TypeParam>(Circle2d<TypeParam>({1, 2}, 3)));
+  EXPECT_TRUE(AnisotropicScaleTransform3d(2, 3, 4).process<TypeParam>(Sphere3d<TypeParam>({1, 2, 3}, 4)));
+}
+
 TEST(Measure, OfLargeIntegersDoesNotWrap) {
   EXPECT_EQ(area(BoundingBox2d<omInt32>(-2000000000, -2000000000, 2000000000, 2000000000)), 1.6e19);
   EXPECT_EQ(area(Square2d<omUInt32>({0, 0}, 3000000000u, 0)), 3.6e19);
