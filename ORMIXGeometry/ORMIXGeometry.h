@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// Everything of ORMIXGeometry but Entity/2d/PointCloud/BoostPoint2d.h, Entity/2d/PointCloud/BoostPointCloud2d.h and
-/// Entity/2d/Polygon/BoostPolygon2d.h. These make points and runs of points known to Boost.Geometry and are of use with
-/// its algorithms only, whose headers alone take as long to compile as all of this: who uses them includes both.
+/// Everything of ORMIXGeometry except Entity/2d/PointCloud/BoostPoint2d.h, Entity/2d/PointCloud/BoostPointCloud2d.h and
+/// Entity/2d/Polygon/BoostPolygon2d.h. These adapt points and runs of points to the concepts of Boost.Geometry and are
+/// of use with its algorithms only, whose headers take as long to compile as all of this.
 
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/BaseTypedGeometryEntity2d.h>

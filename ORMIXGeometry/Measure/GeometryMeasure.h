@@ -1,8 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/OfScalar.h>
 #include <ORMIXGeometry/Export.h>
-#include <ORMIXGeometry/Measure/MeasuredEntities.h>
 #include <ORMIXSerialization/Object/RegisteredObject.h>
 
 #include <type_traits>
