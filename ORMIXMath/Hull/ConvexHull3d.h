@@ -27,8 +27,8 @@ using IndexTriangle = std::array<omUInt32, 3>;
 ///
 /// Quickhull (Barber1996) of the m points that remain after removing points well inside. Observed time is
 /// O(nbPoints + m log m). Points for which the order of Quickhull takes many more steps, as exponential spirals, are
-/// inserted in random order from then on (Clarkson1989), which bounds the expected time. Memory is proportional to m and
-/// the size of the hull.
+/// inserted in random order from then on (Clarkson1989), which bounds the expected time. Memory is proportional to m
+/// and the size of the hull.
 ///
 /// Fails with a message, `triangles` untouched, when a coordinate is NaN or infinite (the message names the first such
 /// point), when the points lie in one plane or are fewer than four (it says how many there are and what they span), and

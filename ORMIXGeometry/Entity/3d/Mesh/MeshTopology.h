@@ -119,8 +119,8 @@ class ORMIX_GEOMETRY_API MeshTopology {
   /// Removes all triangles.
   void clear() noexcept;
 
-  /// Success, or a text that names the first of the rules above that is broken, and where; also where the vertex indices
-  /// do not agree with the half-edges. Linear.
+  /// Success, or a text that names the first of the rules above that is broken, and where; also where the vertex
+  /// indices do not agree with the half-edges. Linear.
   BoolResult checkIntegrity(std::size_t nbVertices) const;
 
  private:

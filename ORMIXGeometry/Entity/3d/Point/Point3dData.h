@@ -118,9 +118,9 @@ omReal64 Point3dData<T>::normL2() const {
   return geom::normL2(*this);
 }
 
-/// Distance of the points: the norm of b - a, the difference being in the coordinate type. For omReal32 it is rounded to
-/// that type, for 32-bit integers it wraps around (both intended); since squares modulo 2^32 do not depend on the sign,
-/// the distance of unsigned points is the same in both orders.
+/// Distance of the points: the norm of b - a, the difference being in the coordinate type. For omReal32 it is rounded
+/// to that type, for 32-bit integers it wraps around (both intended); since squares modulo 2^32 do not depend on the
+/// sign, the distance of unsigned points is the same in both orders.
 template <class T>
 omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b);
 
