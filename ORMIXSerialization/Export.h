@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what the library shows to others; everything else stays hidden.
+/// Exports a symbol from the shared library; symbols without it have hidden visibility.
 #define ORMIX_SERIALIZATION_API __attribute__((visibility("default")))

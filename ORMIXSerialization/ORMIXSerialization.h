@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Everything of ORMIXSerialization and below.
+/// Includes all installed headers of ORMIXSerialization and of ORMIXUtil.
 
 #include <ORMIXSerialization/Archive/ArchiveFormat.h>
 #include <ORMIXSerialization/Archive/ArchiveItem.h>

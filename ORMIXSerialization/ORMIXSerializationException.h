@@ -5,7 +5,8 @@
 
 namespace ormix {
 
-/// Thrown when an archive was written by a newer version of a class, and by `load` when a file gives no object.
+/// Thrown by `read` functions when an archive was written by a newer version of a class, and by `load` and `loadAll`
+/// for every failure.
 class ORMIX_SERIALIZATION_API ORMIXSerializationException : public BaseException {
  public:
   using BaseException::BaseException;

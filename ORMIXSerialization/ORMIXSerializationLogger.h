@@ -8,13 +8,13 @@
 
 namespace ormix {
 
-/// The family's base logger name followed by ".ORMIXSerialization".
+/// The base logger name of the libraries followed by ".ORMIXSerialization".
 ORMIX_SERIALIZATION_API const std::string& getORMIXSerializationLoggerName();
 
-/// The library's log4cplus logger.
+/// The library's log4cplus logger; its errors are logged at level 40000.
 ORMIX_SERIALIZATION_API log4cplus::Logger& getORMIXSerializationLogger();
 
-/// The library's message catalogue, named "ORMIXSerialization".
+/// The library's message catalogue, registered as "ORMIXSerialization".
 ORMIX_SERIALIZATION_API LogMessageManager& getORMIXSerializationLogMessageManager();
 
 }  // namespace ormix

@@ -6,7 +6,7 @@ namespace ormix {
 LogMessageManager& eORMIXSerializationMessage::manager() { return getORMIXSerializationLogMessageManager(); }
 
 namespace {
-// The catalogue is complete as soon as the library is loaded.
+// Registers the messages when the library is loaded.
 const MessageMapRegistrator<eORMIXSerializationMessage> g_messageRegistrator;
 }  // namespace
 

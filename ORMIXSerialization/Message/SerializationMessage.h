@@ -7,40 +7,43 @@
 
 namespace ormix {
 
-/// Texts about archives.
+/// Message domain of archives: ids and texts. docs/messages.md says when each message occurs and what to do.
 struct ORMIX_SERIALIZATION_API eORMIXSerializationMessage {
+  /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_SERIALIZATION_API domain {};
 
+  /// Ids of the messages, in the order of `texts`.
   enum eId {
-    eSM_StreamNotReadable,
-    eSM_StreamNotWritable,
-    eSM_EmptyArchive,
-    eSM_NotAnArchive,
-    eSM_FormatTooRecent,
-    eSM_KeyMismatch,
-    eSM_KeyMissing,
-    eSM_WrongKind,
-    eSM_OutOfRange,
-    eSM_Truncated,
-    eSM_Malformed,
-    eSM_UnreadEntry,
-    eSM_TrailingData,
-    eSM_TooDeep,
-    eSM_InvalidText,
-    eSM_DeclaredTooLong,
-    eSM_ArrayShape,
-    eSM_UnknownEnumerator,
-    eSM_UnregisteredClass,
-    eSM_WrongClass,
-    eSM_NullPointer,
-    eSM_SectionsOpen,
-    eSM_NoSectionOpen,
-    eSM_Closed,
-    eSM_File,
-    eSM_ClassVersionTooRecent,  ///< 25, known by its number to other libraries
-    eSM_ClassVersionTooOld
+    eSM_StreamNotReadable,      ///< the stream has failed before or while reading
+    eSM_StreamNotWritable,      ///< the stream has failed before or while writing
+    eSM_EmptyArchive,           ///< no bytes to read
+    eSM_NotAnArchive,           ///< the format is not recognised, or the header is missing
+    eSM_FormatTooRecent,        ///< the archive format is newer than this library
+    eSM_KeyMismatch,            ///< the next entry has another key
+    eSM_KeyMissing,             ///< no entry is left in the section
+    eSM_WrongKind,              ///< the value is of another kind
+    eSM_OutOfRange,             ///< a number does not fit into its type
+    eSM_Truncated,              ///< the data end inside an entry
+    eSM_Malformed,              ///< the data violate the syntax of the format
+    eSM_UnreadEntry,            ///< a section or archive is closed before its end
+    eSM_TrailingData,           ///< bytes after the end of the archive
+    eSM_TooDeep,                ///< more than 1,000 nested sections
+    eSM_InvalidText,            ///< a key or a text is not valid UTF-8
+    eSM_DeclaredTooLong,        ///< a declared length exceeds the remaining data
+    eSM_ArrayShape,             ///< a numeric array has other dimensions than required
+    eSM_UnknownEnumerator,      ///< a name or value that the enumeration does not have
+    eSM_UnregisteredClass,      ///< a class without a creator in the factory
+    eSM_WrongClass,             ///< an object of a class that the field does not allow
+    eSM_NullPointer,            ///< a null pointer among the objects to write
+    eSM_SectionsOpen,           ///< closed before all sections were ended
+    eSM_NoSectionOpen,          ///< a section is ended that was not begun
+    eSM_Closed,                 ///< written to after it was closed
+    eSM_File,                   ///< prefix of the other messages when a file is concerned
+    eSM_ClassVersionTooRecent,  ///< class version newer than this library; id 25 is known to other libraries
+    eSM_ClassVersionTooOld      ///< class version no longer supported
   };
 
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
   static constexpr std::array<MessageText, 27> texts{{
       {eSM_StreamNotReadable, "The archive's stream cannot be read"},
       {eSM_StreamNotWritable, "The archive cannot be written to its stream"},
@@ -71,11 +74,11 @@ struct ORMIX_SERIALIZATION_API eORMIXSerializationMessage {
       {eSM_ClassVersionTooOld, "Class %s: Key \"version\": %d is older than %d, the oldest known"},
   }};
 
-  /// The library's catalogue.
+  /// The library's message catalogue, in which the texts are registered.
   static LogMessageManager& manager();
 };
 
-/// The text of a message with its placeholders filled in order.
+/// The text of a message with its placeholders replaced by the arguments, in order.
 template <class... Arguments>
 std::string serializationMessage(eORMIXSerializationMessage::eId id, const Arguments&... arguments) {
   return formatMessage<eORMIXSerializationMessage>(id, arguments...);

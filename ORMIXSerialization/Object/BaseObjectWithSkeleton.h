@@ -4,7 +4,7 @@
 
 namespace ormix {
 
-/// Root of the family's data objects; adds nothing to an archive.
+/// Base class of the data objects of all libraries; adds nothing to an archive.
 class ORMIX_SERIALIZATION_API BaseObjectWithSkeleton : public BaseSerializationObject {
  public:
   ~BaseObjectWithSkeleton() override;

@@ -12,14 +12,15 @@ namespace ormix {
 namespace {
 
 using Message = eORMIXSerializationMessage;
-constexpr std::string_view s_archiveKey = "(an object)";
+/// The key in messages about an object whose class is not known yet.
+constexpr std::string_view s_unknownObjectKey = "(an object)";
 
 [[noreturn]] void logAndThrow(const std::string& text, const char* function, int line) {
   logMessage(getORMIXSerializationLogger(), s_errorLogLevel, text);
   throw ORMIXSerializationException(text, function, __FILE__, line);
 }
 
-/// Reads one object after the other until the archive's end, or exactly one.
+/// Reads exactly one object, or all objects up to the end of the archive.
 BoolResult readObjects(std::istream& stream, SerializationObjectPtrColl& objects, bool exactlyOne) {
   const std::unique_ptr<BaseIArchive> archive = openArchive(stream);
   BoolResult result = archive->state();
@@ -45,7 +46,7 @@ SerializationObjectPtrColl loadObjects(const std::string& path, bool exactlyOne)
   try {
     if (result) result = readObjects(file, objects, exactlyOne);
   } catch (const ORMIXSerializationException& newer) {
-    // Logged where it was noticed; the path is what the caller does not see there.
+    // It was logged where it was thrown; only the path is missing there.
     throw ORMIXSerializationException(serializationMessage(Message::eSM_File, path, newer.getMessage()),
                                       newer.getFunction(), newer.getFile(), newer.getLine());
   }
@@ -71,10 +72,10 @@ BoolResult writeObject(BaseOArchive& archive, const BaseSerializationObject& obj
 
 ProcessingResult<SerializationObjectPtr> readObject(BaseIArchive& archive) {
   BoolResult result;
-  SerializationObjectPtr object = detail::createNextObject(archive, s_archiveKey, result);
+  SerializationObjectPtr object = detail::createNextObject(archive, s_unknownObjectKey, result);
   if (object) result = detail::readObjectItem(archive, object->getClassName(), *object);
   if (object && result) return object;
-  const std::string none = serializationMessage(Message::eSM_KeyMissing, s_archiveKey);
+  const std::string none = serializationMessage(Message::eSM_KeyMissing, s_unknownObjectKey);
   return {nullptr, result ? none : result.getMessage()};
 }
 
@@ -88,7 +89,7 @@ BoolResult saveAll(std::ostream& stream, const SerializationObjectPtrColl& objec
   const std::unique_ptr<BaseOArchive> archive = createArchive(stream, format);
   BoolResult result;
   for (auto object = objects.begin(); result && object != objects.end(); ++object)
-    result = *object ? writeObject(*archive, **object) : detail::nullPointer(s_archiveKey);
+    result = *object ? writeObject(*archive, **object) : detail::nullPointer(s_unknownObjectKey);
   return result ? archive->close() : result;
 }
 

@@ -6,7 +6,7 @@ namespace {
 constexpr std::string_view s_classPrefix = "Class ";
 }
 
-// An outer object finds the inner one's prefix and leaves the message as it is.
+// The innermost object adds the prefix; the objects that contain it find the prefix and return the message unchanged.
 BoolResult failedField(const std::string& className, const BoolResult& result) {
   const std::string& message = result.getMessage();
   if (message.compare(0, s_classPrefix.size(), s_classPrefix) == 0) return result;

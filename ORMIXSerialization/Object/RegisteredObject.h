@@ -6,17 +6,19 @@
 
 namespace ormix {
 
-/// Reaches the private `fields`, `validate` and `adopt` of a class that befriends it.
+/// Gives the library access to the private functions `fields`, `validate` and `adopt` of a class that declares it a
+/// friend.
 struct FieldAccess {
+  /// Calls `visitor(key, field)` for each field, in archive order, until a call returns false.
   template <class Self, class Visitor>
   static bool visit(Self& self, Visitor& visitor) {
     return Self::fields(self, visitor);
   }
 
-  /// Good where the class has no `validate`.
+  /// The result of the class's `validate`; success when the class has none.
   template <class Self>
   static BoolResult validate(const Self& self) {
-    return validateIfAsked(self, 0);
+    return validateIfDefined(self, 0);
   }
 
   /// Moves `read`, whose fields are complete, over `self`.
@@ -27,11 +29,11 @@ struct FieldAccess {
 
  private:
   template <class Self>
-  static auto validateIfAsked(const Self& self, int) -> decltype(Self::validate(self)) {
+  static auto validateIfDefined(const Self& self, int) -> decltype(Self::validate(self)) {
     return Self::validate(self);
   }
   template <class Self>
-  static BoolResult validateIfAsked(const Self&, long) {
+  static BoolResult validateIfDefined(const Self&, long) {
     return {};
   }
   template <class Self>
@@ -44,35 +46,46 @@ struct FieldAccess {
   }
 };
 
-/// The uniform part of a concrete class: creation, duplication, copying, and the archive of its fields. `Self` is
-/// default-constructible and copyable, befriends `FieldAccess` and names its fields once, in archive order:
+/// The uniform part of a concrete class: creation, duplication, copying and serialization of its fields. `Self` must be
+/// default-constructible and copyable, declare `FieldAccess` a friend, and list its fields once, in archive order:
 /// \code
 /// template <class S, class F>
 /// static bool fields(S& self, F&& item) { return item("_centerPt", self._centerPt) && item("_radius", self._radius); }
 /// \endcode
-/// Where fields that were read one by one may contradict each other, it has `static BoolResult validate(const Self&)`
-/// too, whose failure, a text that begins with the key of the field at fault, is that of the read. Where memory is
-/// needed for what follows from the fields, it has `static void adopt(Self& self, Self& read)`, which makes that in
-/// `read` before it moves it over `self`, so that running out of memory changes nothing.
+/// A class whose fields may be inconsistent with each other after reading also has
+/// `static BoolResult validate(const Self&)`. If it fails, reading fails with its message, which should begin with the
+/// key of the wrong field. A class that needs memory for what follows from its fields has
+/// `static void adopt(Self& self, Self& read)`, which computes that in `read` before it moves `read` over `self`, so that
+/// a failed allocation changes nothing.
 ///
-/// Assigning one `Self` to another is the class's own: it changes all or, when it throws, nothing. A class with more
-/// than one array therefore makes room in all of them first. The bodies are in RegisteredObject.ipp, for the source
+/// Assignment is defined by the class: it changes everything or, when it throws, nothing. A class with more than one
+/// array therefore reserves memory in all of them first. The function bodies are in RegisteredObject.ipp, for the source
 /// that instantiates the class.
 template <class Self, class Base>
 class __attribute__((visibility("default"))) RegisteredObject : public VersionedLevel<Self, Base> {
  public:
   /// A new default-constructed `Self`; the caller owns it.
   static BaseDynamicObject* createNewObject();
-  /// The same in one allocation with its counter.
+  /// The same as a shared pointer, with object and reference count in one allocation.
   static boost::shared_ptr<BaseDynamicObject> createSharedObject();
 
+  /// As `createNewObject()`, of the class of this object.
   BaseDynamicObject* createNew() const override;
+  /// As `createSharedObject()`, of the class of this object.
   boost::shared_ptr<BaseDynamicObject> createShared() const override;
+  /// Always true.
   bool hasCopySupport() const override;
+  /// A copy of this object; the caller owns it.
   BaseDynamicObject* duplicate() const override;
+  /// The same as a shared pointer, with object and reference count in one allocation.
   boost::shared_ptr<BaseDynamicObject> duplicateShared() const override;
+  /// Copies the base classes, then assigns `other`, which must be a `Self` (not checked).
   void copy(const BaseDynamicObject& other) override;
+  /// Writes the class versions, then the fields in the order of `fields`.
   BoolResult write(BaseOArchive& archive) const override;
+  /// Reads class versions and fields into a new object, validates it and moves it to this one.
+  /// \return failure, with the class and the key in the message; this object is then unchanged
+  /// \throw ORMIXSerializationException when a newer version of the class has written the archive
   BoolResult read(BaseIArchive& archive) override;
 
  protected:

@@ -12,7 +12,7 @@ namespace ormix {
 
 namespace detail {
 
-/// Writes the fields one by one until one fails.
+/// Visitor that writes each field; returns false when writing has failed.
 struct FieldWriter {
   BaseOArchive& archive;
   BoolResult result;
@@ -24,6 +24,7 @@ struct FieldWriter {
   }
 };
 
+/// Visitor that reads each field; returns false when reading has failed.
 struct FieldReader {
   BaseIArchive& archive;
   BoolResult& result;
@@ -34,7 +35,8 @@ struct FieldReader {
   }
 };
 
-/// A fresh object to read into. A large one is not on the stack, where objects within each other add up.
+/// A new object to read into. A large one is allocated on the heap, since reading of nested objects is recursive and
+/// would exhaust the stack.
 template <class Self, bool isLarge = (sizeof(Self) > 64)>
 struct StagedObject {
   Self object;
@@ -46,10 +48,13 @@ struct StagedObject<Self, true> {
   Self& operator*() { return *object; }
 };
 
-/// The class is named here, once, by the innermost object that failed.
+/// The failure with "Class <name>: " before its message, unless the message has such a prefix: it names the innermost
+/// object that failed.
 ORMIX_SERIALIZATION_API BoolResult failedField(const std::string& className, const BoolResult& result);
+/// The same in place.
 ORMIX_SERIALIZATION_API void nameFailedField(const std::string& className, BoolResult& result);
 
+/// Validates an object that was read. Not inlined, so that its stack space is free while nested objects are read.
 template <class Self>
 __attribute__((noinline)) bool isValid(const Self& object, BoolResult& result) {
   result = FieldAccess::validate(object);
@@ -109,7 +114,7 @@ BoolResult RegisteredObject<Self, Base>::write(BaseOArchive& archive) const {
   return result;
 }
 
-// The fields arrive in a fresh object that is moved over this one at the end: a failed read changes nothing.
+// The fields are read into a new object, which replaces this one at the end: a failed read changes nothing.
 template <class Self, class Base>
 BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
   detail::StagedObject<Self> staged;

@@ -10,7 +10,7 @@ namespace ormix {
 
 namespace detail {
 
-/// The registered name of a class, or the family's name of a scalar type, as a template argument too.
+/// The registered name of a class or of a scalar type, with the registered name of its template argument if it has one.
 template <class Class>
 struct RegisteredName {
   static std::string make() {
@@ -24,14 +24,14 @@ template <template <class> class Class, class Argument>
 struct RegisteredName<Class<Argument>> {
   static std::string make() {
     const std::string argument = RegisteredName<Argument>::make();
-    // Two closing brackets are kept apart by a blank.
+    // A blank separates two closing brackets.
     return std::string(Class<Argument>::s_className) + "<" + argument + (argument.back() == '>' ? " >" : ">");
   }
 };
 
 }  // namespace detail
 
-// The language makes the first construction of a function-local static safe between threads; later calls read it.
+// The initialization of a function-local static is thread-safe; later calls only read it.
 template <class Self, class Base>
 const std::string& VersionedLevel<Self, Base>::getTypeName() {
   static const std::string name = detail::RegisteredName<Self>::make();
