@@ -10,11 +10,12 @@ namespace ormix {
 
 namespace {
 
-/// An archive in CBOR starts with an array or a tag; neither can start a JSON text, which starts with "[", white space
-/// or a byte-order mark.
+/// An archive in CBOR starts with an array or a tag, whose first bytes cannot start an archive in JSON: this starts
+/// with
+/// "[", white space or a byte-order mark.
 bool startsLikeCbor(int first) { return first >= 0x80 && first < 0xE0; }
 
-/// The stream's next byte, left in the stream; -1 at its end.
+/// The next byte, which is left in the stream; -1 at the end of the stream and when it cannot be read.
 int firstByte(std::istream& stream) {
   try {
     const auto first = stream.peek();

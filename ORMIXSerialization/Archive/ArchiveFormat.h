@@ -9,17 +9,21 @@
 
 namespace ormix {
 
-/// The spellings of an archive.
-enum class eArchiveFormat { Cbor, Json };
+/// The encodings of an archive; docs/archives.md describes both.
+enum class eArchiveFormat {
+  Cbor,  ///< binary (RFC 8949), compact and fast
+  Json   ///< text, readable by people
+};
 
-/// JSON for a path that ends in ".json", CBOR for any other.
+/// JSON for a path that ends in ".json" (in lower case), CBOR for any other.
 ORMIX_SERIALIZATION_API eArchiveFormat archiveFormatOf(const std::string& path);
 
-/// An archive that writes to the stream, which must outlive it.
+/// A new archive that writes to the stream, which must be open in binary mode and outlive the archive.
 ORMIX_SERIALIZATION_API std::unique_ptr<BaseOArchive> createArchive(std::ostream& stream, eArchiveFormat format);
 
-/// An archive that reads from the stream, which must outlive it: CBOR or JSON by the stream's first byte, without
-/// seeking. Whether it is an archive at all, its state tells.
+/// An archive that reads from the stream, which must be open in binary mode and outlive the archive. The format is
+/// detected from the first byte, without seeking. If the data are not an archive, the object's `state()` is a failure.
+/// \throw std::bad_alloc when the text of a JSON archive does not fit into memory
 ORMIX_SERIALIZATION_API std::unique_ptr<BaseIArchive> openArchive(std::istream& stream);
 
 }  // namespace ormix

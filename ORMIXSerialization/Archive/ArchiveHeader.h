@@ -7,10 +7,12 @@ namespace ormix {
 class BaseIArchive;
 class BaseOArchive;
 
-/// Writes an archive's first entry: the section "ormix-archive" with the format's "version" and the "writer".
+/// Writes the first entry of an archive: the section "ormix-archive" with the entries "version" (of
+/// the format) and "writer" (the name and version of this library).
 BoolResult writeArchiveHeader(BaseOArchive& archive);
 
-/// Reads what `writeArchiveHeader` wrote; fails on another format and on a newer version of this one.
+/// Reads what `writeArchiveHeader` wrote. Fails when the data are not such an archive and when the format version is
+/// newer than this library.
 BoolResult readArchiveHeader(BaseIArchive& archive);
 
 }  // namespace ormix

@@ -38,7 +38,7 @@ BoolResult writeObjectItem(BaseOArchive& archive, std::string_view key, const Ba
 
 namespace {
 
-// Not to be inlined: what they need on the stack is gone when the objects below are read.
+// Not inlined, so that their stack space is free while nested objects are read.
 __attribute__((noinline)) bool beginSection(BaseIArchive& archive, std::string_view key, BoolResult& result) {
   result = archive.beginSection(key);
   return static_cast<bool>(result);
@@ -48,7 +48,7 @@ __attribute__((noinline)) bool endSection(BaseIArchive& archive, BoolResult& res
   return static_cast<bool>(result);
 }
 
-/// An `ArchiveSectionManager` in two words: as many are open as objects nest.
+/// As `ArchiveSectionManager`, but of two machine words: one is on the stack for each level of nested objects.
 class ObjectSection {
  public:
   ObjectSection(BaseIArchive& archive, std::string_view key) : _archive(archive), _open(begin(archive, key)) {}
@@ -72,7 +72,7 @@ class ObjectSection {
     try {
       _archive.endSection();
     } catch (const std::exception&) {
-      // Only memory can have run out while a failure was worded; the archive stays failed.
+      // Only std::bad_alloc is possible, while a message was composed; the archive keeps its failed state.
     }
   }
 
@@ -82,12 +82,12 @@ class ObjectSection {
 
 using ObjectColl = std::vector<boost::shared_ptr<BaseSerializationObject>>;
 
-/// Adds a new object of the next entry's class; null when there is none.
+/// Appends a new object of the class of the next entry. Returns null at the end of the section and after a failure.
 __attribute__((noinline)) BaseSerializationObject* addNextObject(BaseIArchive& archive, std::string_view key,
-                                                                 bool (*isWanted)(const BaseSerializationObject&),
+                                                                 bool (*isAllowed)(const BaseSerializationObject&),
                                                                  ObjectColl& objects, BoolResult& result) {
   boost::shared_ptr<BaseSerializationObject> object = createNextObject(archive, key, result);
-  if (object && !isWanted(*object)) {
+  if (object && !isAllowed(*object)) {
     result = wrongClass(key, object->getClassName());
     return nullptr;
   }
@@ -105,10 +105,10 @@ BoolResult readObjectItem(BaseIArchive& archive, std::string_view key, BaseSeria
   return result;
 }
 
-bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isWanted)(const BaseSerializationObject&),
+bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isAllowed)(const BaseSerializationObject&),
                        ObjectColl& objects, BoolResult& result) {
   if (!beginSection(archive, key, result)) return false;
-  while (BaseSerializationObject* object = addNextObject(archive, key, isWanted, objects, result)) {
+  while (BaseSerializationObject* object = addNextObject(archive, key, isAllowed, objects, result)) {
     ObjectSection section(archive, object->getClassName());
     result = section.isOpen() ? object->read(archive) : archive.state();
     if (result) section.close(result);

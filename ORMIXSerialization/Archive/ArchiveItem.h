@@ -15,79 +15,95 @@
 #include <vector>
 
 /// \file
-/// How a field is archived: `writeItem(archive, key, value)` and `readItem(archive, key, value)`, one pair of overloads
-/// a kind of field, found by argument-dependent look-up. A library adds overloads for its own types in their namespace.
-/// A failed `readItem` leaves the value as it was; the message names the key.
+/// How a field is archived: `writeItem(archive, key, value)` and `readItem(archive, key, value)`, a pair of overloads
+/// for each kind of field, found by argument-dependent lookup. A library adds overloads for its own types in their
+/// namespace. When `readItem` fails, the value is unchanged and the message names the key.
 
 namespace ormix {
 
 namespace detail {
 
+/// Whether V is archived as an integer.
 template <class V>
 inline constexpr bool isIntegerItem = std::is_integral_v<V> && !std::is_same_v<V, bool>;
+/// Whether V is archived as a real number.
 template <class V>
 inline constexpr bool isRealItem = std::is_same_v<V, omReal32> || std::is_same_v<V, omReal64>;
+/// Whether V is a class of serializable objects.
 template <class V>
 inline constexpr bool isObjectItem = std::is_base_of_v<BaseSerializationObject, V>;
-/// The scalar of a numeric array that holds values of the fundamental type V, whatever the type's name.
+/// The element type of a numeric array for values of the fundamental type V, chosen by size and signedness: of two
+/// types with the same representation (`long` and `long long`) only one is an element type by name.
 template <class V>
 using ArrayScalarOf =
     std::conditional_t<std::is_floating_point_v<V>, std::conditional_t<sizeof(V) == 4, omReal32, omReal64>,
                        std::conditional_t<sizeof(V) == 4, std::conditional_t<std::is_signed_v<V>, omInt32, omUInt32>,
                                           std::conditional_t<std::is_signed_v<V>, omInt64, omUInt64>>>;
+/// Whether a vector of V is archived as a numeric array.
 template <class V>
 inline constexpr bool isArrayElement = isRealItem<V> || (isIntegerItem<V> && (sizeof(V) == sizeof(omInt32) ||
                                                                               sizeof(V) == sizeof(omInt64)));
 
+/// Failures that name the key; `size` is that of the integer type in bytes.
+/// @{
 ORMIX_SERIALIZATION_API BoolResult integerOutOfRange(std::string_view key, std::size_t size, bool isSigned);
 ORMIX_SERIALIZATION_API BoolResult unknownEnumerator(std::string_view key, std::string_view text,
                                                      std::string_view typeName);
 ORMIX_SERIALIZATION_API BoolResult wrongClass(std::string_view key, const std::string& className);
 ORMIX_SERIALIZATION_API BoolResult nullPointer(std::string_view key);
+/// @}
 
+/// Writes or reads an object in a section of its own under the key.
+/// @{
 ORMIX_SERIALIZATION_API BoolResult writeObjectItem(BaseOArchive& archive, std::string_view key,
                                                    const BaseSerializationObject& object);
 ORMIX_SERIALIZATION_API BoolResult readObjectItem(BaseIArchive& archive, std::string_view key,
                                                   BaseSerializationObject& object);
-/// The key of the next entry as the name of a class, and a new object of it; null otherwise, with a failed result
-/// unless the section ends.
+/// @}
+
+/// A new object of the class whose name is the key of the next entry, which is not consumed. Null when there is none;
+/// `result` is then a failure, unless the section has no more entries.
 ORMIX_SERIALIZATION_API boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive,
                                                                                     std::string_view key,
                                                                                     BoolResult& result);
 
-/// Reads the entries of the section under the key as objects of which `isWanted` says that they may stand there.
-/// Objects nest down to the deepest section of an archive: of each level no more is on the stack than must be, here and
-/// in `RegisteredObject::read`.
-/// \return whether all went well; `result` tells
+/// Reads the entries of the section under the key as objects; fails when `isAllowed` returns false for one of them. The
+/// functions for nested objects, here and in `RegisteredObject::read`, call each other recursively up to the maximum
+/// depth of sections. They are written to use little stack: results are output parameters, and what is not needed
+/// during the recursion is in functions that are not inlined.
+/// \return whether `result` is a success
 ORMIX_SERIALIZATION_API bool readSharedObjects(BaseIArchive& archive, std::string_view key,
-                                               bool (*isWanted)(const BaseSerializationObject&),
+                                               bool (*isAllowed)(const BaseSerializationObject&),
                                                std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
                                                BoolResult& result);
 
+/// Sets `values` to the objects, all of which are of class V.
 template <class V>
-__attribute__((noinline)) void takeAs(const std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
-                                      std::vector<boost::shared_ptr<V>>& values) {
-  std::vector<boost::shared_ptr<V>> taken;
-  taken.reserve(objects.size());
-  for (const auto& object : objects) taken.push_back(boost::dynamic_pointer_cast<V>(object));
-  values = std::move(taken);
+__attribute__((noinline)) void castObjects(const std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
+                                           std::vector<boost::shared_ptr<V>>& values) {
+  std::vector<boost::shared_ptr<V>> typed;
+  typed.reserve(objects.size());
+  for (const auto& object : objects) typed.push_back(boost::dynamic_pointer_cast<V>(object));
+  values = std::move(typed);
 }
 
-/// Reads a field into `value`; `result` and the return value tell whether that went well.
+/// Reads a field by its `readItem`.
+/// \return whether `result` is a success
 template <class V>
 __attribute__((noinline)) bool readField(BaseIArchive& archive, std::string_view key, V& value, BoolResult& result);
 template <class V, std::enable_if_t<isObjectItem<V>, int> = 0>
 bool readField(BaseIArchive& archive, std::string_view key, std::vector<boost::shared_ptr<V>>& values,
                BoolResult& result) {
   std::vector<boost::shared_ptr<BaseSerializationObject>> objects;
-  const auto isWanted = [](const BaseSerializationObject& object) {
+  const auto isAllowed = [](const BaseSerializationObject& object) {
     return dynamic_cast<const V*>(&object) != nullptr;
   };
-  if (!readSharedObjects(archive, key, isWanted, objects, result)) return false;
-  takeAs(objects, values);
+  if (!readSharedObjects(archive, key, isAllowed, objects, result)) return false;
+  castObjects(objects, values);
   return true;
 }
 
+/// Reads a numeric array with elements of type `scalar` into a vector, which is unchanged on failure.
 template <class P>
 BoolResult readVector(BaseIArchive& archive, std::string_view key, std::vector<P>& values, eArrayScalar scalar,
                       std::size_t nbColumns) {
@@ -100,9 +116,8 @@ BoolResult readVector(BaseIArchive& archive, std::string_view key, std::vector<P
 
 }  // namespace detail
 
-/// \name Items by type: `writeItem` puts a value under a key, `readItem` takes it back or leaves the value as it was.
+/// Writes or reads a Boolean value.
 /// @{
-/// Bools and texts. A text is UTF-8.
 template <class V, std::enable_if_t<std::is_same_v<V, bool>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return archive.writeBool(key, value);
@@ -111,14 +126,20 @@ template <class V, std::enable_if_t<std::is_same_v<V, bool>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   return archive.readBool(key, value);
 }
+/// @}
+
+/// Writes or reads a text, which must be valid UTF-8.
+/// @{
 inline BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::string& value) {
   return archive.writeText(key, value);
 }
 inline BoolResult readItem(BaseIArchive& archive, std::string_view key, std::string& value) {
   return archive.readText(key, value);
 }
+/// @}
 
-/// Integers of every size, checked against the type's range when read.
+/// Writes or reads an integer of any size; reading fails when the value is outside the range of V.
+/// @{
 template <class V, std::enable_if_t<detail::isIntegerItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   if constexpr (std::is_signed_v<V>)
@@ -141,8 +162,10 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   value = static_cast<V>(wide);
   return result;
 }
+/// @}
 
-/// Reals, bit for bit.
+/// Writes or reads a real number without loss, including NaN and infinity.
+/// @{
 template <class V, std::enable_if_t<detail::isRealItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return archive.writeReal(key, value);
@@ -151,8 +174,10 @@ template <class V, std::enable_if_t<detail::isRealItem<V>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   return archive.readReal(key, value);
 }
+/// @}
 
-/// Enumerations with `EnumerationNames`, by the enumerator's name; another value or name is a failure.
+/// Writes or reads an enumerator by its name in `EnumerationNames`; fails for other values and names.
+/// @{
 template <class V, std::enable_if_t<isNamedEnumeration<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   using Names = EnumerationNames<V>;
@@ -170,8 +195,10 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   value = *read;
   return result;
 }
+/// @}
 
-/// Serializable objects: a section under the key, in it what the object writes.
+/// Writes or reads an object of a known class: a section under the key that contains what the object writes.
+/// @{
 template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const V& value) {
   return detail::writeObjectItem(archive, key, value);
@@ -180,9 +207,12 @@ template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult readItem(BaseIArchive& archive, std::string_view key, V& value) {
   return detail::readObjectItem(archive, key, value);
 }
+/// @}
 
-/// Shared objects: a section under the key, in it an entry an object under the name of its class. Reading creates
-/// them through the factory; a class that is not registered or not a V, and a null pointer in writing, are failures.
+/// Writes or reads shared objects of V and derived classes: a section under the key with one entry for each object,
+/// under the registered name of its class, by which the factory of dynamic objects creates it. Writing fails for a null
+/// pointer, reading for a class that is not registered or not derived from V.
+/// @{
 template <class V, std::enable_if_t<detail::isObjectItem<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::vector<boost::shared_ptr<V>>& values) {
   for (const boost::shared_ptr<V>& value : values)
@@ -198,8 +228,11 @@ BoolResult readItem(BaseIArchive& archive, std::string_view key, std::vector<boo
   detail::readField(archive, key, values, result);
   return result;
 }
+/// @}
 
-/// Vectors of 32- and 64-bit numbers, and of coordinates with `PackedCoordinates`: one numeric array.
+/// Writes or reads a vector of 32- or 64-bit numbers, or of coordinates with `PackedCoordinates`, as one numeric array.
+/// Linear in the numbers.
+/// @{
 template <class V, std::enable_if_t<detail::isArrayElement<V>, int> = 0>
 BoolResult writeItem(BaseOArchive& archive, std::string_view key, const std::vector<V>& values) {
   return archive.writeArray(key, {arrayScalar<detail::ArrayScalarOf<V>>(), values.data(), values.size(), 0});

@@ -16,7 +16,7 @@ ArchiveSectionManager::~ArchiveSectionManager() {
   try {
     close();
   } catch (const std::exception&) {
-    // Only memory can have run out while a failure was worded; the archive stays failed.
+    // Only std::bad_alloc is possible, while a message was composed; the archive keeps its failed state.
   }
 }
 

@@ -10,18 +10,21 @@ namespace ormix {
 class BaseIArchive;
 class BaseOArchive;
 
-/// A section of an archive, open as long as this object lives.
+/// Begins a section of an archive in the constructor and ends it in the destructor.
 class ORMIX_SERIALIZATION_API ArchiveSectionManager {
  public:
-  /// Opens the section that bears `key`; `getState` tells whether that went well.
+  /// Begins a section under `key`; `getState` returns whether this succeeded.
+  /// \param archive must outlive this object
+  /// @{
   ArchiveSectionManager(BaseOArchive& archive, std::string_view key);
   ArchiveSectionManager(BaseIArchive& archive, std::string_view key);
-  /// Closes the section; a failure of that is seen in the archive's own state.
+  /// @}
+  /// Ends the section unless `close` did. A failure remains in the archive, whose later operations return it.
   ~ArchiveSectionManager();
 
-  /// How opening went, and after `close` how closing went.
+  /// The result of the constructor; after `close` that of ending the section.
   const BoolResult& getState() const { return _state; }
-  /// Closes the section now. A second call, or one after a failed opening, answers the state.
+  /// Ends the section now. If it has ended already, or could not be begun, only returns `getState()`.
   BoolResult close();
 
   ArchiveSectionManager(const ArchiveSectionManager&) = delete;

@@ -6,12 +6,12 @@
 
 namespace ormix {
 
-/// Size of an element in bytes.
+/// The size of an element, in bytes.
 constexpr std::size_t scalarSize(eArrayScalar scalar) {
   return scalar == eArrayScalar::Int32 || scalar == eArrayScalar::UInt32 || scalar == eArrayScalar::Real32 ? 4 : 8;
 }
 
-/// Calls `function` with a value-initialised number of the element type and answers what it answers.
+/// Calls `function` with a zero of the element type, for the sake of its type, and returns the result.
 template <class F>
 auto withScalar(eArrayScalar scalar, F&& function) {
   switch (scalar) {

@@ -10,32 +10,44 @@
 
 namespace ormix {
 
-/// An archive being read, entry by entry in the order written. Each operation takes the next entry of the section it is
-/// in, which must bear the key asked for and hold a value of that kind; a failure says which key was wanted and what
-/// was found instead, leaves the output untouched, and every later operation fails too.
+/// An archive that is read entry by entry, in the order in which the entries were written. Each operation reads the
+/// next entry of the current section, which must have the given key and a value of the given kind. Otherwise it fails
+/// with a message that names the expected key and what was found, leaves its output parameter unchanged, and all later
+/// operations fail with the same message.
 class ORMIX_SERIALIZATION_API BaseIArchive : public ClassVersionRegistry {
  public:
   virtual ~BaseIArchive();
 
+  /// Enters the section under `key`: the following operations read its entries. At most 1,000 sections may be nested.
   virtual BoolResult beginSection(std::string_view key) = 0;
-  /// Leaves the section; entries of it that nobody has read are a failure that names the first one.
+  /// Leaves the current section. Fails when entries of it have not been read, and names the first of them.
   virtual BoolResult endSection() = 0;
-  /// The key of the next entry of the current section (or of the archive), nothing at its end or after a failure.
+  /// The key of the next entry of the current section (or of the archive), which is not consumed; no value at the end
+  /// and after a failure.
   virtual std::optional<std::string> nextKey() = 0;
 
+  /// Reads a Boolean value.
   virtual BoolResult readBool(std::string_view key, bool& value) = 0;
+  /// Reads an integer; fails when it is outside the range of `omInt64`.
   virtual BoolResult readInteger(std::string_view key, omInt64& value) = 0;
+  /// Reads an integer; fails when it is negative or outside the range of `omUInt64`.
   virtual BoolResult readUnsigned(std::string_view key, omUInt64& value) = 0;
-  /// Takes integers too, as other writers may spell whole reals.
+  /// Reads a real number, which may be NaN or infinite. An integer is converted to the nearest real, since other
+  /// writers may write whole numbers as integers.
   virtual BoolResult readReal(std::string_view key, omReal64& value) = 0;
+  /// The same, converted to the nearest `omReal32`; fails when a finite number is outside the range of that type.
   virtual BoolResult readReal(std::string_view key, omReal32& value) = 0;
+  /// Reads a text and checks that it is valid UTF-8.
   virtual BoolResult readText(std::string_view key, std::string& value) = 0;
+  /// Reads a numeric array and passes its rows to the sink in blocks. Fails when its rows do not have `sink.nbColumns`
+  /// numbers or a number does not fit into the type `sink.scalar`; the sink may then have received a part of the rows.
+  /// Linear in the numbers; memory for one block.
   virtual BoolResult readArray(std::string_view key, NumericArraySink& sink) = 0;
 
-  /// Ends reading: entries left in the archive, sections left open and anything that follows the archive's end are a
-  /// failure.
+  /// Ends reading. Fails when entries have not been read, when sections are open and when data follow the archive. A
+  /// second call returns the result of the first one.
   virtual BoolResult close() = 0;
-  /// Good until an operation has failed; then that failure.
+  /// Success until an operation has failed; then that failure.
   virtual BoolResult state() const = 0;
 
  protected:

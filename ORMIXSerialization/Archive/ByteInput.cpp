@@ -9,13 +9,13 @@ namespace ormix {
 
 ByteInput::ByteInput(std::istream& stream) : _stream(stream), _block(new unsigned char[s_archiveBlockSize]) {}
 
-// The stream's owner may have asked it for exceptions; here the end of the stream is nothing exceptional.
+// The caller may have enabled exceptions of the stream; here the end of the stream is an ordinary case.
 std::size_t ByteInput::readStream(void* target, std::size_t size) {
   if (!_stream.good()) return 0;
   try {
     _stream.read(static_cast<char*>(target), static_cast<std::streamsize>(size));
   } catch (const std::exception&) {
-    // The bits below tell what happened.
+    // The state bits, tested below, distinguish the cases.
   }
   const auto count = static_cast<std::size_t>(_stream.gcount());
   _broken = _broken || _stream.bad();
@@ -39,7 +39,7 @@ std::size_t ByteInput::read(void* target, std::size_t size) {
   return buffered + readStream(static_cast<unsigned char*>(target) + buffered, size - buffered);
 }
 
-// A device that says nothing remains is not believed: it may deliver all the same.
+// A device may report that no bytes remain and deliver some nevertheless; the number then counts as unknown.
 void ByteInput::measureStream() {
   _measured = true;
   std::streambuf& buffer = *_stream.rdbuf();

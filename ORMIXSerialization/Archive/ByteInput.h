@@ -10,24 +10,27 @@
 
 namespace ormix {
 
-/// Reads a stream in blocks and lets its next bytes be looked at in place. Needs no seeking, but where the stream can
-/// seek it tells how many bytes remain.
+/// Reads a stream in blocks and gives access to the next bytes before they are consumed. The stream need not support
+/// seeking; if it does, the number of remaining bytes is known.
 class ByteInput {
  public:
+  /// \param stream must outlive this object
   explicit ByteInput(std::istream& stream);
 
-  /// The next `size` bytes (at most a block) without taking them, null when the stream ends before.
+  /// The next `size` bytes (at most `s_archiveBlockSize`), which are not consumed and valid until the next call; null
+  /// when fewer are left.
   const unsigned char* peek(std::size_t size) { return _end - _begin >= size ? _block.get() + _begin : refill(size); }
-  /// Takes bytes that `peek` has shown.
+  /// Consumes bytes that `peek` has returned.
   void skip(std::size_t size) { _begin += size; }
-  /// Copies the next bytes; answers how many, fewer than `size` only at the end of the stream.
+  /// Consumes the next bytes and copies them to `target`. Returns their number, which is below `size` only at the end
+  /// of the stream or when reading has failed.
   std::size_t read(void* target, std::size_t size);
 
-  /// Number of bytes until the end, where the stream can say.
+  /// The number of bytes up to the end of the stream, if it can be determined.
   std::optional<omUInt64> remaining();
-  /// A number of bytes that are certainly there, without waiting for them.
+  /// A lower bound of `remaining()`: bytes that can be read without waiting for them.
   omUInt64 available();
-  /// True when reading failed otherwise than by reaching the end.
+  /// Whether reading has failed for another reason than the end of the stream.
   bool broken() const { return _broken; }
 
  private:
@@ -37,9 +40,9 @@ class ByteInput {
 
   std::istream& _stream;
   std::unique_ptr<unsigned char[]> _block;
-  std::size_t _begin = 0;
+  std::size_t _begin = 0;  ///< bytes of the block from here to `_end` have been read and not consumed
   std::size_t _end = 0;
-  std::optional<omUInt64> _streamLeft;
+  std::optional<omUInt64> _streamLeft;  ///< bytes of the stream behind the block, if known
   bool _measured = false;
   bool _broken = false;
 };

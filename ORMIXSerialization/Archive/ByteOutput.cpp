@@ -9,7 +9,7 @@ namespace ormix {
 ByteOutput::ByteOutput(std::ostream& stream)
     : _stream(stream), _block(new char[s_archiveBlockSize]), _good(stream.good()) {}
 
-// A stream whose owner has asked for exceptions must not throw through the archive's destructor.
+// The caller may have enabled exceptions of the stream; none may leave the destructor of an archive.
 void ByteOutput::write(const char* bytes, std::size_t size) {
   try {
     if (_good) _stream.write(bytes, static_cast<std::streamsize>(size));
@@ -19,25 +19,26 @@ void ByteOutput::write(const char* bytes, std::size_t size) {
   }
 }
 
-void ByteOutput::send() {
+void ByteOutput::writeBlock() {
   write(_block.get(), _used);
-  _sent += _used;
+  _written += _used;
   _used = 0;
 }
 
 void ByteOutput::putLarge(const void* bytes, std::size_t size) {
-  send();
+  writeBlock();
   const char* at = static_cast<const char*>(bytes);
-  // A sink in memory doubles its room when it is full: after a first piece of just over half it has room for the second
-  // and for the end of the archive, and moves half of the data once instead of all of them for the sake of a few bytes.
+  // A stream in memory doubles its buffer when it is full. In one piece, the data would fill it exactly, and the few
+  // bytes after them would cause a copy of all data. With a first piece of just over half, the doubled buffer has space
+  // for the rest, and only that first piece is copied.
   const std::size_t first = std::min(size, size / 2 + s_archiveBlockSize);
   write(at, first);
   write(at + first, size - first);
-  _sent += size;
+  _written += size;
 }
 
 void ByteOutput::flush() {
-  send();
+  writeBlock();
   try {
     if (_good) _good = _stream.flush().good();
   } catch (const std::exception&) {

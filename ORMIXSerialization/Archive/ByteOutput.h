@@ -8,22 +8,27 @@
 
 namespace ormix {
 
-/// Largest piece that archives keep in memory besides the data themselves.
+/// The size of the buffers of archives, in bytes.
 inline constexpr std::size_t s_archiveBlockSize = 65536;
 
-/// Collects small pieces and hands them to a stream in blocks; what is larger than a block goes straight to the stream.
-/// The stream's locale has no influence. After a failure everything is dropped.
+/// Collects small pieces of data and writes them to a stream in blocks; larger pieces are written directly. The locale
+/// of the stream has no influence. After a failure, data are discarded.
 class ByteOutput {
  public:
+  /// \param stream must outlive this object
   explicit ByteOutput(std::ostream& stream);
 
-  /// Room for at least `size` bytes (at most a block), to be filled from the front and then taken by `advanceTo`.
+  /// A buffer for at least `size` bytes (at most `s_archiveBlockSize`). The bytes that the caller stores at its
+  /// beginning become part of the output by `advanceTo`.
   char* room(std::size_t size) {
-    if (s_archiveBlockSize - _used < size) send();
+    if (s_archiveBlockSize - _used < size) writeBlock();
     return _block.get() + _used;
   }
+  /// Appends the bytes from `room()` to `end` to the output.
   void advanceTo(const char* end) { _used = static_cast<std::size_t>(end - _block.get()); }
 
+  /// Appends one byte or several.
+  /// @{
   void put(char c) {
     char* at = room(1);
     *at = c;
@@ -35,22 +40,25 @@ class ByteOutput {
     std::memcpy(room(bytes.size()), bytes.data(), bytes.size());
     _used += bytes.size();
   }
+  /// @}
+  /// Appends bytes without copying them to the buffer.
   void putLarge(const void* bytes, std::size_t size);
 
-  /// Number of bytes put so far.
-  std::size_t position() const { return _sent + _used; }
-  /// Hands everything over and flushes the stream; a full disk shows here at the latest.
+  /// The number of bytes of the output so far.
+  std::size_t position() const { return _written + _used; }
+  /// Writes the buffer to the stream and flushes the stream; a full disk is detected here at the latest.
   void flush();
+  /// False when writing to the stream has failed.
   bool good() const { return _good; }
 
  private:
-  void send();
+  void writeBlock();
   void write(const char* bytes, std::size_t size);
 
   std::ostream& _stream;
   std::unique_ptr<char[]> _block;
-  std::size_t _used = 0;
-  std::size_t _sent = 0;
+  std::size_t _used = 0;     ///< bytes in the block
+  std::size_t _written = 0;  ///< bytes before the block
   bool _good;
 };
 

@@ -1,8 +1,8 @@
 #include <ORMIXSerialization/Archive/ArrayScalar.h>
 #include <ORMIXSerialization/Archive/CborArrayReader.h>
 #include <ORMIXSerialization/Archive/CborTags.h>
-#include <ORMIXSerialization/Archive/ForeignNumber.h>
 #include <ORMIXSerialization/Archive/NumberBlock.h>
+#include <ORMIXSerialization/Archive/TypedArrayElement.h>
 #include <ORMIXSerialization/Archive/Utf8.h>
 
 namespace ormix {
@@ -15,7 +15,7 @@ bool CborArrayReader::badShape(const char* found) {
 
 bool CborArrayReader::truncated() { return _entries.refuse(_key, "an array", CborToken{eCborKind::End}); }
 
-// Told to the sink before the first number: rows that are really there, whatever was declared.
+// Reserves memory only for rows that are present in the stream, whatever number was declared.
 void CborArrayReader::reserve(omUInt64 nbRows, omUInt64 rowSize) {
   const omUInt64 present = _entries.decoder.input.available() / rowSize;
   _sink.reserve(static_cast<std::size_t>(std::min(nbRows, present)));
@@ -53,7 +53,7 @@ template <class T>
 bool CborArrayReader::readElements(const CborToken& head, std::optional<omUInt64> nbRows) {
   const bool shaped = nbRows || _sink.nbColumns == 0;
   if (head.kind == eCborKind::Array) return readPlain<T>(head, nbRows);
-  if (head.kind != eCborKind::Tag || !TypedArrayTag::understands(head.number))
+  if (head.kind != eCborKind::Tag || !TypedArrayTag::isSupported(head.number))
     return _entries.refuse(_key, "an array of numbers", head);
   return shaped ? readTyped<T>(head.number, nbRows) : badShape("an array without its shape was found");
 }
@@ -70,12 +70,12 @@ bool CborArrayReader::readTyped(omUInt64 tag, std::optional<omUInt64> nbRows) {
     return badShape("another number of numbers than the shape says was found");
   if (!_entries.canHold(_key, bytes.number)) return false;
   reserve(count / std::max<std::size_t>(_sink.nbColumns, 1), type.size * std::max<std::size_t>(_sink.nbColumns, 1));
-  return tag == typedArrayTag(_sink.scalar) ? readBytes<T>(bytes.number) : readForeign<T>(tag, bytes.number);
+  return tag == typedArrayTag(_sink.scalar) ? readBytes<T>(bytes.number) : readConverted<T>(tag, bytes.number);
 }
 
 template <class T>
 bool CborArrayReader::readBytes(omUInt64 size) {
-  // The sink copies each piece once more, out of the first cache if the piece is small enough.
+  // The sink copies each piece again; pieces that fit into the first-level cache make this copy fast.
   constexpr omUInt64 pieceSize = 8192;
   NumberBlock<T> block(_sink, std::min(size, pieceSize) / sizeof(T));
   while (size != 0) {
@@ -88,14 +88,14 @@ bool CborArrayReader::readBytes(omUInt64 size) {
 }
 
 template <class T>
-bool CborArrayReader::readForeign(omUInt64 tag, omUInt64 size) {
+bool CborArrayReader::readConverted(omUInt64 tag, omUInt64 size) {
   const TypedArrayTag type(tag);
   NumberBlock<T> block(_sink, size / type.size);
   for (; size != 0; size -= type.size) {
     const unsigned char* bytes = _entries.decoder.input.peek(type.size);
     if (!bytes) return truncated();
     T number = 0;
-    if (!convert(foreignNumber(type, bytes), number)) return false;
+    if (!convert(decodeElement(type, bytes), number)) return false;
     _entries.decoder.input.skip(type.size);
     block.push(number);
   }

@@ -8,14 +8,15 @@
 
 namespace ormix {
 
-/// Reads the value of one numeric array: a typed array (with its shape when the sink wants rows), or a plain list of
-/// numbers or of rows. Numbers of another type than the sink's are converted where they fit.
+/// Reads the value of one numeric array: a typed array (with its dimensions if the sink has columns), or a list of
+/// numbers or of rows. Numbers are converted to the type of the sink; fails when one is outside the range of that type.
 class CborArrayReader {
  public:
+  /// \param entries after the start of the entry with this key; must outlive this object, as the sink
   CborArrayReader(CborEntries& entries, std::string_view key, NumericArraySink& sink)
       : _entries(entries), _key(key), _sink(sink) {}
 
-  /// False when `entries` has failed; the sink may then hold a part.
+  /// Returns false when `entries` has failed; the sink may then have received a part of the array.
   bool read();
 
  private:
@@ -28,7 +29,7 @@ class CborArrayReader {
   template <class T>
   bool readBytes(omUInt64 size);
   template <class T>
-  bool readForeign(omUInt64 tag, omUInt64 size);
+  bool readConverted(omUInt64 tag, omUInt64 size);
   template <class T>
   bool readPlain(const CborToken& list, std::optional<omUInt64> nbRows);
   template <class T>

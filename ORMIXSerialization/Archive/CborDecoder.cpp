@@ -7,6 +7,7 @@ namespace ormix {
 
 namespace {
 
+/// The item that is being decoded, from the context pointer of libcbor.
 CborToken& token(void* context) { return *static_cast<CborToken*>(context); }
 
 void keep(void* context, eCborKind kind, omUInt64 number, bool indefinite = false) {
@@ -22,7 +23,7 @@ void keepReal(void* context, omReal32 value) {
   token(context).real = static_cast<omReal64>(value);
 }
 
-/// What libcbor's decoder calls for each kind of item; strings never reach it.
+/// The functions that the decoder of libcbor calls for each kind of item, except strings, which are not passed to it.
 cbor_callbacks makeCallbacks() {
   using Kind = eCborKind;
   cbor_callbacks calls = cbor_empty_callbacks;
@@ -57,7 +58,7 @@ cbor_callbacks makeCallbacks() {
 
 const cbor_callbacks g_callbacks = makeCallbacks();
 
-/// Length of an item's head by its first byte.
+/// The length in bytes of the head of an item, from its first byte.
 std::size_t headSize(unsigned char first) {
   const unsigned info = first & 31u;
   return info >= 24 && info <= 27 ? 1 + (std::size_t{1} << (info - 24)) : 1;
@@ -75,7 +76,7 @@ CborToken CborDecoder::next() {
   const std::size_t size = headSize(*first);
   const unsigned char* item = input.peek(size);
   if (!item) return result;
-  // libcbor's decoder wants a string as a whole, however long it says it is.
+  // The decoder of libcbor requires the whole string in memory, whatever length its head declares.
   if (isString(*item)) return stringHead(*item);
   const cbor_decoder_result decoded = cbor_stream_decode(item, size, &g_callbacks, &result);
   if (decoded.status != CBOR_DECODER_FINISHED) result.kind = eCborKind::Malformed;

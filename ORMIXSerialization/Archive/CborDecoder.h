@@ -6,43 +6,62 @@
 
 namespace ormix {
 
-enum class eCborKind { Unsigned, Negative, Real, Bool, Null, Bytes, Text, Array, Map, Tag, Break, End, Malformed };
-
-/// One data item of CBOR, or the head of one that has contents.
-struct CborToken {
-  eCborKind kind = eCborKind::Malformed;
-  bool indefinite = false;  ///< of a text, byte string, array or map whose length is not stated
-  bool isSingle = false;    ///< of a real: `single` holds its very bits
-  bool boolean = false;
-  omReal32 single = 0;
-  /// Value, length or tag; of a negative integer its distance below -1.
-  omUInt64 number = 0;
-  omReal64 real = 0;
+/// The kinds of data items, and the reasons why there is none.
+enum class eCborKind {
+  Unsigned,  ///< integer from 0 to 2^64 - 1
+  Negative,  ///< integer from -2^64 to -1
+  Real,      ///< float of 16, 32 or 64 bits
+  Bool,      ///< true or false
+  Null,      ///< null or undefined
+  Bytes,     ///< byte string
+  Text,      ///< UTF-8 text
+  Array,     ///< list of items
+  Map,       ///< list of pairs of items
+  Tag,       ///< tag of the following item
+  Break,     ///< end of an item of indefinite length
+  End,       ///< the stream ends before or inside an item
+  Malformed  ///< bytes that are no data item
 };
 
-/// "a text", "an integer" and so on, for messages.
+/// A data item of CBOR, or the head (RFC 8949) of an item that has contents.
+struct CborToken {
+  eCborKind kind = eCborKind::Malformed;  ///< decides which of the other members are valid
+  bool indefinite = false;                ///< the length of a text, byte string, array or map is not given
+  bool isSingle = false;                  ///< a real has at most 32 bits and is in `single`, too
+  bool boolean = false;                   ///< value of a Boolean
+  omReal32 single = 0;                    ///< value of a real of at most 32 bits, including the bits of a NaN
+  omUInt64 number = 0;                    ///< value, length or tag; for a negative integer n it is -1 - n
+  omReal64 real = 0;                      ///< value of a real
+};
+
+/// The kind of an item in words ("a text", "an integer"), for messages.
 const char* describe(const CborToken& token);
 
-/// Takes CBOR from a stream item by item. Contents of texts and byte strings are left in `input` to the caller.
+/// Reads CBOR from a stream item by item. The contents of texts and byte strings are not consumed; the caller reads
+/// them from `input`.
 class CborDecoder {
  public:
+  /// \param stream must outlive this object
   explicit CborDecoder(std::istream& stream) : input(stream) {}
 
+  /// Consumes the next item, or the head of one with contents.
   CborToken next();
-  /// Takes the next byte when it is this one.
+  /// Consumes the next byte if it has this value; returns whether it has.
   bool takeByte(unsigned char byte) {
     const unsigned char* at = input.peek(1);
     if (!at || *at != byte) return false;
     input.skip(1);
     return true;
   }
+  /// Consumes the next item if it is a break; returns whether it is one.
   bool takeBreak() { return takeByte(0xFF); }
+  /// Whether the next item is a break.
   bool atBreak() {
     const unsigned char* at = input.peek(1);
     return at && *at == 0xFF;
   }
 
-  ByteInput input;
+  ByteInput input;  ///< the bytes after the items read so far
 
  private:
   CborToken stringHead(unsigned char first);

@@ -27,15 +27,15 @@ bool CborEntries::openArchive() {
   return true;
 }
 
-bool CborEntries::refuse(std::string_view key, const char* wanted, const CborToken& found) {
+bool CborEntries::refuse(std::string_view key, const char* expected, const CborToken& found) {
   if (decoder.input.broken()) return failure.set(Message::eSM_StreamNotReadable);
   if (found.kind == eCborKind::End) return failure.set(Message::eSM_Truncated, shownText(key));
-  return failure.set(Message::eSM_WrongKind, shownText(key), wanted, describe(found));
+  return failure.set(Message::eSM_WrongKind, shownText(key), expected, describe(found));
 }
 
-bool CborEntries::expect(std::string_view key, eCborKind kind, const char* wanted, CborToken& token) {
+bool CborEntries::expect(std::string_view key, eCborKind kind, const char* expected, CborToken& token) {
   token = decoder.next();
-  return token.kind == kind || refuse(key, wanted, token);
+  return token.kind == kind || refuse(key, expected, token);
 }
 
 bool CborEntries::canHold(std::string_view key, omUInt64 size) {
@@ -74,7 +74,8 @@ bool CborEntries::atEnd() {
   return list.indefinite ? decoder.atBreak() : list.left == 0;
 }
 
-// Compares the usual spelling of an entry's start in place; anything else is left to `takeStart`.
+// Fast path: compares the shortest encoding of the start of an entry without copying the key. `takeStart` reads all
+// other encodings.
 bool CborEntries::takeCanonicalStart(std::string_view key) {
   const std::size_t head = key.size() < 24 ? 2 : 3;
   if (key.size() > 255) return false;

@@ -9,41 +9,47 @@
 
 namespace ormix {
 
-/// Walks through the entries of a CBOR archive and its sections: finds each entry's key and leaves the value to the
-/// caller. Its operations answer false after the first failure, which `failure` holds.
+/// Iterates over the entries of a CBOR archive and its sections: reads the key of each entry; the caller reads the
+/// value. After the first failure, which is stored in `failure`, all operations return false.
 class CborEntries {
  public:
+  /// Reads the start of the archive.
+  /// \param stream must outlive this object
   explicit CborEntries(std::istream& stream);
 
-  /// Takes the start of the next entry, which must bear `key`; the caller then takes the value and calls `leaveEntry`.
+  /// Consumes the start of the next entry, whose key must be `key`. The caller then reads the value from `decoder` and
+  /// calls `leaveEntry`.
   bool enterEntry(std::string_view key);
+  /// Consumes the end of the current entry; fails when the entry has more than one key.
   bool leaveEntry();
-  /// Looks at the key of the next entry, null at the section's end.
+  /// The key of the next entry, which is not consumed; null at the end of the section and after a failure.
   const std::string* peekKey();
 
+  /// Consumes the start of the next entry, whose key must be `key` and whose value must be a list of entries.
   bool enterSection(std::string_view key);
+  /// Consumes the end of the current section; fails when it has entries left.
   bool leaveSection();
-  /// Leaves the archive itself.
+  /// Consumes the end of the archive; fails when sections are open, entries are left or data follow.
   bool leaveArchive();
 
-  /// Takes the next item, which must be of this kind; `wanted` names it in the message.
-  bool expect(std::string_view key, eCborKind kind, const char* wanted, CborToken& token);
-  /// Fails with what was found instead of what was wanted.
-  bool refuse(std::string_view key, const char* wanted, const CborToken& found);
-  /// Takes the contents of a text whose head has been taken.
+  /// Consumes the next item, which must be of this kind; `expected` describes it in the message.
+  bool expect(std::string_view key, eCborKind kind, const char* expected, CborToken& token);
+  /// Fails with a message about the item that was expected and the item that was found.
+  bool refuse(std::string_view key, const char* expected, const CborToken& found);
+  /// Reads the contents of a text after its head and checks that they are UTF-8.
   bool takeText(std::string_view key, const CborToken& head, std::string& text);
-  /// Whether so many bytes can still come.
+  /// Whether the stream may have so many more bytes; fails when a declared size exceeds the bytes that are left.
   bool canHold(std::string_view key, omUInt64 size);
 
-  CborDecoder decoder;
-  FirstFailure failure;
+  CborDecoder decoder;   ///< reads the values of entries
+  FirstFailure failure;  ///< the first failure of the archive
 
  private:
   /// A list of entries being read.
   struct List {
-    bool indefinite;       ///< ends with a break
-    bool entryIndefinite;  ///< so does the map of the entry being read
-    omUInt64 left;         ///< entries left where their number is stated
+    bool indefinite;       ///< the list has no declared length and ends with a break
+    bool entryIndefinite;  ///< the same for the map of the current entry
+    omUInt64 left;         ///< number of entries left in a list of declared length
   };
 
   bool openArchive();
@@ -55,7 +61,7 @@ class CborEntries {
 
   std::vector<List> _lists;
   std::string _key;
-  bool _pending = false;  ///< `_key` belongs to an entry whose start is taken
+  bool _pending = false;  ///< the start of the entry with `_key` has been consumed by `peekKey`
 };
 
 }  // namespace ormix

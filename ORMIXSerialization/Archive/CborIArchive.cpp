@@ -17,10 +17,10 @@ struct CborIArchive::Reader {
 
   explicit Reader(std::istream& stream) : entries(stream) {}
 
-  /// Takes the entry with this key, its value by `take(token)`.
-  template <class Take>
-  BoolResult entry(std::string_view key, Take&& take) {
-    if (entries.enterEntry(key) && take(entries.decoder.next())) entries.leaveEntry();
+  /// Reads the entry with this key; `readValue(token)` reads its value, of which `token` is the first item.
+  template <class ReadValue>
+  BoolResult entry(std::string_view key, ReadValue&& readValue) {
+    if (entries.enterEntry(key) && readValue(entries.decoder.next())) entries.leaveEntry();
     return entries.failure.result();
   }
   bool outOfRange(std::string_view key, const char* range) {
@@ -60,7 +60,7 @@ struct CborIArchive::Reader {
 };
 
 CborIArchive::CborIArchive(std::istream& stream) : _reader(new Reader(stream)) {
-  // What went wrong in the header is the archive's failure from the start.
+  // The message about the header describes the failure better than that of the entry inside it.
   const BoolResult header = readArchiveHeader(*this);
   if (!header) _reader->entries.failure.replace(header.getMessage());
 }

@@ -7,12 +7,14 @@
 
 namespace ormix {
 
-/// Reads what `CborOArchive` writes, and what another writer of CBOR may make of the same entries: lists of stated or
-/// unstated length, reals of any width, integers for whole reals, typed arrays of other numbers or of big-endian ones,
-/// plain lists of numbers. An archive extends to the end of its stream, which needs no seeking and is read in blocks.
+/// Reads what `CborOArchive` writes, and other encodings of the same entries in CBOR: lists of definite or indefinite
+/// length, reals of any width, integers for whole reals, typed arrays with other element types or big-endian byte
+/// order, and lists of numbers. The archive must extend to the end of its stream, which is read in blocks, without
+/// seeking.
 class ORMIX_SERIALIZATION_API CborIArchive final : public BaseIArchive {
  public:
-  /// Reads the archive's first entry. \param stream opened in binary mode; must outlive the archive
+  /// Reads the header of the archive; `state()` is a failure if there is none.
+  /// \param stream open in binary mode; must outlive the archive
   explicit CborIArchive(std::istream& stream);
   ~CborIArchive() override;
 

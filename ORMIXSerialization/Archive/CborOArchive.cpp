@@ -10,7 +10,7 @@
 namespace ormix {
 
 namespace {
-/// No head of an item is longer.
+/// The maximum length of the head of an item, in bytes.
 constexpr std::size_t s_headSize = 9;
 }  // namespace
 
@@ -19,7 +19,7 @@ struct CborOArchive::Writer {
 
   explicit Writer(std::ostream& stream) : state(stream) {}
 
-  /// Puts a head by one of libcbor's encoding functions.
+  /// Writes the head of an item by an encoding function of libcbor.
   template <class Encode, class... Arguments>
   void head(Encode encode, Arguments... arguments) {
     char* at = state.out.room(s_headSize);
@@ -51,21 +51,21 @@ CborOArchive::~CborOArchive() {
   try {
     close();
   } catch (const std::exception&) {
-    // Memory ran out, or the stream's own buffer threw: nobody is left to be told.
+    // Out of memory, or an exception of the stream's buffer; a destructor cannot report it.
   }
 }
 
 BoolResult CborOArchive::beginSection(std::string_view key) {
-  if (_writer->state.acceptsSection(key)) {
+  if (_writer->state.openSection(key)) {
     _writer->entry(key);
-    // The number of entries is not known yet and a stream cannot be asked to go back.
+    // The number of entries is not known yet, and a stream need not support going back to write it.
     _writer->head(cbor_encode_indef_array_start);
   }
   return _writer->state.result();
 }
 
 BoolResult CborOArchive::endSection() {
-  if (_writer->state.leavesSection()) _writer->head(cbor_encode_break);
+  if (_writer->state.closeSection()) _writer->head(cbor_encode_break);
   return _writer->state.result();
 }
 

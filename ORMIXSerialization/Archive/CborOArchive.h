@@ -7,13 +7,15 @@
 
 namespace ormix {
 
-/// Writes an archive as CBOR (RFC 8949): the archive and every section an array, every entry a map of one pair, numeric
-/// arrays as little-endian typed arrays (RFC 8746) with their shape, bit for bit. The stream needs no seeking.
+/// Writes an archive as CBOR (RFC 8949): the archive and every section as an array, every entry as a map of one pair,
+/// and numeric arrays as little-endian typed arrays (RFC 8746) with their dimensions. Numbers keep their bits. The
+/// stream is written in blocks, without seeking.
 class ORMIX_SERIALIZATION_API CborOArchive final : public BaseOArchive {
  public:
-  /// \param stream opened in binary mode; must outlive the archive
+  /// Writes the header of the archive.
+  /// \param stream open in binary mode; must outlive the archive
   explicit CborOArchive(std::ostream& stream);
-  /// Closes the archive; a failure of that is only seen by those who call `close` themselves.
+  /// Closes the archive. Call `close` before to learn whether that fails.
   ~CborOArchive() override;
 
   BoolResult beginSection(std::string_view key) override;

@@ -6,16 +6,15 @@
 
 namespace ormix {
 
-/// \name Tags of RFC 8746 and RFC 8949.
-/// @{
+/// Tag of a multi-dimensional array with its dimensions, in row-major order (RFC 8746).
 inline constexpr omUInt64 s_rowMajorTag = 40;
+/// Tag that identifies data as CBOR (RFC 8949, section 3.4.6).
 inline constexpr omUInt64 s_selfDescribedTag = 55799;
-/// @}
 
-// Numbers go to the archive as they lie in memory.
+// Arrays are written as they are in memory.
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the typed arrays written are little-endian");
 
-/// Tag of a little-endian typed array.
+/// Tag of a little-endian typed array (RFC 8746).
 constexpr omUInt64 typedArrayTag(eArrayScalar scalar) {
   switch (scalar) {
     case eArrayScalar::UInt32:
@@ -34,17 +33,18 @@ constexpr omUInt64 typedArrayTag(eArrayScalar scalar) {
   return 86;
 }
 
-/// What a typed array's tag says, bit by bit: 0b010fsell.
+/// The properties in the bits of the tag of a typed array, 0b010fsell (RFC 8746, section 2.1).
 struct TypedArrayTag {
-  bool real;
-  bool isSigned;
-  bool littleEndian;
-  std::size_t size;  ///< bytes an element
+  bool real;          ///< elements are floating-point numbers
+  bool isSigned;      ///< elements are signed integers; without meaning for real ones
+  bool littleEndian;  ///< byte order of the elements
+  std::size_t size;   ///< bytes of an element
 
-  /// Whether `tag` is one of a typed array whose elements are at most 64 bits wide.
-  static constexpr bool understands(omUInt64 tag) {
+  /// Whether `tag` is that of a typed array whose elements have at most 64 bits.
+  static constexpr bool isSupported(omUInt64 tag) {
     return tag >= 64 && tag <= 87 && tag != 83 && tag != 87 && tag != 76;
   }
+  /// \param tag one for which `isSupported` returns true
   constexpr explicit TypedArrayTag(omUInt64 tag)
       : real((tag & 16) != 0),
         isSigned((tag & 8) != 0),

@@ -8,11 +8,13 @@
 
 namespace ormix {
 
-/// The class versions that an archive has written or read so far: each is stated once an archive, before the first
-/// object of its class. The library only asks and adds, it never forgets one.
+/// The class versions that an archive has written or read so far: an archive contains each once, before the first
+/// object of the class. Versions are only added, never removed. Look-up and insertion take constant time on average.
 class ORMIX_SERIALIZATION_API ClassVersionRegistry {
  public:
+  /// Whether the archive contains the version of the class already.
   bool isClassVersionRegistred(const std::string& className) const;
+  /// Stores the version of a class; replaces a version stored before.
   void registerClassVersion(const std::string& className, omUInt32 version);
   /// The registered version, 0 when the class has none.
   omUInt32 getRegisterClassVersion(const std::string& className) const;

@@ -32,7 +32,7 @@ std::string temporaryName(const std::string& path, unsigned number) {
   return path + std::string(s_temporaryMark) + std::to_string(::getpid()) + "-" + std::to_string(number);
 }
 
-/// Whether a name is this prefix and two numbers, "archive.cbor.tmp-4711-0".
+/// Whether a name consists of this prefix and two numbers, as in "archive.cbor.tmp-4711-0".
 bool isTemporaryName(std::string_view name, std::string_view prefix) {
   constexpr std::string_view digits = "0123456789";
   if (name.substr(0, prefix.size()) != prefix) return false;
@@ -43,28 +43,35 @@ bool isTemporaryName(std::string_view name, std::string_view prefix) {
   return !name.empty() && name.find_first_not_of(digits) == std::string_view::npos;
 }
 
-/// Whether the open file still bears this name, so that it is not somebody else's file.
-bool isNamed(int file, const char* path, struct stat& status) {
+/// Whether the path still refers to the open file: another program may have removed or replaced it. Sets `status`.
+bool isSameFile(int file, const char* path, struct stat& status) {
   struct stat named {};
   return ::fstat(file, &status) == 0 && ::lstat(path, &named) == 0 && S_ISREG(status.st_mode) &&
          status.st_dev == named.st_dev && status.st_ino == named.st_ino;
 }
 
-enum class eLock { Taken, Busy, Unknown };
+/// The result of locking a file.
+enum class eLock {
+  Taken,   ///< this program has the lock
+  Busy,    ///< another program has it
+  Unknown  ///< the file system has no locks
+};
 
-/// Without waiting; the lock ends with the file's last descriptor.
+/// Locks a file without waiting. The lock is released when the last descriptor of the file is closed.
 eLock lockFile(int file) {
   if (::flock(file, LOCK_EX | LOCK_NB) == 0) return eLock::Taken;
   return errno == EWOULDBLOCK ? eLock::Busy : eLock::Unknown;
 }
 
-void removeAbandoned(const std::string& path) {
+/// Removes a temporary file unless another program is writing it: if it is locked, or, in a file system without locks,
+/// was modified during the last day.
+void removeIfAbandoned(const std::string& path) {
   const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (file < 0) return;
   constexpr std::time_t oneDay = 24 * 60 * 60;
   const eLock lock = lockFile(file);
   struct stat status {};
-  if (lock != eLock::Busy && isNamed(file, path.c_str(), status) &&
+  if (lock != eLock::Busy && isSameFile(file, path.c_str(), status) &&
       (lock == eLock::Taken || std::time(nullptr) - status.st_mtime > oneDay))
     ::unlink(path.c_str());
   ::close(file);
@@ -74,16 +81,16 @@ struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
 
-/// Entries of folders that may be looked at for leftovers, below zero when too many were.
+/// The number of folder entries that may be searched for temporary files; negative when more have been searched.
 std::atomic<omInt64> g_nbEntriesAllowed{0};
 
-/// Removes what programs that were killed while they wrote the file have left beside it. A program that saves many
-/// files into one large folder looks through it at the first and then at some of the saves only: otherwise all of them
-/// together would take quadratic time.
+/// Removes the temporary files of killed programs for the same path. When a program saves many files into one large
+/// folder, only the first and then some of the saves search the folder: about 256 entries for each save on average.
+/// Otherwise the total time would be quadratic.
 void removeLeftovers(const std::string& path) {
   if (path.empty() || path.back() == '/') return;
-  constexpr omInt64 nbEntriesOfASave = 256;
-  if (g_nbEntriesAllowed.fetch_add(nbEntriesOfASave) < 0) return;
+  constexpr omInt64 nbEntriesPerSave = 256;
+  if (g_nbEntriesAllowed.fetch_add(nbEntriesPerSave) < 0) return;
   const std::size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
   const std::string prefix = path.substr(folder.size()) + std::string(s_temporaryMark);
@@ -91,14 +98,14 @@ void removeLeftovers(const std::string& path) {
   if (!entries) return;
   omInt64 nbEntries = 0;
   for (; const dirent* entry = ::readdir(entries.get()); ++nbEntries)
-    if (isTemporaryName(entry->d_name, prefix)) removeAbandoned(folder + entry->d_name);
+    if (isTemporaryName(entry->d_name, prefix)) removeIfAbandoned(folder + entry->d_name);
   g_nbEntriesAllowed.fetch_sub(nbEntries);
 }
 
-/// Replaces a path that does not exist by the one that it is a link to, if any.
+/// Replaces a path that is a symbolic link to a file that does not exist by the path of that file.
 BoolResult followLinks(std::string& path) {
-  constexpr int mostLinks = 40;
-  for (int link = 0; link < mostLinks; ++link) {
+  constexpr int maxLinks = 40;
+  for (int link = 0; link < maxLinks; ++link) {
     std::error_code code;
     if (!fs::is_symlink(fs::symlink_status(path, code))) return {};
     const fs::path target = fs::read_symlink(path, code);
@@ -111,7 +118,7 @@ BoolResult followLinks(std::string& path) {
 /// Waits until a file's bytes are on the disk.
 bool flushToDisk(int file) {
   while (::fsync(file) != 0) {
-    if (errno == EINVAL || errno == ENOSYS) return true;  // the file system does without
+    if (errno == EINVAL || errno == ENOSYS) return true;  // not supported by the file system
     if (errno != EINTR) return false;
   }
   return true;
@@ -158,7 +165,7 @@ BoolResult FileTarget::openDirectly() {
   return _stream ? BoolResult() : systemFailure("it cannot be opened", errno);
 }
 
-/// Creates a temporary file of a name that nobody has, and locks it. \return 0, or the error
+/// Creates and locks a temporary file with a name that does not exist yet. Returns 0 or the error code.
 int FileTarget::createTemporary() {
   struct stat old {};
   const bool replaces = ::stat(_path.c_str(), &old) == 0;
@@ -167,15 +174,15 @@ int FileTarget::createTemporary() {
     const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666);
     if (file < 0 && errno == EEXIST) continue;
     if (file < 0) return errno;
-    // Between the two calls another program may have taken it for left over.
+    // Before it was locked, another program may have removed it as abandoned.
     struct stat status {};
-    if (lockFile(file) == eLock::Busy || !isNamed(file, name.c_str(), status)) {
+    if (lockFile(file) == eLock::Busy || !isSameFile(file, name.c_str(), status)) {
       ::close(file);
       continue;
     }
     _lock = file;
     _temporary = std::move(name);
-    if (replaces) ::fchmod(file, old.st_mode & 07777);  // where the file system has modes
+    if (replaces) ::fchmod(file, old.st_mode & 07777);  // ignored by file systems without modes
     return 0;
   }
 }
@@ -196,7 +203,7 @@ BoolResult FileTarget::commit() {
   _stream.close();
   if (!_stream) return systemFailure("it cannot be written", errno);
   if (_temporary.empty()) return {};
-  // Otherwise the new name may reach the disk before the bytes do.
+  // Otherwise the new name may be on the disk before the bytes are.
   if (!flushToDisk(_lock)) return systemFailure("it cannot be written", errno);
   std::error_code code;
   fs::rename(_temporary, _path, code);

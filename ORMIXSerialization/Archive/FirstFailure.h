@@ -8,14 +8,16 @@
 
 namespace ormix {
 
-/// The first failure of an archive: it stays, and every later operation answers it again.
+/// The first failure of an archive, which every later operation returns again.
 class FirstFailure {
  public:
+  /// Whether an operation has failed.
   bool failed() const { return _failed; }
   /// Success, or the first failure.
   BoolResult result() const { return _failed ? failure(_message) : BoolResult(); }
 
-  /// Fails with a message of the library's catalogue, unless something failed before. Always false, to be returned.
+  /// Stores a failure with a message of the library's catalogue, unless there is one already.
+  /// \return always false, so that callers can write `return failure.set(…);`
   template <class... Arguments>
   bool set(eORMIXSerializationMessage::eId id, const Arguments&... arguments) {
     const bool isFirst = !_failed;
@@ -23,7 +25,7 @@ class FirstFailure {
     if (isFirst) _message = serializationMessage(id, arguments...);
     return false;
   }
-  /// Fails with a text that says more than the first failure did.
+  /// Replaces the failure by a more specific message.
   void replace(std::string message) {
     _message = std::move(message);
     _failed = true;

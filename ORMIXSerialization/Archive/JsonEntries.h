@@ -1,7 +1,7 @@
 #pragma once
 
-// The On-Demand part of simdjson is compiled where it is included: once, by JsonIArchive.cpp. Its checks of our own
-// misuse would bound the nesting by a fixed table.
+// The On-Demand parser of simdjson is compiled where its header is included: in JsonIArchive.cpp only. Its development
+// checks are disabled, since they limit the nesting of lists to the size of a fixed table.
 #define SIMDJSON_DEVELOPMENT_CHECKS 0
 
 #include <ORMIXSerialization/Archive/FirstFailure.h>
@@ -20,36 +20,42 @@ namespace ormix {
 
 namespace json = simdjson::ondemand;
 
-/// Walks through the entries of a JSON archive and its sections: finds each entry's key and leaves the value to the
-/// caller. Its operations answer false after the first failure, which `failure` holds.
+/// Iterates over the entries of a JSON archive and its sections: reads the key of each entry; the caller reads the
+/// value. After the first failure, which is stored in `failure`, all operations return false.
 class JsonEntries {
  public:
+  /// Reads the whole stream and the start of the archive.
   explicit JsonEntries(std::istream& stream)
       : _source(stream, simdjson::SIMDJSON_PADDING, simdjson::SIMDJSON_MAXSIZE_BYTES) {
     openArchive();
   }
 
-  /// Takes the start of the next entry, which must bear `key`; the caller then takes `value` and calls `leaveEntry`.
+  /// Consumes the start of the next entry, whose key must be `key`. The caller then reads `value` and calls
+  /// `leaveEntry`.
   bool enterEntry(std::string_view key);
+  /// Consumes the end of the current entry; fails when the entry has more than one key.
   bool leaveEntry();
-  /// Looks at the key of the next entry, null at the section's end.
+  /// The key of the next entry, which is not consumed; null at the end of the section and after a failure.
   const std::string* peekKey();
+  /// Consumes the start of the next entry, whose key must be `key` and whose value must be a list of entries.
   bool enterSection(std::string_view key);
+  /// Consumes the end of the current section; fails when it has entries left.
   bool leaveSection();
-  /// Leaves the archive itself.
+  /// Consumes the end of the archive; fails when sections are open, entries are left or data follow.
   bool leaveArchive();
-  /// Takes a text of the archive. By hand, as simdjson 3.0 writes texts into a buffer of which it has not seen whether
-  /// there was memory for it.
+  /// Decodes a text and checks that it is UTF-8. The decoder of simdjson is not used, since version 3.0 writes to a
+  /// buffer without checking that its allocation has succeeded.
   bool takeText(std::string_view key, json::raw_json_string raw, std::string& text);
 
-  /// Fails with what was found instead of what was wanted.
-  bool refuse(std::string_view key, const char* wanted, json::value found);
+  /// Fails with a message about the value that was expected and the value that was found.
+  bool refuse(std::string_view key, const char* expected, json::value found);
+  /// Fails with an error of the parser.
   bool malformed(std::string_view key, simdjson::error_code error) {
     return failure.set(Message::eSM_Malformed, shownText(key), simdjson::error_message(error));
   }
 
-  json::value value;
-  FirstFailure failure;
+  json::value value;     ///< of the current entry
+  FirstFailure failure;  ///< the first failure of the archive
 
  private:
   using Message = eORMIXSerializationMessage;
@@ -58,7 +64,7 @@ class JsonEntries {
   struct List {
     json::array_iterator entries;
     json::object_iterator entry;
-    bool isEntryOpen = false;  ///< an entry's start is taken, and not yet its end
+    bool isEntryOpen = false;  ///< the start of an entry has been consumed, and not yet its end
   };
   template <class Iterator>
   static bool isOpen(const Iterator& iterator) {
@@ -68,9 +74,11 @@ class JsonEntries {
   bool openArchive();
   bool openList(std::string_view key, json::array array);
   bool takeStart(std::string_view key);
-  /// Whether the last entry was not read to its end, since an exception went through the archive; simdjson must then
-  /// not be asked for another one.
-  bool isBrokenOff() { return _lists.back().isEntryOpen && !failure.set(Message::eSM_UnreadEntry, shownText(_key)); }
+  /// Whether the last entry was not read to its end because of an exception; fails then, since the iterators of
+  /// simdjson must not be advanced in this state.
+  bool isEntryUnfinished() {
+    return _lists.back().isEntryOpen && !failure.set(Message::eSM_UnreadEntry, shownText(_key));
+  }
   bool notOnePair(std::string_view key) {
     return failure.set(Message::eSM_Malformed, shownText(key), "an entry is not one key with one value");
   }
@@ -81,7 +89,7 @@ class JsonEntries {
   json::document _document;
   std::vector<List> _lists;
   std::string _key;
-  bool _pending = false;  ///< `_key` belongs to an entry whose start is taken
+  bool _pending = false;  ///< the start of the entry with `_key` has been consumed by `peekKey`
 };
 
 inline bool JsonEntries::openArchive() {
@@ -108,7 +116,7 @@ inline bool JsonEntries::openList(std::string_view key, json::array array) {
   return true;
 }
 
-/// "a text", "a list" and so on, for messages; a number as it stands.
+/// The kind of a value in words ("a text", "a list"), for messages; of a number its text.
 inline std::string describe(json::value value) {
   std::string_view token = value.raw_json_token();
   token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
@@ -120,8 +128,8 @@ inline std::string describe(json::value value) {
   return "the value " + shownText(token);
 }
 
-inline bool JsonEntries::refuse(std::string_view key, const char* wanted, json::value found) {
-  return failure.set(Message::eSM_WrongKind, shownText(key), wanted, describe(found));
+inline bool JsonEntries::refuse(std::string_view key, const char* expected, json::value found) {
+  return failure.set(Message::eSM_WrongKind, shownText(key), expected, describe(found));
 }
 
 inline bool JsonEntries::takeText(std::string_view key, json::raw_json_string raw, std::string& text) {
@@ -151,7 +159,7 @@ inline bool JsonEntries::takeStart(std::string_view key) {
 
 inline bool JsonEntries::enterEntry(std::string_view key) {
   if (failure.failed()) return false;
-  if (!_pending && isBrokenOff()) return false;
+  if (!_pending && isEntryUnfinished()) return false;
   if (!_pending && !isOpen(_lists.back().entries)) return failure.set(Message::eSM_KeyMissing, shownText(key));
   if (!_pending && !takeStart(key)) return false;
   _pending = false;
@@ -170,7 +178,7 @@ inline bool JsonEntries::leaveEntry() {
 inline const std::string* JsonEntries::peekKey() {
   if (failure.failed()) return nullptr;
   if (_pending) return &_key;
-  if (isBrokenOff() || !isOpen(_lists.back().entries) || !takeStart("")) return nullptr;
+  if (isEntryUnfinished() || !isOpen(_lists.back().entries) || !takeStart("")) return nullptr;
   _pending = true;
   return &_key;
 }

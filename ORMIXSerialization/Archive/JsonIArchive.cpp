@@ -23,7 +23,7 @@ struct JsonIArchive::Reader {
 };
 
 JsonIArchive::JsonIArchive(std::istream& stream) : _reader(new Reader(stream)) {
-  // What went wrong in the header is the archive's failure from the start.
+  // The message about the header describes the failure better than that of the entry inside it.
   const BoolResult header = readArchiveHeader(*this);
   if (!header) _reader->entries.failure.replace(header.getMessage());
 }

@@ -7,11 +7,13 @@
 
 namespace ormix {
 
-/// Reads what `JsonOArchive` writes, however it is laid out. The whole stream is taken into memory first (at most 4
-/// GiB) when it begins with a list; it needs no seeking. \throw std::bad_alloc when there is no memory for that
+/// Reads what `JsonOArchive` writes, with any white space. A stream that begins with a list is read into memory as a
+/// whole, without seeking; it must be shorter than 4 GiB. Of any other stream only the beginning is read.
 class ORMIX_SERIALIZATION_API JsonIArchive final : public BaseIArchive {
  public:
-  /// Reads the stream and the archive's first entry.
+  /// Reads the stream and the header of the archive; `state()` is a failure if there is none.
+  /// \param stream need not outlive the archive
+  /// \throw std::bad_alloc when the stream does not fit into memory
   explicit JsonIArchive(std::istream& stream);
   ~JsonIArchive() override;
 

@@ -10,11 +10,15 @@
 
 namespace ormix {
 
-/// Reads numbers and arrays of numbers from the values of a JSON archive. Answers false when `entries` has failed.
+/// Reads numbers and arrays of numbers from the values of a JSON archive. The operations return false when they have
+/// failed; `entries` then has the failure.
 class JsonNumbers {
  public:
+  /// \param key of the entry, for messages
   JsonNumbers(JsonEntries& entries, std::string_view key) : _entries(entries), _key(key) {}
 
+  /// Reads a number; fails when it is outside the range of T, or not an integer for an integer T. Reals are rounded to
+  /// the nearest value of T.
   template <class T>
   bool read(json::value value, T& number) {
     if constexpr (std::is_floating_point_v<T>)
@@ -23,6 +27,7 @@ class JsonNumbers {
       return readInteger(value, number);
   }
 
+  /// Reads an array of numbers of type T, or of rows of them if the sink has columns, and passes them to the sink.
   template <class T>
   bool readArray(json::value value, NumericArraySink& sink) {
     NumberBlock<T> block(sink);
@@ -88,9 +93,9 @@ class JsonNumbers {
     return std::is_signed_v<T> ? "a signed 64-bit integer" : "an unsigned 64-bit integer";
   }
 
-  // The value's own text is read, not simdjson's number: 3.0 gives a wrong one where more than 19 digits follow "0."
-  // (its issue 2093), it knows no float, and as it is compiled for any processor it takes longer. The iteration passes
-  // over the text by itself.
+  // Converts the text of the value instead of using the number of simdjson, for three reasons: version 3.0 returns a
+  // wrong number if more than 19 digits follow "0." (its issue 2093), it cannot round to a float, and, compiled for any
+  // processor, it is slower. The iterator of simdjson skips the text by itself.
   template <class T>
   bool readReal(json::value value, T& number) {
     const std::string_view token = value.raw_json_token();
@@ -107,7 +112,7 @@ class JsonNumbers {
 
   static bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-  /// Whether a text has the integer part that JSON wants, and a digit behind its point; `from_chars` is less strict.
+  /// Whether a text has the integer part that JSON requires, and a digit after its point; `from_chars` checks neither.
   static bool startsLikeNumber(std::string_view token) {
     const char* at = token.data();
     const char* end = at + token.size();
@@ -118,7 +123,7 @@ class JsonNumbers {
     return at == end || *at != '.' || (at + 1 != end && isDigit(at[1]));
   }
 
-  /// Of a number that is out of range: whether it is too small rather than too large, and then 0.
+  /// Whether a number out of range is too small rather than too large; `number` is then a zero with its sign.
   template <class T>
   static bool underflows(json::value value, T& number) {
     omReal64 about = 0;
@@ -127,6 +132,7 @@ class JsonNumbers {
     return true;
   }
 
+  /// Reads a text for NaN or infinity.
   template <class T>
   static bool readSpecial(std::string_view text, T& number) {
     using Limits = std::numeric_limits<T>;

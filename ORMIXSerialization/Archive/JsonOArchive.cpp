@@ -9,7 +9,7 @@
 namespace ormix {
 
 namespace {
-/// The first comma after so many characters ends a line.
+/// A line is broken after the first comma behind this number of characters.
 constexpr std::size_t s_lineLength = 100;
 }  // namespace
 
@@ -31,7 +31,8 @@ struct JsonOArchive::Writer {
     else
       state.out.put(' ');
   }
-  /// \param depth number of sections the entry stands in
+  /// Writes the start of an entry up to its value, and what separates it from the entry before.
+  /// \param depth number of open sections that contain the entry
   void entry(std::string_view key, std::size_t depth) {
     if (!firstEntry)
       comma(depth == 0);
@@ -87,12 +88,12 @@ JsonOArchive::~JsonOArchive() {
   try {
     close();
   } catch (const std::exception&) {
-    // Memory ran out, or the stream's own buffer threw: nobody is left to be told.
+    // Out of memory, or an exception of the stream's buffer; a destructor cannot report it.
   }
 }
 
 BoolResult JsonOArchive::beginSection(std::string_view key) {
-  if (_writer->state.acceptsSection(key)) {
+  if (_writer->state.openSection(key)) {
     _writer->entry(key, _writer->state.depth() - 1);
     _writer->state.out.put('[');
     _writer->firstEntry = true;
@@ -101,7 +102,7 @@ BoolResult JsonOArchive::beginSection(std::string_view key) {
 }
 
 BoolResult JsonOArchive::endSection() {
-  if (_writer->state.leavesSection()) {
+  if (_writer->state.closeSection()) {
     _writer->state.out.put("]}");
     _writer->firstEntry = false;
   }

@@ -7,14 +7,16 @@
 
 namespace ormix {
 
-/// Writes an archive as JSON, to be read by people and to be exchanged: the archive and every section an array, every
-/// entry an object of one member, the rows of numeric arrays arrays again. Reals are the shortest texts that read back
-/// to the same bits, "nan", "inf" and "-inf" stand as texts. One line an entry, long lines are broken at a comma.
+/// Writes an archive as JSON, for people and for exchange with other programs: the archive, every section, every
+/// numeric array and each of its rows as an array, every entry as an object of one member. A finite real is the
+/// shortest number from which the same bits are read; the others are the strings "nan", "inf" and "-inf". Each entry of
+/// the archive begins a line; lines of more than 100 characters are broken after a comma.
 class ORMIX_SERIALIZATION_API JsonOArchive final : public BaseOArchive {
  public:
+  /// Writes the header of the archive.
   /// \param stream must outlive the archive; its locale has no influence
   explicit JsonOArchive(std::ostream& stream);
-  /// Closes the archive; a failure of that is only seen by those who call `close` themselves.
+  /// Closes the archive. Call `close` before to learn whether that fails.
   ~JsonOArchive() override;
 
   BoolResult beginSection(std::string_view key) override;

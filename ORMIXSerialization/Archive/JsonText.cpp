@@ -4,6 +4,7 @@ namespace ormix {
 
 namespace {
 
+/// Whether the character is written without an escape.
 bool isPlain(char c) { return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\'; }
 
 void putEscaped(ByteOutput& out, char c) {
@@ -23,7 +24,7 @@ void putEscaped(ByteOutput& out, char c) {
   }
 }
 
-/// Takes the four digits of "\uXXXX".
+/// Consumes the four digits of "\uXXXX".
 bool takeHexDigits(std::string_view& raw, omUInt32& code) {
   if (raw.size() < 4) return false;
   const auto [end, error] = std::from_chars(raw.data(), raw.data() + 4, code, 16);
@@ -32,7 +33,7 @@ bool takeHexDigits(std::string_view& raw, omUInt32& code) {
   return true;
 }
 
-/// The code point of an escape whose "\u" is taken: of two escapes where they are a surrogate pair.
+/// Consumes the rest of an escape after "\u", and the following escape if both are a surrogate pair.
 bool takeCodePoint(std::string_view& raw, omUInt32& code) {
   if (!takeHexDigits(raw, code)) return false;
   const bool isHighHalf = code >= 0xD800 && code < 0xDC00;
@@ -63,7 +64,7 @@ void appendUtf8(omUInt32 code, std::string& text) {
   appendRest(0);
 }
 
-/// Takes an escape whose backslash is taken.
+/// Consumes the rest of an escape after its backslash and appends the character.
 bool takeEscape(std::string_view& raw, std::string& text) {
   constexpr std::string_view letters = "\"\\/bfnrt", meanings = "\"\\/\b\f\n\r\t";
   if (raw.empty()) return false;

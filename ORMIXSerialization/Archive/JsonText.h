@@ -12,24 +12,26 @@
 
 namespace ormix {
 
-/// Longest text of a number in JSON, generously.
+/// An upper bound of the number of characters of a number in JSON.
 inline constexpr std::size_t s_longestNumber = 32;
 
-/// Texts that stand for the reals JSON has no numbers for.
+/// The texts for the real values that JSON cannot express as numbers.
+/// @{
 inline constexpr std::string_view s_nanText = "nan";
 inline constexpr std::string_view s_infinityText = "inf";
 inline constexpr std::string_view s_minusInfinityText = "-inf";
+/// @}
 
-/// Puts a UTF-8 text in quotes, escaping what JSON wants escaped.
+/// Writes a UTF-8 text in quotes, with escapes for the characters that JSON requires to be escaped.
 void putJsonText(ByteOutput& out, std::string_view text);
 
-/// Resolves the escapes of a text in quotes. Half of a surrogate pair, alone, becomes the three bytes that `isUtf8`
-/// refuses.
-/// \param raw begins behind the opening quote and may go on behind the closing one
-/// \return false on an escape that JSON does not have, and without a closing quote
+/// Decodes the escapes of a text in quotes. A single half of a surrogate pair is encoded in three bytes, which `isUtf8`
+/// rejects.
+/// \param raw begins after the opening quote; what follows the closing quote is ignored
+/// \return false when an escape is not one of JSON and when the closing quote is missing
 bool unescapeJsonText(std::string_view raw, std::string& text);
 
-/// Writes a number at `at`, where `s_longestNumber` bytes are free, and answers its end.
+/// Writes a number to `at`, where at least `s_longestNumber` bytes are free, and returns the end of its text.
 template <class T>
 char* formatJsonNumber(char* at, T value) {
   if constexpr (std::is_floating_point_v<T>) {

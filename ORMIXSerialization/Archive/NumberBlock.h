@@ -11,11 +11,12 @@
 
 namespace ormix {
 
-/// Collects numbers of type T and hands them to a sink in blocks of whole rows, at most 64 KiB (or one row) at a time.
+/// Collects numbers of type T and passes them to a sink in blocks of whole rows, of at most 64 KiB or one row.
 template <class T>
 class NumberBlock {
  public:
-  /// \param expected number of numbers to come, where it is known: a small array needs but a small block
+  /// \param sink     must outlive this object
+  /// \param expected the number of numbers, if known; the block of a small array is smaller
   explicit NumberBlock(NumericArraySink& sink, omUInt64 expected = std::numeric_limits<omUInt64>::max())
       : _sink(sink), _width(std::max<std::size_t>(sink.nbColumns, 1)) {
     const std::size_t rows = std::max<std::size_t>(s_archiveBlockSize / sizeof(T) / _width, 1);
@@ -24,18 +25,21 @@ class NumberBlock {
     _numbers.reset(new T[_capacity]);
   }
 
+  /// Appends a number; a full block is passed to the sink.
   void push(T number) {
     _numbers[_size++] = number;
     if (_size == _capacity) flush();
   }
-  /// The block itself, to be filled from the front with up to `capacity` numbers and then handed over by `take`.
+  /// The memory of the block, in which the caller may store up to `capacity()` numbers instead of `push`.
   T* data() { return _numbers.get(); }
+  /// The number of numbers in a full block: whole rows.
   std::size_t capacity() const { return _capacity; }
+  /// Passes the first `size` numbers of the block (whole rows) to the sink.
   void take(std::size_t size) {
     _size = size;
     flush();
   }
-  /// Hands over what is left.
+  /// Passes the remaining numbers to the sink.
   void flush() {
     if (_size != 0) _sink.append(_numbers.get(), _size / _width);
     _size = 0;
@@ -49,7 +53,8 @@ class NumberBlock {
   std::unique_ptr<T[]> _numbers;
 };
 
-/// Converts an integer where T can hold it; a real T takes the nearest value.
+/// Converts an integer to T: exactly for an integer T, to the nearest value for a real one.
+/// \return false when the integer is outside the range of T
 template <class T, class Integer>
 bool convertInteger(Integer value, T& result) {
   if constexpr (std::is_integral_v<T>) {
@@ -61,11 +66,13 @@ bool convertInteger(Integer value, T& result) {
   }
 }
 
-/// Converts a real where T can hold it: to the nearest for a real T, never for an integer.
+/// Converts a real number to the nearest value of T; NaN and infinity are kept.
+/// \return false when T is an integer or the number is finite and outside the range of T
 template <class T>
 bool convertReal(omReal64 value, T& result) {
   if constexpr (std::is_same_v<T, omReal32>) {
-    // Beyond the middle between the largest float and the next power of two the conversion is undefined.
+    // Numbers up to the midpoint between the largest float and the next power of two round to that float; the
+    // conversion of larger ones is undefined behaviour.
     constexpr omReal64 limit = 3.4028235677973366e38;
     if (value >= limit && value <= std::numeric_limits<omReal64>::max()) return false;
     if (value <= -limit && value >= std::numeric_limits<omReal64>::lowest()) return false;

@@ -7,8 +7,17 @@
 namespace ormix {
 
 /// Element type of a numeric array in an archive.
-enum class eArrayScalar { Int32, UInt32, Int64, UInt64, Real32, Real64 };
+enum class eArrayScalar {
+  Int32,   ///< `omInt32`
+  UInt32,  ///< `omUInt32`
+  Int64,   ///< `omInt64`
+  UInt64,  ///< `omUInt64`
+  Real32,  ///< `omReal32`
+  Real64   ///< `omReal64`
+};
 
+/// The enumerator for an element type; does not compile for other types.
+/// @{
 template <class T>
 constexpr eArrayScalar arrayScalar() = delete;
 // clang-format off
@@ -19,28 +28,29 @@ template <> constexpr eArrayScalar arrayScalar<omUInt64>() { return eArrayScalar
 template <> constexpr eArrayScalar arrayScalar<omReal32>() { return eArrayScalar::Real32; }
 template <> constexpr eArrayScalar arrayScalar<omReal64>() { return eArrayScalar::Real64; }
 // clang-format on
+/// @}
 
-/// A run of numbers to be written: `nbRows` rows of `nbColumns` numbers, contiguous. `nbColumns` 0 means a plain vector
-/// of `nbRows` numbers, written without a second dimension.
+/// Numbers to be written, contiguous in memory; the caller owns them.
 struct NumericArrayView {
-  eArrayScalar scalar;
-  const void* data;
-  std::size_t nbRows;
-  std::size_t nbColumns;
+  eArrayScalar scalar;    ///< type of the numbers
+  const void* data;       ///< the first number; the rows follow each other
+  std::size_t nbRows;     ///< number of rows; of numbers if `nbColumns` is 0
+  std::size_t nbColumns;  ///< numbers in each row; 0 for an array of one dimension
 };
 
-/// Where an archive puts the numbers it reads, in blocks, so that neither side needs the whole twice.
+/// Receives the numbers of an array that is read, in blocks, so that they are in memory only once.
 class NumericArraySink {
  public:
-  eArrayScalar scalar;
-  std::size_t nbColumns;  ///< as in `NumericArrayView`; an array of another width is refused
+  eArrayScalar scalar;    ///< type in which the numbers are passed; numbers of other types are converted
+  std::size_t nbColumns;  ///< as in `NumericArrayView`; reading an array with other rows fails
 
-  /// Told once before the first block, with a number of rows whose data are known to be there.
+  /// Called once before the first block, with a number of rows that the archive certainly contains (it may have more).
   virtual void reserve(std::size_t nbRows) = 0;
-  /// `rows` points at `nbRows` rows of numbers of type `scalar`, suitably aligned for it.
+  /// Appends `nbRows` rows of numbers of type `scalar`, at `rows` and aligned for that type.
   virtual void append(const void* rows, std::size_t nbRows) = 0;
 
  protected:
+  /// A sink for numbers of type `scalarType` in rows of `columns`.
   NumericArraySink(eArrayScalar scalarType, std::size_t columns) : scalar(scalarType), nbColumns(columns) {}
   ~NumericArraySink() = default;
 };

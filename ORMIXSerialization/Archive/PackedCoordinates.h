@@ -7,13 +7,15 @@
 
 namespace ormix {
 
-/// Says that a type is nothing but coordinates: a specialisation holds `using Scalar` and
-/// `static constexpr std::size_t nbColumns`. A vector of such values is archived as one numeric array, a row a value.
+/// To be specialized for a type that consists of coordinates only: with `using Scalar`, the type of the coordinates,
+/// and `static constexpr std::size_t nbColumns`, their number. A vector of such values is archived as one numeric array
+/// with a row for each value.
 template <class P>
 struct PackedCoordinates;
 
 namespace detail {
 
+/// Whether `PackedCoordinates` is specialized for P; checks that the values can be archived as they are in memory.
 template <class P, class = void>
 struct HasPackedCoordinates : std::false_type {};
 template <class P>
@@ -24,7 +26,7 @@ struct HasPackedCoordinates<P, std::void_t<typename PackedCoordinates<P>::Scalar
   static_assert(alignof(P) <= alignof(Scalar), "the archive aligns its blocks for the scalar");
 };
 
-/// Appends the blocks that an archive reads to a vector of coordinates or numbers.
+/// Appends the blocks of an array that is read to a vector of coordinates or numbers.
 template <class P>
 class VectorSink final : public NumericArraySink {
  public:

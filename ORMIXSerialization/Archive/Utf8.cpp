@@ -7,7 +7,7 @@ namespace ormix {
 
 namespace {
 
-/// Length of the run of ASCII at the start; most keys and texts are nothing else.
+/// The number of ASCII characters at the start; most keys and texts contain no others.
 std::size_t asciiPrefix(const unsigned char* text, std::size_t size) {
   std::size_t at = 0;
   for (; at + sizeof(omUInt64) <= size; at += sizeof(omUInt64)) {
@@ -19,7 +19,7 @@ std::size_t asciiPrefix(const unsigned char* text, std::size_t size) {
   return at;
 }
 
-/// Length of the multi-byte character at `text`, 0 when it is not well formed.
+/// The length in bytes of the multi-byte character at `text`; 0 when it is not well formed.
 std::size_t characterLength(const unsigned char* text, std::size_t size) {
   const unsigned char lead = text[0];
   const std::size_t length = lead >= 0xC2 && lead < 0xE0 ? 2
@@ -50,13 +50,13 @@ bool isUtf8(std::string_view text) {
 }
 
 std::string shownText(std::string_view text) {
-  constexpr std::size_t longest = 80;
+  constexpr std::size_t maxLength = 80;
   if (!isUtf8(text)) return "(not UTF-8)";
-  std::string shown(text.substr(0, longest));
+  std::string shown(text.substr(0, maxLength));
   for (char& c : shown)
     if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = '?';
   if (shown.size() == text.size()) return shown;
-  // Cut between characters, not inside one.
+  // Remove the character that was cut in two.
   while (!shown.empty() && !isUtf8(shown)) shown.pop_back();
   return shown + "...";
 }

@@ -13,14 +13,14 @@ bool WriterState::accepts(std::string_view key) {
   return isUtf8(key) || _failure.set(Message::eSM_InvalidText, shownText(key));
 }
 
-bool WriterState::acceptsSection(std::string_view key) {
+bool WriterState::openSection(std::string_view key) {
   if (!accepts(key)) return false;
   if (_depth == s_maxArchiveDepth) return _failure.set(Message::eSM_TooDeep, shownText(key), s_maxArchiveDepth);
   ++_depth;
   return true;
 }
 
-bool WriterState::leavesSection() {
+bool WriterState::closeSection() {
   if (_failure.failed()) return false;
   if (_depth == 0) return _failure.set(Message::eSM_NoSectionOpen);
   --_depth;

@@ -8,33 +8,36 @@
 
 namespace ormix {
 
-/// Number of sections that may be open at once in an archive.
+/// The maximum number of nested sections in an archive.
 inline constexpr std::size_t s_maxArchiveDepth = 1000;
 
-/// What both spellings share when writing: the stream, the sections open and the first failure.
+/// The state that writing has in both formats: the output, the number of open sections and the first failure.
 class WriterState {
  public:
+  /// \param stream must outlive this object
   explicit WriterState(std::ostream& stream);
 
-  /// Whether an entry with this key may be started: nothing failed, the archive is open and the key is UTF-8.
+  /// Whether an entry with this key can be written: nothing has failed, the archive is not closed and the key is UTF-8.
+  /// If not, the archive fails.
   bool accepts(std::string_view key);
-  /// The same for a section, which counts as open from here on.
-  bool acceptsSection(std::string_view key);
-  /// Whether there is a section to close, which counts as closed from here on.
-  bool leavesSection();
-  /// Whether the text may be written; it fails the archive otherwise.
+  /// The same for a section, which is open afterwards; fails when too many are open.
+  bool openSection(std::string_view key);
+  /// Marks the current section as closed; fails when there is none.
+  bool closeSection();
+  /// The same as `accepts` for an entry with a text, which must be UTF-8.
   bool acceptsText(std::string_view key, std::string_view text);
-  /// Success, or the first failure; asks the stream as well.
+  /// Success, or the first failure; tests the state of the stream as well.
   BoolResult result();
 
-  /// Whether the archive's end is still to be written; no entry is accepted from here on.
+  /// Closes the archive for further entries. Returns whether the caller must write the end of the archive.
   bool beginClose();
-  /// Flushes the stream.
+  /// Flushes the stream and returns `result()`.
   BoolResult endClose();
 
+  /// The number of open sections.
   std::size_t depth() const { return _depth; }
 
-  ByteOutput out;
+  ByteOutput out;  ///< the bytes of the archive
 
  private:
   FirstFailure _failure;

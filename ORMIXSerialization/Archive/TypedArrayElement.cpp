@@ -1,4 +1,4 @@
-#include <ORMIXSerialization/Archive/ForeignNumber.h>
+#include <ORMIXSerialization/Archive/TypedArrayElement.h>
 
 #include <cmath>
 #include <cstring>
@@ -8,12 +8,14 @@ namespace ormix {
 
 namespace {
 
+/// The bits of an element as an integer, in the byte order of the array.
 omUInt64 loadBits(const TypedArrayTag& type, const unsigned char* bytes) {
   omUInt64 bits = 0;
   for (std::size_t at = 0; at < type.size; ++at) bits = bits << 8 | bytes[type.littleEndian ? type.size - 1 - at : at];
   return bits;
 }
 
+/// The value of a 16-bit float of IEEE 754, which is exact.
 omReal32 fromHalf(omUInt64 bits) {
   const int exponent = static_cast<int>(bits >> 10 & 31);
   const auto mantissa = static_cast<omReal32>(bits & 1023);
@@ -42,14 +44,14 @@ CborToken realNumber(const TypedArrayTag& type, omUInt64 bits) {
 
 }  // namespace
 
-CborToken foreignNumber(const TypedArrayTag& type, const unsigned char* bytes) {
+CborToken decodeElement(const TypedArrayTag& type, const unsigned char* bytes) {
   omUInt64 bits = loadBits(type, bytes);
   if (type.real) return realNumber(type, bits);
   CborToken number;
   number.kind = eCborKind::Unsigned;
   const omUInt64 sign = omUInt64{1} << (8 * type.size - 1);
   if (type.isSigned && (bits & sign) != 0) {
-    // The two's complement, widened, is the bitwise complement of the distance below -1.
+    // A negative integer n is stored as -1 - n, which is the bitwise complement of its sign-extended bits.
     number.kind = eCborKind::Negative;
     bits = ~(bits | ~(sign | (sign - 1)));
   }
