@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view s_blanks = " \t\r\v\f";
 
-/// The text up to a comment, without blanks at its ends.
+/// The text before a comment, without leading and trailing blanks.
 std::string_view contentOf(std::string_view line) {
   line = line.substr(0, line.find('#'));
   const std::size_t first = line.find_first_not_of(s_blanks);
@@ -27,15 +27,16 @@ std::string_view contentOf(std::string_view line) {
   return line.substr(first, line.find_last_not_of(s_blanks) - first + 1);
 }
 
-/// A text from a file as a message shows it: printable, and not longer than a line on a screen.
+/// A text from a file for use in messages, in quotes: at most its first 40 characters, "?" for non-printable ones.
 std::string shownText(std::string_view text) {
-  constexpr std::size_t longest = 40;
+  constexpr std::size_t maxLength = 40;
   std::string shown = "\"";
-  for (const char character : text.substr(0, longest)) shown += character >= ' ' && character <= '~' ? character : '?';
-  return shown + (text.size() > longest ? "...\"" : "\"");
+  for (const char character : text.substr(0, maxLength))
+    shown += character >= ' ' && character <= '~' ? character : '?';
+  return shown + (text.size() > maxLength ? "...\"" : "\"");
 }
 
-/// Takes a finite number from the front of the text.
+/// Consumes a finite number at the start of the text.
 bool takeNumber(std::string_view& text, omReal64& number) {
   if (!text.empty() && text.front() == '+' && text.size() > 1 && text[1] != '-') text.remove_prefix(1);
   const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -44,6 +45,7 @@ bool takeNumber(std::string_view& text, omReal64& number) {
   return true;
 }
 
+/// The point "x y" that the whole text denotes; no value for any other text.
 std::optional<Point2dData<omReal64>> parsePoint(std::string_view text) {
   omReal64 x = 0, y = 0;
   if (!takeNumber(text, x)) return std::nullopt;
@@ -60,12 +62,12 @@ bool isFinite(const Polygon2d<omReal64>& ring) {
   return true;
 }
 
-/// Cuts a text into lines, and lines longer than a block into pieces, so that no line is in memory as a whole.
+/// Splits a text into lines, and lines that are longer than a block into pieces, so that memory is bounded by a block.
 class LinePieces {
  public:
   explicit LinePieces(std::istream& stream) : _stream(stream), _block(s_size) {}
 
-  /// Takes the next line, or as much of it as there is room for; false at the end of the text.
+  /// Reads the next line, or a piece of it if it does not fit into the block; false at the end of the text.
   bool take() {
     const char* lineEnd = findLineEnd();
     if (lineEnd == nullptr) {
@@ -80,16 +82,17 @@ class LinePieces {
     _begin += length + (lineEnd != nullptr ? 1 : 0);
     return true;
   }
-  /// Valid until the next piece is taken.
+  /// The current piece, valid until the next call of `take`.
   std::string_view piece() const { return _piece; }
-  /// Whether the line ends with this piece.
+  /// Whether the current piece reaches the end of its line.
   bool endsLine() const { return _endsLine; }
 
-  /// Shortens a piece that does not end its line; what is left out begins the next one.
+  /// Shortens a piece that does not reach the end of its line; the next piece begins with the rest.
   void shorten(std::size_t length) {
     _begin -= _piece.size() - length;
     _piece = _piece.substr(0, length);
   }
+  /// Skips the remaining pieces of the line.
   void skipLine() {
     while (!_endsLine && take()) {
     }
@@ -101,6 +104,7 @@ class LinePieces {
   const char* findLineEnd() const {
     return static_cast<const char*>(std::memchr(_block.data() + _begin, '\n', _end - _begin));
   }
+  /// Moves the unread bytes to the start of the block and fills it from the stream.
   void refill() {
     std::memmove(_block.data(), _block.data() + _begin, _end - _begin);
     _end -= _begin;
@@ -118,6 +122,7 @@ class LinePieces {
   bool _endsLine = true;
 };
 
+/// Parses rings and collects the problems line by line.
 class RingReader {
  public:
   explicit RingReader(std::istream& stream) : _lines(stream) {}
@@ -163,7 +168,7 @@ class RingReader {
     if (appendPoints(text, ring)) finishRing(ring, text);
   }
 
-  /// A ring whose line does not fit a block: read piece by piece, each up to its last comma.
+  /// Reads a ring whose line does not fit into a block, in pieces that end at their last comma.
   void takeLongRing(std::string_view text) {
     endBlock();
     Polygon2d<omReal64> ring;
@@ -177,7 +182,7 @@ class RingReader {
           return addProblem("a coordinate or comment without end: " + shownText(text));
         _lines.shorten(_lines.piece().size() - (text.size() - comma - 1));
         text = text.substr(0, comma);
-        // `appendPoints` would take this comma for the one that may stand at the very end.
+        // `appendPoints` accepts a comma at the end of its text, which is allowed only at the end of the ring.
         if (const std::string_view content = contentOf(text); content.empty() || content.back() == ',')
           return addProblem("not a ring \"x y, x y, ...\": " + shownText(text));
       }
@@ -187,7 +192,7 @@ class RingReader {
     }
   }
 
-  /// Appends "x y, x y, ...", or tells why not.
+  /// Appends the points "x y, x y, ..." to the ring; adds a problem and returns false for any other text.
   bool appendPoints(std::string_view text, Polygon2d<omReal64>& ring) {
     std::string spaced(text);
     for (char& character : spaced)
@@ -236,7 +241,7 @@ ProcessingResult<RingFile> readRings(const std::string& path) {
   const auto cannotRead = [&path](const std::string& why) {
     return ProcessingResult<RingFile>({}, "Cannot read rings from \"" + path + "\": " + why);
   };
-  // A directory opens like a file and only then has nothing to read.
+  // A directory can be opened like a file; only reading would fail, without a reason.
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) return cannotRead("it is a directory");
   errno = 0;

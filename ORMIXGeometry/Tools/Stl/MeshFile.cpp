@@ -17,12 +17,13 @@ namespace ormix::geom {
 
 namespace {
 
-/// Decides by the length that a binary file declares, then by what the first bytes are.
+/// Detects the format: binary if the declared number of triangles agrees with the size of the file; otherwise ASCII if
+/// the first bytes are text that begins with "solid" or "facet".
 eMeshFileFormat findFormat(StlInput& input) {
   std::string bytes(512, '\0');
   bytes.resize(input.read(bytes.data(), bytes.size()));
   if (bytes.size() >= 84 && input.getSize() == 84 + 50 * omUInt64(littleEndian(&bytes[80]))) return eMFF_StlBinary;
-  // No text has a control character other than those of blanks.
+  // The only control characters in text are white space.
   const auto isControl = [](char c) { return static_cast<unsigned char>(c) < '\t' || (c > '\r' && c < ' '); };
   if (std::any_of(bytes.begin(), bytes.end(), isControl)) return eMFF_StlBinary;
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);
@@ -32,7 +33,7 @@ eMeshFileFormat findFormat(StlInput& input) {
   return bytes == "solid" || bytes == "facet" ? eMFF_StlAscii : eMFF_StlBinary;
 }
 
-/// Leaves out what the options do not want.
+/// Removes the degenerate and duplicate triangles that the options exclude.
 void removeTriangles(const MeshReadOptions& options, std::vector<omUInt32>& indices) {
   if (!options.removesDegenerate && !options.removesDuplicate) return;
   TripleTable table(options.removesDuplicate ? indices.size() / 3 * 2 : 0);
@@ -53,18 +54,20 @@ void removeTriangles(const MeshReadOptions& options, std::vector<omUInt32>& indi
   indices.resize(kept);
 }
 
+/// Copies the counts and the reason of the end to the report, with a message if the file is incomplete.
 void describe(const StlTriangles& triangles, MeshReport& report) {
   report.nbSolids = triangles.nbSolids;
   report.nbTriangles = triangles.getNbTriangles();
   report.stop = triangles.stop;
   report.stopOffset = triangles.stopOffset;
   report.stopLine = triangles.stopLine;
-  // A text may end without "endsolid"; records that are declared must be there.
+  // "endsolid" may be missing in ASCII files; a binary file must have the declared number of triangles.
   const bool isWhole =
       triangles.stop == eSS_EndOfSolid || (triangles.stop == eSS_EndOfFile && report.format == eMFF_StlAscii);
   if (!isWhole) report.message = stopText(triangles);
 }
 
+/// Merges equal vertices, analyses the triangles and builds the mesh and the rest of the report.
 template <class T>
 void build(StlTriangles triangles, const MeshReadOptions& options, Mesh3d<T>& mesh, MeshReport& report) {
   MergedCoords merged = removeDoubles(triangles.coordColl);

@@ -9,10 +9,12 @@ namespace ormix::geom {
 
 namespace {
 
-constexpr int s_largestFastExponent = 99;  // two digits of exponent
+/// The largest decimal exponent of two digits; numbers beyond it are formatted by `writeExactly`.
+constexpr int s_largestFastExponent = 99;
 
-/// Powers of ten that bring a number of exponent -99 to 99 to seven digits before the point, and the digits of 0 to 99.
-/// In extended precision the products stay right to far less than a rounding of the result.
+/// Powers of ten that scale a number with a decimal exponent from -99 to 99 to seven digits before the point, and the
+/// digits of the numbers from 0 to 99. The powers are computed in extended precision, in which the accumulated error of
+/// the products is far below the rounding error of a double.
 struct ScientificTables {
   static constexpr int largestPower = s_largestFastExponent + 8;
   std::array<omReal64, 2 * largestPower + 1> powers{};
@@ -37,11 +39,12 @@ struct ScientificTables {
 };
 constexpr ScientificTables g_tables;
 
+/// Formats a number with correct rounding, by the standard library.
 char* writeExactly(char* out, omReal64 value, int precision) {
   return std::to_chars(out, out + scientificLength(precision), value, std::chars_format::scientific, precision).ptr;
 }
 
-/// The digits d.dddddd of a number of seven digits, and the exponent.
+/// Writes an integer of seven digits as d.dddddd, and the exponent.
 char* writeSeven(char* out, omUInt32 digits, int exponent) {
   const omUInt32 decimals = digits % 1000000;
   out[0] = static_cast<char>('0' + digits / 1000000);
@@ -55,9 +58,10 @@ char* writeSeven(char* out, omUInt32 digits, int exponent) {
   return out + 12;
 }
 
-/// Six decimals. The scaled value is below 1e7 and off by at most three roundings, that is by 4e-9: where its fraction
-/// is farther than the margin from one half, rounding it is rounding the exact value. (At the seams between two
-/// exponents both ways print the same digits.)
+/// Formats a number with six decimals. The scaled value is below 1e7 and has the error of at most three roundings,
+/// 4e-9. Where its fraction differs from one half by more than the margin, it rounds to the same integer as the exact
+/// value; otherwise `writeExactly` is used. (If the exact value is close to a power of ten, both possible exponents
+/// result in the same digits after rounding.)
 char* writeSixDecimals(char* out, omReal64 value) {
   constexpr omReal64 margin = 1e-6;
   omReal64 size = std::fabs(value);
@@ -70,7 +74,8 @@ char* writeSixDecimals(char* out, omReal64 value) {
   omUInt64 bits = 0;
   std::memcpy(&bits, &size, sizeof bits);
   const int binaryExponent = static_cast<int>(bits >> 52) - 1023;
-  // 1233/4096 is log10(2) to 5e-6: the guess is right or one too large or small. NaN and infinity are far outside.
+  // 1233/4096 approximates log10(2) with an error below 5e-6: the estimate is exact or off by one. For NaN and infinity
+  // it is outside the range tested next.
   int exponent = (binaryExponent * 1233) >> 12;
   if (exponent < -s_largestFastExponent + 1 || exponent > s_largestFastExponent - 2) return writeExactly(out, value, 6);
   omReal64 scaled = size * g_tables.power(6 - exponent);

@@ -11,7 +11,7 @@ namespace ormix::geom {
 
 namespace {
 
-/// Copies a text whose length is known when compiling.
+/// Copies a text whose length is known at compile time, and returns the end of the copy.
 template <std::size_t N>
 char* append(char* out, const char (&text)[N]) {
   std::memcpy(out, text, N - 1);
@@ -35,7 +35,7 @@ std::array<omReal32, 3> stlNormal(const Point3dData<T>& a, const Point3dData<T>&
   const omReal64 vx = real(c.getX()) - ax, vy = real(c.getY()) - ay, vz = real(c.getZ()) - az;
   const omReal64 x = uy * vz - uz * vy, y = uz * vx - ux * vz, z = ux * vy - uy * vx;
   const omReal64 length = euclideanNorm(x, y, z);
-  if (length == 0) return {};  // some of the three may be -0
+  if (length == 0) return {};  // x, y and z may be -0, which must not be written
   return {static_cast<omReal32>(x / length), static_cast<omReal32>(y / length), static_cast<omReal32>(z / length)};
 }
 

@@ -21,7 +21,7 @@ StlInput::~StlInput() {
 }
 
 BoolResult StlInput::open(const std::string& path) {
-  // Without O_NONBLOCK a pipe that nobody writes to would hold the caller for ever.
+  // Without O_NONBLOCK, opening a pipe would block until another program opens it for writing.
   const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) return failure("it cannot be opened: " + systemText(errno));
   if (_file >= 0) ::close(_file);
@@ -59,8 +59,8 @@ void StlInput::rewind() {
 }
 
 std::size_t StlInput::getRoom(omUInt64 bytesOfTriangle) const {
-  constexpr omUInt64 mostTriangles = (omUInt64(256) << 20) / 36;
-  return static_cast<std::size_t>(std::min(_size / bytesOfTriangle, mostTriangles));
+  constexpr omUInt64 maxTriangles = (omUInt64(256) << 20) / 36;  // 256 MiB of corners, 36 bytes for each triangle
+  return static_cast<std::size_t>(std::min(_size / bytesOfTriangle, maxTriangles));
 }
 
 }  // namespace ormix::geom

@@ -29,7 +29,7 @@ std::string stopText(const StlTriangles& triangles) {
 
 namespace {
 
-/// Opens a file that holds something, or logs why not.
+/// Opens a file that is not empty; logs the reason and returns false when this is not possible.
 bool openStl(const std::string& path, StlInput& input) {
   BoolResult opened = input.open(path);
   if (opened && input.getSize() == 0) opened = failure("it is empty");
@@ -37,6 +37,7 @@ bool openStl(const std::string& path, StlInput& input) {
   return static_cast<bool>(opened);
 }
 
+/// The mesh of the triangles with equal vertices merged; logs errors of reading and building.
 template <class T>
 boost::shared_ptr<Mesh3d<T>> meshOf(StlTriangles triangles, const std::string& path) {
   auto mesh = boost::make_shared<Mesh3d<T>>();

@@ -17,18 +17,19 @@ omUInt32 bitsOf(omReal32 value) {
   return bits;
 }
 
-/// The bits, the same for both zeros: vertices are equal where these are.
+/// The bits of a coordinate, with +0 for -0: two vertices are equal if their canonical bits are.
 omUInt32 canonicalBits(omReal32 value) {
   constexpr omUInt32 minusZero = 0x80000000u;
   const omUInt32 bits = bitsOf(value);
   return bits == minusZero ? 0 : bits;
 }
 
-/// A number that grows with the coordinate. Numbers from -inf to +inf come first, from 0 on, then NaN by their bits.
+/// An integer that increases with the coordinate: 0 for -inf, up to +inf, followed by the NaNs in the order of their
+/// bits.
 omUInt32 orderOf(omReal32 value) {
   constexpr omUInt32 sign = 0x80000000u, minusInfinity = 0xFF800000u;
   const omUInt32 bits = bitsOf(value);
-  if (bits > minusInfinity) return bits;  // NaN with a sign: the last ones already
+  if (bits > minusInfinity) return bits;  // negative NaNs have the largest bits already
   return ((bits & sign) != 0 ? ~bits : bits | sign) - ~minusInfinity;
 }
 
@@ -36,7 +37,7 @@ TripleTable::Triple keyOf(const omReal32* coords) {
   return {canonicalBits(coords[0]), canonicalBits(coords[1]), canonicalBits(coords[2])};
 }
 
-/// Appends the triples of a table, each with its place.
+/// Appends the triples of a table as vertices, each with its index in `vertices`.
 void appendVertices(const TripleTable& table, std::vector<CoordWithIndex>& vertices) {
   for (const TripleTable::Triple& triple : table.getTriples()) {
     CoordWithIndex vertex{0, 0, 0, static_cast<omUInt32>(vertices.size())};
@@ -45,24 +46,24 @@ void appendVertices(const TripleTable& table, std::vector<CoordWithIndex>& verti
   }
 }
 
-/// Corners in parts by their hashes, so that equal ones meet in one part, and a part's table stays in the near caches
-/// however many corners there are.
+/// Partitions the corners of triangles by their hashes and merges equal ones. Equal corners are in the same part, and
+/// the hash table of a part fits into the first two levels of the cache, however many corners there are.
 class CornerParts {
  public:
   explicit CornerParts(const std::vector<omReal32>& coordColl) : _coords(coordColl), _nbCorners(coordColl.size() / 3) {
-    constexpr std::size_t cornersOfPart = std::size_t(1) << 14;
+    constexpr std::size_t cornersPerPart = std::size_t(1) << 14;
     unsigned bits = 0;
-    while (_nbCorners > (cornersOfPart << bits) && bits < s_mostBits) ++bits;
+    while (_nbCorners > (cornersPerPart << bits) && bits < s_maxBits) ++bits;
     _ends.assign(std::size_t(1) << bits, 0);
     for (std::size_t at = 0; at < _nbCorners; ++at) ++_ends[partOf(keyOf(&_coords[3 * at]))];
   }
 
-  /// The different corners in no order that means anything, each with its place; the place of every corner is written
-  /// to `placeColl`.
+  /// The different corners in arbitrary order, each with its index in the result. The index of every corner in the
+  /// result is written to `placeColl`.
   std::vector<CoordWithIndex> merge(std::vector<omUInt32>& placeColl) {
     const auto nbUsed = _ends.size() - static_cast<std::size_t>(std::count(_ends.begin(), _ends.end(), 0));
     std::vector<CoordWithIndex> vertices;
-    // Few different corners are in few parts and need none: their table is small.
+    // If most parts are empty, few corners are different: one table for all of them is small enough.
     if (4 * nbUsed < _ends.size()) {
       TripleTable table(0);
       for (std::size_t at = 0; at < _nbCorners; ++at) placeColl[at] = table.add(keyOf(&_coords[3 * at]));
@@ -78,18 +79,18 @@ class CornerParts {
     TripleTable::Triple key;
     omUInt32 index;
   };
-  /// More parts than this are dealt slower than they are merged.
-  static constexpr unsigned s_mostBits = 10;
+  /// With more than 2^10 parts, distributing the corners takes longer than merging them.
+  static constexpr unsigned s_maxBits = 10;
 
   std::size_t partOf(const TripleTable::Triple& key) const {
-    // The upper half of the hash, of which the tables do not use the bits.
+    // The tables use the lower bits of the hash, so that the part must be chosen by upper ones.
     return static_cast<std::size_t>((omUInt64(TripleTable::hash(key, _secret)) >> 40) & (_ends.size() - 1));
   }
 
   void mergeParts(std::vector<omUInt32>& placeColl, std::vector<CoordWithIndex>& vertices) {
     std::size_t sum = 0;
     for (std::size_t& end : _ends) sum += std::exchange(end, sum);
-    const std::unique_ptr<Corner[]> corners(new Corner[_nbCorners]);  // not set before they are dealt
+    const std::unique_ptr<Corner[]> corners(new Corner[_nbCorners]);  // uninitialized until the corners are distributed
     for (std::size_t at = 0; at < _nbCorners; ++at) {
       const TripleTable::Triple key = keyOf(&_coords[3 * at]);
       corners[_ends[partOf(key)]++] = {key, static_cast<omUInt32>(at)};
@@ -107,10 +108,10 @@ class CornerParts {
   const omUInt64 _secret = hashSecret();
   const std::vector<omReal32>& _coords;
   std::size_t _nbCorners;
-  std::vector<std::size_t> _ends;  // the sizes of the parts, until the corners are dealt
+  std::vector<std::size_t> _ends;  // sizes of the parts; after `mergeParts` has distributed the corners, their ends
 };
 
-/// Sorts by one coordinate after the other: all by x, then each run of equal x by y, then of equal y by z.
+/// Sorts vertices lexicographically: all by x, then each range of equal x by y, and each range of equal x and y by z.
 class CoordSorter {
  public:
   explicit CoordSorter(const std::vector<CoordWithIndex>& vertices)
@@ -133,7 +134,7 @@ class CoordSorter {
   };
   static constexpr unsigned s_digitBits = 11;
   static constexpr std::size_t s_nbDigits = std::size_t(1) << s_digitBits;
-  /// Below this the histograms cost more than comparisons.
+  /// For fewer vertices, a sort by comparisons is faster than the histograms of a radix sort.
   static constexpr std::size_t s_smallestForRadix = 1024;
 
   void sort(std::size_t first, std::size_t last, Axis axis) {

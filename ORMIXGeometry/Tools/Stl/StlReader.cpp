@@ -13,13 +13,13 @@ namespace ormix::geom {
 
 namespace {
 
-/// True when the word is this keyword, which is in lower case.
+/// Whether the word is the keyword, ignoring upper and lower case; `keyword` is in lower case.
 bool isKeyword(std::string_view word, std::string_view keyword) {
   return word.size() == keyword.size() &&
          std::equal(word.begin(), word.end(), keyword.begin(), [](char a, char b) { return lowerCase(a) == b; });
 }
 
-/// What the readers of words share: the triangles, and the stop.
+/// The common part of the readers of ASCII files: the words, the triangles, and why reading has stopped.
 class AsciiReader {
  protected:
   explicit AsciiReader(StlInput& input) : _input(input), _words(input) {
@@ -27,11 +27,13 @@ class AsciiReader {
     _triangles.coordColl.reserve(9 * input.getRoom(smallestFacet));
   }
 
+  /// Stores why reading stops. Always returns false.
   bool stop(eStlStop why) {
     _triangles.stop = _input.hasFailed() ? eSS_ReadError : why;
     return false;
   }
 
+  /// Appends a triangle, unless there are too many.
   bool keep(const std::array<omReal32, 9>& corners) {
     if (_triangles.getNbTriangles() == StlTriangles::s_maxTriangles) return stop(eSS_TooMany);
     _triangles.coordColl.insert(_triangles.coordColl.end(), corners.begin(), corners.end());
@@ -49,6 +51,7 @@ class AsciiReader {
   StlTriangles _triangles;
 };
 
+/// Reads words at fixed positions, see `readAsciiTriangles`.
 class PlainAsciiReader : AsciiReader {
  public:
   explicit PlainAsciiReader(StlInput& input) : AsciiReader(input) {}
@@ -78,6 +81,7 @@ class PlainAsciiReader : AsciiReader {
   }
 };
 
+/// Reads statements by their keywords, see `readTolerantAsciiTriangles`.
 class TolerantAsciiReader : AsciiReader {
  public:
   explicit TolerantAsciiReader(StlInput& input) : AsciiReader(input) {}
@@ -98,14 +102,14 @@ class TolerantAsciiReader : AsciiReader {
     if (isKeyword(_word, "facet")) return takeFacet();
     if (isKeyword(_word, "solid")) {
       ++_triangles.nbSolids;
-      return passName();
+      return skipName();
     }
     if (isKeyword(_word, "end") && (!take() || !isKeyword(_word, "solid"))) return unexpected();
-    return isKeyword(_word, "endsolid") || isKeyword(_word, "solid") ? passName() : unexpected();
+    return isKeyword(_word, "endsolid") || isKeyword(_word, "solid") ? skipName() : unexpected();
   }
 
-  /// Passes over the name, which ends with its line, or at a facet where all stands on one line.
-  bool passName() {
+  /// Skips the name of a solid: the rest of the line, or up to "facet normal" in a file with all words on one line.
+  bool skipName() {
     while (!_words.atEndOfLine() && take())
       if (isKeyword(_word, "facet") && !_words.atEndOfLine() && take() && isKeyword(_word, "normal"))
         return takeAfterNormal();
@@ -116,7 +120,7 @@ class TolerantAsciiReader : AsciiReader {
     if (!take()) return stop(eSS_InsideTriangle);
     return isKeyword(_word, keyword) || unexpected();
   }
-  /// "endloop" or "end loop".
+  /// Consumes "endloop" or "end loop", for example.
   bool expectEnd(std::string_view what) {
     if (!take()) return stop(eSS_InsideTriangle);
     if (isKeyword(_word, "end")) return expect(what);
@@ -125,6 +129,7 @@ class TolerantAsciiReader : AsciiReader {
 
   bool takeFacet() { return expect("normal") && takeAfterNormal(); }
 
+  /// Consumes a facet after "facet normal": up to three words for the normal, "outer loop" and the corners.
   bool takeAfterNormal() {
     for (unsigned nbWords = 0; nbWords < 4; ++nbWords) {
       if (!take()) return stop(eSS_InsideTriangle);
@@ -140,6 +145,7 @@ class TolerantAsciiReader : AsciiReader {
     return expectEnd("loop") && expectEnd("facet") && keep(corners);
   }
 
+  /// Consumes a number, or a word that begins with "inf" or "nan" after an optional sign.
   bool takeNumber(omReal32& number) {
     if (_words.nextNumber(number)) return true;
     if (!take()) return stop(eSS_InsideTriangle);
@@ -158,10 +164,10 @@ class TolerantAsciiReader : AsciiReader {
   std::string_view _word;
 };
 
-constexpr std::size_t s_headerSize = 84;
-constexpr std::size_t s_recordSize = 50;
+constexpr std::size_t s_headerSize = 84;  // with the number of triangles
+constexpr std::size_t s_recordSize = 50;  // normal, three corners, attribute
 
-/// Copies the corners out of records.
+/// Copies the corners from the records of triangles, 9 numbers for each.
 void copyCorners(const char* records, std::size_t nbRecords, omReal32* to) {
   if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
     for (std::size_t at = 0; at < nbRecords; ++at) std::memcpy(to + 9 * at, records + s_recordSize * at + 12, 36);

@@ -20,7 +20,7 @@ void writeLine(std::ostream& stream, std::string text, const std::string& name) 
   stream.flush();
 }
 
-/// Appends the meshes of a tree.
+/// Appends the exterior meshes of the nodes of a tree; of the root only, without holes.
 template <class T>
 void collect(const MeshWithHoles3d<T>& root, bool withHoles, StlMeshes<T>& meshes) {
   visitNodes(root, [&](const MeshWithHoles3d<T>& node) {
@@ -43,6 +43,7 @@ std::size_t countTriangles(const StlMeshes<T>& meshes) {
   return nbTriangles;
 }
 
+/// Writes the facets. The stream is left in scientific notation if there were any (intended).
 template <class T>
 void writeAscii(std::ostream& stream, const StlMeshes<T>& meshes, const StlOffsets& offsets) {
   StlAsciiFacets facets(stream, scientificPrecision(stream.precision()), offsets);
@@ -77,7 +78,8 @@ BoolResult saveBinary(const std::string& path, const StlMeshes<T>& meshes) {
   });
 }
 
-/// Saves the surfaces of shapes by `saveMeshes(meshes)`. A volume without surfaces would be an empty file.
+/// Saves the surfaces of shapes by `saveMeshes(meshes)`. Fails for a shape with voxels and without triangles, whose
+/// file would be empty.
 template <class Save>
 BoolResult saveShapes(const std::string& path, const std::vector<const Shape3d*>& shapes, bool withHoles,
                       Save saveMeshes) {

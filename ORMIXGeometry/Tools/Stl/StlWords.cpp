@@ -10,9 +10,11 @@ namespace ormix::geom {
 namespace {
 
 constexpr std::size_t s_blockSize = std::size_t(1) << 18;
-/// Blanks behind the text, so that eight bytes can be looked at anywhere and a search for a blank always ends.
+/// The number of blanks after the text, so that eight bytes can be read at any position and a search for a blank always
+/// ends.
 constexpr std::size_t s_padding = 16;
-/// A number in fewer characters is read where it stands.
+/// The block is refilled before a number is parsed if it has fewer characters left, so that most numbers are in one
+/// piece.
 constexpr std::ptrdiff_t s_usualNumber = 64;
 
 constexpr bool isBlank(char character) {
@@ -21,8 +23,8 @@ constexpr bool isBlank(char character) {
 
 constexpr bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
-/// The first blank from here on. Eight bytes at a time: the first byte below '!' is a blank, or a control character
-/// that is passed over.
+/// Finds the first blank at or after `at`, eight bytes at a time: the first byte below '!' is a blank or a control
+/// character; control characters are skipped.
 const char* findBlank(const char* at) {
   constexpr omUInt64 ones = 0x0101010101010101u;
   for (;;) {
@@ -40,7 +42,7 @@ const char* findBlank(const char* at) {
   }
 }
 
-/// What a stream gathers for a real number before it looks what the characters mean.
+/// The end of the characters that an input stream accumulates for a real number before it converts them.
 const char* endOfNumberText(const char* at, const char* end) {
   bool hasPoint = false, hasDigit = false, hasExponent = false;
   if (at != end && (*at == '+' || *at == '-')) ++at;
@@ -59,7 +61,7 @@ const char* endOfNumberText(const char* at, const char* end) {
   return at;
 }
 
-/// Whether a decimal number that no omReal32 can hold is too large rather than too small.
+/// Whether a decimal number outside the range of omReal32 is too large rather than too small.
 bool isTooLarge(std::string_view text) {
   const std::size_t exponentAt = std::min(text.find_first_of("eE"), text.size());
   const std::string_view mantissa = text.substr(0, exponentAt);
@@ -72,14 +74,15 @@ bool isTooLarge(std::string_view text) {
     if (digits[0] == '+') digits.remove_prefix(1);
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
     if (result.ec != std::errc()) return !negative;
-    constexpr omInt64 farOut = omInt64(1) << 60;
-    exponent = std::clamp(exponent, -farOut, farOut);
+    constexpr omInt64 maxExponent = omInt64(1) << 60;
+    exponent = std::clamp(exponent, -maxExponent, maxExponent);
   }
-  // Any exponent of the value from -45 to 38 would be in range.
+  // The value is about 10^(point - first + exponent). As it is out of range, this exponent is far from 0; its sign
+  // decides.
   return static_cast<omInt64>(point) - static_cast<omInt64>(first) > -exponent;
 }
 
-/// The number that the whole text stands for.
+/// Parses a text that is a number as a whole; a number below the range of omReal32 is a zero with its sign.
 bool parseNumber(std::string_view text, omReal32& number) {
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   if (text.empty() || text.front() == '+' || text == "-") return false;
@@ -98,7 +101,7 @@ StlWords::StlWords(StlInput& input)
   more();
 }
 
-/// Brings the bytes from the next one on to the front of the block and fills it up; false when there were no more.
+/// Moves the unread bytes to the start of the block and fills it from the input; false when the input has ended.
 bool StlWords::more() {
   const auto kept = static_cast<std::size_t>(_end - _at);
   _nbLines += static_cast<omUInt64>(std::count(const_cast<const char*>(_block.data()), _at, '\n'));
@@ -148,7 +151,7 @@ bool StlWords::nextNumber(omReal32& number) {
   if (_end - _at < s_usualNumber) more();
   const char* from = _at;
   if (*from == '+') ++from;
-  // Letters ("nan", "inf") and signs upon signs are looked at closely; so is what does not end at a blank in the block.
+  // Fast path for a number that begins with a digit, after at most one sign, and ends at a blank in the block.
   if (!isDigit(*from) && !(*from == '-' && from == _at && isDigit(from[1]))) return nextUnusualNumber(number);
   const auto [rest, error] = std::from_chars(from, _end, number);
   if (error != std::errc() || rest == _end || !isBlank(*rest)) return nextUnusualNumber(number);

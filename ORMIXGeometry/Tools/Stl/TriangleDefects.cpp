@@ -9,14 +9,14 @@ namespace ormix::geom {
 
 namespace {
 
-/// Sets that grow together; paths are halved on the way.
+/// Union-find with path halving.
 class DisjointSets {
  public:
   explicit DisjointSets(std::size_t nbElements) : _parents(nbElements) {
     std::iota(_parents.begin(), _parents.end(), omUInt32(0));
   }
 
-  /// True when the two were in different sets.
+  /// Unites the sets of two elements; true when they were different.
   bool unite(omUInt32 a, omUInt32 b) {
     a = root(a);
     b = root(b);
@@ -32,6 +32,7 @@ class DisjointSets {
   std::vector<omUInt32> _parents;
 };
 
+/// Counts the triangles with the same three corners as an earlier one, in any order.
 std::size_t countDuplicates(const std::vector<omUInt32>& vertexIndexColl, std::size_t nbProper) {
   TripleTable table(2 * nbProper);
   for (std::size_t first = 0; first < vertexIndexColl.size(); first += 3) {
@@ -43,12 +44,13 @@ std::size_t countDuplicates(const std::vector<omUInt32>& vertexIndexColl, std::s
   return nbProper - table.getTriples().size();
 }
 
-/// The sides of triangles, those of one edge together: by the lower vertex, then by the higher one.
+/// The sides of all triangles that are not degenerate, grouped by their undirected edge: by its lower vertex index,
+/// then by its higher one.
 class EdgeSides {
  public:
   struct Side {
     omUInt32 higherVertex;
-    omUInt32 place;  ///< in the list of indices
+    omUInt32 place;  ///< where the side begins in the list of indices
     bool operator<(const Side& other) const { return higherVertex < other.higherVertex; }
   };
 
@@ -56,7 +58,7 @@ class EdgeSides {
     visit([this](omUInt32 lower, omUInt32, omUInt32) { ++_ends[lower + 1]; });
     std::partial_sum(_ends.begin(), _ends.end(), _ends.begin());
     _sides.resize(_ends.back());
-    // Filling moves the beginning of each vertex's sides to their end.
+    // `_ends[v]` is where the sides of vertex v begin; storing them moves it to their end.
     visit([this](omUInt32 lower, omUInt32 higher, omUInt32 place) { _sides[_ends[lower]++] = {higher, place}; });
   }
 
@@ -76,7 +78,7 @@ class EdgeSides {
     }
   }
 
-  /// True when the side runs from the lower to the higher vertex.
+  /// Whether the side is directed from the lower to the higher vertex.
   bool ascends(const Side& side) const { return _indices[side.place] < side.higherVertex; }
 
  private:
@@ -116,7 +118,7 @@ TriangleDefects findDefects(std::size_t nbVertices, const std::vector<omUInt32>&
       if (triangles.unite(first->place / 3, side->place / 3)) --defects.nbComponents;
     if (last - first == 1) {
       ++defects.nbBoundaryEdges;
-      // A chain is as many vertices as edges that bring new ones together, and one more.
+      // The number of connected chains is that of their vertices minus that of the edges that unite two chains.
       for (const omUInt32 end : {vertex, first->higherVertex}) {
         if (!isOnBoundary[end]) ++defects.nbBoundaryLoops;
         isOnBoundary[end] = true;

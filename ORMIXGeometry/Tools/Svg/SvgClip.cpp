@@ -18,6 +18,7 @@ void appendRoots(omReal64 a, omReal64 b, omReal64 c, std::vector<omReal64>& root
     if (std::isfinite(root)) roots.push_back(root);
 }
 
+/// The point with these coordinates along the axis and along its left normal, from the vertex.
 SvgPoint pointAt(const SvgParabola& parabola, omReal64 along, omReal64 across) {
   return {parabola.vertex.getX() + along * parabola.axis.getX() - across * parabola.axis.getY(),
           parabola.vertex.getY() + along * parabola.axis.getY() + across * parabola.axis.getX()};
@@ -34,9 +35,9 @@ std::optional<std::pair<SvgPoint, SvgPoint>> clipToView(const SvgLine& line, con
   omReal64 first = -std::numeric_limits<omReal64>::infinity();
   omReal64 last = -first;
   // Intersect the intervals of t in which the line is between two opposite sides of the view.
-  const auto keepBetween = [&first, &last](omReal64 position, omReal64 speed, omReal64 low, omReal64 high) {
-    if (speed == 0) return position >= low && position <= high;
-    const auto [enter, leave] = std::minmax({(low - position) / speed, (high - position) / speed});
+  const auto keepBetween = [&first, &last](omReal64 position, omReal64 slope, omReal64 low, omReal64 high) {
+    if (slope == 0) return position >= low && position <= high;
+    const auto [enter, leave] = std::minmax({(low - position) / slope, (high - position) / slope});
     first = std::max(first, enter);
     last = std::min(last, leave);
     return first <= last;

@@ -26,7 +26,7 @@ SvgPath corners(const Quadrangle& entity) {
                     entity.bottomLeftCorner());
 }
 
-/// \name The shape of one entity, an overload for each of PlanarEntityList.
+/// The shape of an entity, an overload for each class of PlanarEntityList.
 /// @{
 template <class T>
 SvgShape shapeOf(const Point2d<T>& point) {
@@ -71,7 +71,7 @@ SvgShape shapeOf(const Polygon2d<T>& polygon) {
 template <class T>
 SvgShape shapeOf(const PolygonWithHoles2d<T>& root) {
   SvgPath path;
-  // Trees may be deeper than the call stack.
+  // Not recursive: deep trees would exhaust the call stack.
   std::vector<const PolygonWithHoles2d<T>*> open{&root};
   while (!open.empty()) {
     const PolygonWithHoles2d<T>& node = *open.back();
@@ -97,7 +97,7 @@ SvgShape shapeOf(const Parabola2d& parabola) {
 /// @}
 
 /// Adds points whose bounding box is that of the shape; of an unbounded shape some of its points, see SvgExtent.
-struct AddTo {
+struct AddToExtent {
   SvgExtent& extent;
 
   void operator()(const SvgPath& path) const {
@@ -140,7 +140,7 @@ std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity) {
 }
 
 SvgShape svgArrow(const Vector2d& vector, const SvgPoint& anchor) {
-  // The head: two strokes of 15 % of the length, 25 degrees to each side.
+  // The head consists of two segments of 15 % of the length, at 25 degrees to the shaft.
   constexpr omReal64 along = 0.15 * 0.9063077870366499;
   constexpr omReal64 across = 0.15 * 0.42261826174069944;
   const omReal64 x = vector.getX(), y = vector.getY();
@@ -160,7 +160,7 @@ void SvgExtent::add(const SvgPoint& point) {
   _seen = true;
 }
 
-void SvgExtent::add(const SvgShape& shape) { std::visit(AddTo{*this}, shape); }
+void SvgExtent::add(const SvgShape& shape) { std::visit(AddToExtent{*this}, shape); }
 
 bool SvgExtent::isFinite() const { return _finite && std::isfinite(xMax - xMin) && std::isfinite(yMax - yMin); }
 

@@ -7,6 +7,7 @@ namespace ormix::geom {
 
 namespace {
 
+/// Writes the element of a shape and returns where its label is placed, in pixels; nothing if no part of it is visible.
 class ShapeWriter {
  public:
   ShapeWriter(SvgElement& element, const SvgFrame& frame, const SvgStyle& style)
@@ -37,7 +38,7 @@ class ShapeWriter {
     _element << "<ellipse cx=\"" << center.getX() << "\" cy=\"" << center.getY() << "\" rx=\""
              << ellipse.a * _frame.scale << "\" ry=\"" << ellipse.b * _frame.scale << "\"";
     if (ellipse.theta != 0) {
-      // Reduced to half a turn, and negated since y is downward in the picture.
+      // Reduced modulo pi, by which an ellipse is symmetric, and negated, since the y axis of pictures points down.
       _element << " transform=\"rotate(" << -std::remainder(ellipse.theta, s_pi) * (180 / s_pi) << " " << center
                << ")\"";
     }
@@ -60,7 +61,7 @@ class ShapeWriter {
       _element << "M" << _frame.toPixels(arc[0]) << "Q" << _frame.toPixels(arc[1]) << " " << _frame.toPixels(arc[2]);
     _element << "\"";
     writeStyle();
-    // The middle of the first arc.
+    // The point of the first arc at its middle parameter.
     const auto& [start, control, end] = arcs.front();
     return _frame.toPixels(
         {(start.getX() + 2 * control.getX() + end.getX()) / 4, (start.getY() + 2 * control.getY() + end.getY()) / 4});

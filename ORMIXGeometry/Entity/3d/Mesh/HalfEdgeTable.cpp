@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t s_smallestNbSlots = 16;
 
-// The finalizer of SplitMix64 (Steele2014): every bit of the vertices reaches every bit of the slot, so that the
-// regular numbering of meshes makes no clusters. Indices may come from an archive, hence the secret.
+// The finalizer of SplitMix64 (Steele2014): every bit of the vertex indices influences every bit of the slot, so that
+// the regular indices of meshes cause no clusters. The secret protects against archives with indices chosen to collide.
 std::size_t hashOf(omUInt32 start, omUInt32 end) {
   omUInt64 key = (omUInt64{start} << 32 | end) ^ hashSecret();
   key = (key ^ key >> 30) * 0xBF58476D1CE4E5B9u;

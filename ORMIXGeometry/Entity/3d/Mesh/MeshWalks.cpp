@@ -4,7 +4,7 @@ namespace ormix::geom {
 
 namespace {
 
-/// Calls `visit` with one half-edge of each boundary loop, its first by index.
+/// Calls `visit` with the half-edge of lowest index of each boundary loop.
 template <class Visit>
 void visitBoundaryLoops(const MeshTopology& topology, Visit visit) {
   std::vector<bool> isVisited(topology.getNbHalfEdges());

@@ -9,12 +9,12 @@ template <class T>
 BoolResult quickHull(const std::vector<Point3dData<T>>& points, Mesh3d<T>& mesh) {
   std::vector<IndexTriangle> triangles;
   if (BoolResult result = convexHull3d(coordinates(points), points.size(), triangles); !result) return result;
-  // Of each point whether it is a vertex, then which one.
+  // First 1 for points that are vertices of the hull and 0 for others; then the vertex index of each such point.
   std::vector<omUInt32> vertexIndices(points.size(), 0);
   for (const IndexTriangle& triangle : triangles)
     for (const omUInt32 point : triangle) vertexIndices[point] = 1;
   typename Mesh3d<T>::VertexColl vertices;
-  // A closed surface without handles has two vertices more than half its triangles.
+  // Euler's formula for a closed surface of genus 0: V = F/2 + 2.
   vertices.reserve(triangles.size() / 2 + 2);
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (vertexIndices[i] == 0) continue;
