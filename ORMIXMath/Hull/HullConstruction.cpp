@@ -1,5 +1,6 @@
 #include "HullConstruction.h"
 
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Distance/Orientation.h>
 #include <ORMIXMath/Distance/Orientation3d.h>
 
@@ -27,14 +28,6 @@ constexpr std::size_t s_largeCone = 32;
 
 // More points above a facet are many: see takeScheduled().
 constexpr omUInt32 s_crowd = 128;
-
-SpatialPoint operator-(const SpatialPoint& p, const SpatialPoint& q) { return {p.x - q.x, p.y - q.y, p.z - q.z}; }
-
-SpatialPoint cross(const SpatialPoint& u, const SpatialPoint& v) {
-  return {u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
-}
-
-omReal64 dot(const SpatialPoint& u, const SpatialPoint& v) { return u.x * v.x + u.y * v.y + u.z * v.z; }
 
 /// The largest difference of coordinates.
 omReal64 distance(const SpatialPoint& p, const SpatialPoint& q) {

@@ -17,10 +17,13 @@ struct CborIArchive::Reader {
 
   explicit Reader(std::istream& stream) : entries(stream) {}
 
-  /// Reads the entry with this key; `readValue(token)` reads its value, of which `token` is the first item.
-  template <class ReadValue>
-  BoolResult entry(std::string_view key, ReadValue&& readValue) {
-    if (entries.enterEntry(key) && readValue(entries.decoder.next())) entries.leaveEntry();
+  /// Reads the entry with this key; `readValue(token, read)` reads its value, of which `token` is the first item. The
+  /// value is assigned when the entry has ended as it should.
+  template <class Value, class ReadValue>
+  BoolResult entry(std::string_view key, Value& value, ReadValue&& readValue) {
+    Value read{};
+    if (entries.enterEntry(key) && readValue(entries.decoder.next(), read) && entries.leaveEntry())
+      value = std::move(read);
     return entries.failure.result();
   }
   bool outOfRange(std::string_view key, const char* range) {
@@ -28,21 +31,18 @@ struct CborIArchive::Reader {
   }
   template <class T>
   BoolResult integer(std::string_view key, T& value, const char* range) {
-    return entry(key, [&](const CborToken& token) {
-      T read = 0;
+    return entry(key, value, [&](const CborToken& token, T& read) {
       const bool negative = token.kind == eCborKind::Negative;
       if (!negative && token.kind != eCborKind::Unsigned) return entries.refuse(key, "an integer", token);
       const auto below = static_cast<omInt64>(~token.number);
       const bool fits = negative ? below < 0 && convertInteger(below, read) : convertInteger(token.number, read);
       if (!fits) return outOfRange(key, range);
-      value = read;
       return true;
     });
   }
   template <class T>
   BoolResult real(std::string_view key, T& value) {
-    return entry(key, [&](const CborToken& token) {
-      T read = 0;
+    return entry(key, value, [&](const CborToken& token, T& read) {
       if (token.kind == eCborKind::Unsigned)
         read = static_cast<T>(token.number);
       else if (token.kind == eCborKind::Negative)
@@ -53,7 +53,6 @@ struct CborIArchive::Reader {
         read = token.single;
       else if (!convertReal(token.real, read))
         return outOfRange(key, "a 32-bit real");
-      value = read;
       return true;
     });
   }
@@ -83,9 +82,9 @@ std::optional<std::string> CborIArchive::nextKey() {
 }
 
 BoolResult CborIArchive::readBool(std::string_view key, bool& value) {
-  return _reader->entry(key, [&](const CborToken& token) {
+  return _reader->entry(key, value, [&](const CborToken& token, bool& read) {
     if (token.kind != eCborKind::Bool) return _reader->entries.refuse(key, "a bool", token);
-    value = token.boolean;
+    read = token.boolean;
     return true;
   });
 }
@@ -103,12 +102,9 @@ BoolResult CborIArchive::readReal(std::string_view key, omReal64& value) { retur
 BoolResult CborIArchive::readReal(std::string_view key, omReal32& value) { return _reader->real(key, value); }
 
 BoolResult CborIArchive::readText(std::string_view key, std::string& value) {
-  return _reader->entry(key, [&](const CborToken& token) {
-    std::string text;
+  return _reader->entry(key, value, [&](const CborToken& token, std::string& read) {
     if (token.kind != eCborKind::Text) return _reader->entries.refuse(key, "a text", token);
-    if (!_reader->entries.takeText(key, token, text)) return false;
-    value = std::move(text);
-    return true;
+    return _reader->entries.takeText(key, token, read);
   });
 }
 

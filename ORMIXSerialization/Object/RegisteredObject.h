@@ -24,7 +24,7 @@ struct FieldAccess {
   /// Moves `read`, whose fields are complete, over `self`.
   template <class Self>
   static void adopt(Self& self, Self& read) {
-    adoptIfAsked(self, read, 0);
+    adoptOrMove(self, read, 0);
   }
 
  private:
@@ -37,11 +37,11 @@ struct FieldAccess {
     return {};
   }
   template <class Self>
-  static auto adoptIfAsked(Self& self, Self& read, int) -> decltype(Self::adopt(self, read)) {
+  static auto adoptOrMove(Self& self, Self& read, int) -> decltype(Self::adopt(self, read)) {
     Self::adopt(self, read);
   }
   template <class Self>
-  static void adoptIfAsked(Self& self, Self& read, long) {
+  static void adoptOrMove(Self& self, Self& read, long) {
     self = std::move(read);
   }
 };
@@ -55,12 +55,12 @@ struct FieldAccess {
 /// A class whose fields may be inconsistent with each other after reading also has
 /// `static BoolResult validate(const Self&)`. If it fails, reading fails with its message, which should begin with the
 /// key of the wrong field. A class that needs memory for what follows from its fields has
-/// `static void adopt(Self& self, Self& read)`, which computes that in `read` before it moves `read` over `self`, so that
-/// a failed allocation changes nothing.
+/// `static void adopt(Self& self, Self& read)`, which computes that in `read` before it moves `read` over `self`, so
+/// that a failed allocation changes nothing.
 ///
 /// Assignment is defined by the class: it changes everything or, when it throws, nothing. A class with more than one
-/// array therefore reserves memory in all of them first. The function bodies are in RegisteredObject.ipp, for the source
-/// that instantiates the class.
+/// array therefore reserves memory in all of them first. The function bodies are in RegisteredObject.ipp, for the
+/// source that instantiates the class.
 template <class Self, class Base>
 class __attribute__((visibility("default"))) RegisteredObject : public VersionedLevel<Self, Base> {
  public:
