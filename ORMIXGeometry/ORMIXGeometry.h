@@ -60,9 +60,7 @@
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/ORMIXGeometryLogger.h>
-#include <ORMIXGeometry/Tools/MeshView.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
-#include <ORMIXGeometry/Tools/RingFile.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
 #include <ORMIXGeometry/Tools/Stl/StlInput.h>
@@ -72,7 +70,9 @@
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Tools/Stl/StlTriangles.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/MeshView.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Text/RingFile.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>

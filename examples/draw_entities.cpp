@@ -1,6 +1,6 @@
 // Draws one of each planar entity to entities.svg.
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <iostream>

@@ -3,8 +3,8 @@
 // Exit status: 0 when all went well, 1 when a line was skipped or a step failed, 2 for wrong arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
-#include <ORMIXGeometry/Tools/RingFile.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Text/RingFile.h>
 
 #include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>

@@ -10,7 +10,7 @@
 /// \file
 /// Arithmetic of coordinates and sizes as entities of the plane and of space do it; not installed.
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Sums, differences and products in the coordinate type itself: integers wrap around, by way of unsigned arithmetic.
 template <class Operation, class T>
@@ -58,4 +58,4 @@ omReal64 wrappedNorm(T... components) {
   return std::sqrt(static_cast<omReal64>(static_cast<Coordinate>(sum)));
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -10,7 +10,7 @@
 /// \file
 /// Printing and casting of contiguous points, for polygons, point clouds and meshes; not installed.
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Prints "[", the points separated by ", ", and "]".
 template <class Point>
@@ -39,4 +39,4 @@ void castPoints(const std::vector<PointIn>& points, std::vector<PointOut>& resul
   }
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -7,7 +7,7 @@
 /// \file
 /// Amortised growth of vectors; not installed.
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Reserves memory for `nbMore` further elements, so that appending these does not allocate. Capacity at least doubles
 /// when it grows, so that repeated calls cost amortised constant time an element.
@@ -18,4 +18,4 @@ void reserveMore(std::vector<V>& values, std::size_t nbMore) {
   if (nbNeeded > values.capacity()) values.reserve(std::max(nbNeeded, 2 * values.capacity()));
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

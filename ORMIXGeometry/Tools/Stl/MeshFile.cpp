@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
 #include <ORMIXGeometry/Tools/Stl/StlBytes.h>
@@ -22,25 +23,26 @@ namespace {
 eMeshFileFormat findFormat(StlInput& input) {
   std::string bytes(512, '\0');
   bytes.resize(input.read(bytes.data(), bytes.size()));
-  if (bytes.size() >= 84 && input.getSize() == 84 + 50 * omUInt64(littleEndian(&bytes[80]))) return eMFF_StlBinary;
+  if (bytes.size() >= 84 && input.getSize() == 84 + 50 * omUInt64(detail::littleEndian(&bytes[80])))
+    return eMFF_StlBinary;
   // The only control characters in text are white space.
   const auto isControl = [](char c) { return static_cast<unsigned char>(c) < '\t' || (c > '\r' && c < ' '); };
   if (std::any_of(bytes.begin(), bytes.end(), isControl)) return eMFF_StlBinary;
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);
   bytes.erase(0, bytes.find_first_not_of(" \t\r\n\v\f"));
   bytes.resize(std::min<std::size_t>(bytes.size(), 5));
-  std::transform(bytes.begin(), bytes.end(), bytes.begin(), lowerCase);
+  std::transform(bytes.begin(), bytes.end(), bytes.begin(), detail::lowerCase);
   return bytes == "solid" || bytes == "facet" ? eMFF_StlAscii : eMFF_StlBinary;
 }
 
 /// Removes the degenerate and duplicate triangles that the options exclude.
 void removeTriangles(const MeshReadOptions& options, std::vector<omUInt32>& indices) {
   if (!options.removesDegenerate && !options.removesDuplicate) return;
-  TripleTable table(options.removesDuplicate ? indices.size() / 3 * 2 : 0);
+  detail::TripleTable table(options.removesDuplicate ? indices.size() / 3 * 2 : 0);
   std::size_t kept = 0;
   for (std::size_t first = 0; first < indices.size(); first += 3) {
     std::array<omUInt32, 3> corners{indices[first], indices[first + 1], indices[first + 2]};
-    const bool isDegenerate = hasEqualCorners(corners.data());
+    const bool isDegenerate = detail::hasEqualCorners(corners.data());
     if (isDegenerate && options.removesDegenerate) continue;
     if (options.removesDuplicate && !isDegenerate) {
       std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()), corners.end());
@@ -64,7 +66,7 @@ void describe(const StlTriangles& triangles, MeshReport& report) {
   // "endsolid" may be missing in ASCII files; a binary file must have the declared number of triangles.
   const bool isWhole =
       triangles.stop == eSS_EndOfSolid || (triangles.stop == eSS_EndOfFile && report.format == eMFF_StlAscii);
-  if (!isWhole) report.message = stopText(triangles);
+  if (!isWhole) report.message = detail::stopText(triangles);
 }
 
 /// Merges equal vertices, analyses the triangles and builds the mesh and the rest of the report.
@@ -77,7 +79,7 @@ void build(StlTriangles triangles, const MeshReadOptions& options, Mesh3d<T>& me
   report.defects = findDefects(report.nbVertices, merged.indexColl);
   removeTriangles(options, merged.indexColl);
   MeshTopology::IndexColl ownerColl;
-  const BoolResult built = buildMesh(merged, mesh, ownerColl);
+  const BoolResult built = detail::buildMesh(merged, mesh, ownerColl);
   if (!built) report.message = built.getMessage();
   report.nbKept = mesh.getNbTriangles();
   report.nbSeparated = ownerColl.size();
@@ -104,7 +106,7 @@ boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path, const MeshReadOpt
     build(std::move(triangles), options, *mesh, report);
   }
   if (report.stop == eSS_ReadError || (mesh->getNbTriangles() == 0 && !report.message.empty()))
-    logUnreadable(path, report.message);
+    detail::logUnreadable(path, report.message);
   return mesh;
 }
 
@@ -116,15 +118,16 @@ boost::shared_ptr<Mesh3d<T>> readMesh(const std::string& path) {
 
 template <class T>
 BoolResult writeMesh(const std::string& path, const Mesh3d<T>& mesh, const MeshWriteOptions& options) {
-  return saveStl(path, [&](std::ostream& stream) {
-    const StlOffsets offsets = options.movesToPositiveOctant ? stlOffsets<T>({&mesh}) : StlOffsets{};
+  return detail::saveStl(path, [&](std::ostream& stream) {
+    const detail::StlOffsets offsets =
+        options.movesToPositiveOctant ? detail::stlOffsets<T>({&mesh}) : detail::StlOffsets{};
     if (options.format == eMFF_StlBinary) {
       writeStLBinaryHeader(stream, mesh.getNbTriangles());
       writeStLBinary(stream, mesh, offsets[0], offsets[1], offsets[2]);
       return;
     }
     writeStLAsciiHeader(stream, options.name);
-    StlAsciiFacets facets(stream, options.hasShortestDigits ? s_shortestDigits : 6, offsets);
+    detail::StlAsciiFacets facets(stream, options.hasShortestDigits ? detail::s_shortestDigits : 6, offsets);
     visitTriangles(mesh, std::ref(facets));
     facets.finish();
     writeStLAsciiFooter(stream, options.name);

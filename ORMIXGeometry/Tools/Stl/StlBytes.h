@@ -3,7 +3,7 @@
 #include <ORMIXUtil/ScalarTypes.h>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The lower-case form of an ASCII letter, whatever the locale; other characters are returned unchanged.
 constexpr char lowerCase(char character) {
@@ -17,9 +17,4 @@ constexpr omUInt32 littleEndian(const char* bytes) {
   return value;
 }
 
-/// Whether two of the three vertex indices of a triangle are equal.
-constexpr bool hasEqualCorners(const omUInt32* corners) {
-  return corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0];
-}
-
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

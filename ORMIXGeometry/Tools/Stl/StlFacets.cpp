@@ -7,7 +7,7 @@
 #include <cstring>
 #include <ostream>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -110,4 +110,4 @@ ORMIX_STL_FACETS(omReal32)
 ORMIX_STL_FACETS(omReal64)
 #undef ORMIX_STL_FACETS
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

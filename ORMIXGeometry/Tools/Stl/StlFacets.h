@@ -9,7 +9,7 @@
 #include <vector>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The translation that is added to the coordinates, on each axis.
 using StlOffsets = std::array<omReal32, 3>;
@@ -95,4 +95,4 @@ class StlBinaryFacets {
   StlOffsets _offsets;
 };
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

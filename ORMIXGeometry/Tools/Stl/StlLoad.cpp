@@ -7,11 +7,11 @@
 
 namespace ormix::geom {
 
-void logUnreadable(const std::string& path, const std::string& why) {
+void detail::logUnreadable(const std::string& path, const std::string& why) {
   logMessage(getORMIXGeometryLogger(), s_errorLogLevel, "Cannot read a mesh from \"" + path + "\": " + why);
 }
 
-std::string stopText(const StlTriangles& triangles) {
+std::string detail::stopText(const StlTriangles& triangles) {
   static constexpr std::array<const char*, 7> texts{
       "all was read",
       "it ends between two triangles",
@@ -33,7 +33,7 @@ namespace {
 bool openStl(const std::string& path, StlInput& input) {
   BoolResult opened = input.open(path);
   if (opened && input.getSize() == 0) opened = failure("it is empty");
-  if (!opened) logUnreadable(path, opened.getMessage());
+  if (!opened) detail::logUnreadable(path, opened.getMessage());
   return static_cast<bool>(opened);
 }
 
@@ -41,13 +41,14 @@ bool openStl(const std::string& path, StlInput& input) {
 template <class T>
 boost::shared_ptr<Mesh3d<T>> meshOf(StlTriangles triangles, const std::string& path) {
   auto mesh = boost::make_shared<Mesh3d<T>>();
-  if (triangles.stop == eSS_TooMany || triangles.stop == eSS_ReadError) logUnreadable(path, stopText(triangles));
+  if (triangles.stop == eSS_TooMany || triangles.stop == eSS_ReadError)
+    detail::logUnreadable(path, detail::stopText(triangles));
   if (triangles.coordColl.empty()) return mesh;
   MergedCoords merged = removeDoubles(triangles.coordColl);
   triangles.coordColl = {};
   MeshTopology::IndexColl ownerColl;
-  const BoolResult built = buildMesh(merged, *mesh, ownerColl);
-  if (!built) logUnreadable(path, built.getMessage());
+  const BoolResult built = detail::buildMesh(merged, *mesh, ownerColl);
+  if (!built) detail::logUnreadable(path, built.getMessage());
   return mesh;
 }
 

@@ -33,13 +33,13 @@ omUInt32 orderOf(omReal32 value) {
   return ((bits & sign) != 0 ? ~bits : bits | sign) - ~minusInfinity;
 }
 
-TripleTable::Triple keyOf(const omReal32* coords) {
+detail::TripleTable::Triple keyOf(const omReal32* coords) {
   return {canonicalBits(coords[0]), canonicalBits(coords[1]), canonicalBits(coords[2])};
 }
 
 /// Appends the triples of a table as vertices, each with its index in `vertices`.
-void appendVertices(const TripleTable& table, std::vector<CoordWithIndex>& vertices) {
-  for (const TripleTable::Triple& triple : table.getTriples()) {
+void appendVertices(const detail::TripleTable& table, std::vector<CoordWithIndex>& vertices) {
+  for (const detail::TripleTable::Triple& triple : table.getTriples()) {
     CoordWithIndex vertex{0, 0, 0, static_cast<omUInt32>(vertices.size())};
     std::memcpy(&vertex, &triple, sizeof triple);
     vertices.push_back(vertex);
@@ -65,7 +65,7 @@ class CornerParts {
     std::vector<CoordWithIndex> vertices;
     // If most parts are empty, few corners are different: one table for all of them is small enough.
     if (4 * nbUsed < _ends.size()) {
-      TripleTable table(0);
+      detail::TripleTable table(0);
       for (std::size_t at = 0; at < _nbCorners; ++at) placeColl[at] = table.add(keyOf(&_coords[3 * at]));
       appendVertices(table, vertices);
     } else {
@@ -76,15 +76,15 @@ class CornerParts {
 
  private:
   struct Corner {
-    TripleTable::Triple key;
+    detail::TripleTable::Triple key;
     omUInt32 index;
   };
   /// With more than 2^10 parts, distributing the corners takes longer than merging them.
   static constexpr unsigned s_maxBits = 10;
 
-  std::size_t partOf(const TripleTable::Triple& key) const {
+  std::size_t partOf(const detail::TripleTable::Triple& key) const {
     // The tables use the lower bits of the hash, so that the part must be chosen by upper ones.
-    return static_cast<std::size_t>((omUInt64(TripleTable::hash(key, _secret)) >> 40) & (_ends.size() - 1));
+    return static_cast<std::size_t>((omUInt64(detail::TripleTable::hash(key, _secret)) >> 40) & (_ends.size() - 1));
   }
 
   void mergeParts(std::vector<omUInt32>& placeColl, std::vector<CoordWithIndex>& vertices) {
@@ -92,10 +92,10 @@ class CornerParts {
     for (std::size_t& end : _ends) sum += std::exchange(end, sum);
     const std::unique_ptr<Corner[]> corners(new Corner[_nbCorners]);  // uninitialized until the corners are distributed
     for (std::size_t at = 0; at < _nbCorners; ++at) {
-      const TripleTable::Triple key = keyOf(&_coords[3 * at]);
+      const detail::TripleTable::Triple key = keyOf(&_coords[3 * at]);
       corners[_ends[partOf(key)]++] = {key, static_cast<omUInt32>(at)};
     }
-    TripleTable table(0);
+    detail::TripleTable table(0);
     std::size_t at = 0;
     for (const std::size_t end : _ends) {
       const auto first = static_cast<omUInt32>(vertices.size());

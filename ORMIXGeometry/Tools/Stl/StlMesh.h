@@ -8,7 +8,7 @@
 #include <string>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Builds a mesh of triangles with merged vertices, see `StlLoad.h`; the indices are moved out of `merged`.
 /// \param ownerColl set to the triangles that got vertices of their own
@@ -30,4 +30,4 @@ void logUnreadable(const std::string& path, const std::string& why);
 /// Why and where reading stopped: "it ends inside a triangle, at byte 5 (line 2)".
 std::string stopText(const StlTriangles& triangles);
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -15,8 +15,8 @@ namespace {
 
 /// Whether the word is the keyword, ignoring upper and lower case; `keyword` is in lower case.
 bool isKeyword(std::string_view word, std::string_view keyword) {
-  return word.size() == keyword.size() &&
-         std::equal(word.begin(), word.end(), keyword.begin(), [](char a, char b) { return lowerCase(a) == b; });
+  return word.size() == keyword.size() && std::equal(word.begin(), word.end(), keyword.begin(),
+                                                     [](char a, char b) { return detail::lowerCase(a) == b; });
 }
 
 /// The common part of the readers of ASCII files: the words, the triangles, and why reading has stopped.
@@ -47,7 +47,7 @@ class AsciiReader {
   }
 
   StlInput& _input;
-  StlWords _words;
+  detail::StlWords _words;
   StlTriangles _triangles;
 };
 
@@ -174,7 +174,7 @@ void copyCorners(const char* records, std::size_t nbRecords, omReal32* to) {
     return;
   }
   for (std::size_t at = 0; at < 9 * nbRecords; ++at) {
-    const omUInt32 bits = littleEndian(records + s_recordSize * (at / 9) + 12 + 4 * (at % 9));
+    const omUInt32 bits = detail::littleEndian(records + s_recordSize * (at / 9) + 12 + 4 * (at % 9));
     std::memcpy(to + at, &bits, sizeof bits);
   }
 }
@@ -184,7 +184,7 @@ void copyCorners(const char* records, std::size_t nbRecords, omReal32* to) {
 bool hasStlAsciiFormat(StlInput& input) {
   std::string text(256, '\0');
   text.resize(input.read(text.data(), text.size()));
-  std::transform(text.begin(), text.end(), text.begin(), lowerCase);
+  std::transform(text.begin(), text.end(), text.begin(), detail::lowerCase);
   const auto contains = [&text](const char* word) { return text.find(word) != std::string::npos; };
   return contains("solid") && contains("\n") && contains("facet") && contains("normal");
 }
@@ -203,7 +203,7 @@ StlTriangles readBinaryTriangles(StlInput& input, StlCount count) {
     return triangles;
   }
   triangles.nbSolids = 1;
-  const omUInt32 declared = littleEndian(block.data() + 80);
+  const omUInt32 declared = detail::littleEndian(block.data() + 80);
   const bool readsAll = declared == 0 && count == StlCount::Hint;
   const std::size_t nbWanted =
       readsAll ? StlTriangles::s_maxTriangles : std::min<std::size_t>(declared, StlTriangles::s_maxTriangles);

@@ -22,7 +22,7 @@ void writeLine(std::ostream& stream, std::string text, const std::string& name) 
 
 /// Appends the exterior meshes of the nodes of a tree; of the root only, without holes.
 template <class T>
-void collect(const MeshWithHoles3d<T>& root, bool withHoles, StlMeshes<T>& meshes) {
+void collect(const MeshWithHoles3d<T>& root, bool withHoles, detail::StlMeshes<T>& meshes) {
   visitNodes(root, [&](const MeshWithHoles3d<T>& node) {
     meshes.push_back(&node.getExteriorMesh());
     return withHoles;
@@ -30,14 +30,14 @@ void collect(const MeshWithHoles3d<T>& root, bool withHoles, StlMeshes<T>& meshe
 }
 
 template <class T>
-StlMeshes<T> meshesOf(const MeshWithHoles3d<T>& root, bool withHoles) {
-  StlMeshes<T> meshes;
+detail::StlMeshes<T> meshesOf(const MeshWithHoles3d<T>& root, bool withHoles) {
+  detail::StlMeshes<T> meshes;
   collect(root, withHoles, meshes);
   return meshes;
 }
 
 template <class T>
-std::size_t countTriangles(const StlMeshes<T>& meshes) {
+std::size_t countTriangles(const detail::StlMeshes<T>& meshes) {
   std::size_t nbTriangles = 0;
   for (const Mesh3d<T>* mesh : meshes) nbTriangles += mesh->getNbTriangles();
   return nbTriangles;
@@ -45,8 +45,8 @@ std::size_t countTriangles(const StlMeshes<T>& meshes) {
 
 /// Writes the facets. The stream is left in scientific notation if there were any (intended).
 template <class T>
-void writeAscii(std::ostream& stream, const StlMeshes<T>& meshes, const StlOffsets& offsets) {
-  StlAsciiFacets facets(stream, scientificPrecision(stream.precision()), offsets);
+void writeAscii(std::ostream& stream, const detail::StlMeshes<T>& meshes, const detail::StlOffsets& offsets) {
+  detail::StlAsciiFacets facets(stream, scientificPrecision(stream.precision()), offsets);
   for (const Mesh3d<T>* mesh : meshes) visitTriangles(*mesh, std::ref(facets));
   facets.finish();
   if (countTriangles(meshes) != 0) stream.setf(std::ios_base::scientific, std::ios_base::floatfield);
@@ -54,27 +54,27 @@ void writeAscii(std::ostream& stream, const StlMeshes<T>& meshes, const StlOffse
 }
 
 template <class T>
-void writeBinary(std::ostream& stream, const StlMeshes<T>& meshes, const StlOffsets& offsets) {
-  StlBinaryFacets facets(stream, offsets);
+void writeBinary(std::ostream& stream, const detail::StlMeshes<T>& meshes, const detail::StlOffsets& offsets) {
+  detail::StlBinaryFacets facets(stream, offsets);
   for (const Mesh3d<T>* mesh : meshes) visitTriangles(*mesh, std::ref(facets));
   facets.finish();
   stream.flush();
 }
 
 template <class T>
-BoolResult saveAscii(const std::string& path, const StlMeshes<T>& meshes, const std::string& name) {
-  return saveStl(path, [&](std::ostream& stream) {
+BoolResult saveAscii(const std::string& path, const detail::StlMeshes<T>& meshes, const std::string& name) {
+  return detail::saveStl(path, [&](std::ostream& stream) {
     writeStLAsciiHeader(stream, name);
-    writeAscii(stream, meshes, stlOffsets(meshes));
+    writeAscii(stream, meshes, detail::stlOffsets(meshes));
     writeStLAsciiFooter(stream, name);
   });
 }
 
 template <class T>
-BoolResult saveBinary(const std::string& path, const StlMeshes<T>& meshes) {
-  return saveStl(path, [&](std::ostream& stream) {
+BoolResult saveBinary(const std::string& path, const detail::StlMeshes<T>& meshes) {
+  return detail::saveStl(path, [&](std::ostream& stream) {
     writeStLBinaryHeader(stream, countTriangles(meshes));
-    writeBinary(stream, meshes, stlOffsets(meshes));
+    writeBinary(stream, meshes, detail::stlOffsets(meshes));
   });
 }
 
@@ -83,14 +83,15 @@ BoolResult saveBinary(const std::string& path, const StlMeshes<T>& meshes) {
 template <class Save>
 BoolResult saveShapes(const std::string& path, const std::vector<const Shape3d*>& shapes, bool withHoles,
                       Save saveMeshes) {
-  StlMeshes<omReal32> meshes;
+  detail::StlMeshes<omReal32> meshes;
   for (const Shape3d* shape : shapes) {
     if (shape == nullptr) continue;
     const std::size_t nbBefore = countTriangles(meshes);
     for (const auto& mesh : shape->getMeshWithHolesColl())
       if (mesh) collect(*mesh, withHoles, meshes);
     if (shape->getNbVoxels() != 0 && countTriangles(meshes) == nbBefore)
-      return meshFileNotWritten(path, "a shape of " + std::to_string(shape->getNbVoxels()) + " voxels has no surface");
+      return detail::meshFileNotWritten(
+          path, "a shape of " + std::to_string(shape->getNbVoxels()) + " voxels has no surface");
   }
   return saveMeshes(meshes);
 }

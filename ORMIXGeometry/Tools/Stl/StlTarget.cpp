@@ -2,7 +2,7 @@
 #include <ORMIXGeometry/Tools/Stl/StlTarget.h>
 #include <ORMIXSerialization/Archive/FileTarget.h>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 BoolResult meshFileNotWritten(const std::string& path, const std::string& why) {
   return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_MeshFileNotWritten, path) +
@@ -16,4 +16,4 @@ BoolResult saveStl(const std::string& path, const std::function<void(std::ostrea
   return target.stream() && target.commit() ? BoolResult() : meshFileNotWritten(path);
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -12,7 +12,7 @@
 #include <vector>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// A failure with message eEM_MeshFileNotWritten, followed by the reason where one is given.
 BoolResult meshFileNotWritten(const std::string& path, const std::string& why = "");
@@ -41,4 +41,4 @@ StlOffsets stlOffsets(const StlMeshes<T>& meshes) {
   return {offset(lowest[0]), offset(lowest[1]), offset(lowest[2])};
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -183,4 +183,4 @@ omUInt64 StlWords::getLine() const {
   return 1 + _nbLines + static_cast<omUInt64>(std::count(_block.data(), _at, '\n'));
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

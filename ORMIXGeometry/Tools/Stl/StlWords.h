@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Reads a text word by word, as a stream under the classic locale does with `>>`, from blocks of bytes. A word ends at
 /// white space (space, tab, line ends, form feed) or at the end of the text. The memory is one block, and more only for
@@ -51,4 +51,4 @@ class StlWords {
   std::array<char, s_longestWord> _word;  ///< the beginning of a word that a block cut
 };
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -1,4 +1,4 @@
-#include <ORMIXGeometry/Tools/Stl/StlBytes.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
 #include <ORMIXGeometry/Tools/Stl/TripleTable.h>
 
@@ -34,10 +34,10 @@ class DisjointSets {
 
 /// Counts the triangles with the same three corners as an earlier one, in any order.
 std::size_t countDuplicates(const std::vector<omUInt32>& vertexIndexColl, std::size_t nbProper) {
-  TripleTable table(2 * nbProper);
+  detail::TripleTable table(2 * nbProper);
   for (std::size_t first = 0; first < vertexIndexColl.size(); first += 3) {
     const omUInt32 a = vertexIndexColl[first], b = vertexIndexColl[first + 1], c = vertexIndexColl[first + 2];
-    if (hasEqualCorners(&vertexIndexColl[first])) continue;
+    if (detail::hasEqualCorners(&vertexIndexColl[first])) continue;
     const omUInt32 lowest = std::min({a, b, c}), highest = std::max({a, b, c});
     table.add({lowest, a ^ b ^ c ^ lowest ^ highest, highest});
   }
@@ -86,7 +86,7 @@ class EdgeSides {
   void visit(Visit visit) const {
     for (omUInt32 first = 0; first < _indices.size(); first += 3) {
       const omUInt32* corners = &_indices[first];
-      if (hasEqualCorners(corners)) continue;
+      if (detail::hasEqualCorners(corners)) continue;
       for (omUInt32 corner = 0; corner < 3; ++corner) {
         const auto [lower, higher] = std::minmax(corners[corner], corners[corner == 2 ? 0 : corner + 1]);
         visit(lower, higher, first + corner);
@@ -105,7 +105,7 @@ TriangleDefects findDefects(std::size_t nbVertices, const std::vector<omUInt32>&
   TriangleDefects defects;
   const std::size_t nbTriangles = vertexIndexColl.size() / 3;
   for (std::size_t triangle = 0; triangle < nbTriangles; ++triangle)
-    defects.nbDegenerate += hasEqualCorners(&vertexIndexColl[3 * triangle]) ? 1 : 0;
+    defects.nbDegenerate += detail::hasEqualCorners(&vertexIndexColl[3 * triangle]) ? 1 : 0;
   const std::size_t nbProper = nbTriangles - defects.nbDegenerate;
   defects.nbDuplicate = countDuplicates(vertexIndexColl, nbProper);
   defects.nbComponents = nbProper;

@@ -6,7 +6,7 @@
 #include <vector>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Assigns consecutive numbers to different triples in the order in which they are added. A hash table with linear
 /// probing, at most half full, has the indices of a list of the triples. Expected constant time for each.
@@ -82,4 +82,4 @@ class TripleTable {
   std::vector<Triple> _triples;
 };
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

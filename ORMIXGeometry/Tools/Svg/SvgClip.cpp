@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::vector<SvgBezier> clipToView(const SvgParabola& parabola, const SvgView& vi
   return arcs;
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

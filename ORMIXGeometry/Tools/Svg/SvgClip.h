@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The part of the plane that a picture shows: a closed box with positive extent on both axes.
 struct SvgView {
@@ -27,4 +27,4 @@ using SvgBezier = std::array<SvgPoint, 3>;
 /// the intersection of the tangents at its ends.
 std::vector<SvgBezier> clipToView(const SvgParabola& parabola, const SvgView& view);
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

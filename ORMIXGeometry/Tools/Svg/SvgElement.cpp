@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 SvgElement& SvgElement::operator<<(omReal64 number) {
   // From this value on, the spacing of omReal64 exceeds a thousandth.
@@ -49,4 +49,4 @@ SvgElement& SvgElement::escaped(std::string_view text) {
   return *this;
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

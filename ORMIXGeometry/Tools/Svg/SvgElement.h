@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The map from the view to pixels: the same scale on both axes, with y downward in the picture.
 struct SvgFrame {
@@ -46,4 +46,4 @@ class SvgElement {
   bool _finite = true;
 };
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

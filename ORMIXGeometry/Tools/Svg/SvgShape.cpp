@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -168,4 +168,4 @@ bool isEndless(const SvgShape& shape) {
   return std::holds_alternative<SvgLine>(shape) || std::holds_alternative<SvgParabola>(shape);
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 using SvgPoint = Point2dData<omReal64>;  ///< a point in the coordinates of the entity or in pixels
 
@@ -74,4 +74,4 @@ class SvgExtent {
 /// Whether the shape is unbounded: a line or a parabola.
 bool isEndless(const SvgShape& shape);
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -102,4 +102,4 @@ std::optional<SvgPoint> writeShape(SvgElement& element, const SvgShape& shape, c
   return std::visit(ShapeWriter(element, frame, style), shape);
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
-#include <ORMIXGeometry/Tools/RingFile.h>
+#include <ORMIXGeometry/Tools/Text/RingFile.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 

@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 

@@ -11,13 +11,14 @@ namespace {
 
 template <class Operation, class T>
 void combine(Point2dData<T>& a, const Point2dData<T>& b, Operation operation) {
-  a.setCoords(inCoordinateType(operation, a.getX(), b.getX()), inCoordinateType(operation, a.getY(), b.getY()));
+  a.setCoords(detail::inCoordinateType(operation, a.getX(), b.getX()),
+              detail::inCoordinateType(operation, a.getY(), b.getY()));
 }
 
 template <class Operation, class T>
 void combine(Point2dData<T>& point, const Vector2d& vector, Operation operation) {
-  point.setCoords(withComponent(operation, point.getX(), vector.getX()),
-                  withComponent(operation, point.getY(), vector.getY()));
+  point.setCoords(detail::withComponent(operation, point.getX(), vector.getX()),
+                  detail::withComponent(operation, point.getY(), vector.getY()));
 }
 
 }  // namespace
@@ -44,7 +45,7 @@ Point2d<T>& Point2d<T>::operator*=(const Point2d& other) {
 }
 template <class T>
 Point2d<T>& Point2d<T>::operator/=(const Point2d& other) {
-  _ptData.setCoords(quotient(getX(), other.getX()), quotient(getY(), other.getY()));
+  _ptData.setCoords(detail::quotient(getX(), other.getX()), detail::quotient(getY(), other.getY()));
   return *this;
 }
 

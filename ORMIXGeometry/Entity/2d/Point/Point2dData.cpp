@@ -16,7 +16,7 @@ std::ostream& operator<<(std::ostream& stream, const Point2dData<T>& point) {
 template <class T>
 omReal64 normL2(const Point2dData<T>& point) {
   if constexpr (std::is_integral_v<T>)
-    return wrappedNorm(point.getX(), point.getY());
+    return detail::wrappedNorm(point.getX(), point.getY());
   else
     return euclideanNorm(omReal64(point.getX()), omReal64(point.getY()));
 }
@@ -24,8 +24,8 @@ omReal64 normL2(const Point2dData<T>& point) {
 template <class T>
 omReal64 distance(const Point2dData<T>& a, const Point2dData<T>& b) {
   if constexpr (std::is_integral_v<T>)
-    return wrappedNorm(inCoordinateType(std::minus<>(), b.getX(), a.getX()),
-                       inCoordinateType(std::minus<>(), b.getY(), a.getY()));
+    return detail::wrappedNorm(detail::inCoordinateType(std::minus<>(), b.getX(), a.getX()),
+                               detail::inCoordinateType(std::minus<>(), b.getY(), a.getY()));
   else
     return euclideanNorm(omReal64(T(b.getX() - a.getX())), omReal64(T(b.getY() - a.getY())));
 }

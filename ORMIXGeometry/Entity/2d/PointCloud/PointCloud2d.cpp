@@ -7,7 +7,7 @@ namespace ormix::geom {
 
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const PointCloud2d<T>& cloud) {
-  return printPoints(stream, cloud.getCollection());
+  return detail::printPoints(stream, cloud.getCollection());
 }
 
 template <class TOut, class TIn>
@@ -19,7 +19,7 @@ PointCloud2d<TOut> cast(const PointCloud2d<TIn>& cloud) {
 
 template <class TOut, class TIn>
 void cast(const PointCloud2d<TIn>& cloud, PointCloud2d<TOut>& result) {
-  castPoints(cloud.getCollection(), result.getCollection());
+  detail::castPoints(cloud.getCollection(), result.getCollection());
 }
 
 ORMIX_GEOMETRY_INSTANTIATE_PRINT(PointCloud2d)

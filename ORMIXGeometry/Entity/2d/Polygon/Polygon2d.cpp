@@ -24,7 +24,7 @@ void mergeEndsOfEqualX(std::vector<Point2dData<T>>& points) {
 
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Polygon2d<T>& polygon) {
-  return printPoints(stream, polygon.getPointColl());
+  return detail::printPoints(stream, polygon.getPointColl());
 }
 
 template <class T>
@@ -45,7 +45,7 @@ template <class T>
 void fromString(Polygon2d<T>& polygon, const std::string& text) {
   polygon.clear();
   try {
-    readRing(text, polygon.getPointColl());
+    detail::readRing(text, polygon.getPointColl());
   } catch (...) {
     polygon.clear();
     throw;
@@ -62,7 +62,7 @@ Polygon2d<TOut> cast(const Polygon2d<TIn>& polygon) {
 
 template <class TOut, class TIn>
 void cast(const Polygon2d<TIn>& polygon, Polygon2d<TOut>& result) {
-  castPoints(polygon.getPointColl(), result.getPointColl());
+  detail::castPoints(polygon.getPointColl(), result.getPointColl());
   result.setPolygon2dType(polygon.getPolygon2dType());
 }
 

@@ -11,7 +11,7 @@
 #include <sstream>
 #include <string>
 
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 namespace {
 
@@ -165,4 +165,4 @@ template void readRing(std::string_view, std::vector<Point2dData<omUInt32>>&);
 template void readRing(std::string_view, std::vector<Point2dData<omReal32>>&);
 template void readRing(std::string_view, std::vector<Point2dData<omReal64>>&);
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -10,12 +10,12 @@ namespace ormix::geom {
 
 template <class T>
 T Rectangle2d<T>::getLength() const {
-  return fullSize(_halfLength);
+  return detail::fullSize(_halfLength);
 }
 
 template <class T>
 T Rectangle2d<T>::getWidth() const {
-  return fullSize(_halfWidth);
+  return detail::fullSize(_halfWidth);
 }
 
 template <class T>

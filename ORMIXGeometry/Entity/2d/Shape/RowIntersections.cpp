@@ -76,7 +76,7 @@ BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) 
     if (next != runs.end() && next->begin < end) return intersectingRuns(run, *next);
     position = static_cast<std::size_t>(next - _runColl.data());
   }
-  reserveMore(_runColl, 1);
+  detail::reserveMore(_runColl, 1);
   const std::size_t rowIndex = ensureRow(row);
   _runColl.insert(_runColl.begin() + static_cast<std::ptrdiff_t>(position), run);
   for (std::size_t later = rowIndex; later < getNbRows(); ++later) ++_runEndColl[later];
@@ -92,7 +92,7 @@ std::size_t RowIntersections::ensureRow(omUInt64 row) {
     _startRow = row;
   } else if (row >= getEndRow()) {
     const auto nbMore = static_cast<std::size_t>(row - getEndRow()) + 1;
-    reserveMore(_runEndColl, nbMore);
+    detail::reserveMore(_runEndColl, nbMore);
     _runEndColl.resize(getNbRows() + nbMore, _runColl.size());
   }
   return static_cast<std::size_t>(row - _startRow);

@@ -10,7 +10,7 @@ namespace ormix::geom {
 
 template <class T>
 T Square2d<T>::getLength() const {
-  return fullSize(_halfLength);
+  return detail::fullSize(_halfLength);
 }
 
 template <class T>

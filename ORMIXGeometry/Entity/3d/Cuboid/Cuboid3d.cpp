@@ -10,17 +10,17 @@ namespace ormix::geom {
 
 template <class T>
 T Cuboid3d<T>::getLength() const {
-  return fullSize(_halfLength);
+  return detail::fullSize(_halfLength);
 }
 
 template <class T>
 T Cuboid3d<T>::getWidth() const {
-  return fullSize(_halfWidth);
+  return detail::fullSize(_halfWidth);
 }
 
 template <class T>
 T Cuboid3d<T>::getHeight() const {
-  return fullSize(_halfHeight);
+  return detail::fullSize(_halfHeight);
 }
 
 template <class T>

@@ -8,7 +8,7 @@
 #include <vector>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// The half-edges of a mesh in buckets (counting sort): one bucket for each vertex, with the half-edges of which it is
 /// the lower of the two vertices, in ascending order of their indices. Half-edges between the same two vertices are
@@ -106,4 +106,4 @@ class DirectedEdges {
   std::unique_ptr<Entry[]> _entryColl;  // not a vector, which would initialise every entry first
 };
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -14,7 +14,7 @@ namespace {
 
 void requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
   if (vertexIdx < nbVertices) return;
-  logAndThrow(invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  logAndThrow(detail::invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 }  // namespace
@@ -53,7 +53,7 @@ void Mesh3d<T>::reserve(std::size_t nbVertices, std::size_t nbTriangles) {
 template <class T>
 std::size_t Mesh3d<T>::addVertex(const Point3dData<T>& point) {
   if (_vertexColl.size() >= MeshTopology::s_maxNbVertices)
-    logAndThrow(tooManyVertices().getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
+    logAndThrow(detail::tooManyVertices().getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
   _vertexColl.push_back(point);
   return _vertexColl.size() - 1;
 }
@@ -90,7 +90,7 @@ void Mesh3d<T>::clear() noexcept {
 
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const Mesh3d<T>& mesh) {
-  printPoints(stream << "[vertices=", mesh.getVertexColl()) << ", triangles=[";
+  detail::printPoints(stream << "[vertices=", mesh.getVertexColl()) << ", triangles=[";
   const char* separator = "";
   visitTriangleIndices(mesh.getTopology(), [&](omUInt32 i0, omUInt32 i1, omUInt32 i2) {
     stream << separator << '[' << i0 << ", " << i1 << ", " << i2 << ']';
@@ -119,7 +119,7 @@ Mesh3d<TOut> cast(const Mesh3d<TIn>& mesh) {
 template <class TOut, class TIn>
 void cast(const Mesh3d<TIn>& mesh, Mesh3d<TOut>& result) {
   result.reserve(mesh.getNbVertices(), mesh.getNbTriangles());
-  castPoints(mesh.getVertexColl(), result._vertexColl);
+  detail::castPoints(mesh.getVertexColl(), result._vertexColl);
   result._mesh3dType = mesh.getMesh3dType();
   result._topology = mesh.getTopology();
 }

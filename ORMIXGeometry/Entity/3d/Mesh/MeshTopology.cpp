@@ -66,8 +66,8 @@ std::size_t MeshTopology::getHalfEdgeBetween(std::size_t halfEdgeIdx0, std::size
 BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexIdx1, std::size_t vertexIdx2,
                                      std::size_t nbVertices) {
   const std::array<std::size_t, 3> corners{vertexIdx0, vertexIdx1, vertexIdx2};
-  if (BoolResult refused = checkCorners(corners, nbVertices); !refused) return refused;
-  if (getNbTriangles() >= s_maxNbTriangles) return tooManyTriangles();
+  if (BoolResult refused = detail::checkCorners(corners, nbVertices); !refused) return refused;
+  if (getNbTriangles() >= s_maxNbTriangles) return detail::tooManyTriangles();
   _halfEdgeTable.update(_halfEdgeColl, 3);
   std::array<omUInt32, 3> opposites{};
   for (std::size_t corner = 0; corner < 3; ++corner) {
@@ -78,9 +78,9 @@ BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexI
       return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_HalfEdgeCannotTakeTriangle, taken));
     opposites[corner] = _halfEdgeTable.find(end, start, _halfEdgeColl);
   }
-  reserveMore(_halfEdgeColl, 3);
-  reserveMore(_triangleToHalfEdgeColl, 1);
-  reserveMore(_vertexIndexColl, 3);
+  detail::reserveMore(_halfEdgeColl, 3);
+  detail::reserveMore(_triangleToHalfEdgeColl, 1);
+  detail::reserveMore(_vertexIndexColl, 3);
   const omUInt32 first = narrowed(getNbHalfEdges());
   const omUInt32 triangle = narrowed(getNbTriangles());
   for (omUInt32 corner = 0; corner < 3; ++corner) {

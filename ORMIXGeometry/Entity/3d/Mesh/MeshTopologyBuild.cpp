@@ -18,10 +18,6 @@ struct Repeat {
   omUInt32 again;
 };
 
-bool hasEqualCorners(const omUInt32* corners) {
-  return corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0];
-}
-
 std::array<std::size_t, 3> cornersOf(const IndexColl& vertexIndexColl, std::size_t triangle) {
   const omUInt32* corners = &vertexIndexColl[3 * triangle];
   return {corners[0], corners[1], corners[2]};
@@ -45,11 +41,11 @@ MeshTopology::HalfEdgeColl makeHalfEdges(const IndexColl& vertexIndexColl) {
 /// the links along these edges are not to be used.
 std::vector<Repeat> linkOpposites(std::size_t nbVertices, const IndexColl& vertexIndexColl,
                                   MeshTopology::HalfEdgeColl& halfEdges) {
-  const DirectedEdges edges(nbVertices, [&vertexIndexColl](auto visit) {
+  const detail::DirectedEdges edges(nbVertices, [&vertexIndexColl](auto visit) {
     const omUInt32* corners = vertexIndexColl.data();
     const auto nbHalfEdges = static_cast<omUInt32>(vertexIndexColl.size());
     for (omUInt32 first = 0; first < nbHalfEdges; first += 3, corners += 3) {
-      if (hasEqualCorners(corners)) continue;
+      if (detail::hasEqualCorners(corners)) continue;
       visit(first, corners[0], corners[1]);
       visit(first + 1, corners[1], corners[2]);
       visit(first + 2, corners[2], corners[0]);
@@ -74,7 +70,8 @@ BoolResult firstRefusal(std::size_t nbVertices, const IndexColl& vertexIndexColl
                                          [](const Repeat& a, const Repeat& b) { return a.again < b.again; });
   const std::size_t nbBefore = refusing == repeats.end() ? vertexIndexColl.size() / 3 : refusing->again / 3;
   for (std::size_t triangle = 0; triangle < nbBefore; ++triangle)
-    if (BoolResult refused = checkCorners(cornersOf(vertexIndexColl, triangle), nbVertices); !refused) return refused;
+    if (BoolResult refused = detail::checkCorners(cornersOf(vertexIndexColl, triangle), nbVertices); !refused)
+      return refused;
   if (refusing == repeats.end()) return {};
   return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_HalfEdgeCannotTakeTriangle, refusing->first));
 }
@@ -95,7 +92,7 @@ IndexColl findRefused(const IndexColl& vertexIndexColl, const std::vector<Repeat
       return directionColl[halfEdge] != s_noHalfEdge && isTaken[directionColl[halfEdge]];
     };
     const bool refusedHere =
-        hasEqualCorners(&vertexIndexColl[first]) ||
+        detail::hasEqualCorners(&vertexIndexColl[first]) ||
         (!repeats.empty() && (hasTakenEdge(first) || hasTakenEdge(first + 1) || hasTakenEdge(first + 2)));
     if (refusedHere)
       refused.push_back(static_cast<omUInt32>(first / 3));
@@ -120,14 +117,14 @@ BoolResult checkIndices(std::size_t nbVertices, const IndexColl& vertexIndexColl
   if (vertexIndexColl.size() % 3 != 0)
     return failure("Triangles have three vertex indices each, not " + std::to_string(vertexIndexColl.size()) +
                    " together");
-  if (vertexIndexColl.size() / 3 > MeshTopology::s_maxNbTriangles) return tooManyTriangles();
+  if (vertexIndexColl.size() / 3 > MeshTopology::s_maxNbTriangles) return detail::tooManyTriangles();
   omUInt32 greatest = 0;
   for (const omUInt32 vertexIdx : vertexIndexColl) greatest = std::max(greatest, vertexIdx);
   const std::size_t nbUsable = std::min(nbVertices, MeshTopology::s_maxNbVertices);
   if (vertexIndexColl.empty() || greatest < nbUsable) return {};
   const auto first = std::find_if(vertexIndexColl.begin(), vertexIndexColl.end(),
                                   [nbUsable](omUInt32 vertexIdx) { return vertexIdx >= nbUsable; });
-  return invalidVertex(*first, nbVertices);
+  return detail::invalidVertex(*first, nbVertices);
 }
 
 }  // namespace
@@ -142,7 +139,8 @@ BoolResult MeshTopology::build(std::size_t nbVertices, IndexColl vertexIndexColl
     if (BoolResult refused = firstRefusal(nbVertices, vertexIndexColl, repeats); !refused) return refused;
   } else {
     owners = findRefused(vertexIndexColl, repeats);
-    if (nbVertices > s_maxNbVertices || owners.size() > (s_maxNbVertices - nbVertices) / 3) return tooManyVertices();
+    if (nbVertices > s_maxNbVertices || owners.size() > (s_maxNbVertices - nbVertices) / 3)
+      return detail::tooManyVertices();
   }
   IndexColl origins;
   if (!owners.empty()) {

@@ -26,7 +26,7 @@ class TopologyChecker {
         _nbVertices(nbVertices) {}
 
   std::string checkSizes() const {
-    if (_firsts.size() > MeshTopology::s_maxNbTriangles) return tooManyTriangles().getMessage();
+    if (_firsts.size() > MeshTopology::s_maxNbTriangles) return detail::tooManyTriangles().getMessage();
     if (_halfEdges.size() == 3 * _firsts.size()) return {};
     return std::to_string(_halfEdges.size()) + " half edges are not three for each of " +
            std::to_string(_firsts.size()) + " triangles";
@@ -79,7 +79,7 @@ class TopologyChecker {
   std::string checkIndices(std::size_t index) const {
     const HalfEdge& halfEdge = _halfEdges[index];
     if (halfEdge.startVertexIdx >= std::min(_nbVertices, MeshTopology::s_maxNbVertices))
-      return invalidVertex(halfEdge.startVertexIdx, _nbVertices).getMessage();
+      return detail::invalidVertex(halfEdge.startVertexIdx, _nbVertices).getMessage();
     if (halfEdge.nextHalfEdgeIdx >= _halfEdges.size()) return invalidHalfEdge(halfEdge.nextHalfEdgeIdx);
     if (halfEdge.oppositeHalfEdgeIdx >= _halfEdges.size() && halfEdge.oppositeHalfEdgeIdx != s_noHalfEdge)
       return invalidHalfEdge(halfEdge.oppositeHalfEdgeIdx);
@@ -111,7 +111,7 @@ class TopologyChecker {
   }
 
   std::string checkDirections() const {
-    const DirectedEdges edges(_nbVertices, [this](auto visit) {
+    const detail::DirectedEdges edges(_nbVertices, [this](auto visit) {
       for (std::size_t index = 0; index < _halfEdges.size(); ++index)
         visit(static_cast<omUInt32>(index), _halfEdges[index].startVertexIdx, endOf(_halfEdges[index]));
     });
@@ -150,23 +150,23 @@ BoolResult firstBroken(const MeshTopology& topology, std::size_t nbVertices, Pre
 
 }  // namespace
 
-BoolResult checkCorners(const std::array<std::size_t, 3>& corners, std::size_t nbVertices) {
+BoolResult detail::checkCorners(const std::array<std::size_t, 3>& corners, std::size_t nbVertices) {
   for (const std::size_t corner : corners)
-    if (corner >= std::min(nbVertices, MeshTopology::s_maxNbVertices)) return invalidVertex(corner, nbVertices);
+    if (corner >= std::min(nbVertices, MeshTopology::s_maxNbVertices)) return detail::invalidVertex(corner, nbVertices);
   if (corners[0] != corners[1] && corners[1] != corners[2] && corners[2] != corners[0]) return {};
   return failure("Triangle with vertices " + std::to_string(corners[0]) + ", " + std::to_string(corners[1]) + " and " +
                  std::to_string(corners[2]) + " does not have three different ones");
 }
 
-BoolResult invalidVertex(std::size_t vertexIdx, std::size_t nbVertices) {
+BoolResult detail::invalidVertex(std::size_t vertexIdx, std::size_t nbVertices) {
   return failure(formatMessage<Message>(Message::eEM_InvalidVertexIndex, vertexIdx, nbVertices));
 }
 
-BoolResult tooManyTriangles() {
+BoolResult detail::tooManyTriangles() {
   return failure("A mesh holds at most " + std::to_string(MeshTopology::s_maxNbTriangles) + " triangles");
 }
 
-BoolResult tooManyVertices() {
+BoolResult detail::tooManyVertices() {
   return failure("A mesh holds at most " + std::to_string(MeshTopology::s_maxNbVertices) + " vertices");
 }
 

@@ -1,12 +1,18 @@
 #pragma once
 
 #include <ORMIXUtil/ProcessingResult.h>
+#include <ORMIXUtil/ScalarTypes.h>
 
 #include <array>
 #include <cstddef>
 
 // Checks and failures that several sources of MeshTopology use; not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
+
+/// Whether two of the three vertex indices of a triangle are equal.
+constexpr bool hasEqualCorners(const omUInt32* corners) {
+  return corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0];
+}
 
 /// Success when the three vertex indices are below `nbVertices` and below the largest that is stored, and differ.
 BoolResult checkCorners(const std::array<std::size_t, 3>& corners, std::size_t nbVertices);
@@ -18,4 +24,4 @@ BoolResult tooManyTriangles();
 BoolResult tooManyVertices();
 /// @}
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

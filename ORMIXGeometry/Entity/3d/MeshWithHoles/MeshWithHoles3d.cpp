@@ -41,7 +41,7 @@ std::size_t MeshWithHoles3d<T>::getNbTotTriangles() const {
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const MeshWithHoles3d<T>& mesh) {
   stream << '[' << mesh.getExteriorMesh();
-  if (mesh.hasHoles()) printAddresses(stream << ", ", mesh.getMeshHoles());
+  if (mesh.hasHoles()) detail::printAddresses(stream << ", ", mesh.getMeshHoles());
   return stream << ']';
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 // Not installed.
-namespace ormix::geom {
+namespace ormix::geom::detail {
 
 /// Prints the addresses to which the pointers point: "[0x55d0c8, 0x55d0f0]".
 template <class V>
@@ -19,4 +19,4 @@ std::ostream& printAddresses(std::ostream& stream, const std::vector<boost::shar
   return stream << ']';
 }
 
-}  // namespace ormix::geom
+}  // namespace ormix::geom::detail

@@ -14,15 +14,16 @@ namespace {
 
 template <class Operation, class T>
 void combine(Point3dData<T>& a, const Point3dData<T>& b, Operation operation) {
-  a.setCoords(inCoordinateType(operation, a.getX(), b.getX()), inCoordinateType(operation, a.getY(), b.getY()),
-              inCoordinateType(operation, a.getZ(), b.getZ()));
+  a.setCoords(detail::inCoordinateType(operation, a.getX(), b.getX()),
+              detail::inCoordinateType(operation, a.getY(), b.getY()),
+              detail::inCoordinateType(operation, a.getZ(), b.getZ()));
 }
 
 template <class Operation, class T>
 void combine(Point3dData<T>& point, const Vector3d& vector, Operation operation) {
-  point.setCoords(withComponent(operation, point.getX(), vector.getX()),
-                  withComponent(operation, point.getY(), vector.getY()),
-                  withComponent(operation, point.getZ(), vector.getZ()));
+  point.setCoords(detail::withComponent(operation, point.getX(), vector.getX()),
+                  detail::withComponent(operation, point.getY(), vector.getY()),
+                  detail::withComponent(operation, point.getZ(), vector.getZ()));
 }
 
 }  // namespace
@@ -44,7 +45,7 @@ Point3dData<T>& Point3dData<T>::operator*=(const Point3dData& other) {
 }
 template <class T>
 Point3dData<T>& Point3dData<T>::operator/=(const Point3dData& other) {
-  setCoords(quotient(_x, other._x), quotient(_y, other._y), quotient(_z, other._z));
+  setCoords(detail::quotient(_x, other._x), detail::quotient(_y, other._y), detail::quotient(_z, other._z));
   return *this;
 }
 
@@ -94,7 +95,7 @@ std::ostream& operator<<(std::ostream& stream, const Point3dData<T>& point) {
 template <class T>
 omReal64 normL2(const Point3dData<T>& point) {
   if constexpr (std::is_integral_v<T>)
-    return wrappedNorm(point.getX(), point.getY(), point.getZ());
+    return detail::wrappedNorm(point.getX(), point.getY(), point.getZ());
   else
     return euclideanNorm(omReal64(point.getX()), omReal64(point.getY()), omReal64(point.getZ()));
 }
@@ -102,9 +103,9 @@ omReal64 normL2(const Point3dData<T>& point) {
 template <class T>
 omReal64 distance(const Point3dData<T>& a, const Point3dData<T>& b) {
   if constexpr (std::is_integral_v<T>)
-    return wrappedNorm(inCoordinateType(std::minus<>(), b.getX(), a.getX()),
-                       inCoordinateType(std::minus<>(), b.getY(), a.getY()),
-                       inCoordinateType(std::minus<>(), b.getZ(), a.getZ()));
+    return detail::wrappedNorm(detail::inCoordinateType(std::minus<>(), b.getX(), a.getX()),
+                               detail::inCoordinateType(std::minus<>(), b.getY(), a.getY()),
+                               detail::inCoordinateType(std::minus<>(), b.getZ(), a.getZ()));
   else
     return euclideanNorm(omReal64(T(b.getX() - a.getX())), omReal64(T(b.getY() - a.getY())),
                          omReal64(T(b.getZ() - a.getZ())));
@@ -118,8 +119,8 @@ bool compare(const Point3dData<T>& a, const Point3dData<T>& b, std::common_type_
 template <class T>
 Point3dData<T> crossProduct(const Point3dData<T>& a, const Point3dData<T>& b) {
   const auto component = [](T a0, T a1, T b0, T b1) {
-    return inCoordinateType(std::minus<>(), inCoordinateType(std::multiplies<>(), a0, b1),
-                            inCoordinateType(std::multiplies<>(), a1, b0));
+    return detail::inCoordinateType(std::minus<>(), detail::inCoordinateType(std::multiplies<>(), a0, b1),
+                                    detail::inCoordinateType(std::multiplies<>(), a1, b0));
   };
   return {component(a.getY(), a.getZ(), b.getY(), b.getZ()), component(a.getZ(), a.getX(), b.getZ(), b.getX()),
           component(a.getX(), a.getY(), b.getX(), b.getY())};

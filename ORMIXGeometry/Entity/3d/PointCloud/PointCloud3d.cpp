@@ -7,7 +7,7 @@ namespace ormix::geom {
 
 template <class T>
 std::ostream& operator<<(std::ostream& stream, const PointCloud3d<T>& cloud) {
-  return printPoints(stream, cloud.getCollection());
+  return detail::printPoints(stream, cloud.getCollection());
 }
 
 template <class TOut, class TIn>
@@ -19,7 +19,7 @@ PointCloud3d<TOut> cast(const PointCloud3d<TIn>& cloud) {
 
 template <class TOut, class TIn>
 void cast(const PointCloud3d<TIn>& cloud, PointCloud3d<TOut>& result) {
-  castPoints(cloud.getCollection(), result.getCollection());
+  detail::castPoints(cloud.getCollection(), result.getCollection());
 }
 
 ORMIX_GEOMETRY_INSTANTIATE_PRINT(PointCloud3d)

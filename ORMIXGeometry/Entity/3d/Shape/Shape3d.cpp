@@ -71,7 +71,7 @@ void Shape3d::clear() {
 }
 
 std::ostream& operator<<(std::ostream& stream, const Shape3d& shape) {
-  return printAddresses(stream, shape.getMeshWithHolesColl());
+  return detail::printAddresses(stream, shape.getMeshWithHolesColl());
 }
 
 bool compare(const Shape3d& a, const Shape3d& b, omReal32 tolerance) {

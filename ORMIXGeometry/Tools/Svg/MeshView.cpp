@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
-#include <ORMIXGeometry/Tools/MeshView.h>
+#include <ORMIXGeometry/Tools/Svg/MeshView.h>
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <ORMIXSerialization/Archive/FileTarget.h>
 
 #include <algorithm>
@@ -10,16 +10,16 @@ namespace ormix::geom {
 
 struct SvgWriter::Drawing {
   struct Item {
-    SvgShape shape;
+    detail::SvgShape shape;
     SvgStyle style;
   };
   omReal64 size = 800;
-  std::optional<SvgView> view;
+  std::optional<detail::SvgView> view;
   std::vector<Item> items;
 
-  BoolResult add(const std::string& name, std::optional<SvgShape> shape, const SvgStyle& style);
-  SvgExtent extent(bool endless) const;
-  ProcessingResult<SvgFrame> frame() const;
+  BoolResult add(const std::string& name, std::optional<detail::SvgShape> shape, const SvgStyle& style);
+  detail::SvgExtent extent(bool endless) const;
+  ProcessingResult<detail::SvgFrame> frame() const;
 };
 
 namespace {
@@ -31,7 +31,7 @@ bool isUtf8(const std::string& text) {
   return true;
 }
 
-void writeLabel(SvgElement& element, const SvgPoint& place, const std::string& label) {
+void writeLabel(detail::SvgElement& element, const detail::SvgPoint& place, const std::string& label) {
   element << "<text x=\"" << place.getX() << "\" y=\"" << place.getY() << "\">";
   element.escaped(label) << "</text>\n";
 }
@@ -42,9 +42,10 @@ BoolResult takenBy(std::ostream& stream) {
 
 }  // namespace
 
-BoolResult SvgWriter::Drawing::add(const std::string& name, std::optional<SvgShape> shape, const SvgStyle& style) {
+BoolResult SvgWriter::Drawing::add(const std::string& name, std::optional<detail::SvgShape> shape,
+                                   const SvgStyle& style) {
   if (!shape) return failure("SvgWriter does not know how to draw a " + name);
-  SvgExtent own;
+  detail::SvgExtent own;
   own.add(*shape);
   if (!own.isFinite()) return failure("Not drawn: a number of the " + name + " is not finite or too large");
   if (!std::isfinite(style.width) || style.width < 0)
@@ -55,19 +56,19 @@ BoolResult SvgWriter::Drawing::add(const std::string& name, std::optional<SvgSha
   return true;
 }
 
-SvgExtent SvgWriter::Drawing::extent(bool endless) const {
-  SvgExtent extent;
+detail::SvgExtent SvgWriter::Drawing::extent(bool endless) const {
+  detail::SvgExtent extent;
   for (const Item& item : items)
-    if (isEndless(item.shape) == endless) extent.add(item.shape);
+    if (detail::isEndless(item.shape) == endless) extent.add(item.shape);
   return extent;
 }
 
-ProcessingResult<SvgFrame> SvgWriter::Drawing::frame() const {
-  SvgFrame frame{};
+ProcessingResult<detail::SvgFrame> SvgWriter::Drawing::frame() const {
+  detail::SvgFrame frame{};
   if (view) {
     frame.view = *view;
   } else {
-    SvgExtent seen = extent(false);
+    detail::SvgExtent seen = extent(false);
     if (seen.isEmpty()) seen = extent(true);
     // A single place is given some room around it.
     const omReal64 side = std::max(seen.xMax - seen.xMin, seen.yMax - seen.yMin);
@@ -97,29 +98,29 @@ BoolResult SvgWriter::setView(const BoundingBox2d<omReal64>& view) {
   const bool ordered = view.getXMin() < view.getXMax() && view.getYMin() < view.getYMax();
   if (!ordered || !std::isfinite(view.getXMax() - view.getXMin()) || !std::isfinite(view.getYMax() - view.getYMin()))
     return failure("The view of an SVG picture must be a finite box with a positive width and height");
-  drawing().view = SvgView{view.getXMin(), view.getYMin(), view.getXMax(), view.getYMax()};
+  drawing().view = detail::SvgView{view.getXMin(), view.getYMin(), view.getXMax(), view.getYMax()};
   return true;
 }
 
 BoolResult SvgWriter::draw(const BaseGeometryEntity2d& entity, const SvgStyle& style) {
-  return drawing().add(entity.getClassName(), svgShape(entity), style);
+  return drawing().add(entity.getClassName(), detail::svgShape(entity), style);
 }
 
 BoolResult SvgWriter::draw(const Vector2d& vector, const Point2dData<omReal64>& anchor, const SvgStyle& style) {
-  return drawing().add(vector.getClassName(), svgArrow(vector, anchor), style);
+  return drawing().add(vector.getClassName(), detail::svgArrow(vector, anchor), style);
 }
 
 BoolResult SvgWriter::write(std::ostream& stream) const {
   static const Drawing empty;
   const Drawing& drawing = _drawing ? *_drawing : empty;
-  const ProcessingResult<SvgFrame> framed = drawing.frame();
+  const ProcessingResult<detail::SvgFrame> framed = drawing.frame();
   if (!framed.getMessage().empty()) return failure(framed.getMessage());
-  const SvgFrame& frame = framed.getResult();
+  const detail::SvgFrame& frame = framed.getResult();
 
-  const auto put = [&stream](const SvgElement& element) {
+  const auto put = [&stream](const detail::SvgElement& element) {
     stream.write(element.text().data(), static_cast<std::streamsize>(element.text().size()));
   };
-  SvgElement head;
+  detail::SvgElement head;
   head << R"(<?xml version="1.0" encoding="UTF-8"?>)"
        << "\n"
        << R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" << frame.width() << "\" height=\"" << frame.height()
@@ -129,16 +130,16 @@ BoolResult SvgWriter::write(std::ostream& stream) const {
        << "<g stroke-linejoin=\"round\">\n";
   put(head);
 
-  SvgElement labels;
+  detail::SvgElement labels;
   for (const Drawing::Item& item : drawing.items) {
-    SvgElement element;
-    const std::optional<SvgPoint> middle = writeShape(element, item.shape, frame, item.style);
+    detail::SvgElement element;
+    const std::optional<detail::SvgPoint> middle = detail::writeShape(element, item.shape, frame, item.style);
     // What lies that far outside a given view cannot be seen, and has no coordinates in pixels.
     if (!element.isFinite()) continue;
     put(element);
     if (middle && !item.style.label.empty()) writeLabel(labels, *middle, item.style.label);
   }
-  SvgElement tail;
+  detail::SvgElement tail;
   // A white rim keeps labels legible on any fill.
   tail << "</g>\n"
        << R"(<g font-family="sans-serif" font-size="12" text-anchor="middle" dominant-baseline="middle" )"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
-#include <ORMIXGeometry/Tools/SvgWriter.h>
+#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 
 namespace ormix::geom {
 

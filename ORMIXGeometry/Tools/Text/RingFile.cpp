@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2dPrivateUtils.h>
-#include <ORMIXGeometry/Tools/RingFile.h>
+#include <ORMIXGeometry/Tools/Text/RingFile.h>
 
 #include <boost/geometry/io/wkt/read.hpp>
 #include <cerrno>
@@ -200,7 +200,7 @@ class RingReader {
     auto& points = ring.getPointColl();
     try {
       std::vector<Point2dData<omReal64>> read;
-      readRing(spaced, read);
+      detail::readRing(spaced, read);
       if (points.empty())
         points = std::move(read);
       else
