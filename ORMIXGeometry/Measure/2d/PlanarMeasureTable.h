@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/2d/PlanarClasses.h>
-#include <ORMIXGeometry/Entity/MissingRow.h>
 
 namespace ormix::geom {
 
@@ -11,9 +10,19 @@ struct PlanarMeasures {
   bool perimeter;  ///< PerimeterMsr2d
 };
 
+namespace detail {
+template <class Entity>
+constexpr PlanarMeasures noPlanarMeasures() {
+  static_assert(
+      sizeof(Entity*) == 0,
+      "an entity of the plane has no row in Measure/2d/PlanarMeasureTable.h: say there which measures it has");
+  return {};
+}
+}  // namespace detail
+
 /// Which measures support an entity: a table with a row for each entity of the plane. A missing row does not compile.
 template <class Entity>
-inline constexpr PlanarMeasures s_planarMeasuresOf = detail::missingRow<Entity, PlanarMeasures>();
+inline constexpr PlanarMeasures s_planarMeasuresOf = detail::noPlanarMeasures<Entity>();
 // clang-format off
 /// The row of this entity.
 /// @{

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/SpatialClasses.h>
-#include <ORMIXGeometry/Entity/MissingRow.h>
 
 namespace ormix::geom {
 
@@ -11,10 +10,19 @@ struct SpatialMeasures {
   bool volume;  ///< whether VolumeMsr3d supports them
 };
 
+namespace detail {
+template <class Entity>
+constexpr SpatialMeasures noSpatialMeasures() {
+  static_assert(sizeof(Entity*) == 0,
+                "an entity of space has no row in Measure/3d/SpatialMeasureTable.h: say there which measures it has");
+  return {};
+}
+}  // namespace detail
+
 /// The table of the spatial measures, with one row for each entity of space; an entity without a row does not compile.
 /// @{
 template <class Entity>
-inline constexpr SpatialMeasures s_spatialMeasuresOf = detail::missingRow<Entity, SpatialMeasures>();
+inline constexpr SpatialMeasures s_spatialMeasuresOf = detail::noSpatialMeasures<Entity>();
 // clang-format off
 //                                                                                      area   volume
 template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Point3d<T>>         {true,  true};

@@ -28,6 +28,12 @@ SvgPath corners(const Quadrangle& entity) {
 
 /// The shape of an entity, an overload for each class of PlanarEntityList.
 /// @{
+template <class Entity>
+SvgShape shapeOf(const Entity&) {
+  static_assert(sizeof(Entity*) == 0,
+                "an entity of the plane cannot be drawn: add an overload of shapeOf in Tools/Svg/SvgShape.cpp");
+  return {};
+}
 template <class T>
 SvgShape shapeOf(const Point2d<T>& point) {
   return SvgDots{{cast<omReal64>(point.getCoords())}};
