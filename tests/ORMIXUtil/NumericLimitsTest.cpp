@@ -4,19 +4,16 @@
 #include <cmath>
 
 template <class T>
-class NumericLimitsTest : public ::testing::Test {};
-using Reals = ::testing::Types<ormix::omReal32, ormix::omReal64>;
-TYPED_TEST_SUITE(NumericLimitsTest, Reals);
-
-TYPED_TEST(NumericLimitsTest, epsilonIsTheStepAfterOne) {
-  using Limits = ormix::NumericLimits<TypeParam>;
-  EXPECT_EQ(std::nextafter(TypeParam(1), TypeParam(2)), TypeParam(1) + Limits::s_eps);
-  EXPECT_FLOAT_EQ(static_cast<float>(Limits::s_sqrt_eps), static_cast<float>(std::sqrt(Limits::s_eps)));
+void expectLimitsOfReal() {
+  using Limits = ormix::NumericLimits<T>;
+  EXPECT_EQ(std::nextafter(T(1), T(2)), T(1) + Limits::s_eps);
+  EXPECT_EQ(Limits::s_sqrt_eps, static_cast<T>(std::sqrt(static_cast<double>(Limits::s_eps))));
   EXPECT_EQ(Limits::s_min, -Limits::s_max) << "the lowest value, not the smallest positive one";
 }
 
-TEST(NumericLimits, squareRootIsCorrectlyRounded) {
-  EXPECT_EQ(ormix::NumericLimits<double>::s_sqrt_eps, std::sqrt(ormix::NumericLimits<double>::s_eps));
+TEST(NumericLimits, epsilonIsTheStepAfterOne) {
+  expectLimitsOfReal<ormix::omReal32>();
+  expectLimitsOfReal<ormix::omReal64>();
 }
 
 TEST(NumericLimits, integersHaveNoEpsilon) {

@@ -5,19 +5,14 @@
 
 using ormix::BoolResult;
 
-TEST(ProcessingResult, boolResultStartsSuccessful) {
-  const BoolResult result;
-  EXPECT_TRUE(result);
-  EXPECT_TRUE(result.getResult());
-  EXPECT_EQ(result.getMessage(), "");
-}
-
-TEST(ProcessingResult, otherValuesStartValueInitialised) { EXPECT_EQ(ormix::ProcessingResult<int>().getResult(), 0); }
-
-TEST(ProcessingResult, failureCarriesItsReason) {
-  const BoolResult result = ormix::failure("disk full");
-  EXPECT_FALSE(result);
-  EXPECT_EQ(result.getMessage(), "disk full");
+TEST(ProcessingResult, startsSuccessfulAndCarriesTheReasonOfAFailure) {
+  const BoolResult success;
+  EXPECT_TRUE(success && success.getResult());
+  EXPECT_EQ(success.getMessage(), "");
+  const BoolResult failed = ormix::failure("disk full");
+  EXPECT_FALSE(failed);
+  EXPECT_EQ(failed.getMessage(), "disk full");
+  EXPECT_EQ(ormix::ProcessingResult<int>().getResult(), 0);
 }
 
 TEST(ProcessingResult, convertsToBoolOnlyWhenAsked) {

@@ -108,21 +108,6 @@ TEST(DynamicObjectFactory, registratorLeavesAForeignRegistrationAlone) {
   EXPECT_FALSE(factory().unRegisterClass("test::Lamp"));
 }
 
-TEST(DynamicObjectFactory, namesAreSorted) {
-  for (const char* name : {"test::c", "test::a", "test::b"})
-    factory().registerClass(name, &Lamp::createNewObject, &Lamp::createSharedObject);
-  EXPECT_EQ(factory().getRegisteredNames(), (std::vector<std::string>{"test::a", "test::b", "test::c"}));
-  for (const char* name : {"test::a", "test::b", "test::c"}) factory().unRegisterClass(name);
-}
-
-TEST(DynamicObjectFactory, initCtorCopyCopies) {
-  Lamp bright;
-  bright.watts = 60;
-  Lamp lamp;
-  lamp.initCtorCopy(bright);
-  EXPECT_EQ(lamp.watts, 60);
-}
-
 // One class stays known all the time while others come and go: whoever asks for it must always get it.
 TEST(DynamicObjectFactory, servesSeveralThreadsAtOnce) {
   const ormix::DynamicRegistrator<Lamp> registrator;
