@@ -1,12 +1,14 @@
-#include "ArchiveFormats.h"
-
 #include <cmath>
-#include <cstring>
+
+#include "SampleClasses.h"
+#include "support/ArchiveFormats.h"
+#include "support/Checks.h"
 
 namespace {
 
 using namespace ormix;
 using namespace sample;
+using namespace support;
 
 /// Bytes from hexadecimal digits; anything else between them is skipped.
 std::string hex(std::string_view digits) {
@@ -77,17 +79,12 @@ TEST(CborBytes, RealsOfEveryWidthAreRead) {
   omReal32 value = 7;
   EXPECT_FAILURE(readValue(entry("fb 7fefffffffffffff"), value), "out of range");
   EXPECT_EQ(value, 7);
-}
-
-TEST(CborBytes, RealsKeepThePayloadOfANaN) {
-  const omUInt32 bits = 0x7FA12345;
-  omReal32 signalling = 0;
-  std::memcpy(&signalling, &bits, sizeof bits);
-  const std::string bytes = archived<Cbor>([&](BaseOArchive& archive) { archive.writeReal("v", signalling); });
+  // The payload of a signalling NaN, too.
+  const std::string bytes =
+      archived<Cbor>([](BaseOArchive& archive) { archive.writeReal("v", fromBits<omReal32>(0x7FA12345)); });
   EXPECT_NE(bytes.find(hex("fa 7fa12345")), std::string::npos);
-  omReal32 value = 0;
   EXPECT_SUCCESS(readValue(bytes, value));
-  EXPECT_EQ(std::memcmp(&value, &bits, sizeof bits), 0);
+  EXPECT_EQ(bitsOf(value), 0x7FA12345u);
 }
 
 TEST(CborBytes, OtherSpellingsOfAnArchiveAreRead) {
@@ -104,13 +101,15 @@ TEST(CborBytes, OtherSpellingsOfAnArchiveAreRead) {
 }
 
 TEST(CborBytes, EntriesAreOnePair) {
-  bool flag = true;
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("a2 61 76 f4 61 77 f4"), flag), "not one key with one value");
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("a0"), flag), "not one key with one value");
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("bf 61 76 f4 61 77 f4 ff"), flag), "not one key with one value");
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("bf ff"), flag), "a key was wanted");
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("a1 01 f4"), flag), "a key was wanted, an integer was found");
-  EXPECT_FAILURE(readValue(hex("82") + g_header + hex("01"), flag), "an entry was wanted, an integer was found");
+  const auto refuses = [](std::string_view item, const char* why) {
+    bool flag = true;
+    EXPECT_FAILURE(readValue(hex("82") + g_header + hex(item), flag), why);
+  };
+  for (const char* item : {"a2 61 76 f4 61 77 f4", "a0", "bf 61 76 f4 61 77 f4 ff"})
+    refuses(item, "not one key with one value");
+  refuses("bf ff", "a key was wanted");
+  refuses("a1 01 f4", "a key was wanted, an integer was found");
+  refuses("01", "an entry was wanted, an integer was found");
 }
 
 TEST(CborBytes, NumericArraysOfOtherSpellings) {
@@ -132,20 +131,20 @@ TEST(CborBytes, RowsOfOtherSpellings) {
   EXPECT_EQ(valueOf<Rows>("82 82 00 01 9f 02 03 ff"), (Rows{{0, 1}, {2, 3}}));
   EXPECT_EQ(valueOf<Rows>("d8 28 82 82 02 02 84 00 01 02 03"), (Rows{{0, 1}, {2, 3}}));
   EXPECT_EQ(valueOf<Rows>("d8 28 82 82 01 02 d8 55 48 00000000 0000803f"), (Rows{{0, 1}}));
-  Rows rows;
-  EXPECT_FAILURE(readValue(entry("d8 28 82 82 03 02 84 00 01 02 03"), rows), "than the shape says");
-  EXPECT_FAILURE(readValue(entry("d8 28 82 82 02 02 d8 55 44 00000000"), rows), "than the shape says");
-  EXPECT_FAILURE(readValue(entry("d8 28 82 82 1b 8000000000000001 02 d8 55 48 00000000 0000803f"), rows),
-                 "than the shape says");
-  EXPECT_FAILURE(readValue(entry("82 82 00 01 81 02"), rows), "a row of another length");
-  EXPECT_FAILURE(readValue(entry("d8 56 40"), rows), "without its shape");
-  EXPECT_FAILURE(readValue(entry("d8 28 82 83 01 01 01 80"), rows), "two dimensions");
-  std::vector<omReal64> numbers;
-  EXPECT_FAILURE(readValue(entry("d8 28 82 82 01 01 d8 56 48 0000000000000000"), numbers), "several dimensions");
-  EXPECT_FAILURE(readValue(entry("d8 56 47 00000000000000"), numbers), "a part of a number");
-  EXPECT_FAILURE(readValue(entry("d8 57 50 00000000000000000000000000000000"), numbers),
-                 "an array of numbers was wanted");
-  EXPECT_FAILURE(readValue(entry("82 01 61 76"), numbers), "a number was wanted, a text was found");
+  const auto refuses = [](auto value, std::string_view bytes, const char* why) {
+    EXPECT_FAILURE(readValue(entry(bytes), value), why);
+  };
+  for (const char* bytes : {"d8 28 82 82 03 02 84 00 01 02 03", "d8 28 82 82 02 02 d8 55 44 00000000",
+                            "d8 28 82 82 1b 8000000000000001 02 d8 55 48 00000000 0000803f"})
+    refuses(Rows(), bytes, "than the shape says");
+  refuses(Rows(), "82 82 00 01 81 02", "a row of another length");
+  refuses(Rows(), "d8 56 40", "without its shape");
+  refuses(Rows(), "d8 28 82 83 01 01 01 80", "two dimensions");
+  using Numbers = std::vector<omReal64>;
+  refuses(Numbers(), "d8 28 82 82 01 01 d8 56 48 0000000000000000", "several dimensions");
+  refuses(Numbers(), "d8 56 47 00000000000000", "a part of a number");
+  refuses(Numbers(), "d8 57 50 00000000000000000000000000000000", "an array of numbers was wanted");
+  refuses(Numbers(), "82 01 61 76", "a number was wanted, a text was found");
 }
 
 TEST(CborBytes, AnotherFormatIsRefused) {

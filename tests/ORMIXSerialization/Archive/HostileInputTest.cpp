@@ -1,10 +1,10 @@
-#include "ArchiveFormats.h"
-
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <new>
-#include <random>
+
+#include "SampleClasses.h"
+#include "support/ArchiveFormats.h"
+#include "support/Random.h"
 
 namespace {
 /// Largest single piece of memory asked for since it was last set to 0.
@@ -31,6 +31,7 @@ namespace {
 
 using namespace ormix;
 using namespace sample;
+using namespace support;
 
 template <class Format>
 using HostileInput = ArchiveTest<Format>;
@@ -65,45 +66,31 @@ bool readsTree(const std::string& bytes) {
   }
 }
 
-TYPED_TEST(HostileInput, TruncatedAnywhere) {
+TYPED_TEST(HostileInput, TruncatedAnywhereOrFollowedByAnything) {
   const std::string bytes = treeArchive<TypeParam>();
   ASSERT_TRUE(readsTree<TypeParam>(bytes));
   // The newline behind a JSON text's last bracket may be missing.
   const std::size_t end = bytes.find_last_not_of('\n');
   for (std::size_t size = 0; size < end; ++size) EXPECT_FALSE(readsTree<TypeParam>(bytes.substr(0, size))) << size;
-}
-
-TYPED_TEST(HostileInput, FollowedByAnything) {
-  const std::string bytes = treeArchive<TypeParam>();
   for (const std::string tail : {"x", "]", "[]", "\xff", "\x9f", "1"}) EXPECT_FALSE(readsTree<TypeParam>(bytes + tail));
   EXPECT_FALSE(readsTree<TypeParam>(bytes + bytes));
 }
 
-TYPED_TEST(HostileInput, WithFlippedBits) {
-  const unsigned seed = std::random_device()();
-  std::cout << "seed " << seed << '\n';
-  std::mt19937 random(seed);
+// Most are refused, some only change a number: neither may do harm.
+TYPED_TEST(HostileInput, WithFlippedBitsAndPiecesExchanged) {
+  Random random(11);
   const std::string bytes = treeArchive<TypeParam>();
+  const auto below = [&random](std::size_t bound) { return std::size_t{random()} % bound; };
   for (int round = 0; round < 20000; ++round) {
     std::string flipped = bytes;
-    for (unsigned flips = random() % 4 + 1; flips != 0; --flips) {
-      char& byte = flipped[random() % flipped.size()];
-      byte = static_cast<char>(byte ^ (1 << random() % 8));
+    for (std::size_t flips = below(4) + 1; flips != 0; --flips) {
+      char& byte = flipped[below(flipped.size())];
+      byte = static_cast<char>(byte ^ (1 << below(8)));
     }
-    // Most are refused, some only change a number: neither may do harm.
     readsTree<TypeParam>(flipped);
-  }
-}
-
-TYPED_TEST(HostileInput, WithPiecesExchanged) {
-  const unsigned seed = std::random_device()();
-  std::cout << "seed " << seed << '\n';
-  std::mt19937 random(seed);
-  const std::string bytes = treeArchive<TypeParam>();
-  for (int round = 0; round < 20000; ++round) {
     std::string mixed = bytes;
-    const std::size_t size = random() % 40, from = random() % bytes.size(), to = random() % bytes.size();
-    mixed.replace(to, random() % 2 ? size : random() % 40, bytes.substr(from, size));
+    const std::size_t size = below(40);
+    mixed.replace(below(bytes.size()), below(2) ? size : below(40), bytes.substr(below(bytes.size()), size));
     readsTree<TypeParam>(mixed);
   }
 }
@@ -119,18 +106,6 @@ TYPED_TEST(HostileInput, NamesClassAndKeyOfAFailedField) {
     const char* inner = std::string(key) == "_kind" ? "Class sample::Ring: " : "Class sample::Tree: ";
     EXPECT_EQ(message.find(inner), 0u) << message;
     EXPECT_EQ(message.find("Class ", 1), std::string::npos) << message;
-  }
-}
-
-TYPED_TEST(HostileInput, LeavesTheObjectAsItWas) {
-  const std::string bytes = archived<TypeParam>([](BaseOArchive& archive) { writeItem(archive, "v", sampleTree(1)); });
-  const Tree original = sampleTree(2);
-  for (std::size_t size = 0; size + 10 < bytes.size(); size += 7) {
-    std::istringstream stream(bytes.substr(0, size));
-    typename TypeParam::Input archive(stream);
-    Tree tree = original;
-    EXPECT_FALSE(readItem(archive, "v", tree));
-    EXPECT_EQ(describe(tree), describe(original));
   }
 }
 
@@ -229,7 +204,6 @@ TEST(HostileCbor, DeclaresMoreThanItHolds) {
   using namespace std::string_literals;
   const std::string bytes = archived<Cbor>([](BaseOArchive& archive) { archive.writeBool("v", true); });
   const std::string start = bytes.substr(0, bytes.rfind('\xF5'));
-  const auto before = std::chrono::steady_clock::now();
   // 2^32 - 1, 2^64 - 8 and 2^47 - 8, as the length of a byte string, a text, a list and a map, alone, as a typed array
   // and as one of a shape that fits.
   for (const std::string& length :
@@ -242,7 +216,6 @@ TEST(HostileCbor, DeclaresMoreThanItHolds) {
         for (const bool seekable : {true, false})
           for (int kind = 0; kind < 4; ++kind) expectRefused(start + value + "abcdefgh", seekable, kind);
       }
-  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
 }
 
 }  // namespace

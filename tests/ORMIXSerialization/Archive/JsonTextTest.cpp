@@ -1,12 +1,15 @@
-#include "ArchiveFormats.h"
-
 #include <algorithm>
 #include <cmath>
+
+#include "SampleClasses.h"
+#include "support/ArchiveFormats.h"
+#include "support/Checks.h"
 
 namespace {
 
 using namespace ormix;
 using namespace sample;
+using namespace support;
 
 const std::string g_header = R"([{"ormix-archive": [{"version": 1}, {"writer": "x"}]})";
 
@@ -64,12 +67,8 @@ TEST(JsonText, OfArraysTextsAndPolymorphicObjects) {
 {"sample::Disc": [{"version": 1}]}, {"_centerPt": [{"x": 0}, {"y": 0}]}, {"_radius": 0}]}
 ]
 )");
-}
-
-TEST(JsonText, BreaksLongLines) {
-  const std::string text =
-      archived<Json>([](BaseOArchive& archive) { writeItem(archive, "values", std::vector<omInt32>(1000, 1234567)); });
-  std::istringstream lines(text);
+  std::istringstream lines(
+      archived<Json>([](BaseOArchive& archive) { writeItem(archive, "values", std::vector<omInt32>(1000, 1234567)); }));
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 120u);
 }
 
@@ -112,17 +111,9 @@ TEST(JsonText, RefusesWhatIsNoNumber) {
   omReal64 real = 7;
   omReal32 single = 7;
   omInt64 integer = 7;
-  for (const std::string bad : {"1e400",    "1000000000000000000000000000e400",
-                                "01",       "+1",
-                                ".5",       "5.",
-                                "1e",       "0x10",
-                                "NaN",      "nan",
-                                "Infinity", "- 1",
-                                "1,5",      "\"1\"",
-                                "\"NAN\"",  "tru",
-                                "null",     "[1]",
-                                "{}",       "--1",
-                                "1 2"}) {
+  for (const std::string& bad : split("1e400|1000000000000000000000000000e400|01|+1|.5|5.|1e|0x10|NaN|nan|Infinity|- 1|"
+                                      "1,5|\"1\"|\"NAN\"|tru|null|[1]|{}|--1|1 2",
+                                      '|')) {
     EXPECT_FALSE(readValue(entry(bad), real)) << bad;
     EXPECT_FALSE(readValue(entry(bad), single)) << bad;
     EXPECT_FALSE(readValue(entry(bad), integer)) << bad;
@@ -158,8 +149,7 @@ TEST(JsonText, RefusesWhatIsNoArchive) {
 
 TEST(JsonText, RowsAreOfOneLength) {
   std::vector<Vertex> rows;
-  for (const std::string bad :
-       {"[1, 2]", "[[1]]", "[[1, 2, 3]]", "[[1, 2], []]", "[[1, [2]]]", "[[1, 2], 3]", "[[1, 2]"})
+  for (const std::string& bad : split("[1, 2]|[[1]]|[[1, 2, 3]]|[[1, 2], []]|[[1, [2]]]|[[1, 2], 3]|[[1, 2]", '|'))
     EXPECT_FALSE(readValue(entry(bad), rows)) << bad;
   EXPECT_FAILURE(readValue(entry("[[1, 2, 3]]"), rows), "\"v\": rows of 2 numbers were wanted");
 }

@@ -1,24 +1,19 @@
-#include "ArchiveFormats.h"
-
 #include <fstream>
-#include <locale>
+#include <optional>
+
+#include "SampleClasses.h"
+#include "support/ArchiveFormats.h"
+#include "support/Checks.h"
 
 namespace {
 
 using namespace ormix;
 using namespace sample;
+using namespace support;
 
 template <class Format>
 using Streams = ArchiveTest<Format>;
 TYPED_TEST_SUITE(Streams, Formats);
-
-/// Numbers as some countries write them: a comma for the point, groups of three digits.
-struct CommaNumbers : std::numpunct<char> {
-  char do_decimal_point() const override { return ','; }
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-  std::string do_truename() const override { return "vrai"; }
-};
 
 /// Takes `room` bytes and no more, as a disk that fills up.
 struct SmallDisk : std::streambuf {
@@ -54,11 +49,11 @@ struct DripBuffer : std::streambuf {
 TYPED_TEST(Streams, LocalesHaveNoInfluence) {
   const auto write = [](BaseOArchive& archive) { EXPECT_SUCCESS(writeObject(archive, sampleTree(1))); };
   const std::string classic = archived<TypeParam>(write);
-  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new CommaNumbers));
+  std::optional<CommaLocale> locale(std::in_place);
   const std::string comma = archived<TypeParam>(write);
   std::istringstream stream(comma);
   const SerializationObjectPtr object = load(stream);
-  std::locale::global(before);
+  locale.reset();
   EXPECT_EQ(comma, classic);
   ASSERT_TRUE(object);
   EXPECT_EQ(describe(dynamic_cast<Tree&>(*object)), describe(sampleTree(1)));
@@ -90,7 +85,7 @@ TYPED_TEST(Streams, AFullDiskShowsInClose) {
   if (full) EXPECT_FAILURE(save(full, Disc({1, 2}, 3), TypeParam::format), "cannot be written");
 }
 
-TYPED_TEST(Streams, ThatThrowAreFailures) {
+TYPED_TEST(Streams, ThatThrowOrAreNotOpenAreFailures) {
   ThrowingBuffer buffer;
   std::ostream output(&buffer);
   output.exceptions(std::ios::badbit | std::ios::failbit);
@@ -106,13 +101,10 @@ TYPED_TEST(Streams, ThatThrowAreFailures) {
   bool flag = false;
   EXPECT_SUCCESS(readItem(reading, "v", flag));
   EXPECT_SUCCESS(reading.close());
-}
-
-TYPED_TEST(Streams, ThatAreNotOpenAreFailures) {
-  std::ofstream output;
-  EXPECT_FAILURE(typename TypeParam::Output(output).close(), "cannot be written");
-  std::ifstream input;
-  EXPECT_FALSE(typename TypeParam::Input(input).state());
+  std::ofstream closed;
+  EXPECT_FAILURE(typename TypeParam::Output(closed).close(), "cannot be written");
+  std::ifstream none;
+  EXPECT_FALSE(typename TypeParam::Input(none).state());
 }
 
 }  // namespace
