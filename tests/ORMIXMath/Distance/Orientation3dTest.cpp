@@ -3,11 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <limits>
-#include <random>
 
-#include "PlanarOracle.h"
+#include "DistanceOracle.h"
+#include "support/Checks.h"
 
 namespace ormix {
 namespace {
@@ -18,48 +17,42 @@ int orientationOf(const FourPoints& p) { return orientation3d(p[0], p[1], p[2], 
 
 /// By expansion in 200 digits, in which it is exact for the cases below.
 int exactSign(const FourPoints& p) {
-  using oracle::Exact;
-  const auto minus = [&](std::size_t i) {
-    return std::array<Exact, 3>{Exact(p[i].x) - p[0].x, Exact(p[i].y) - p[0].y, Exact(p[i].z) - p[0].z};
-  };
-  const auto u = minus(1), v = minus(2), w = minus(3);
-  const Exact determinant =
-      u[0] * (v[1] * w[2] - v[2] * w[1]) - u[1] * (v[0] * w[2] - v[2] * w[0]) + u[2] * (v[0] * w[1] - v[1] * w[0]);
-  return determinant.sign();
+  const auto from0 = [&](std::size_t i) { return oracle::ExactPoint(p[i]) - p[0]; };
+  return dot(from0(1), cross(from0(2), from0(3))).sign();
 }
 
 /// Four points in or next to a plane: on lattices, where they lie in it exactly, or rounded and moved by little; near
 /// the origin and far from it, of sizes that differ by axis.
 class HostileTetrahedra {
  public:
-  explicit HostileTetrahedra(unsigned seed) : _draw(seed) {}
+  explicit HostileTetrahedra(unsigned seed) : _random(seed) {}
 
   FourPoints next() {
-    const bool isLattice = _draw() % 3 == 0;
-    const omReal64 steps = std::ldexp(1.0, static_cast<int>(_draw() % 45));
+    const bool isLattice = _random.below(3) == 0;
+    const omReal64 steps = std::ldexp(1.0, static_cast<int>(_random.below(45)));
     const auto number = [&] { return isLattice ? std::round(steps * uniform()) : uniform(); };
     const auto vector = [&] { return SpatialPoint{number(), number(), number()}; };
-    const SpatialPoint offset = _draw() % 2 == 0 ? SpatialPoint{0, 0, 0} : combined(1e6, vector(), 0, vector());
+    const SpatialPoint offset = _random.below(2) == 0 ? SpatialPoint{0, 0, 0} : combined(1e6, vector(), 0, vector());
     const SpatialPoint u = vector();
     const SpatialPoint v = vector();
-    const auto factor = [&] { return isLattice ? omReal64(int(_draw() % 9) - 4) : 2 * uniform(); };
+    const auto factor = [&] { return isLattice ? omReal64(int(_random.below(9)) - 4) : 2 * uniform(); };
     FourPoints p{offset, combined(1, offset, 1, u), combined(1, offset, 1, v), combined(factor(), u, factor(), v)};
     p[3] = combined(1, offset, 1, p[3]);
-    if (_draw() % 3 == 0) p[3] = combined(1, p[3], std::pow(10.0, -17 * std::abs(uniform())), vector());
-    if (_draw() % 8 == 0 && p[3].z != 0) p[3].z = std::nextafter(p[3].z, 1e300);
-    if (_draw() % 16 == 0) p[3] = p[_draw() % 3];
-    const omReal64 flattening = std::ldexp(1.0, -static_cast<int>(_draw() % 40));
+    if (_random.below(3) == 0) p[3] = combined(1, p[3], std::pow(10.0, -17 * std::abs(uniform())), vector());
+    if (_random.below(8) == 0 && p[3].z != 0) p[3].z = std::nextafter(p[3].z, 1e300);
+    if (_random.below(16) == 0) p[3] = p[_random.below(3)];
+    const omReal64 flattening = std::ldexp(1.0, -static_cast<int>(_random.below(40)));
     for (SpatialPoint& point : p) point.y *= flattening;
-    std::shuffle(p.begin(), p.end(), _draw);
+    std::shuffle(p.begin(), p.end(), _random.engine());
     return p;
   }
 
  private:
-  omReal64 uniform() { return std::uniform_real_distribution<omReal64>(-1, 1)(_draw); }
+  omReal64 uniform() { return _random.uniform(); }
   static SpatialPoint combined(omReal64 s, const SpatialPoint& p, omReal64 t, const SpatialPoint& q) {
     return {s * p.x + t * q.x, s * p.y + t * q.y, s * p.z + t * q.z};
   }
-  std::mt19937 _draw;
+  support::Random _random;
 };
 
 FourPoints scaled(FourPoints points, int exponent) {
@@ -68,9 +61,7 @@ FourPoints scaled(FourPoints points, int exponent) {
 }
 
 TEST(Orientation3d, HasTheExactSignOnHostilePoints) {
-  const unsigned seed = 1301;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  HostileTetrahedra cases(seed);
+  HostileTetrahedra cases(1301);
   std::array<int, 3> answers{};
   for (int i = 0; i < 20000; ++i) {
     FourPoints p = cases.next();
@@ -111,7 +102,7 @@ TEST(Orientation3d, TellsNeighbouringIntegersApart) {
 }
 
 TEST(Orientation3d, AnswersZeroForValuesThatAreNotFinite) {
-  for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity()}) {
+  for (const omReal64 bad : {support::s_nan, support::s_infinity}) {
     EXPECT_EQ(orientation3d({bad, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}), 0);
     EXPECT_EQ(orientation3d({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, bad}), 0);
   }
