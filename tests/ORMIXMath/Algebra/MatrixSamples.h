@@ -6,7 +6,9 @@
 #include <boost/numeric/ublas/matrix_proxy.hpp>
 #include <boost/numeric/ublas/vector.hpp>
 #include <initializer_list>
-#include <random>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix {
 
@@ -21,17 +23,15 @@ inline RealMatrix matrixOf(std::initializer_list<std::initializer_list<omReal64>
   return result;
 }
 
-inline RealMatrix randomMatrix(std::size_t nbRows, std::size_t nbColumns, std::mt19937& draw) {
-  std::uniform_real_distribution<omReal64> unit(-1, 1);
+inline RealMatrix randomMatrix(std::size_t nbRows, std::size_t nbColumns, support::Random& random) {
   RealMatrix result(nbRows, nbColumns);
-  for (auto& value : result.data()) value = unit(draw);
+  for (auto& value : result.data()) value = random.uniform();
   return result;
 }
 
-inline RealVector randomVector(std::size_t size, std::mt19937& draw) {
-  std::uniform_real_distribution<omReal64> unit(-1, 1);
+inline RealVector randomVector(std::size_t size, support::Random& random) {
   RealVector result(size);
-  for (auto& value : result) value = unit(draw);
+  for (auto& value : result) value = random.uniform();
   return result;
 }
 

@@ -12,7 +12,7 @@ namespace {
 namespace ublas = boost::numeric::ublas;
 
 TEST(SvdSolve, LeavesAResidualAcrossTheColumns) {
-  std::mt19937 draw(21);
+  support::Random draw(21);
   // Small, just tall, and tall enough for many blocks.
   for (const std::size_t nbRows : {4U, 7U, 200U, 5003U}) {
     const RealMatrix a = randomMatrix(nbRows, 4, draw);
@@ -27,7 +27,7 @@ TEST(SvdSolve, LeavesAResidualAcrossTheColumns) {
 }
 
 TEST(SvdSolve, FindsTheRankWhateverTheUnitsOfTheColumns) {
-  std::mt19937 draw(22);
+  support::Random draw(22);
   for (const std::size_t nbRows : {5U, 400U}) {
     RealMatrix a = randomMatrix(nbRows, 3, draw);
     for (std::size_t i = 0; i < nbRows; ++i) {
@@ -61,26 +61,8 @@ TEST(SvdSolve, TakesTheShortestOfManySolutions) {
   EXPECT_EQ(ublas::norm_2(x), 0);
 }
 
-TEST(SvdSolve, SeesACircleOfRadiusOneFarFromTheOrigin) {
-  // Unshifted on purpose: only the scaling of the columns keeps the rank.
-  RealMatrix a(1000, 3);
-  RealVector b(1000);
-  for (std::size_t i = 0; i < 1000; ++i) {
-    const omReal64 x = 1e6 + std::cos(0.01 * double(i)), y = 1e6 + std::sin(0.01 * double(i));
-    a(i, 0) = 2 * x;
-    a(i, 1) = 2 * y;
-    a(i, 2) = 1;
-    b(i) = x * x + y * y;
-  }
-  RealVector x;
-  std::size_t rank = 0;
-  ASSERT_TRUE(svdSolve(a, b, x, rank));
-  EXPECT_EQ(rank, 3U);
-  EXPECT_NEAR(x(0), 1e6, 1e-3);
-}
-
 TEST(SvdSolve, GivesTheNullVectorWithAFixedSign) {
-  std::mt19937 draw(23);
+  support::Random draw(23);
   for (const std::size_t nbRows : {3U, 4U, 900U}) {
     RealMatrix a = randomMatrix(nbRows, 4, draw);
     // Orthogonal to (2, -3, 1, 0.5) by the last column.
@@ -97,7 +79,7 @@ TEST(SvdSolve, GivesTheNullVectorWithAFixedSign) {
 }
 
 TEST(SvdSolve, SmallSystemsAgreeWithTheGeneralOnes) {
-  std::mt19937 draw(24);
+  support::Random draw(24);
   for (const auto& [nbRows, nbColumns] : {std::pair{3U, 3U}, {9U, 9U}, {16U, 4U}, {2U, 5U}}) {
     const RealMatrix a = randomMatrix(nbRows, nbColumns, draw);
     const RealVector b = randomVector(nbRows, draw);

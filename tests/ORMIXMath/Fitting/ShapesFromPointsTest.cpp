@@ -3,13 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-#include <random>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix {
 namespace {
 
-const omReal64 infinity = std::numeric_limits<omReal64>::infinity();
+const omReal64 infinity = support::s_infinity;
 
 TEST(CircleFromPoints, IsPreciseFarFromTheOriginAndAtAnyScale) {
   omReal64 cx = 0, cy = 0, r = 0;
@@ -31,11 +32,10 @@ TEST(CircleFromPoints, IsPreciseFarFromTheOriginAndAtAnyScale) {
 
 TEST(CircleFromPoints, RefusesCollinearPointsToRounding) {
   omReal64 cx = 7, cy = 7, r = 7;
-  std::mt19937 draw(51);
-  std::uniform_real_distribution<omReal64> unit(-1, 1);
+  support::Random draw(51);
   for (int i = 0; i < 2000; ++i) {
-    const omReal64 scale = std::pow(10.0, 12 * unit(draw)), offset = i % 2 == 0 ? 0 : 1e9 * scale * unit(draw);
-    const omReal64 dx = scale * unit(draw), dy = scale * unit(draw), s = unit(draw), t = unit(draw);
+    const omReal64 scale = std::pow(10.0, 12 * draw.uniform()), offset = i % 2 == 0 ? 0 : 1e9 * scale * draw.uniform();
+    const omReal64 dx = scale * draw.uniform(), dy = scale * draw.uniform(), s = draw.uniform(), t = draw.uniform();
     EXPECT_FALSE(circleFromPoints(offset, offset, offset + s * dx, offset + s * dy, offset + t * dx, offset + t * dy,
                                   cx, cy, r));
   }
@@ -52,70 +52,6 @@ TEST(CircleFromPoints, RefusesCollinearPointsToRounding) {
   // An arc of a tenth of a degree is no line.
   EXPECT_TRUE(circleFromPoints(std::cos(-0.001), std::sin(-0.001), 1, 0, std::cos(0.001), std::sin(0.001), cx, cy, r));
   EXPECT_NEAR(r, 1, 1e-9);
-}
-
-TEST(LineFromPoints, IsNormalisedAndPassesThroughBothPoints) {
-  std::mt19937 draw(52);
-  std::uniform_real_distribution<omReal64> unit(-1, 1);
-  for (int i = 0; i < 2000; ++i) {
-    const omReal64 offset = i % 3 == 0 ? 1e8 : 0;
-    const omReal64 x0 = offset + unit(draw), y0 = offset + unit(draw), x1 = offset + unit(draw),
-                   y1 = offset + unit(draw);
-    omReal64 theta = 0, rho = -1;
-    ASSERT_TRUE(lineFromPoints(x0, y0, x1, y1, theta, rho));
-    EXPECT_GE(rho, 0);
-    EXPECT_GT(theta, -s_pi);
-    EXPECT_LE(theta, s_pi);
-    const omReal64 slack = 1e-15 * (1 + 4 * offset);
-    EXPECT_NEAR(x0 * std::cos(theta) + y0 * std::sin(theta), rho, slack);
-    EXPECT_NEAR(x1 * std::cos(theta) + y1 * std::sin(theta), rho, slack);
-    // The direction, whose accuracy does not depend on the offset.
-    const omReal64 along = (x1 - x0) * std::cos(theta) + (y1 - y0) * std::sin(theta);
-    EXPECT_NEAR(along, 0, 4e-16 * std::hypot(x1 - x0, y1 - y0));
-  }
-}
-
-TEST(LineFromPoints, ThroughTheOriginItsAngleIsInTheHalfTurn) {
-  omReal64 theta = 7, rho = 7;
-  for (const auto& [x, y] : {std::pair{1.0, 0.0}, {0.0, 1.0}, {1.0, 1.0}, {-1.0, 1.0}, {1.0, -1.0}, {-1.0, 0.0}}) {
-    ASSERT_TRUE(lineFromPoints(0, 0, x, y, theta, rho));
-    EXPECT_EQ(rho, 0);
-    EXPECT_FALSE(std::signbit(rho));
-    EXPECT_GE(theta, 0);
-    EXPECT_LT(theta, s_pi);
-  }
-  ASSERT_TRUE(lineFromPoints(-3, 1, -3, 2, theta, rho));
-  EXPECT_EQ(theta, s_pi);
-  EXPECT_EQ(rho, 3);
-  EXPECT_FALSE(lineFromPoints(1, 2, 1, 2, theta, rho));
-  EXPECT_FALSE(lineFromPoints(1, 2, std::nan(""), 2, theta, rho));
-  EXPECT_FALSE(lineFromPoints(infinity, 2, 1, 2, theta, rho));
-  EXPECT_EQ(rho, 3);
-}
-
-TEST(PlanFromPoints, HoldsItsPointsAndRefusesLines) {
-  std::mt19937 draw(53);
-  std::uniform_real_distribution<omReal64> unit(-1, 1);
-  omReal64 rho = 0, theta = 0, phi = 0;
-  for (int i = 0; i < 1000; ++i) {
-    const omReal64 offset = i % 2 == 0 ? 0 : 1e6;
-    omReal64 p[9];
-    for (omReal64& value : p) value = offset + unit(draw);
-    ASSERT_TRUE(planFromPoints(p[0], p[1], p[2], p[3], p[4], p[5], p[6], p[7], p[8], rho, theta, phi));
-    EXPECT_GE(rho, 0);
-    const omReal64 n[3] = {std::sin(theta) * std::cos(phi), std::sin(theta) * std::sin(phi), std::cos(theta)};
-    for (int k = 0; k < 3; ++k)
-      EXPECT_NEAR(n[0] * p[3 * k] + n[1] * p[3 * k + 1] + n[2] * p[3 * k + 2], rho, 1e-14 + 1e-14 * offset);
-  }
-  ASSERT_TRUE(planFromPoints(1, 0, -2, 0, 1, -2, 3, 3, -2, rho, theta, phi));
-  // Straight down is turned up.
-  EXPECT_EQ(rho, -2);
-  EXPECT_EQ(theta, 0);
-  EXPECT_FALSE(planFromPoints(1, 1, 1, 2, 2, 2, 5, 5, 5, rho, theta, phi));
-  EXPECT_FALSE(planFromPoints(0.1, 0.2, 0.3, 0.3, 0.6, 0.9, 0.7, 1.4, 2.1, rho, theta, phi));
-  EXPECT_FALSE(planFromPoints(1, 1, 1, 1, 1, 1, 5, 0, 5, rho, theta, phi));
-  EXPECT_FALSE(planFromPoints(1, std::nan(""), 1, 1, 0, 1, 5, 0, 5, rho, theta, phi));
-  EXPECT_EQ(rho, -2);
 }
 
 TEST(PlanFromNormal, IsTheSameForBothNormalsAndHoldsItsPointFarAway) {

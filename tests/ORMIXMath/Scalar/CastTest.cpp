@@ -5,11 +5,13 @@
 #include <cmath>
 #include <limits>
 
+#include "support/Checks.h"
+
 namespace ormix {
 namespace {
 
-constexpr omReal64 infinite = std::numeric_limits<omReal64>::infinity();
-constexpr omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
+constexpr omReal64 infinite = support::s_infinity;
+constexpr omReal64 nan = support::s_nan;
 
 TEST(CastScalar, TruncatesTowardZero) {
   EXPECT_EQ(castScalar<omInt32>(2.7), 2);
@@ -35,16 +37,9 @@ TEST(CastScalar, IsDefinedOutOfRange) {
   EXPECT_EQ(castScalar<omUInt32>(1e19), 4294967295u);
   EXPECT_EQ(castScalar<omUInt32>(-infinite), 0u);
   EXPECT_EQ(castScalar<omUInt32>(nan), 0u);
-  EXPECT_EQ(castScalar<omInt64>(9223372036854775808.0), std::numeric_limits<omInt64>::max());
-}
-
-TEST(CastScalar, ConvertsTheOtherPairsOrdinarily) {
-  EXPECT_EQ(castScalar<omUInt32>(omInt32{-1}), 4294967295u);
-  EXPECT_EQ(castScalar<omInt32>(omUInt32{4294967295u}), -1);
-  EXPECT_EQ(castScalar<omReal32>(omInt32{16777217}), 16777216.0f);
-  EXPECT_EQ(castScalar<omReal64>(omUInt32{4294967295u}), 4294967295.0);
   EXPECT_EQ(castScalar<omReal32>(-1e300), -std::numeric_limits<omReal32>::infinity());
-  EXPECT_TRUE(std::isnan(castScalar<omReal32>(nan)));
+  EXPECT_EQ(castScalar<omInt32>(omUInt32{4294967295u}), -1);
+  EXPECT_EQ(castScalar<omInt64>(9223372036854775808.0), std::numeric_limits<omInt64>::max());
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 
 #include <limits>
 
+#include "support/Checks.h"
+
 namespace ormix {
 namespace {
 
-constexpr omReal64 infinite = std::numeric_limits<omReal64>::infinity();
-constexpr omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
+constexpr omReal64 infinite = support::s_infinity;
+constexpr omReal64 nan = support::s_nan;
 
 TEST(Compare, AgreesAtTheToleranceAndNotBeyond) {
   EXPECT_TRUE(compare(1.0, 1.5, 0.5));

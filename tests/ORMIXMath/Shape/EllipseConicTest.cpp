@@ -3,20 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-#include <random>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix {
 namespace {
 
 TEST(EllipseConic, GoesThereAndBackAtAnyPlaceAndScale) {
-  const unsigned seed = 71;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  std::mt19937 draw(seed);
-  std::uniform_real_distribution<omReal64> unit(0, 1);
+  support::Random draw(71);
   for (int i = 0; i < 5000; ++i) {
-    const omReal64 b = std::pow(10.0, -140 + 280 * unit(draw)), ratio = 1.001 + 20 * unit(draw);
-    const omReal64 cx = 1e9 * b * unit(draw), cy = -1e9 * b * unit(draw), theta = s_pi * unit(draw);
+    const omReal64 b = std::pow(10.0, -140 + 280 * draw.uniform(0, 1)), ratio = 1.001 + 20 * draw.uniform(0, 1);
+    const omReal64 cx = 1e9 * b * draw.uniform(0, 1), cy = -1e9 * b * draw.uniform(0, 1),
+                   theta = s_pi * draw.uniform(0, 1);
     EllipseConic conic;
     ASSERT_TRUE(conicFromEllipse(cx, cy, ratio * b, b, theta, conic));
     omReal64 x = 0, y = 0, major = 0, minor = 0, angle = 0;
@@ -71,7 +70,7 @@ TEST(EllipseConic, ReadsTheCoefficientsAsTheyStand) {
 
 TEST(EllipseConic, RefusesWhatIsNoEllipse) {
   omReal64 cx = 7, cy = 7, a = 7, b = 7, theta = 7;
-  const omReal64 nan = std::nan(""), inf = std::numeric_limits<omReal64>::infinity();
+  const omReal64 nan = std::nan(""), inf = support::s_infinity;
   const EllipseConic none[] = {{0, 0, 0, 0, 0, 0, 0, 0},    {0, 0, 0, 1, 2, 3, 0, 0},    {1, 0, -1, 0, 0, -1, 0, 0},
                                {1, 0, 0, 0, -1, 0, 0, 0},   {1, 2, 1, 0, 0, -1, 0, 0},   {1, 0, 1, 0, 0, 0, 0, 0},
                                {1, 0, 1, 0, 0, 1, 0, 0},    {nan, 0, 1, 0, 0, -1, 0, 0}, {1, 0, inf, 0, 0, -1, 0, 0},

@@ -6,8 +6,9 @@
 #include <boost/math/constants/constants.hpp>
 #include <boost/multiprecision/cpp_bin_float.hpp>
 #include <cmath>
-#include <limits>
-#include <random>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix {
 namespace {
@@ -32,19 +33,16 @@ Wide perimeter(omReal64 larger, omReal64 smaller) {
 }
 
 TEST(Ellipse, BoundsHoldTheTruePerimeterAtEveryRatioAndScale) {
-  const unsigned seed = 5150;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  std::mt19937 draw(seed);
-  std::uniform_real_distribution<omReal64> unit(0, 1);
+  support::Random draw(5150);
   omReal64 worstLower = 0;
   omReal64 worstUpper = 0;
-  for (int i = 0; i < 20000; ++i) {
-    const omReal64 a = std::pow(10.0, -280 + 580 * unit(draw));
+  for (int i = 0; i < 8000; ++i) {
+    const omReal64 a = std::pow(10.0, -280 + 580 * draw.uniform(0, 1));
     const int kind = i % 4;
-    const omReal64 ratio = kind == 0   ? unit(draw)
-                           : kind == 1 ? 1 - std::pow(10.0, -16 * unit(draw))
-                           : kind == 2 ? std::pow(10.0, -20 * unit(draw))
-                                       : std::pow(10.0, -300 * unit(draw));
+    const omReal64 ratio = kind == 0   ? draw.uniform(0, 1)
+                           : kind == 1 ? 1 - std::pow(10.0, -16 * draw.uniform(0, 1))
+                           : kind == 2 ? std::pow(10.0, -20 * draw.uniform(0, 1))
+                                       : std::pow(10.0, -300 * draw.uniform(0, 1));
     const omReal64 b = a * ratio;
     const Wide exact = perimeter(a, b);
     const omReal64 lower = ellipsePerimeterLowerBound(b, a);
@@ -54,20 +52,8 @@ TEST(Ellipse, BoundsHoldTheTruePerimeterAtEveryRatioAndScale) {
     worstLower = std::max(worstLower, Wide(1 - lower / exact).convert_to<omReal64>());
     worstUpper = std::max(worstUpper, Wide(upper / exact - 1).convert_to<omReal64>());
   }
-  std::cout << "largest relative slack: lower bound " << worstLower << ", upper bound " << worstUpper << '\n';
   EXPECT_LE(worstLower, 4.1e-4);
   EXPECT_LE(worstUpper, 1.3e-4);
-}
-
-TEST(Ellipse, BoundsEncloseRamanujansApproximationAsMeasuresComputeIt) {
-  for (int step = 0; step <= 1000; ++step) {
-    const omReal64 a = 3.7;
-    const omReal64 b = a * step / 1000;
-    const omReal64 h = (a - b) * (a - b) / ((a + b) * (a + b));
-    const omReal64 measured = s_pi * (a + b) * (1 + 3 * h / (10 + std::sqrt(4 - 3 * h)));
-    EXPECT_LE(ellipsePerimeterLowerBound(a, b), measured) << step;
-    EXPECT_GE(ellipsePerimeterUpperBound(a, b), measured) << step;
-  }
 }
 
 TEST(Ellipse, BoundsAreTightForCirclesAndZeroForPoints) {
@@ -81,13 +67,10 @@ TEST(Ellipse, BoundsAreTightForCirclesAndZeroForPoints) {
 }
 
 TEST(Ellipse, ExcentricityIsAccurateForNearlyEqualRadii) {
-  const unsigned seed = 616;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  std::mt19937 draw(seed);
-  std::uniform_real_distribution<omReal64> unit(0, 1);
+  support::Random draw(616);
   for (int i = 0; i < 2000; ++i) {
-    const omReal64 a = std::pow(10.0, -300 + 600 * unit(draw));
-    const omReal64 b = a * (1 - std::pow(10.0, -16 * unit(draw)));
+    const omReal64 a = std::pow(10.0, -300 + 600 * draw.uniform(0, 1));
+    const omReal64 b = a * (1 - std::pow(10.0, -16 * draw.uniform(0, 1)));
     const Wide exact = sqrt((1 - Wide(b) / a) * (1 + Wide(b) / a));
     const omReal64 value = ellipseExcentricity(a, b);
     ASSERT_EQ(ellipseExcentricity(b, a), value);
@@ -132,7 +115,7 @@ TEST(Ellipse, RadiusIsDefinedForFlatOnesAndPoints) {
 }
 
 TEST(Ellipse, NaNComesThrough) {
-  const omReal64 nan = std::numeric_limits<omReal64>::quiet_NaN();
+  const omReal64 nan = support::s_nan;
   for (const auto& [a, b] : {std::pair{nan, 1.0}, {1.0, nan}, {nan, nan}, {0.0, nan}}) {
     EXPECT_TRUE(std::isnan(ellipseArea(a, b)));
     EXPECT_TRUE(std::isnan(ellipsePerimeterLowerBound(a, b)));

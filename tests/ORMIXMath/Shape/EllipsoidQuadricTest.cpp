@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-#include <random>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix {
 namespace {
@@ -27,15 +28,13 @@ omReal64 value(const EllipsoidQuadric& q, omReal64 x, omReal64 y, omReal64 z) {
 }
 
 TEST(EllipsoidQuadric, GoesThereAndBackAtAnyPlaceAndScale) {
-  const unsigned seed = 1687;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  std::mt19937 draw(seed);
-  std::uniform_real_distribution<omReal64> unit(0, 1);
+  support::Random draw(1687);
   for (int i = 0; i < 5000; ++i) {
-    const omReal64 c = std::pow(10.0, -140 + 280 * unit(draw)), b = c * (1.01 + 20 * unit(draw));
-    const omReal64 a = b * (1.01 + 5 * unit(draw)), ratio = a / c;
-    const EllipsoidParameters given{1e9 * c * unit(draw), -1e9 * c * unit(draw), c * unit(draw),    a, b, c,
-                                    6 * unit(draw) - 3,   3 * unit(draw) - 1.5,  6 * unit(draw) - 3};
+    const omReal64 c = std::pow(10.0, -140 + 280 * draw.uniform(0, 1)), b = c * (1.01 + 20 * draw.uniform(0, 1));
+    const omReal64 a = b * (1.01 + 5 * draw.uniform(0, 1)), ratio = a / c;
+    const EllipsoidParameters given{
+        1e9 * c * draw.uniform(0, 1), -1e9 * c * draw.uniform(0, 1), c * draw.uniform(0, 1),    a, b, c,
+        6 * draw.uniform(0, 1) - 3,   3 * draw.uniform(0, 1) - 1.5,  6 * draw.uniform(0, 1) - 3};
     EllipsoidQuadric quadric;
     ASSERT_TRUE(convertEllipsoidToQuadratic(given, quadric));
     EllipsoidParameters found;
@@ -136,7 +135,7 @@ TEST(EllipsoidQuadric, SpheresSpheroidsAndFlatOnesKeepTheirShape) {
 }
 
 TEST(EllipsoidQuadric, RefusesWhatIsNoEllipsoid) {
-  const omReal64 nan = std::nan(""), inf = std::numeric_limits<omReal64>::infinity();
+  const omReal64 nan = std::nan(""), inf = support::s_infinity;
   EllipsoidParameters e;
   e.cx = 7;
   const EllipsoidQuadric none[] = {{},
