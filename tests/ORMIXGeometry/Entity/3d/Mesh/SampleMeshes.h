@@ -5,16 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <random>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 // Meshes and what is asked of all of them.
 namespace meshes {
 
 using namespace ormix;
 using namespace ormix::geom;
+using support::printed;
 
 using Indices = std::vector<omUInt32>;
 
@@ -34,25 +36,10 @@ inline Indices fan(omUInt32 valence, bool isClosed) {
   return indices;
 }
 
-/// A grid of nx by ny squares of two triangles each, its opposite borders joined if it is a torus.
-inline Indices grid(omUInt32 nx, omUInt32 ny, bool isTorus) {
-  const omUInt32 rowLength = isTorus ? nx : nx + 1;
-  const auto at = [&](omUInt32 x, omUInt32 y) { return isTorus ? (y % ny) * rowLength + x % nx : y * rowLength + x; };
-  Indices indices;
-  for (omUInt32 y = 0; y < ny; ++y)
-    for (omUInt32 x = 0; x < nx; ++x)
-      indices.insert(indices.end(), {at(x, y), at(x + 1, y), at(x + 1, y + 1),  //
-                                     at(x, y), at(x + 1, y + 1), at(x, y + 1)});
-  return indices;
-}
-
-/// A random number below `bound`.
-inline omUInt32 below(std::mt19937& random, omUInt32 bound) { return static_cast<omUInt32>(random() % bound); }
-
 /// Triangles of random vertices, few enough that edges are shared, taken and touched by several fans.
-inline Indices soup(std::mt19937& random, omUInt32 nbVertices, std::size_t nbTriangles) {
+inline Indices soup(support::Random& random, omUInt32 nbVertices, std::size_t nbTriangles) {
   Indices indices(3 * nbTriangles);
-  for (omUInt32& index : indices) index = below(random, nbVertices);
+  for (omUInt32& index : indices) index = random.below(nbVertices);
   return indices;
 }
 
@@ -77,13 +64,6 @@ inline Mesh3d<omReal64> addedOneByOne(const Mesh3d<omReal64>::VertexColl& vertic
     EXPECT_TRUE(mesh.addTriangle(own[0], own[1], own[2]));
   }
   return mesh;
-}
-
-template <class X>
-std::string printed(const X& object) {
-  std::ostringstream stream;
-  stream << object;
-  return stream.str();
 }
 
 /// Everything a mesh consists of.

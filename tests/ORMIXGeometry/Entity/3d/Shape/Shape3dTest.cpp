@@ -3,6 +3,8 @@
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
 #include "ORMIXGeometry/Entity/3d/Mesh/SampleMeshes.h"
+#include "support/ArchiveFormats.h"
+#include "support/Checks.h"
 
 namespace {
 
@@ -23,13 +25,6 @@ Shape3d sample() {
   return shape;
 }
 
-TEST(Shape3d, StartsEmpty) {
-  const Shape3d shape;
-  EXPECT_EQ(shape.getNbVoxels(), 0u);
-  EXPECT_EQ(shape.getNbTotVertices(), 0u);
-  EXPECT_EQ(printed(shape), "[]");
-}
-
 TEST(Shape3d, CountsVoxelsAndMeshes) {
   const Shape3d shape = sample();
   EXPECT_EQ(shape.getNbVoxels(), 2u + 4 + 3);
@@ -44,35 +39,20 @@ TEST(Shape3d, CountsVoxelsAndMeshes) {
   EXPECT_EQ(printed(shape), expected.str());
 }
 
-TEST(Shape3d, GivesRowsOfSlices) {
+TEST(Shape3d, GivesRowsOfSlicesAndThrowsForIndicesOutOfRange) {
   const Shape3d shape = sample();
   EXPECT_EQ(shape.getStartY(10), 4u);
   EXPECT_EQ(shape.getEndY(10), 7u);
   EXPECT_EQ(shape.getEndY(11) - shape.getStartY(11), 0u);
   EXPECT_EQ(shape.getRowIntersections(10, 4)[1], (PixelRun{5, 9}));
-  EXPECT_TRUE(shape.getRowIntersections(10, 5).empty());
-}
-
-template <class F>
-std::string thrown(F function) {
-  try {
-    function();
-  } catch (const ORMIXGeometryException& exception) {
-    return exception.getMessage();
-  }
-  return "nothing was thrown";
-}
-
-TEST(Shape3d, ThrowsForIndicesOutOfRange) {
-  const Shape3d shape = sample();
   for (const omUInt64 z : {omUInt64{9}, omUInt64{12}, ~omUInt64{0}}) {
     const std::string text =
         "Invalid z index " + std::to_string(z) + " for shape with starting z index 10 and ending z index 12";
-    EXPECT_EQ(thrown([&] { shape.getStartY(z); }), text);
-    EXPECT_EQ(thrown([&] { shape.getEndY(z); }), text);
-    EXPECT_EQ(thrown([&] { shape.getRowIntersections(z, 4); }), text);
+    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { shape.getStartY(z); }), text);
+    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { shape.getEndY(z); }), text);
+    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { shape.getRowIntersections(z, 4); }), text);
   }
-  EXPECT_EQ(thrown([&] { shape.getRowIntersections(10, 7); }),
+  EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { shape.getRowIntersections(10, 7); }),
             "Invalid y index 7 for shape with starting y index 4 and ending y index 7");
 }
 
@@ -100,47 +80,33 @@ TEST(Shape3d, CopiesAreDeep) {
 /// The JSON archive of a shape without surfaces, with these arrays.
 std::string archived(const std::string& starts, const std::string& nbRows, const std::string& nbRuns,
                      const std::string& runs) {
-  std::ostringstream stream;
-  JsonOArchive archive(stream);
-  Shape3d shape;
-  EXPECT_TRUE(shape.write(archive));
-  EXPECT_TRUE(archive.close());
-  std::string text = stream.str();
+  std::string text = support::archived<support::Json>(Shape3d());
   const std::string fields[4][2] = {
       {"startRowColl", starts}, {"nbRowsColl", nbRows}, {"nbRunsColl", nbRuns}, {"runColl", runs}};
   for (const auto& [key, array] : fields) {
     const std::string empty = "\"" + key + "\": []";
-    const auto at = text.find(empty);
-    EXPECT_NE(at, std::string::npos) << empty << " is not in " << text;
-    if (at != std::string::npos) text.replace(at, empty.size(), "\"" + key + "\": " + array);
+    text.replace(text.find(empty), empty.size(), "\"" + key + "\": " + array);
   }
   return text;
 }
 
-BoolResult read(const std::string& text, Shape3d& shape) {
-  std::istringstream stream(text);
-  JsonIArchive archive(stream);
-  return shape.read(archive);
-}
+BoolResult read(const std::string& text, Shape3d& shape) { return support::readInto<support::Json>(text, shape); }
 
-TEST(Shape3d, IsReadFromPackedRuns) {
-  Shape3d shape;
-  const BoolResult result = read(archived("[4, 0]", "[3, 0]", "[2, 0, 1]", "[[1, 3], [5, 9], [2, 5]]"), shape);
+TEST(Shape3d, IsReadFromPackedRunsAndRefusesArraysThatDoNotFit) {
+  Shape3d good;
+  const BoolResult result = read(archived("[4, 0]", "[3, 0]", "[2, 0, 1]", "[[1, 3], [5, 9], [2, 5]]"), good);
   ASSERT_TRUE(result) << result.getMessage();
-  shape.getRowIntersections().zOffset = 10;
-  EXPECT_EQ(shape.getRowIntersections(), sample().getRowIntersections());
-}
-
-TEST(Shape3d, RefusesArraysThatDoNotFit) {
+  good.getRowIntersections().zOffset = 10;
+  EXPECT_EQ(good.getRowIntersections(), sample().getRowIntersections());
   const auto refusal = [](const std::string& starts, const std::string& nbRows, const std::string& nbRuns,
                           const std::string& runs) {
     Shape3d shape = sample();
-    const BoolResult result = read(archived(starts, nbRows, nbRuns, runs), shape);
-    EXPECT_FALSE(result);
+    const BoolResult refused = read(archived(starts, nbRows, nbRuns, runs), shape);
+    EXPECT_FALSE(refused);
     EXPECT_TRUE(compare(shape, sample(), 0));
     const std::string prefix = "Class ormix::geom::Shape3d: Key \"rowIntersectionsColl\": ";
-    EXPECT_EQ(result.getMessage().substr(0, prefix.size()), prefix);
-    return result.getMessage().substr(std::min(prefix.size(), result.getMessage().size()));
+    EXPECT_EQ(refused.getMessage().substr(0, prefix.size()), prefix);
+    return refused.getMessage().substr(std::min(prefix.size(), refused.getMessage().size()));
   };
   EXPECT_EQ(refusal("[4]", "[1, 1]", "[1, 0]", "[[1, 3]]"), "start rows and numbers of rows are not equally many");
   EXPECT_EQ(refusal("[4]", "[4294967295]", "[1]", "[[1, 3]]"), "there are fewer rows than those of the slices");
