@@ -36,139 +36,56 @@ Polygon2d<T> ring(ePolygon2dType type, T x, T y, T side) {
 }
 
 template <class X>
-struct Sample;
+struct Type {};
+
+/// The samples of the classes of one scalar type.
 template <class T>
-struct Sample<Point2d<T>> {
-  static Point2d<T> make() { return {T(3), T(4)}; }
-};
-template <>
-struct Sample<Vector2d> {
-  static Vector2d make() { return {2.5, -0.75}; }
-};
-template <class T>
-struct Sample<BoundingBox2d<T>> {
-  static BoundingBox2d<T> make() { return {T(1), T(2), T(5), T(9)}; }
-};
-template <class T>
-struct Sample<Segment2d<T>> {
-  static Segment2d<T> make() { return {T(1), T(2), T(7), T(5)}; }
-};
-template <>
-struct Sample<Line2d> {
-  static Line2d make() { return {1.25, 0.5}; }
-};
-template <class T>
-struct Sample<Circle2d<T>> {
-  static Circle2d<T> make() { return {Point2dData<T>(T(1), T(2)), T(3)}; }
-};
-template <class T>
-struct Sample<Ellipse2d<T>> {
-  static Ellipse2d<T> make() { return {Point2dData<T>(T(1), T(2)), T(5), T(3), 0.25}; }
-};
-template <class T>
-struct Sample<Square2d<T>> {
-  static Square2d<T> make() { return {Point2dData<T>(T(1), T(2)), T(4), 0.125}; }
-};
-template <class T>
-struct Sample<Rectangle2d<T>> {
-  static Rectangle2d<T> make() { return {Point2dData<T>(T(1), T(2)), T(4), T(2), 0.5}; }
-};
-template <>
-struct Sample<Parabola2d> {
-  static Parabola2d make() { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
-};
-template <class T>
-struct Sample<PointCloud2d<T>> {
-  static PointCloud2d<T> make() { return PointCloud2d<T>({{T(1), T(2)}, {T(3), T(4)}, {T(5), T(6)}}); }
-};
-template <class T>
-struct Sample<Polygon2d<T>> {
-  static Polygon2d<T> make() { return ring<T>(eP2DT_Interior, T(2), T(3), T(10)); }
-};
-/// An exterior of 5 vertices, two holes, an island in the first.
-template <class T>
-struct Sample<PolygonWithHoles2d<T>> {
-  static PolygonWithHoles2d<T> make() {
-    const auto node = [](const Polygon2d<T>& exterior) {
+struct TypedSamples {
+  using P2 = Point2dData<T>;
+  using P3 = Point3dData<T>;
+  static Point2d<T> of(Type<Point2d<T>>) { return {T(3), T(4)}; }
+  static BoundingBox2d<T> of(Type<BoundingBox2d<T>>) { return {T(1), T(2), T(5), T(9)}; }
+  static Segment2d<T> of(Type<Segment2d<T>>) { return {T(1), T(2), T(7), T(5)}; }
+  static Circle2d<T> of(Type<Circle2d<T>>) { return {P2(T(1), T(2)), T(3)}; }
+  static Ellipse2d<T> of(Type<Ellipse2d<T>>) { return {P2(T(1), T(2)), T(5), T(3), 0.25}; }
+  static Square2d<T> of(Type<Square2d<T>>) { return {P2(T(1), T(2)), T(4), 0.125}; }
+  static Rectangle2d<T> of(Type<Rectangle2d<T>>) { return {P2(T(1), T(2)), T(4), T(2), 0.5}; }
+  static PointCloud2d<T> of(Type<PointCloud2d<T>>) { return PointCloud2d<T>({{T(1), T(2)}, {3, 4}, {5, 6}}); }
+  static Polygon2d<T> of(Type<Polygon2d<T>>) { return ring<T>(eP2DT_Interior, T(2), T(3), T(10)); }
+  /// An exterior of 5 vertices, two holes, an island in the first.
+  static PolygonWithHoles2d<T> of(Type<PolygonWithHoles2d<T>>) {
+    const auto node = [](ePolygon2dType type, T at, T side) {
       auto polygon = boost::make_shared<PolygonWithHoles2d<T>>();
-      polygon->getExteriorPolygon() = exterior;
+      polygon->getExteriorPolygon() = ring<T>(type, at, at, side);
       return polygon;
     };
-    const auto root = node(ring<T>(eP2DT_Exterior, T(0), T(0), T(100)));
-    const auto hole = node(ring<T>(eP2DT_Interior, T(10), T(10), T(30)));
-    const auto island = node(ring<T>(eP2DT_Exterior, T(20), T(20), T(5)));
-    const auto otherHole = node(ring<T>(eP2DT_Interior, T(50), T(50), T(10)));
-    hole->getPolygonHoles().push_back(island);
-    island->setParent(hole);
-    for (const auto& child : {hole, otherHole}) {
-      root->getPolygonHoles().push_back(child);
-      child->setParent(root);
-    }
+    const auto root = node(eP2DT_Exterior, T(0), T(100));
+    root->getPolygonHoles() = {node(eP2DT_Interior, T(10), T(30)), node(eP2DT_Interior, T(50), T(10))};
+    root->getPolygonHoles()[0]->getPolygonHoles() = {node(eP2DT_Exterior, T(20), T(5))};
     return *root;
   }
-};
-template <class T>
-struct Sample<Point3d<T>> {
-  static Point3d<T> make() { return {T(3), T(4), T(5)}; }
-};
-template <>
-struct Sample<Vector3d> {
-  static Vector3d make() { return {2.5, 0.75, -0.5}; }
-};
-template <class T>
-struct Sample<BoundingBox3d<T>> {
-  static BoundingBox3d<T> make() { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
-};
-template <class T>
-struct Sample<Segment3d<T>> {
-  static Segment3d<T> make() { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
-};
-template <>
-struct Sample<Plan3d> {
-  static Plan3d make() { return {1.25, 0.5, -0.25}; }
-};
-template <class T>
-struct Sample<Triangle3d<T>> {
-  static Triangle3d<T> make() { return {{T(1), T(2), T(3)}, {T(7), T(5), T(6)}, {T(4), T(8), T(9)}}; }
-};
-template <class T>
-struct Sample<Sphere3d<T>> {
-  static Sphere3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(4)}; }
-};
-template <class T>
-struct Sample<Ellipsoid3d<T>> {
-  static Ellipsoid3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
-};
-template <class T>
-struct Sample<Cube3d<T>> {
-  static Cube3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(4), 0.25, 0.5, 0.75}; }
-};
-template <class T>
-struct Sample<Cuboid3d<T>> {
-  static Cuboid3d<T> make() { return {Point3dData<T>(T(1), T(2), T(3)), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
-};
-template <class T>
-struct Sample<PointCloud3d<T>> {
-  static PointCloud3d<T> make() { return PointCloud3d<T>({{T(1), T(2), T(3)}, {T(4), T(5), T(6)}}); }
-};
-/// The corner of a cube.
-template <class T>
-struct Sample<Mesh3d<T>> {
-  static Mesh3d<T> make(eMesh3dType type = eM3DT_Interior, T size = T(5)) {
+  static Point3d<T> of(Type<Point3d<T>>) { return {T(3), T(4), T(5)}; }
+  static BoundingBox3d<T> of(Type<BoundingBox3d<T>>) { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
+  static Segment3d<T> of(Type<Segment3d<T>>) { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
+  static Triangle3d<T> of(Type<Triangle3d<T>>) { return {P3(1, 2, 3), P3(7, 5, 6), P3(4, 8, 9)}; }
+  static Sphere3d<T> of(Type<Sphere3d<T>>) { return {P3(1, 2, 3), T(4)}; }
+  static Ellipsoid3d<T> of(Type<Ellipsoid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+  static Cube3d<T> of(Type<Cube3d<T>>) { return {P3(1, 2, 3), T(4), 0.25, 0.5, 0.75}; }
+  static Cuboid3d<T> of(Type<Cuboid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+  static PointCloud3d<T> of(Type<PointCloud3d<T>>) { return PointCloud3d<T>({P3(1, 2, 3), P3(4, 5, 6)}); }
+  /// The corner of a cube.
+  static Mesh3d<T> of(Type<Mesh3d<T>>, eMesh3dType type = eM3DT_Interior, T size = T(5)) {
     Mesh3d<T> mesh;
     mesh.setMesh3dType(type);
-    mesh.build({{T(1), T(2), T(3)}, {T(1 + size), T(2), T(3)}, {T(1), T(2 + size), T(3)}, {T(1), T(2), T(3 + size)}},
+    mesh.build({P3(1, 2, 3), P3(T(1 + size), 2, 3), P3(1, T(2 + size), 3), P3(1, 2, T(3 + size))},
                {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3});
     return mesh;
   }
-};
-/// Two holes, a body in the first.
-template <class T>
-struct Sample<MeshWithHoles3d<T>> {
-  static MeshWithHoles3d<T> make() {
+  /// Two holes, a body in the first.
+  static MeshWithHoles3d<T> of(Type<MeshWithHoles3d<T>>) {
     const auto node = [](eMesh3dType type, T size) {
       auto mesh = boost::make_shared<MeshWithHoles3d<T>>();
-      mesh->getExteriorMesh() = Sample<Mesh3d<T>>::make(type, size);
+      mesh->getExteriorMesh() = of(Type<Mesh3d<T>>(), type, size);
       return mesh;
     };
     const auto root = node(eM3DT_Exterior, T(100));
@@ -177,99 +94,57 @@ struct Sample<MeshWithHoles3d<T>> {
     return *root;
   }
 };
+
+inline Vector2d sampleOf(Type<Vector2d>) { return {2.5, -0.75}; }
+inline Line2d sampleOf(Type<Line2d>) { return {1.25, 0.5}; }
+inline Parabola2d sampleOf(Type<Parabola2d>) { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
+inline Vector3d sampleOf(Type<Vector3d>) { return {2.5, 0.75, -0.5}; }
+inline Plan3d sampleOf(Type<Plan3d>) { return {1.25, 0.5, -0.25}; }
 /// Three rows in the first of two slices, the second of them without pixels, and a surface.
-template <>
-struct Sample<Shape3d> {
-  static Shape3d make() {
-    Shape3d shape;
-    RowIntersections3d& voxels = shape.getRowIntersections();
-    voxels.zOffset = 7;
-    voxels.rowIntersectionsColl.resize(2);
-    voxels.rowIntersectionsColl[0].setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 4}});
-    voxels.rowIntersectionsColl[1].setRows(5, {1}, {{0, 8}});
-    shape.getMeshWithHolesColl().push_back(
-        boost::make_shared<MeshWithHoles3d<omReal32>>(Sample<MeshWithHoles3d<omReal32>>::make()));
-    return shape;
-  }
-};
+inline Shape3d sampleOf(Type<Shape3d>) {
+  using Node = MeshWithHoles3d<omReal32>;
+  Shape3d shape;
+  RowIntersections3d& voxels = shape.getRowIntersections();
+  voxels.zOffset = 7;
+  voxels.rowIntersectionsColl.resize(2);
+  voxels.rowIntersectionsColl[0].setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 4}});
+  voxels.rowIntersectionsColl[1].setRows(5, {1}, {{0, 8}});
+  shape.getMeshWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(Type<Node>())));
+  return shape;
+}
 template <class M>
-struct MeasureSample {
-  static M make() {
-    M measure;
-    measure.setHoleMsrPolicy(eHMP_IgnoreHoles);
-    return measure;
-  }
-};
-template <>
-struct Sample<AreaMsr2d> : MeasureSample<AreaMsr2d> {};
-template <>
-struct Sample<PerimeterMsr2d> : MeasureSample<PerimeterMsr2d> {};
-template <>
-struct Sample<AreaMsr3d> : MeasureSample<AreaMsr3d> {};
-template <>
-struct Sample<VolumeMsr3d> : MeasureSample<VolumeMsr3d> {};
+std::enable_if_t<std::is_base_of_v<BaseGeometryMeasure, M>, M> sampleOf(Type<M>) {
+  M measure;
+  measure.setHoleMsrPolicy(eHMP_IgnoreHoles);
+  return measure;
+}
+inline TranslationTransform2d sampleOf(Type<TranslationTransform2d>) { return {3, 5}; }
+inline RotationTransform2d sampleOf(Type<RotationTransform2d>) { return RotationTransform2d(0.5); }
+inline RigidTransform2d sampleOf(Type<RigidTransform2d>) { return {0.5, 30, 5}; }
+inline ScaleTransform2d sampleOf(Type<ScaleTransform2d>) { return ScaleTransform2d(2); }
+inline SimilarityTransform2d sampleOf(Type<SimilarityTransform2d>) { return {2, 0.5, 30, 5}; }
+inline AnisotropicScaleTransform2d sampleOf(Type<AnisotropicScaleTransform2d>) { return {2, 3}; }
+inline HomographyTransform2d sampleOf(Type<HomographyTransform2d>) {
+  return HomographyTransform2d(matrix({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
+}
+inline TranslationTransform3d sampleOf(Type<TranslationTransform3d>) { return {3, 5, 7}; }
+inline RotationTransform3d sampleOf(Type<RotationTransform3d>) { return {0.5, 0.25, -0.75}; }
+inline RigidTransform3d sampleOf(Type<RigidTransform3d>) { return {0.5, 0.25, -0.75, 30, 5, 7}; }
+inline ScaleTransform3d sampleOf(Type<ScaleTransform3d>) { return ScaleTransform3d(2); }
+inline SimilarityTransform3d sampleOf(Type<SimilarityTransform3d>) { return {2, 0.5, 0.25, -0.75, 30, 5, 7}; }
+inline AnisotropicScaleTransform3d sampleOf(Type<AnisotropicScaleTransform3d>) { return {2, 3, 4}; }
+inline HomographyTransform3d sampleOf(Type<HomographyTransform3d>) {
+  return HomographyTransform3d(
+      matrix<4>({1, 0.25, 0.5, 3, 0.5, 2, 0.125, 5, 0.25, 0.75, 3, 7, 0.001, 0.002, 0.003, 1}));
+}
 
-template <>
-struct Sample<TranslationTransform2d> {
-  static TranslationTransform2d make() { return {3, 5}; }
+template <class X>
+struct Sample {
+  static X make() { return sampleOf(Type<X>()); }
 };
-template <>
-struct Sample<RotationTransform2d> {
-  static RotationTransform2d make() { return RotationTransform2d(0.5); }
-};
-template <>
-struct Sample<RigidTransform2d> {
-  static RigidTransform2d make() { return {0.5, 30, 5}; }
-};
-template <>
-struct Sample<ScaleTransform2d> {
-  static ScaleTransform2d make() { return ScaleTransform2d(2); }
-};
-template <>
-struct Sample<SimilarityTransform2d> {
-  static SimilarityTransform2d make() { return {2, 0.5, 30, 5}; }
-};
-template <>
-struct Sample<AnisotropicScaleTransform2d> {
-  static AnisotropicScaleTransform2d make() { return {2, 3}; }
-};
-template <>
-struct Sample<HomographyTransform2d> {
-  static HomographyTransform2d make() {
-    return HomographyTransform2d(matrix({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
-  }
-};
-
-template <>
-struct Sample<TranslationTransform3d> {
-  static TranslationTransform3d make() { return {3, 5, 7}; }
-};
-template <>
-struct Sample<RotationTransform3d> {
-  static RotationTransform3d make() { return {0.5, 0.25, -0.75}; }
-};
-template <>
-struct Sample<RigidTransform3d> {
-  static RigidTransform3d make() { return {0.5, 0.25, -0.75, 30, 5, 7}; }
-};
-template <>
-struct Sample<ScaleTransform3d> {
-  static ScaleTransform3d make() { return ScaleTransform3d(2); }
-};
-template <>
-struct Sample<SimilarityTransform3d> {
-  static SimilarityTransform3d make() { return {2, 0.5, 0.25, -0.75, 30, 5, 7}; }
-};
-template <>
-struct Sample<AnisotropicScaleTransform3d> {
-  static AnisotropicScaleTransform3d make() { return {2, 3, 4}; }
-};
-template <>
-struct Sample<HomographyTransform3d> {
-  static HomographyTransform3d make() {
-    return HomographyTransform3d(
-        matrix<4>({1, 0.25, 0.5, 3, 0.5, 2, 0.125, 5, 0.25, 0.75, 3, 7, 0.001, 0.002, 0.003, 1}));
-  }
+template <template <class> class Class, class T>
+struct Sample<Class<T>> {
+  static Class<T> make() { return TypedSamples<T>::of(Type<Class<T>>()); }
 };
 
 template <template <class> class Class>
@@ -304,33 +179,36 @@ using LinearTransforms3d =
 using AllClasses = Concatenate<AllEntities2d, AllEntities3d, LinearTransforms2d, LinearTransforms3d,
                                ::testing::Types<AreaMsr2d, PerimeterMsr2d, AreaMsr3d, VolumeMsr3d>>::Type;
 
-/// Prints an object, and what its own text leaves out.
+template <template <class> class Class, class X>
+constexpr bool isOf = false;
+template <template <class> class Class, class T>
+constexpr bool isOf<Class, Class<T>> = true;
+
+/// Prints an object and what its own text leaves out: caches, roles, nodes, voxels.
 template <class X>
 void printWhole(std::ostream& stream, const X& object) {
-  stream << object;
-}
-template <class T>
-void printWhole(std::ostream& stream, const Polygon2d<T>& polygon) {
-  stream << polygon.getPolygon2dType() << polygon;
-}
-template <class T>
-void printWhole(std::ostream& stream, const Mesh3d<T>& mesh) {
-  stream << mesh.getMesh3dType() << mesh;
-}
-template <class T>
-void printWhole(std::ostream& stream, const MeshWithHoles3d<T>& mesh) {
-  visitNodes(mesh, [&stream](const MeshWithHoles3d<T>& node) {
-    stream << node.getMesh3dType() << node.getExteriorMesh() << node.getNbHoles() << ' ';
-    return true;
-  });
-}
-inline void printWhole(std::ostream& stream, const Shape3d& shape) {
-  stream << shape.getRowIntersections().zOffset << ": ";
-  for (const RowIntersections& slice : shape.getRowIntersections().rowIntersectionsColl) {
-    stream << slice.getStartRow() << ' ' << slice.getNbRows() << ' ';
-    for (const PixelRun& run : slice.getRunColl()) stream << run.begin << '-' << run.end << ' ';
+  if constexpr (!isOf<MeshWithHoles3d, X> && !std::is_same_v<X, Shape3d>) stream << object;
+  if constexpr (std::is_same_v<X, Vector2d> || std::is_same_v<X, Vector3d>) stream << object.getRho();
+  if constexpr (std::is_same_v<X, Line2d> || std::is_same_v<X, Plan3d>) stream << object.getNearestPointFromOrigin();
+  if constexpr (std::is_same_v<X, Parabola2d>) printWhole(stream, object.getDirectrix());
+  if constexpr (isOf<Ellipse2d, X>) stream << object.boundaryPoint(1);
+  if constexpr (isOf<Ellipsoid3d, X>) stream << object.boundaryPoint(0.5, 1);
+  if constexpr (isOf<Polygon2d, X> || isOf<PolygonWithHoles2d, X>) stream << object.getPolygon2dType();
+  if constexpr (isOf<Mesh3d, X>) stream << object.getMesh3dType();
+  if constexpr (isOf<MeshWithHoles3d, X>)
+    visitNodes(object, [&stream](const X& node) {
+      printWhole(stream, node.getExteriorMesh());
+      stream << node.getNbHoles() << ' ';
+      return true;
+    });
+  if constexpr (std::is_same_v<X, Shape3d>) {
+    stream << object.getRowIntersections().zOffset << ": ";
+    for (const RowIntersections& slice : object.getRowIntersections().rowIntersectionsColl) {
+      stream << slice.getStartRow() << ' ' << slice.getNbRows() << ' ';
+      for (const PixelRun& run : slice.getRunColl()) stream << run.begin << '-' << run.end << ' ';
+    }
+    for (const auto& mesh : object.getMeshWithHolesColl()) printWhole(stream, *mesh);
   }
-  for (const auto& mesh : shape.getMeshWithHolesColl()) printWhole(stream, *mesh);
 }
 
 /// Everything a reader can see of an object, with all digits.
