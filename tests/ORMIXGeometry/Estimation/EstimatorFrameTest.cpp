@@ -2,12 +2,10 @@
 
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
-#include <limits>
 #include <map>
-#include <memory>
-#include <sstream>
 
-#include "EstimationSamples.h"
+#include "support/ArchiveFormats.h"
+#include "support/EstimationSamples.h"
 
 namespace {
 
@@ -48,55 +46,60 @@ Sizes sizesOf(const std::string& name) {
   return table.at(name.substr(prefix.size(), name.size() - prefix.size() - std::string("Estimator").size()));
 }
 
+/// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
 template <class Estimator>
-Values goodSamples(std::size_t nbSamples) {
-  Random random(7);
+Values spatialSample(Random& random) {
+  const omReal64 t = random.uniform(0, 6.28);
+  const omReal64 z = random.uniform(-1, 1);
+  const omReal64 across = std::sqrt(1 - z * z);
+  const omReal64 x = 30 * across * std::cos(t);
+  const omReal64 y = 30 * across * std::sin(t);
+  if (std::is_same_v<Estimator, Plan3dEstimator>) return {x, y, 0.5 * x - 0.2 * y + 2};
+  if (std::is_same_v<Estimator, Ellipsoid3dEstimator>) return {x + 1, 0.7 * y - 2, 15 * z};
+  return {x + 1, y - 2, 30 * z};
+}
+
+/// Of a model, with little noise. Forty percent may be outliers, the consensus being clear all the same.
+template <class Estimator>
+Values samplesOf(std::size_t count, bool hasOutliers = false) {
+  Random random(99);
   Values values;
-  for (std::size_t i = 0; i < nbSamples; ++i) {
-    const omReal64 t = random.uniform(0, 6);
-    const omReal64 u = Estimator::s_sampleDimension % 3 == 0 ? random.uniform(-1.5, 1.5) : 0;
-    // Near an ellipse that is nearly a circle, or an ellipsoid; as lines of all directions they meet somewhere, too.
-    const omReal64 x = 3 * std::cos(t) * std::cos(u) + 0.01 * random.noise();
-    const omReal64 y = 2 * std::sin(t) * std::cos(u) + 0.01 * random.noise();
+  for (std::size_t i = 0; i < count; ++i) {
+    const omReal64 t = random.uniform(0, 6.28);
+    omReal64 x = 30 * std::cos(t) + 4;
+    omReal64 y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
+    if (std::is_same_v<Estimator, Line2dEstimator>) y = 0.5 * x + 2;
+    if (std::is_same_v<Estimator, Line2dIntersectionEstimator>) {
+      x = t;
+      y = 5 * std::cos(t) + 6 * std::sin(t);
+    }
     Values sample{x, y};
-    if (Estimator::s_sampleDimension % 3 == 0) sample.push_back(2.5 * std::sin(u));
+    if (Estimator::s_sampleDimension % 3 == 0) sample = spatialSample<Estimator>(random);
     if (Estimator::s_sampleDimension > 3)
       for (std::size_t d = 0; d < Estimator::s_sampleDimension / 2; ++d)
-        sample.push_back(0.5 * sample[d] + 1 + static_cast<omReal64>(d));
+        sample.push_back(sample[d] + 5 - 2 * static_cast<omReal64>(d));
+    for (omReal64& value : sample) value += hasOutliers && i % 5 < 2 ? random.uniform(-50, 50) : 1e-3 * random.noise();
     values.insert(values.end(), sample.begin(), sample.end());
   }
   return values;
 }
 
-TYPED_TEST(AnyEstimator, StatesItsSizes) {
-  const TypeParam estimator;
-  const Sizes sizes = sizesOf(estimator.getClassName());
-  EXPECT_EQ(estimator.getMinimalDataSize(), sizes.minimal);
-  EXPECT_EQ(estimator.getNbParams(), sizes.params);
-  EXPECT_EQ(estimator.getSampleDimension(), sizes.dimension);
-}
-
-TYPED_TEST(AnyEstimator, IsRegisteredAndCopied) {
+TYPED_TEST(AnyEstimator, StatesItsSizesAndIsRegisteredAndCopied) {
   const std::string name = TypeParam::s_className;
-  const std::unique_ptr<BaseDynamicObject> created(DynamicObjectFactory::getInstance().createNew(name));
+  const auto created = DynamicObjectFactory::getInstance().createShared(name);
   EXPECT_EQ(created->getClassName(), name);
   ASSERT_TRUE(created->hasCopySupport());
   const auto duplicate = boost::dynamic_pointer_cast<TypeParam>(created->duplicateShared());
   ASSERT_TRUE(duplicate);
-  EXPECT_EQ(duplicate->getNbParams(), TypeParam().getNbParams());
   EXPECT_NO_THROW(duplicate->copy(*created));
-  std::ostringstream out;
-  {
-    JsonOArchive archive(out);
-    ASSERT_TRUE(duplicate->write(archive));
-  }
-  std::istringstream in(out.str());
-  JsonIArchive archive(in);
-  EXPECT_TRUE(TypeParam().read(archive)) << out.str();
+  EXPECT_EQ(duplicate->getMinimalDataSize(), sizesOf(name).minimal);
+  EXPECT_EQ(duplicate->getNbParams(), sizesOf(name).params);
+  EXPECT_EQ(duplicate->getSampleDimension(), sizesOf(name).dimension);
+  EXPECT_SUCCESS(support::readInto<support::Json>(support::archived<support::Json>(*duplicate), *duplicate));
 }
 
 TYPED_TEST(AnyEstimator, AnswersTheSameForADataSetAndAView) {
-  const Values values = goodSamples<TypeParam>(300);
+  const Values values = samplesOf<TypeParam>(300);
   TypeParam estimator;
   const DataSet dataSet = dataSetOf(values, estimator.getSampleDimension());
   RealVector params;
@@ -114,11 +117,11 @@ TYPED_TEST(AnyEstimator, AnswersTheSameForADataSetAndAView) {
 TYPED_TEST(AnyEstimator, SaysHowManySamplesAreNeeded) {
   const TypeParam estimator;
   const std::string given = std::to_string(estimator.getMinimalDataSize() - 1);
-  const std::string message = failureOf<TypeParam>(goodSamples<TypeParam>(estimator.getMinimalDataSize() - 1));
+  const std::string message = failureOf<TypeParam>(samplesOf<TypeParam>(estimator.getMinimalDataSize() - 1));
   EXPECT_NE(message.find(given), std::string::npos) << message;
   EXPECT_NE(message.find(std::to_string(estimator.getMinimalDataSize())), std::string::npos) << message;
   RealVector residuals;
-  const Values values = goodSamples<TypeParam>(3);
+  const Values values = samplesOf<TypeParam>(3);
   EXPECT_FALSE(estimator.computeResiduals(viewOf(values, estimator.getSampleDimension()), vectorOf({1}), residuals));
 }
 
@@ -131,11 +134,10 @@ TYPED_TEST(AnyEstimator, RefusesSamplesThatCoincide) {
 }
 
 TYPED_TEST(AnyEstimator, RefusesNaNAndInfinity) {
-  for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity(),
-                             -std::numeric_limits<omReal64>::infinity()})
+  for (const omReal64 bad : {s_nan, s_infinity, -s_infinity})
     for (const std::size_t count : {TypeParam::s_minimalDataSize, std::size_t{40}, std::size_t{300}})
       for (std::size_t at = 0; at < 2 * TypeParam::s_sampleDimension; ++at) {
-        Values values = goodSamples<TypeParam>(count);
+        Values values = samplesOf<TypeParam>(count);
         values[at * (values.size() - 1) / (2 * TypeParam::s_sampleDimension - 1)] = bad;
         EXPECT_FALSE(failureOf<TypeParam>(values).empty()) << bad << " among " << count;
         TypeParam estimator;
@@ -173,47 +175,8 @@ TYPED_TEST(AnyEstimator, NeverSucceedsWithoutNumbers) {
   }
 }
 
-/// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
-template <class Estimator>
-Values spatialSample(Random& random) {
-  const omReal64 t = random.uniform(0, 6.28);
-  const omReal64 z = random.uniform(-1, 1);
-  const omReal64 across = std::sqrt(1 - z * z);
-  const omReal64 x = 30 * across * std::cos(t);
-  const omReal64 y = 30 * across * std::sin(t);
-  if (std::is_same_v<Estimator, Plan3dEstimator>) return {x, y, 0.5 * x - 0.2 * y + 2};
-  if (std::is_same_v<Estimator, Ellipsoid3dEstimator>) return {x + 1, 0.7 * y - 2, 15 * z};
-  return {x + 1, y - 2, 30 * z};
-}
-
-// Model, share of outliers and noise are such that the consensus is clear: the robust parameters are those of the
-// inliers alone.
-template <class Estimator>
-Values withOutliers(std::size_t count) {
-  Random random(99);
-  Values values;
-  for (std::size_t i = 0; i < count; ++i) {
-    const omReal64 t = random.uniform(0, 6.28);
-    omReal64 x = 30 * std::cos(t) + 4;
-    omReal64 y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
-    if (std::is_same_v<Estimator, Line2dEstimator>) y = 0.5 * x + 2;
-    if (std::is_same_v<Estimator, Line2dIntersectionEstimator>) {
-      x = t;
-      y = 5 * std::cos(t) + 6 * std::sin(t);
-    }
-    Values sample{x, y};
-    if (Estimator::s_sampleDimension % 3 == 0) sample = spatialSample<Estimator>(random);
-    if (Estimator::s_sampleDimension > 3)
-      for (std::size_t d = 0; d < Estimator::s_sampleDimension / 2; ++d)
-        sample.push_back(sample[d] + 5 - 2 * static_cast<omReal64>(d));
-    for (omReal64& value : sample) value += i % 5 < 2 ? random.uniform(-50, 50) : 1e-3 * random.noise();
-    values.insert(values.end(), sample.begin(), sample.end());
-  }
-  return values;
-}
-
 TYPED_TEST(AnyEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
-  const Values values = withOutliers<TypeParam>(200);
+  const Values values = samplesOf<TypeParam>(200, true);
   const SampleView view = viewOf(values, TypeParam::s_sampleDimension);
   TypeParam estimator;
   for (const eRobustMethod method : {eRM_Ransac, eRM_Msac, eRM_LMedS}) {

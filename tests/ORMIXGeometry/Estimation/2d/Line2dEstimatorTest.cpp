@@ -1,7 +1,8 @@
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dIntersectionEstimator.h>
+#include <ORMIXGeometry/Message/EstimationMessage.h>
 
-#include "../EstimationSamples.h"
+#include "support/EstimationSamples.h"
 
 namespace {
 
@@ -9,8 +10,8 @@ using namespace estimation;
 using namespace ormix::geom;
 
 constexpr omReal64 s_piValue = 3.141592653589793;
-const std::string s_noDirection = "Can't estimate line 2d from cloud of points, no priviledge direction among cloud";
-const std::string s_noPoint = "Can't estimate intersection point 2d, this point is undefined";
+const std::string s_noDirection = formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_LineNoDirection);
+const std::string s_noPoint = formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_IntersectionUndefined);
 
 /// Unoriented.
 omReal64 angleError(omReal64 theta, omReal64 exact) { return std::abs(std::remainder(theta - exact, s_piValue)); }
@@ -22,23 +23,14 @@ Values alongSteps(omReal64 x, omReal64 y, int p, int q, int count) {
   return values;
 }
 
-TEST(Line2dEstimator, PassesThroughTwoPoints) {
-  const RealVector params = fitted<Line2dEstimator>({0, 1, 1, 0});
-  EXPECT_NEAR(params(0), s_piValue / 4, 1e-15);
-  EXPECT_NEAR(params(1), std::sqrt(0.5), 1e-15);
-  EXPECT_EQ(failureOf<Line2dEstimator>({3, 4, 3, 4}), s_noDirection);
-}
-
 TEST(Line2dEstimator, RefusesACloudWithoutDirection) {
+  EXPECT_EQ(failureOf<Line2dEstimator>({3, 4, 3, 4}), s_noDirection);
   Values circle;
   for (int i = 0; i < 8; ++i) circle.insert(circle.end(), {std::cos(i * s_piValue / 4), std::sin(i * s_piValue / 4)});
   EXPECT_EQ(failureOf<Line2dEstimator>(circle), s_noDirection);
   for (omReal64& value : circle) value += 1000;
   EXPECT_EQ(failureOf<Line2dEstimator>(circle), s_noDirection);
-}
-
-TEST(Line2dEstimator, AbsoluteThresholdOfTheMixedMomentIsKept) {
-  // Along the diagonal the threshold decides (intended), along an axis it does not.
+  // Along the diagonal the absolute threshold of the mixed moment decides (intended), along an axis it does not.
   EXPECT_EQ(failureOf<Line2dEstimator>({0, 0, 1e-5, 1e-5, 2e-5, 2e-5}), s_noDirection);
   EXPECT_LE(angleError(fitted<Line2dEstimator>({0, 0, 1e-5, 0, 2e-5, 0})(0), s_piValue / 2), 1e-15);
 }
@@ -49,7 +41,7 @@ TEST(Line2dEstimator, AngleIsExactAnywhere) {
     const int p = static_cast<int>(random.uniform(-40, 40));
     const int q = static_cast<int>(random.uniform(-40, 40));
     if (p == 0 && q == 0) continue;
-    const int count = trial % 10 == 0 ? 20000 : 3 + trial;
+    const int count = trial % 10 == 9 ? 20000 : 2 + trial;
     for (const omReal64 offset : {0.0, 1e4, 1e8}) {
       const Values values = alongSteps(offset, -offset, p, q, count);
       const RealVector params = fitted<Line2dEstimator>(values);
@@ -77,38 +69,28 @@ TEST(Line2dEstimator, AnyNumberAndOrderOfPointsIsAsGood) {
   EXPECT_LE(std::abs(params(1)), 1e-9);
 }
 
-TEST(Line2dEstimator, MinimisesItsResidualsOnPublishedPoints) {
+TEST(Line2dEstimator, MinimisesItsResiduals) {
   // Pearson 1901, On Lines and Planes of Closest Fit to Systems of Points in Space, Philosophical Magazine 2, 559-572.
   const Values points{0, 5.9, 0.9, 5.4, 1.8, 4.4, 2.6, 4.6, 3.3, 3.5, 4.4, 3.7, 5.2, 2.8, 6.1, 2.8, 6.5, 2.4, 7.4, 1.5};
   const RealVector params = fitted<Line2dEstimator>(points);
   expectLeastSquares<Line2dEstimator>(points, params);
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    Random random(seed);
+    const omReal64 co = std::cos(0.3 * seed), si = std::sin(0.3 * seed);
+    Values noisy;
+    for (int i = 0; i < 40; ++i) {
+      const omReal64 s = random.uniform(-3, 3), e = 0.3 * random.noise();
+      noisy.insert(noisy.end(), {s * co - e * si + 2, s * si + e * co});
+    }
+    expectLeastSquares<Line2dEstimator>(noisy, fitted<Line2dEstimator>(noisy));
+  }
   // The line of closest fit passes through the mean.
   EXPECT_NEAR(residualsOf<Line2dEstimator>({3.82, 3.7}, params)(0), 0, 1e-15);
-}
-
-TEST(Line2dEstimator, MinimisesItsResidualsInEveryDirection) {
-  for (unsigned seed = 1; seed <= 60; ++seed) {
-    SCOPED_TRACE(seed);
-    Random random(seed);
-    const omReal64 angle = seed * s_piValue / 30;
-    Values values;
-    for (int i = 0; i < 40; ++i) {
-      const omReal64 s = random.uniform(-3, 3);
-      const omReal64 e = 0.3 * random.noise();
-      values.insert(values.end(),
-                    {s * std::cos(angle) - e * std::sin(angle) + 2, s * std::sin(angle) + e * std::cos(angle)});
-    }
-    expectLeastSquares<Line2dEstimator>(values, fitted<Line2dEstimator>(values));
-  }
-}
-
-TEST(Line2dEstimator, ResidualsAreSignedDistances) {
   EXPECT_EQ(valuesOf(residualsOf<Line2dEstimator>({5, 1, 1, 9}, vectorOf({0, 2}))), (Values{3, -1}));
 }
 
 TEST(Line2dIntersectionEstimator, FindsTheCommonPoint) {
   for (unsigned seed = 1; seed <= 100; ++seed) {
-    SCOPED_TRACE(seed);
     Random random(seed);
     const omReal64 scale = std::pow(10.0, random.uniform(-200, 200));
     const omReal64 x = random.uniform(-9, 9) * scale;
@@ -125,18 +107,6 @@ TEST(Line2dIntersectionEstimator, FindsTheCommonPoint) {
     EXPECT_NEAR(params(1), y, tolerance);
     EXPECT_LE(largestResidual<Line2dIntersectionEstimator>(lines, params), 1e-14 * scale);
   }
-}
-
-TEST(Line2dIntersectionEstimator, MinimisesTheDistancesToTheLines) {
-  const Values lines{0.1, 2, 1.2, 3, -0.7, 0.5, 2.5, 1, 3, -4};
-  const RealVector params = fitted<Line2dIntersectionEstimator>(lines);
-  const omReal64 least = sumOfSquares<Line2dIntersectionEstimator>(lines, params);
-  for (const omReal64 step : {1e-3, -1e-3, 1e-6, -1e-6})
-    for (std::size_t k = 0; k < 2; ++k) {
-      RealVector changed = params;
-      changed(k) += step;
-      EXPECT_GT(sumOfSquares<Line2dIntersectionEstimator>(lines, changed), least * (1 - 1e-14));
-    }
 }
 
 TEST(Line2dIntersectionEstimator, RefusesParallelLines) {

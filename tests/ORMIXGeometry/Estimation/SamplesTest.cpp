@@ -1,0 +1,155 @@
+// From points and lines to samples, and from samples to entities and transforms in one call.
+
+#include <ORMIXGeometry/ORMIXGeometry.h>
+
+#include "support/EstimationSamples.h"
+#include "support/LogCapture.h"
+
+namespace {
+
+using namespace estimation;
+using namespace ormix::geom;
+
+/// A point of coordinates from `first` up; the last one given.
+template <class Point, class T>
+Point pointFrom(T first, T last) {
+  if constexpr (std::is_constructible_v<Point, T, T, T>)
+    return Point(first, T(first + 1), last);
+  else
+    return Point(first, last);
+}
+
+template <class Point, class T>
+void expectSamples(bool isBorrowed) {
+  constexpr std::size_t D = std::is_constructible_v<Point, T, T, T> ? 3 : 2;
+  const T largest = NumericLimits<T>::s_max;
+  const std::vector<Point> points{pointFrom<Point, T>(1, 7), pointFrom<Point, T>(4, largest)}, none;
+  const std::vector<Point> others{pointFrom<Point, T>(20, 22), pointFrom<Point, T>(30, 32)};
+  const omReal64 max = static_cast<omReal64>(largest);
+  const Values first = D == 2 ? Values{1, 7} : Values{1, 2, 7}, second = D == 2 ? Values{4, max} : Values{4, 5, max};
+  Values all = first, pair = second;
+  all.insert(all.end(), second.begin(), second.end());
+  for (const omReal64 value : D == 2 ? Values{30, 32} : Values{30, 31, 32}) pair.push_back(value);
+
+  ASSERT_EQ(toDataSet(points).size(), 2u);
+  EXPECT_EQ(valuesOf(toDataSet(points)[0]), first);
+  EXPECT_EQ(valuesOf(toDataSet(points)[1]), second);
+  EXPECT_EQ(valuesOf(toDataSet(points, others).at(1)), pair);
+  const Samples run = toSamples(points), pairs = toSamples(points, others);
+  EXPECT_EQ(Values(run.view().data, run.view().data + 2 * D), all);
+  EXPECT_EQ(run.isBorrowed(), isBorrowed);
+  EXPECT_EQ(static_cast<const void*>(run.view().data) == points.data(), isBorrowed) << "packed points are not copied";
+  EXPECT_EQ(pairs.view().nbSamples, 2u);
+  EXPECT_EQ(pairs.view().dimension, 2 * D);
+  const Samples copied(pairs);
+  EXPECT_EQ(Values(copied.view()[1], copied.view()[1] + 2 * D), pair);
+  EXPECT_TRUE(toDataSet(none).empty() && toSamples(none).view().empty());
+
+  const support::LogCapture log(getORMIXGeometryLoggerName());
+  const std::vector<Point> three(3), four(4);
+  const std::string mismatch = formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_CollectionSizeMismatch, 3, 4);
+  EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { toDataSet(three, four); }), mismatch);
+  EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { toSamples(three, four); }), mismatch);
+  EXPECT_EQ(log.messages(), (support::LogCapture::Messages{{40000, mismatch}, {40000, mismatch}}));
+}
+
+template <class T>
+class PointSamples : public ::testing::Test {};
+TYPED_TEST_SUITE(PointSamples, support::Scalars);
+
+TYPED_TEST(PointSamples, AreTheCoordinates) {
+  constexpr bool isReal64 = std::is_same_v<TypeParam, omReal64>;
+  expectSamples<Point2d<TypeParam>, TypeParam>(false);
+  expectSamples<Point2dData<TypeParam>, TypeParam>(isReal64);
+  expectSamples<Point3d<TypeParam>, TypeParam>(false);
+  expectSamples<Point3dData<TypeParam>, TypeParam>(isReal64);
+}
+
+TEST(LineSamples, AreThetaAndRho) {
+  const std::vector<Line2d> lines{{3, 0.5}, {-1, 2}};
+  EXPECT_EQ(valuesOf(toDataSet(lines).at(1)), (Values{2, -1}));
+  EXPECT_EQ(toSamples(lines).view()[0][1], 3);
+}
+
+TEST(Fit, GivesEntitiesFromPoints) {
+  const std::vector<Point2d<omInt32>> points{{5, 0}, {3, 4}, {0, 5}, {-4, 3}, {-3, -4}, {4, -3}};
+  Circle2d<omReal64> circle;
+  ASSERT_TRUE(fitCircle(toSamples(points), circle));
+  EXPECT_NEAR(circle.getRadius(), 5, 1e-14);
+  Ellipse2d<omReal64> ellipse;
+  ASSERT_TRUE(fitEllipse(toSamples(points), ellipse));
+  EXPECT_NEAR(ellipse.getMinorRadius(), 5, 1e-13);
+  Line2d line;
+  ASSERT_TRUE(fitLine(toSamples(std::vector<Point2d<omReal32>>{{0, -2}, {5, -2}, {9, -2}}), line));
+  EXPECT_NEAR(line.getRho(), 2, 1e-15);
+  EXPECT_NEAR(line.getSinTheta(), -1, 1e-15);
+  Point2d<omReal64> point;
+  ASSERT_TRUE(fitIntersection(toSamples(std::vector<Line2d>{{3, 0}, {2, 1.5707963267948966}}), point));
+  EXPECT_FALSE(fitIntersection(toSamples(std::vector<Line2d>{{3, 1}, {2, 1}}), point));
+  EXPECT_LE(distance(point, {3, 2}), 1e-15) << "left by the failure";
+
+  // Whole coordinates at the distance 7 from (1, 2, 3).
+  std::vector<Point3d<omInt32>> ball;
+  for (int signs = 0; signs < 8; ++signs)
+    for (const auto& [x, y, z] : {std::array{2, 3, 6}, {3, 6, 2}, {6, 2, 3}})
+      ball.emplace_back(1 + (signs & 1 ? x : -x), 2 + (signs & 2 ? y : -y), 3 + (signs & 4 ? z : -z));
+  Sphere3d<omReal64> sphere;
+  ASSERT_TRUE(fitSphere(toSamples(ball), sphere));
+  EXPECT_FALSE(fitSphere(toSamples(std::vector<Point3d<omReal64>>(5)), sphere));
+  EXPECT_NEAR(sphere.getRadius(), 7, 1e-13);
+  EXPECT_NEAR(sphere.centerZ(), 3, 1e-13);
+  Ellipsoid3d<omReal64> ellipsoid;
+  ASSERT_TRUE(fitEllipsoid(toSamples(ball), ellipsoid));
+  EXPECT_NEAR(ellipsoid.getMinorRadius(), 7, 1e-12);
+  EXPECT_NEAR(ellipsoid.centerY(), 2, 1e-12);
+  Plan3d plan;
+  ASSERT_TRUE(fitPlan(toSamples(std::vector<Point3d<omReal32>>{{1, 2, -5}, {7, 1, -5}, {3, 9, -5}, {0, 0, -5}}), plan));
+  EXPECT_LE(distance(plan.getNearestPointFromOrigin(), {0, 0, -5}), 1e-14);
+}
+
+template <class Point, class... Transforms>
+void expectImages(const std::vector<Point>& sources, const std::vector<Point>& targets,
+                  const Transforms&... transforms) {
+  const auto expect = [&](const auto& transform) {
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+      Point image = sources[i];
+      ASSERT_TRUE(transform.applyInSitu(image));
+      EXPECT_LE(distance(image, targets[i]), 1e-13);
+    }
+  };
+  (expect(transforms), ...);
+}
+
+// A quarter turn about z, then a shift.
+TEST(Fit, GivesTransformsFromPairs) {
+  const std::vector<Point3d<omReal64>> sources{{1, 2, 0}, {4, 3, 1}, {-2, 5, 7}, {0, -3, 2}, {7, 1, -4}, {3, 3, 9}};
+  std::vector<Point3d<omReal64>> targets;
+  std::vector<Point2d<omReal64>> flatSources, flatTargets;
+  for (const auto& p : sources) {
+    targets.emplace_back(3 - p.getY(), p.getX() - 1, p.getZ() + 2);
+    flatSources.emplace_back(p.getX(), p.getY());
+    flatTargets.emplace_back(3 - p.getY(), p.getX() - 1);
+  }
+  RigidTransform2d rigid2d;
+  SimilarityTransform2d similarity2d;
+  HomographyTransform2d homography2d;
+  TranslationTransform2d translation2d;
+  const Samples flat = toSamples(flatSources, flatTargets);
+  ASSERT_TRUE(fitRigid(flat, rigid2d) && fitSimilarity(flat, similarity2d) && fitHomography(flat, homography2d));
+  expectImages(flatSources, flatTargets, rigid2d, similarity2d, homography2d);
+  ASSERT_TRUE(fitTranslation(toSamples(flatSources, flatSources), translation2d));
+  expectImages(flatSources, flatSources, translation2d);
+
+  RigidTransform3d rigid, rigidApart;
+  SimilarityTransform3d similarity, similarityApart;
+  HomographyTransform3d homography;
+  TranslationTransform3d translation, translationApart;
+  const Samples pairs = toSamples(sources, targets), from = toSamples(sources), to = toSamples(targets);
+  ASSERT_TRUE(fitRigid(pairs, rigid) && fitSimilarity(pairs, similarity) && fitHomography(pairs, homography));
+  ASSERT_TRUE(fitRigid(from, to, rigidApart) && fitSimilarity(from, to, similarityApart));
+  expectImages(sources, targets, rigid, similarity, homography, rigidApart, similarityApart);
+  ASSERT_TRUE(fitTranslation(toSamples(sources, sources), translation) && fitTranslation(from, from, translationApart));
+  expectImages(sources, sources, translation, translationApart);
+}
+
+}  // namespace
