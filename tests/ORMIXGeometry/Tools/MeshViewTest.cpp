@@ -1,10 +1,11 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/Checks.h"
 
 namespace {
 
@@ -81,8 +82,8 @@ TEST(MeshView, AddsNothingOfWhatIsNotFinite) {
   addTriangleAt(mesh, 0);
   SvgWriter writer;
   EXPECT_FALSE(drawMesh(writer, mesh, {{0, 0, 0}}));
-  EXPECT_FALSE(drawMesh(writer, mesh, {{0, std::numeric_limits<omReal64>::quiet_NaN(), 1}}));
-  for (const omReal64 bad : {std::numeric_limits<omReal64>::quiet_NaN(), std::numeric_limits<omReal64>::infinity()}) {
+  EXPECT_FALSE(drawMesh(writer, mesh, {{0, support::s_nan, 1}}));
+  for (const omReal64 bad : {support::s_nan, support::s_infinity}) {
     addTriangleAt(mesh, 0);
     mesh.setVertex(mesh.getNbVertices() - 1, {1, bad, 0});
     EXPECT_FALSE(drawMesh(writer, mesh));

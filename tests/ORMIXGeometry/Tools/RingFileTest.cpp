@@ -4,8 +4,9 @@
 #include <sys/resource.h>
 
 #include <fstream>
-#include <locale>
 #include <sstream>
+
+#include "support/Checks.h"
 
 using namespace ormix;
 using namespace ormix::geom;
@@ -137,12 +138,10 @@ TEST(RingFile, aLineWithoutEndTakesNoMemory) {
 }
 
 TEST(RingFile, numbersDoNotDependOnTheLocale) {
-  struct Comma : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-  };
-  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Comma));
-  const RingFile file = read("0.5 1e3\n+1 -2\n\n0.5 1, 2 2, 3 1\n");
-  std::locale::global(before);
+  const RingFile file = [] {
+    const support::CommaLocale comma;
+    return read("0.5 1e3\n+1 -2\n\n0.5 1, 2 2, 3 1\n");
+  }();
   EXPECT_EQ(summary(file), "[[0.5, 1000], [1, -2]] [[0.5, 1], [2, 2], [3, 1], [0.5, 1]] ");
 }
 

@@ -2,12 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <limits>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/Checks.h"
+#include "support/Random.h"
 
 using namespace ormix;
 using namespace ormix::geom;
@@ -33,24 +34,14 @@ void expectAsStream(omReal64 value, int precision = 6) {
     ASSERT_EQ(written(signedValue, precision), printed(signedValue, precision)) << std::hexfloat << value;
 }
 
-template <class T, class Bits>
-T fromBits(Bits bits) {
-  T value;
-  static_assert(sizeof value == sizeof bits);
-  std::memcpy(&value, &bits, sizeof value);
-  return value;
-}
-
 }  // namespace
 
 TEST(ScientificText, printsRandomBitsAsAStreamDoes) {
-  const auto seed = std::random_device()();
-  SCOPED_TRACE(seed);
-  std::mt19937_64 random(seed);
+  support::Random random(31);
   for (int trial = 0; trial < 100000; ++trial) {
-    expectAsStream(fromBits<omReal32>(static_cast<omUInt32>(random())));
-    expectAsStream(fromBits<omReal64>(static_cast<omUInt64>(random())));
-    expectAsStream(std::ldexp(static_cast<omReal64>(random() >> 40), static_cast<int>(random() % 60) - 50));
+    expectAsStream(random.bits<omReal32>());
+    expectAsStream(random.bits<omReal64>());
+    expectAsStream(std::ldexp(static_cast<omReal64>(random() >> 8), static_cast<int>(random.below(60)) - 50));
   }
 }
 
@@ -65,8 +56,7 @@ TEST(ScientificText, printsWhatIsHardToRound) {
         expectAsStream(near);
     }
   for (const omReal64 value : {0.0, 1e98, 1e99, 1e100, 9.9999999e99, 1e-98, 1e-99, 1e-100, 9.9999996e-100, 5e-324,
-                               std::numeric_limits<omReal64>::max(), std::numeric_limits<omReal64>::infinity(),
-                               std::numeric_limits<omReal64>::quiet_NaN()})
+                               std::numeric_limits<omReal64>::max(), support::s_infinity, support::s_nan})
     expectAsStream(value);
 }
 
@@ -83,9 +73,9 @@ TEST(ScientificText, shortestDigitsReadBack) {
   char text[24];
   EXPECT_EQ(std::string(text, writeShortest(text, 0.1f)), "0.1");
   EXPECT_EQ(std::string(text, writeShortest(text, 0.1)), "0.1");
-  std::mt19937_64 random(7);
+  support::Random random(7);
   for (int trial = 0; trial < 10000; ++trial) {
-    const auto value = fromBits<omReal32>(static_cast<omUInt32>(random()));
+    const auto value = random.bits<omReal32>();
     if (std::isfinite(value)) {
       ASSERT_EQ(std::strtof(std::string(text, writeShortest(text, value)).c_str(), nullptr), value);
     }

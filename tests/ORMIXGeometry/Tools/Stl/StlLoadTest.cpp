@@ -107,22 +107,6 @@ TEST(StlLoad, trianglesThatNoMeshCanShareGetVerticesOfTheirOwn) {
   EXPECT_EQ(mesh->getNbVertices(), 3u + 3 * 3u);
 }
 
-TEST(StlLoad, whatIsWrittenIsReadAgain) {
-  const TemporaryFile file;
-  Mesh3d<omReal64> mesh;
-  for (int at = 0; at < 400; ++at) mesh.addVertex({std::sin(at * 7.0) + 3, std::cos(at * 3.0) + 3, at * 0.1 + 1});
-  for (std::size_t at = 0; at + 2 < 400; ++at) EXPECT_TRUE(mesh.addTriangle(at, at + 1 + at % 2, at + 2 - at % 2));
-  const auto expected = cornersOf(mesh);
-  EXPECT_TRUE(saveToStLBinary(file.path, mesh));
-  EXPECT_EQ(cornersOf(*readFromStLFile<omReal64>(file.path)), expected) << "rounded to single precision";
-  EXPECT_EQ(readFromStLFile<omReal64>(file.path)->getNbVertices(), 400u);
-  EXPECT_TRUE(saveToStLAscii(file.path, mesh, "p"));
-  const auto read = cornersOf(*readFromStLFile<omReal64>(file.path));
-  ASSERT_EQ(read.size(), expected.size());
-  for (std::size_t at = 0; at < read.size(); ++at)
-    for (std::size_t k = 0; k < 9; ++k) EXPECT_NEAR(read[at][k], expected[at][k], 1e-6 * std::abs(expected[at][k]));
-}
-
 TEST(StlLoad, whatCannotBeReadIsEmptyAndLoggedWithThePath) {
   const TemporaryFile empty, pipe;
   std::filesystem::remove(pipe.path);
