@@ -183,8 +183,7 @@ TEST(TransformEstimators2d, RefusePairsThatFitEveryAngle) {
     const omReal64 x = 1e6 * std::cos(2 * s_pi * k / 7), y = 1e6 * std::sin(2 * s_pi * k / 7);
     mirrored.insert(mirrored.end(), {x, y, x, -y});
   }
-  for (const Values& values :
-       {mirrored, Values{1e6, 1, 0, 0, 1e6 + 0x1p-33, 1, 1e6, 1e6, 1e6, 1, -1e6, 1e6}}) {
+  for (const Values& values : {mirrored, Values{1e6, 1, 0, 0, 1e6 + 0x1p-33, 1, 1e6, 1e6, 1e6, 1, -1e6, 1e6}}) {
     EXPECT_EQ(failureOf<TranslationTransform2dEstimator>(values), TransformEstimators<Plane>::rankMessage(0));
     EXPECT_EQ(failureOf<RigidTransform2dEstimator>(values), TransformEstimators<Plane>::rankMessage(1));
     EXPECT_EQ(failureOf<SimilarityTransform2dEstimator>(values), TransformEstimators<Plane>::rankMessage(2));
