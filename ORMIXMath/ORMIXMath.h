@@ -46,7 +46,6 @@
 #include <ORMIXMath/Transform/2d/GeometricTransform2dType.h>
 #include <ORMIXMath/Transform/2d/Homography2d.h>
 #include <ORMIXMath/Transform/2d/ParametricTransform2d.h>
-#include <ORMIXMath/Transform/2d/PointRun2d.h>
 #include <ORMIXMath/Transform/2d/Rigid2d.h>
 #include <ORMIXMath/Transform/2d/Rotation2d.h>
 #include <ORMIXMath/Transform/2d/Scale2d.h>
@@ -59,7 +58,6 @@
 #include <ORMIXMath/Transform/3d/GeometricTransform3dType.h>
 #include <ORMIXMath/Transform/3d/Homography3d.h>
 #include <ORMIXMath/Transform/3d/ParametricTransform3d.h>
-#include <ORMIXMath/Transform/3d/PointRun3d.h>
 #include <ORMIXMath/Transform/3d/Rigid3d.h>
 #include <ORMIXMath/Transform/3d/Rotation3d.h>
 #include <ORMIXMath/Transform/3d/Scale3d.h>
@@ -67,4 +65,5 @@
 #include <ORMIXMath/Transform/3d/Translation3d.h>
 #include <ORMIXMath/Transform/AffineTransform.h>
 #include <ORMIXMath/Transform/ParametricTransform.h>
+#include <ORMIXMath/Transform/PointRun.h>
 #include <ORMIXMath/Transform/StoreImage.h>

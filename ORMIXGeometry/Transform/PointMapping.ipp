@@ -6,8 +6,7 @@
 #include <ORMIXGeometry/ORMIXGeometryLogger.h>
 #include <ORMIXGeometry/Transform/Preserved.h>
 #include <ORMIXMath/Scalar/Round.h>
-#include <ORMIXMath/Transform/2d/PointRun2d.h>
-#include <ORMIXMath/Transform/3d/PointRun3d.h>
+#include <ORMIXMath/Transform/PointRun.h>
 
 #include <algorithm>
 #include <cmath>

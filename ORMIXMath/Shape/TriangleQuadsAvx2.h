@@ -1,14 +1,17 @@
 #pragma once
 
 #include <ORMIXMath/Shape/CompensatedSum.h>
+#include <ORMIXMath/Shape/RingIntrinsics.h>
 #include <ORMIXMath/Shape/TrianglePairs.h>
-#include <ORMIXMath/Transform/CoordinateVectorsAvx2.h>
+
+#include <limits>
+#include <type_traits>
 
 namespace ormix::detail {
 
 /// The sums over triangles four at a time, with the bits of the sums over pairs. Each takes as many triangles from the
 /// front as fill its vectors and answers how many.
-class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
+class TriangleQuadsAvx2 {
  public:
   /// Adds twice the area of triangle t to lane t % 4.
   template <class T>
@@ -115,6 +118,18 @@ class TriangleQuadsAvx2 : CoordinateVectorsAvx2 {
     const __m128i z23 = _mm_unpacklo_epi32(oneWord(p2 + 2), oneWord(p3 + 2));
     return {converted<T>(_mm_unpacklo_epi64(xy01, xy23)), converted<T>(_mm_unpackhi_epi64(xy01, xy23)),
             converted<T>(_mm_unpacklo_epi64(z01, z23))};
+  }
+  /// Four words that hold values of the type T.
+  template <class T>
+  [[gnu::target("avx2")]] static __m256d converted(__m128i words) {
+    if constexpr (std::is_same_v<T, omReal32>) {
+      return _mm256_cvtps_pd(_mm_castsi128_ps(words));
+    } else if constexpr (std::is_same_v<T, omInt32>) {
+      return _mm256_cvtepi32_pd(words);
+    } else {  // Shifted down by 2^31 for the signed conversion, and back, which is exact.
+      const __m128i signBits = _mm_set1_epi32(std::numeric_limits<omInt32>::min());
+      return _mm256_add_pd(_mm256_cvtepi32_pd(_mm_xor_si128(words, signBits)), _mm256_set1_pd(0x1p31));
+    }
   }
   [[gnu::target("avx2")]] static __m128i twoWords(const void* at) {
     return _mm_loadl_epi64(static_cast<const __m128i*>(at));

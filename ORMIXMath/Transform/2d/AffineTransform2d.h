@@ -7,7 +7,7 @@
 namespace ormix {
 
 /// x' = xx·x + xy·y + tx, y' = yx·x + yy·y + ty.
-struct AffineCoefficients2d {
+struct ORMIX_MATH_API AffineCoefficients2d {
   omReal64 xx = 1;
   omReal64 xy = 0;
   omReal64 tx = 0;

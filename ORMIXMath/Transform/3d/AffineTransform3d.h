@@ -7,7 +7,7 @@
 namespace ormix {
 
 /// x' = xx·x + xy·y + xz·z + tx, likewise y' and z'.
-struct AffineCoefficients3d {
+struct ORMIX_MATH_API AffineCoefficients3d {
   omReal64 xx = 1;
   omReal64 xy = 0;
   omReal64 xz = 0;

@@ -23,6 +23,7 @@ PointCloud2d<T> cloudOf(const benchmark::State& state) {
 
 /// Maps that stay near the identity, so that a cloud mapped again and again keeps its size.
 Rigid2d rigid() { return {1e-7, 1e-7, -1e-7}; }
+Similarity2d similarity() { return {1 + 1e-12, 1e-7, 1e-7, -1e-7}; }
 Homography2d homography() {
   const std::array<omReal64, 9> rows{1, -1e-7, 1e-7, 1e-7, 1, -1e-7, 1e-15, -1e-15, 1};
   Matrix3x3 matrix(3, 3);
@@ -77,7 +78,7 @@ void transformRunCheck(benchmark::State& state) {
     benchmark::DoNotOptimize(firstUndefinedImage(map(), coordinates(cloud.getCollection()), cloud.size()));
 }
 
-void sizes(benchmark::internal::Benchmark* row) { row->Arg(5)->Arg(1000)->Arg(1000000); }
+void sizes(benchmark::internal::Benchmark* row) { row->Arg(5)->Arg(1000)->Arg(10000)->Arg(1000000); }
 
 }  // namespace
 
@@ -86,15 +87,27 @@ BENCHMARK_TEMPLATE(transformReadLimit, omReal64)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omReal64, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omReal32, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omInt32, rigid)->Apply(sizes);
-BENCHMARK_TEMPLATE(transformInSitu, omUInt32, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformInSitu, omReal64, similarity)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformInSitu, omReal32, similarity)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformInSitu, omInt32, similarity)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omReal64, homography)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omReal32, homography)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omInt32, homography)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformInSitu, omUInt32, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal64, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal32, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omInt32, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal64, similarity)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal32, similarity)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omInt32, similarity)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal64, homography)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal32, homography)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omInt32, homography)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omUInt32, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopyLimit, omReal64)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformRunUnchecked, omReal64, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformRunCheck, omReal64, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformRunUnchecked, omReal64, homography)->Apply(sizes);
-BENCHMARK_TEMPLATE(transformCopy, omReal64, rigid)->Apply(sizes);
-BENCHMARK_TEMPLATE(transformCopyLimit, omReal64)->Apply(sizes);
 // clang-format on
 
 }  // namespace ormix::benchmarks
