@@ -75,6 +75,7 @@
 #include <ORMIXGeometry/Tools/Text/RingFile.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/GeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
@@ -85,6 +86,7 @@
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/BaseGeometryTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/GeometryTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/GeometryTransform3dUtils.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/LinearTransform3d.h>
@@ -95,8 +97,9 @@
 #include <ORMIXGeometry/Transform/3d/Transform3dTypes.h>
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXGeometry/Transform/BaseGeometryTransform.h>
+#include <ORMIXGeometry/Transform/GeometryTransform.h>
 #include <ORMIXGeometry/Transform/LinearTransform.h>
-#include <ORMIXGeometry/Transform/Preserved.h>
+#include <ORMIXGeometry/Transform/MapRequirement.h>
 #include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/ORMIXSerialization.h>
 #include <ORMIXUtil/ORMIXUtil.h>

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/OfScalar.h>
-#include <ORMIXGeometry/Export.h>
-#include <ORMIXGeometry/Transform/Preserved.h>
-#include <ORMIXSerialization/Object/RegisteredObject.h>
+#include <ORMIXGeometry/Transform/GeometryTransform.h>
+#include <ORMIXGeometry/Transform/MapRequirement.h>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <type_traits>
@@ -16,19 +15,19 @@ struct NamedMap;
 }  // namespace detail
 
 /// The uniform part of a linear transform of the entities of one space: it owns one transform of ORMIXMath and does no
-/// arithmetic of its own beyond what an entity's fields need. `Space` names the bases, PlanarTransforms or
-/// SpatialTransforms; `Self` states `s_className` and `type()`. The bodies are in LinearTransform.ipp and
-/// LinearTransformFrame.ipp, the rule of each entity in LinearTransform2d.ipp and LinearTransform3d.ipp.
+/// arithmetic of its own beyond what an entity's fields need. `Space` and `Self` are as GeometryTransform says. The
+/// bodies are in LinearTransform.ipp and LinearTransformFrame.ipp, the rule of each entity in LinearTransform2d.ipp and
+/// LinearTransform3d.ipp.
 template <class Self, class Math, class Space>
-class ORMIX_GEOMETRY_API LinearTransform : public RegisteredObject<Self, typename Space::Transform> {
-  using Base = typename Space::Transform;
+class ORMIX_GEOMETRY_API LinearTransform : public Space::template Frame<Self> {
+  using Frame = typename Space::template Frame<Self>;
+  using EntityPtr = typename Space::EntityPtr;
 
  public:
-  using Base::apply;
-  using Base::applyInSitu;
+  using Frame::apply;
 
-  BoolResult applyInSitu(typename Space::Entity& entity) const final;
-  typename Space::EntityPtr apply(const typename Space::Entity& entity) const final;
+  /// A copy that is mapped in place; of an anisotropic scale what the entity's visit answers.
+  EntityPtr apply(const typename Space::Entity& entity) const final;
 
   /// The owned transform.
   const Math& getGeometricTransform() const { return _transform; }
@@ -43,6 +42,10 @@ class ORMIX_GEOMETRY_API LinearTransform : public RegisteredObject<Self, typenam
     return processInSitu(entity);
   }
 
+  /// What the visits of apply() alone call, to make the image of a run in one pass: null to any other (intended).
+  template <class Entity, std::enable_if_t<s_isRunOfPoints<Entity>, int> = 0>
+  EntityPtr process(const Entity& run) const;
+
  protected:
   LinearTransform() = default;
   explicit LinearTransform(const Math& transform) : _transform(transform) {}
@@ -52,8 +55,7 @@ class ORMIX_GEOMETRY_API LinearTransform : public RegisteredObject<Self, typenam
   LinearTransform& operator=(LinearTransform&&) = default;
   ~LinearTransform() override = default;
 
-  /// The image, as a new entity, of one that processInSitu() takes; empty, logged, where that would fail. Runs of
-  /// points are read once and their images written once.
+  /// The image, as a new entity, of one that processInSitu() takes; empty, logged, where that would fail.
   template <class Entity>
   boost::shared_ptr<Entity> image(const Entity& entity) const;
 
@@ -66,18 +68,22 @@ class ORMIX_GEOMETRY_API LinearTransform : public RegisteredObject<Self, typenam
   friend FieldAccess;
   template <class S, class F>
   static bool fields(S& self, F&& item);
+
+  /// Where process() leaves the image of a run, which may be none.
+  struct RunImage {
+    bool isRun = false;
+    EntityPtr entity;
+  };
+  /// Of the copy that apply() sends on its visit, null of any other transform.
+  RunImage* _runImage = nullptr;
 };
 
 }  // namespace ormix::geom
 
-// The levels of one transform, declared before its class and instantiated in its source (`keyword` is `extern` there,
+// The levels of one transform, declared before its class and instantiated in a source (`keyword` is `extern` there,
 // nothing here).
 #define ORMIX_GEOMETRY_LINEAR_TRANSFORM_LEVELS(keyword, Frame, Space, Class, Math) \
-  namespace ormix {                                                                \
-  keyword template class VersionedLevel<geom::Class, geom::Space::Transform>;      \
-  keyword template class RegisteredObject<geom::Class, geom::Space::Transform>;    \
-  }                                                                                \
+  ORMIX_GEOMETRY_TRANSFORM_LEVELS(keyword, Frame, Space, Class)                    \
   namespace ormix::geom {                                                          \
   keyword template class LinearTransform<Class, Math, Space>;                      \
-  keyword template class Frame<Class, Math>;                                       \
   }

@@ -1,7 +1,8 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXMath/Scalar/Constants.h>
-#include <ORMIXGeometry/Transform/2d/LinearTransform2dFrame.ipp>
+#include <ORMIXGeometry/Transform/2d/LinearTransform2d.ipp>
+#include <ORMIXGeometry/Transform/LinearTransformFrame.ipp>
 
 namespace ormix::geom {
 

@@ -19,11 +19,11 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d
 
   /// The identity.
   AnisotropicScaleTransform2d() = default;
-  explicit AnisotropicScaleTransform2d(const AnisotropicScale2d& transform) : LinearTransform2d(transform) {}
-  AnisotropicScaleTransform2d(omReal64 sx, omReal64 sy) : LinearTransform2d(AnisotropicScale2d(sx, sy)) {}
+  explicit AnisotropicScaleTransform2d(const AnisotropicScale2d& transform) : LinearTransform(transform) {}
+  AnisotropicScaleTransform2d(omReal64 sx, omReal64 sy) : LinearTransform(AnisotropicScale2d(sx, sy)) {}
 
   /// The image of an entity that has one in place.
-  template <class Entity, class Base = LinearTransform2d,
+  template <class Entity, class Base = LinearTransform,
             class = decltype(std::declval<const Base&>().processInSitu(std::declval<Entity&>()))>
   GeometryEntity2dPtr process(const Entity& entity) const {
     return this->image(entity);

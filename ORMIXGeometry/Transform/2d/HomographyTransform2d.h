@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API HomographyTransform2d : public LinearTransform2d<Homogr
 
   /// The identity.
   HomographyTransform2d() = default;
-  explicit HomographyTransform2d(const Homography2d& transform) : LinearTransform2d(transform) {}
-  explicit HomographyTransform2d(const Matrix3x3& matrix) : LinearTransform2d(Homography2d(matrix)) {}
+  explicit HomographyTransform2d(const Homography2d& transform) : LinearTransform(transform) {}
+  explicit HomographyTransform2d(const Matrix3x3& matrix) : LinearTransform(Homography2d(matrix)) {}
 
   /// Replaces the matrix.
   void init(const Matrix3x3& matrix) { _transform = Homography2d(matrix); }

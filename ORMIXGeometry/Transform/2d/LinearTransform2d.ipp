@@ -14,7 +14,6 @@
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
-#include <ORMIXGeometry/Transform/FewPointsMapping.ipp>
 #include <ORMIXGeometry/Transform/LinearTransform.ipp>
 
 #include <cmath>
@@ -51,8 +50,8 @@ bool mapInSitu(const Map& map, Circle2d<T>& circle) {
 /// Makes of an angle that of the image of the unit direction there under the map's linear part; unchanged, to the bit,
 /// where the map keeps directions. False where it is not finite, and so no direction.
 template <class Map>
-bool turn(const Map& map, omReal64& angle) {
-  if constexpr (!s_preserved<std::decay_t<decltype(map.math)>>.directions) {
+bool mapAngle(const Map& map, omReal64& angle) {
+  if constexpr (!preserves<std::decay_t<decltype(map.math)>>(eMR_Directions)) {
     const AffineCoefficients2d& c = map.math.getCoefficients();
     const omReal64 cosAngle = std::cos(angle);
     const omReal64 sinAngle = std::sin(angle);
@@ -69,7 +68,7 @@ bool mapInSitu(const Map& map, Ellipse2d<T>& ellipse) {
   T majorRadius = ellipse.getMajorRadius();
   T minorRadius = ellipse.getMinorRadius();
   omReal64 theta = ellipse.getTheta();
-  if (!mapPoint(map, center) || !mapLength(map, majorRadius, minorRadius) || !turn(map, theta)) return false;
+  if (!mapPoint(map, center) || !mapLength(map, majorRadius, minorRadius) || !mapAngle(map, theta)) return false;
   ellipse.setCoords(center, majorRadius, minorRadius, theta);
   return true;
 }
@@ -79,7 +78,7 @@ bool mapInSitu(const Map& map, Square2d<T>& square) {
   Point2dData<T> center = square.center();
   T halfLength = square.getHalfLength();
   omReal64 orientation = square.getOrientation();
-  if (!mapPoint(map, center) || !mapLength(map, halfLength) || !turn(map, orientation)) return false;
+  if (!mapPoint(map, center) || !mapLength(map, halfLength) || !mapAngle(map, orientation)) return false;
   square = Square2d<T>(center, halfLength, orientation);
   return true;
 }
@@ -90,7 +89,7 @@ bool mapInSitu(const Map& map, Rectangle2d<T>& rectangle) {
   T halfLength = rectangle.getHalfLength();
   T halfWidth = rectangle.getHalfWidth();
   omReal64 orientation = rectangle.getOrientation();
-  if (!mapPoint(map, center) || !mapLength(map, halfLength, halfWidth) || !turn(map, orientation)) return false;
+  if (!mapPoint(map, center) || !mapLength(map, halfLength, halfWidth) || !mapAngle(map, orientation)) return false;
   rectangle = Rectangle2d<T>(center, halfLength, halfWidth, orientation);
   return true;
 }
@@ -115,37 +114,30 @@ bool mapInSitu(const Map& map, Parabola2d& parabola) {
   return true;
 }
 
-template <class T>
-struct RunOf<PointCloud2d<T>> {
-  static constexpr bool isRun = true;
-  template <class Cloud>
-  static auto& points(Cloud& cloud) {
-    return cloud.getCollection();
-  }
-  static void copyRest(const PointCloud2d<T>&, PointCloud2d<T>&) {}
-};
-
-template <class T>
-struct RunOf<Polygon2d<T>> {
-  static constexpr bool isRun = true;
-  template <class Polygon>
-  static auto& points(Polygon& polygon) {
-    return polygon.getPointColl();
-  }
-  static void copyRest(const Polygon2d<T>& from, Polygon2d<T>& to) { to.setPolygon2dType(from.getPolygon2dType()); }
-};
-
-template <class T>
-struct TreeOf<PolygonWithHoles2d<T>> {
-  static constexpr bool isTree = true;
-  template <class Node>
-  static auto& body(Node& node) {
-    return node.getExteriorPolygon();
-  }
-  template <class Node>
-  static auto& holes(Node& node) {
-    return node.getPolygonHoles();
-  }
-};
+/// \name Runs of points and trees of them.
+/// @{
+template <class Map, class T>
+bool mapInSitu(const Map& map, PointCloud2d<T>& cloud) {
+  return mapPoints(map, cloud.getCollection());
+}
+template <class Map, class T>
+bool mapToImage(const Map& map, const PointCloud2d<T>& cloud, PointCloud2d<T>& image) {
+  return mapPoints(map, cloud.getCollection(), image.getCollection());
+}
+template <class Map, class T>
+bool mapInSitu(const Map& map, Polygon2d<T>& polygon) {
+  return mapPoints(map, polygon.getPointColl());
+}
+template <class Map, class T>
+bool mapToImage(const Map& map, const Polygon2d<T>& polygon, Polygon2d<T>& image) {
+  image.setPolygon2dType(polygon.getPolygon2dType());
+  return mapPoints(map, polygon.getPointColl(), image.getPointColl());
+}
+inline constexpr auto s_verticesOfNode2d = [](auto& node) -> auto& { return node.getExteriorPolygon().getPointColl(); };
+template <class Map, class T>
+bool mapInSitu(const Map& map, PolygonWithHoles2d<T>& polygon) {
+  return mapTree(map, polygon, s_verticesOfNode2d);
+}
+/// @}
 
 }  // namespace ormix::geom::detail

@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API RigidTransform2d : public LinearTransform2d<RigidTransf
 
   /// The identity.
   RigidTransform2d() = default;
-  explicit RigidTransform2d(const Rigid2d& transform) : LinearTransform2d(transform) {}
-  RigidTransform2d(omReal64 theta, omReal64 tx, omReal64 ty) : LinearTransform2d(Rigid2d(theta, tx, ty)) {}
+  explicit RigidTransform2d(const Rigid2d& transform) : LinearTransform(transform) {}
+  RigidTransform2d(omReal64 theta, omReal64 tx, omReal64 ty) : LinearTransform(Rigid2d(theta, tx, ty)) {}
 };
 
 }  // namespace ormix::geom

@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API RotationTransform2d : public LinearTransform2d<Rotation
 
   /// The identity.
   RotationTransform2d() = default;
-  explicit RotationTransform2d(const Rotation2d& transform) : LinearTransform2d(transform) {}
-  explicit RotationTransform2d(omReal64 theta) : LinearTransform2d(Rotation2d(theta)) {}
+  explicit RotationTransform2d(const Rotation2d& transform) : LinearTransform(transform) {}
+  explicit RotationTransform2d(omReal64 theta) : LinearTransform(Rotation2d(theta)) {}
 };
 
 }  // namespace ormix::geom

@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API ScaleTransform2d : public LinearTransform2d<ScaleTransf
 
   /// The identity.
   ScaleTransform2d() = default;
-  explicit ScaleTransform2d(const Scale2d& transform) : LinearTransform2d(transform) {}
-  explicit ScaleTransform2d(omReal64 scale) : LinearTransform2d(Scale2d(scale)) {}
+  explicit ScaleTransform2d(const Scale2d& transform) : LinearTransform(transform) {}
+  explicit ScaleTransform2d(omReal64 scale) : LinearTransform(Scale2d(scale)) {}
 };
 
 }  // namespace ormix::geom

@@ -15,9 +15,9 @@ class ORMIX_GEOMETRY_API SimilarityTransform2d : public LinearTransform2d<Simila
 
   /// The identity.
   SimilarityTransform2d() = default;
-  explicit SimilarityTransform2d(const Similarity2d& transform) : LinearTransform2d(transform) {}
+  explicit SimilarityTransform2d(const Similarity2d& transform) : LinearTransform(transform) {}
   SimilarityTransform2d(omReal64 scale, omReal64 theta, omReal64 tx, omReal64 ty)
-      : LinearTransform2d(Similarity2d(scale, theta, tx, ty)) {}
+      : LinearTransform(Similarity2d(scale, theta, tx, ty)) {}
 };
 
 }  // namespace ormix::geom

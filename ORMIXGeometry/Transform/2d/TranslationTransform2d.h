@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API TranslationTransform2d : public LinearTransform2d<Trans
 
   /// The identity.
   TranslationTransform2d() = default;
-  explicit TranslationTransform2d(const Translation2d& transform) : LinearTransform2d(transform) {}
-  TranslationTransform2d(omReal64 tx, omReal64 ty) : LinearTransform2d(Translation2d(tx, ty)) {}
+  explicit TranslationTransform2d(const Translation2d& transform) : LinearTransform(transform) {}
+  TranslationTransform2d(omReal64 tx, omReal64 ty) : LinearTransform(Translation2d(tx, ty)) {}
 };
 
 }  // namespace ormix::geom

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
-#include <ORMIXGeometry/Transform/3d/LinearTransform3dFrame.ipp>
+#include <ORMIXGeometry/Transform/3d/LinearTransform3d.ipp>
+#include <ORMIXGeometry/Transform/LinearTransformFrame.ipp>
 
 #include <algorithm>
 #include <array>

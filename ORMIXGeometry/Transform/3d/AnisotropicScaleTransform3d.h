@@ -19,12 +19,12 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform3d
 
   /// The identity.
   AnisotropicScaleTransform3d() = default;
-  explicit AnisotropicScaleTransform3d(const AnisotropicScale3d& transform) : LinearTransform3d(transform) {}
+  explicit AnisotropicScaleTransform3d(const AnisotropicScale3d& transform) : LinearTransform(transform) {}
   AnisotropicScaleTransform3d(omReal64 sx, omReal64 sy, omReal64 sz)
-      : LinearTransform3d(AnisotropicScale3d(sx, sy, sz)) {}
+      : LinearTransform(AnisotropicScale3d(sx, sy, sz)) {}
 
   /// The image of an entity that has one in place.
-  template <class Entity, class Base = LinearTransform3d,
+  template <class Entity, class Base = LinearTransform,
             class = decltype(std::declval<const Base&>().processInSitu(std::declval<Entity&>()))>
   GeometryEntity3dPtr process(const Entity& entity) const {
     return this->image(entity);

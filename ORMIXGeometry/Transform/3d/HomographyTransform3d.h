@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API HomographyTransform3d : public LinearTransform3d<Homogr
 
   /// The identity.
   HomographyTransform3d() = default;
-  explicit HomographyTransform3d(const Homography3d& transform) : LinearTransform3d(transform) {}
-  explicit HomographyTransform3d(const Matrix4x4& matrix) : LinearTransform3d(Homography3d(matrix)) {}
+  explicit HomographyTransform3d(const Homography3d& transform) : LinearTransform(transform) {}
+  explicit HomographyTransform3d(const Matrix4x4& matrix) : LinearTransform(Homography3d(matrix)) {}
 
   /// Replaces the matrix.
   void init(const Matrix4x4& matrix) { _transform = Homography3d(matrix); }

@@ -1,43 +1,29 @@
 #pragma once
 
-#include <ORMIXGeometry/Transform/3d/BaseGeometryTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/GeometryTransform3d.h>
 #include <ORMIXGeometry/Transform/LinearTransform.h>
 #include <ORMIXMath/Transform/3d/BaseGeometricTransform3d.h>
 
 namespace ormix::geom {
 
 // clang-format off
-template <class T> inline constexpr bool Preserved::*s_neededBy<Point3d<T>>         = &Preserved::lines;
-template <>        inline constexpr bool Preserved::*s_neededBy<Vector3d>           = &Preserved::lines;
-template <class T> inline constexpr bool Preserved::*s_neededBy<BoundingBox3d<T>>   = &Preserved::axes;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Segment3d<T>>       = &Preserved::lines;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Triangle3d<T>>      = &Preserved::ratios;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Sphere3d<T>>        = &Preserved::angles;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Ellipsoid3d<T>>     = &Preserved::angles;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Cube3d<T>>          = &Preserved::angles;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Cuboid3d<T>>        = &Preserved::angles;
-template <class T> inline constexpr bool Preserved::*s_neededBy<PointCloud3d<T>>    = &Preserved::lines;
-template <class T> inline constexpr bool Preserved::*s_neededBy<Mesh3d<T>>          = &Preserved::lines;
-template <class T> inline constexpr bool Preserved::*s_neededBy<MeshWithHoles3d<T>> = &Preserved::lines;
-template <>        inline constexpr bool Preserved::*s_neededBy<Shape3d>            = &Preserved::lines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Point3d<T>>         = eMR_StraightLines;
+template <>        inline constexpr eMapRequirement s_mapRequirement<Vector3d>           = eMR_StraightLines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<BoundingBox3d<T>>   = eMR_Axes;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Segment3d<T>>       = eMR_StraightLines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Triangle3d<T>>      = eMR_Parallels;
+template <>        inline constexpr eMapRequirement s_mapRequirement<Plan3d>             = eMR_NotSupported;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Sphere3d<T>>        = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Ellipsoid3d<T>>     = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Cube3d<T>>          = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Cuboid3d<T>>        = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<PointCloud3d<T>>    = eMR_StraightLines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Mesh3d<T>>          = eMR_StraightLines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<MeshWithHoles3d<T>> = eMR_StraightLines;
+template <>        inline constexpr eMapRequirement s_mapRequirement<Shape3d>            = eMR_StraightLines;
+
+template <class T> inline constexpr bool s_isRunOfPoints<PointCloud3d<T>> = true;
 // clang-format on
-
-/// The bases of the transforms of spatial entities.
-struct ORMIX_GEOMETRY_API SpatialTransforms {
-  using Transform = BaseGeometryTransform3d;
-  using Type = eTransform3dType;
-  using AnisotropicScale = AnisotropicScale3d;
-  using Entity = BaseGeometryEntity3d;
-  using EntityPtr = GeometryEntity3dPtr;
-  using EntityPtrColl = GeometryEntity3dPtrColl;
-
-  static eEntity3dType typeOf(const Entity& entity) { return entity.getEntity3dType(); }
-
-  /// Calls `visit` with an entity that is made of runs of points as what it is; false for any other, also one of a
-  /// class derived from these.
-  template <class Visit>
-  static bool visitRuns(const Entity& entity, const Visit& visit);
-};
 
 /// A linear transform of spatial entities; `Self` states `s_transform3dType`. Which entities it takes follows from the
 /// table above and from what its map preserves; the others answer failure.
@@ -52,16 +38,9 @@ struct ORMIX_GEOMETRY_API SpatialTransforms {
 ///
 /// Of a shape the surfaces are mapped and the voxels left as they are: no other grid is their image.
 template <class Self, class Math>
-class ORMIX_GEOMETRY_API LinearTransform3d : public LinearTransform<Self, Math, SpatialTransforms> {
- public:
-  eTransform3dType getTransform3dType() const final;
-  static constexpr eTransform3dType type() { return Self::s_transform3dType; }
-
- protected:
-  using LinearTransform<Self, Math, SpatialTransforms>::LinearTransform;
-};
+using LinearTransform3d = LinearTransform<Self, Math, SpatialTransforms>;
 
 }  // namespace ormix::geom
 
 #define ORMIX_GEOMETRY_LINEAR_TRANSFORM3D_LEVELS(keyword, Class, Math) \
-  ORMIX_GEOMETRY_LINEAR_TRANSFORM_LEVELS(keyword, LinearTransform3d, SpatialTransforms, Class, Math)
+  ORMIX_GEOMETRY_LINEAR_TRANSFORM_LEVELS(keyword, GeometryTransform3d, SpatialTransforms, Class, Math)

@@ -15,7 +15,6 @@
 #include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
 #include <ORMIXGeometry/Transform/3d/LinearTransform3d.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
-#include <ORMIXGeometry/Transform/FewPointsMapping.ipp>
 #include <ORMIXGeometry/Transform/LinearTransform.ipp>
 
 #include <cmath>
@@ -62,9 +61,9 @@ bool mapInSitu(const Map& map, Triangle3d<T>& triangle) {
 /// Follows the orientation by the rotation that is in the map; unchanged, to the bit, where the map keeps directions.
 /// False where the angles are not finite, and so no orientation.
 template <class Map>
-bool turn(const Map& map, EulerAngles& orientation) {
+bool mapOrientation(const Map& map, EulerAngles& orientation) {
   using Math = std::decay_t<decltype(map.math)>;
-  if constexpr (!s_preserved<Math>.directions) {
+  if constexpr (!preserves<Math>(eMR_Directions)) {
     // By the map's own angles and not its matrix, which a scale of zero leaves without a direction.
     const EulerAngles turned =
         composed(EulerAngles{map.math.getAlpha(), map.math.getBeta(), map.math.getChi()}, orientation);
@@ -81,7 +80,7 @@ bool mapInSitu(const Map& map, Ellipsoid3d<T>& ellipsoid) {
   T mediumRadius = ellipsoid.getMediumRadius();
   T minorRadius = ellipsoid.getMinorRadius();
   EulerAngles angles{ellipsoid.getAlpha(), ellipsoid.getBeta(), ellipsoid.getChi()};
-  if (!mapPoint(map, center) || !mapLength(map, majorRadius, mediumRadius, minorRadius) || !turn(map, angles))
+  if (!mapPoint(map, center) || !mapLength(map, majorRadius, mediumRadius, minorRadius) || !mapOrientation(map, angles))
     return false;
   ellipsoid.setCoords(center, majorRadius, mediumRadius, minorRadius, angles.alpha, angles.beta, angles.chi);
   return true;
@@ -94,7 +93,7 @@ bool mapInSitu(const Map& map, Cube3d<T>& cube) {
   Point3dData<T> center = cube.center();
   T halfLength = cube.getHalfLength();
   EulerAngles angles{cube.getChi(), cube.getBeta(), cube.getAlpha()};
-  if (!mapPoint(map, center) || !mapLength(map, halfLength) || !turn(map, angles)) return false;
+  if (!mapPoint(map, center) || !mapLength(map, halfLength) || !mapOrientation(map, angles)) return false;
   cube.setCoords(center, halfLength, angles.chi, angles.beta, angles.alpha);
   return true;
 }
@@ -106,67 +105,39 @@ bool mapInSitu(const Map& map, Cuboid3d<T>& cuboid) {
   T halfWidth = cuboid.getHalfWidth();
   T halfHeight = cuboid.getHalfHeight();
   EulerAngles angles{cuboid.getChi(), cuboid.getBeta(), cuboid.getAlpha()};
-  if (!mapPoint(map, center) || !mapLength(map, halfLength, halfWidth, halfHeight) || !turn(map, angles)) return false;
+  if (!mapPoint(map, center) || !mapLength(map, halfLength, halfWidth, halfHeight) || !mapOrientation(map, angles))
+    return false;
   cuboid.setCoords(center, halfLength, halfWidth, halfHeight, angles.chi, angles.beta, angles.alpha);
   return true;
 }
 
-template <class T>
-struct RunOf<PointCloud3d<T>> {
-  static constexpr bool isRun = true;
-  template <class Cloud>
-  static auto& points(Cloud& cloud) {
-    return cloud.getCollection();
-  }
-  static void copyRest(const PointCloud3d<T>&, PointCloud3d<T>&) {}
-};
-
-template <class T>
-struct RunOf<Mesh3d<T>> {
-  static constexpr bool isRun = true;
-  template <class Mesh>
-  static auto& points(Mesh& mesh) {
-    return mesh.getVertexColl();
-  }
-  static void copyRest(const Mesh3d<T>& from, Mesh3d<T>& to) { to.copyTriangles(from); }
-};
-
-template <class T>
-struct TreeOf<MeshWithHoles3d<T>> {
-  static constexpr bool isTree = true;
-  template <class Node>
-  static auto& body(Node& node) {
-    return node.getExteriorMesh();
-  }
-  template <class Node>
-  static auto& holes(Node& node) {
-    return node.getMeshHoles();
-  }
-};
-
-template <>
-constexpr bool isMadeOfRuns<Shape3d>() {
-  return true;
+/// \name Runs of points and trees of them.
+/// @{
+template <class Map, class T>
+bool mapInSitu(const Map& map, PointCloud3d<T>& cloud) {
+  return mapPoints(map, cloud.getCollection());
 }
+template <class Map, class T>
+bool mapToImage(const Map& map, const PointCloud3d<T>& cloud, PointCloud3d<T>& image) {
+  return mapPoints(map, cloud.getCollection(), image.getCollection());
+}
+template <class Map, class T>
+bool mapInSitu(const Map& map, Mesh3d<T>& mesh) {
+  return mapPoints(map, mesh.getVertexColl());
+}
+inline constexpr auto s_verticesOfNode3d = [](auto& node) -> auto& { return node.getExteriorMesh().getVertexColl(); };
+template <class Map, class T>
+bool mapInSitu(const Map& map, MeshWithHoles3d<T>& mesh) {
+  return mapTree(map, mesh, s_verticesOfNode3d);
+}
+/// @}
 
 template <class Map>
 bool mapInSitu(const Map& map, Shape3d& shape) {
   std::vector<MeshWithHoles3d<omReal32>*> nodes;
   for (const auto& mesh : shape.getMeshWithHolesColl())
-    if (mesh && !appendMapped(map, *mesh, nodes)) return false;
-  applyToNodes(map, nodes);
-  return true;
-}
-
-template <class Map>
-bool mapRuns(const Map& map, const Shape3d& shape, Shape3d& image) {
-  for (const auto& mesh : shape.getMeshWithHolesColl()) {
-    auto& meshImage = image.getMeshWithHolesColl().emplace_back();
-    if (!mesh) continue;
-    meshImage = boost::make_shared<MeshWithHoles3d<omReal32>>();
-    if (!mapRuns(map, *mesh, *meshImage)) return false;
-  }
-  image.getRowIntersections() = shape.getRowIntersections();
+    if (mesh && !appendMapped(map, *mesh, s_verticesOfNode3d, nodes)) return false;
+  applyToNodes(map, nodes, s_verticesOfNode3d);
   return true;
 }
 

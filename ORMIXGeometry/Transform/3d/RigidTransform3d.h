@@ -15,9 +15,9 @@ class ORMIX_GEOMETRY_API RigidTransform3d : public LinearTransform3d<RigidTransf
 
   /// The identity.
   RigidTransform3d() = default;
-  explicit RigidTransform3d(const Rigid3d& transform) : LinearTransform3d(transform) {}
+  explicit RigidTransform3d(const Rigid3d& transform) : LinearTransform(transform) {}
   RigidTransform3d(omReal64 alpha, omReal64 beta, omReal64 chi, omReal64 tx, omReal64 ty, omReal64 tz)
-      : LinearTransform3d(Rigid3d(alpha, beta, chi, tx, ty, tz)) {}
+      : LinearTransform(Rigid3d(alpha, beta, chi, tx, ty, tz)) {}
 };
 
 }  // namespace ormix::geom

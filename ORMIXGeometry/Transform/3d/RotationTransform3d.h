@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API RotationTransform3d : public LinearTransform3d<Rotation
 
   /// The identity.
   RotationTransform3d() = default;
-  explicit RotationTransform3d(const Rotation3d& transform) : LinearTransform3d(transform) {}
-  RotationTransform3d(omReal64 alpha, omReal64 beta, omReal64 chi) : LinearTransform3d(Rotation3d(alpha, beta, chi)) {}
+  explicit RotationTransform3d(const Rotation3d& transform) : LinearTransform(transform) {}
+  RotationTransform3d(omReal64 alpha, omReal64 beta, omReal64 chi) : LinearTransform(Rotation3d(alpha, beta, chi)) {}
 };
 
 }  // namespace ormix::geom

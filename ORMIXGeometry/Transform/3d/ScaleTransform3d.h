@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API ScaleTransform3d : public LinearTransform3d<ScaleTransf
 
   /// The identity.
   ScaleTransform3d() = default;
-  explicit ScaleTransform3d(const Scale3d& transform) : LinearTransform3d(transform) {}
-  explicit ScaleTransform3d(omReal64 scale) : LinearTransform3d(Scale3d(scale)) {}
+  explicit ScaleTransform3d(const Scale3d& transform) : LinearTransform(transform) {}
+  explicit ScaleTransform3d(omReal64 scale) : LinearTransform(Scale3d(scale)) {}
 };
 
 }  // namespace ormix::geom

@@ -15,10 +15,10 @@ class ORMIX_GEOMETRY_API SimilarityTransform3d : public LinearTransform3d<Simila
 
   /// The identity.
   SimilarityTransform3d() = default;
-  explicit SimilarityTransform3d(const Similarity3d& transform) : LinearTransform3d(transform) {}
+  explicit SimilarityTransform3d(const Similarity3d& transform) : LinearTransform(transform) {}
   SimilarityTransform3d(omReal64 scale, omReal64 alpha, omReal64 beta, omReal64 chi, omReal64 tx, omReal64 ty,
                         omReal64 tz)
-      : LinearTransform3d(Similarity3d(scale, alpha, beta, chi, tx, ty, tz)) {}
+      : LinearTransform(Similarity3d(scale, alpha, beta, chi, tx, ty, tz)) {}
 };
 
 }  // namespace ormix::geom

@@ -15,8 +15,8 @@ class ORMIX_GEOMETRY_API TranslationTransform3d : public LinearTransform3d<Trans
 
   /// The identity.
   TranslationTransform3d() = default;
-  explicit TranslationTransform3d(const Translation3d& transform) : LinearTransform3d(transform) {}
-  TranslationTransform3d(omReal64 tx, omReal64 ty, omReal64 tz) : LinearTransform3d(Translation3d(tx, ty, tz)) {}
+  explicit TranslationTransform3d(const Translation3d& transform) : LinearTransform(transform) {}
+  TranslationTransform3d(omReal64 tx, omReal64 ty, omReal64 tz) : LinearTransform(Translation3d(tx, ty, tz)) {}
 };
 
 }  // namespace ormix::geom
