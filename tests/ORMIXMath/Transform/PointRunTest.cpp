@@ -251,6 +251,10 @@ TYPED_TEST(PointRun, FindsTheFirstUndefinedImage) {
       run[n * at + n - 1] = 7000;
       run.back() = 7000;
       this->expectUndefined(homography, run, at);
+      if constexpr (std::is_signed_v<T>) {
+        run[n * at + n - 1] = run.back() = -7000;
+        this->expectUndefined(this->divided(this->rows({2, 3, 1}, {1, 2, 0}), 1, 7000), run, at);
+      }
       if constexpr (std::is_floating_point_v<T>) {
         run = this->run(nbPoints, true);
         T& value = run[n * at + at % n];
