@@ -19,6 +19,20 @@
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
+#include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/ScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/SimilarityTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXUtil/Object/DynamicRegistrator.h>
 
 // Every class of the library is registered here while the library is loaded, and taken back when it is closed.
@@ -34,6 +48,7 @@ struct Registrators<ClassList<Class...>> : DynamicRegistrator<Class>... {};
 
 const Registrators<JoinedLists<PlanarEntityList, SpatialEntityList>> g_entities;
 const Registrators<JoinedLists<PlanarMeasureList, SpatialMeasureList>> g_measures;
+const Registrators<JoinedLists<PlanarTransformList, SpatialTransformList>> g_transforms;
 const Registrators<EstimatorList> g_estimators;
 
 }  // namespace

@@ -251,11 +251,11 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   mutable boost::shared_ptr<Anchor> _anchor;  // made when the first hole is linked
 };
 
-/// Calls `visit` with each node of a tree until it answers false: a node before its holes, holes in their order, null
-/// holes left out. Iterative, so that the depth of a tree is bounded by memory only; a node that is its own hole never
-/// ends.
-/// \param root an entity with holes, const or not; `visit` may change nodes and replace the holes of the one it is
-/// given \return whether `visit` always answered true
+/// Calls `visit` with each node of a tree until it returns false: a node before its holes, holes in their order,
+/// without null holes. Iterative, so that the depth of a tree is bounded by memory only; does not end for a node that
+/// is its own hole. `visit` may change nodes and replace the holes of the one it is given.
+/// \param root an entity with holes, const or not
+/// \return whether `visit` always returned true
 template <class Node, class Visit>
 bool visitNodes(Node& root, Visit visit) {
   if (!visit(root)) return false;
@@ -277,7 +277,7 @@ bool visitNodes(Node& root, Visit visit) {
   return true;
 }
 
-/// The sum over the nodes of a tree of what `count` answers for each.
+/// The sum over the nodes of a tree of what `count` returns for each.
 template <class Node, class Count>
 std::size_t sumOverNodes(const Node& root, Count count) {
   std::size_t sum = 0;

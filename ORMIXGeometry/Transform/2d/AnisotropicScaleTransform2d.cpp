@@ -6,10 +6,6 @@
 
 namespace ormix::geom {
 
-namespace {
-const DynamicRegistrator<AnisotropicScaleTransform2d> g_classRegistrator;
-}  // namespace
-
 template <class T>
 GeometryEntity2dPtr AnisotropicScaleTransform2d::process(const Circle2d<T>& circle) const {
   Point2dData<T> center = circle.center();

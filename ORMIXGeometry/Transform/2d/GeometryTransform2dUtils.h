@@ -14,7 +14,8 @@ ORMIX_GEOMETRY_API BoolResult apply(const BaseGeometryTransform2d& transform, Ba
 /// As `transform.apply(*entity)`; empty for a null pointer.
 ORMIX_GEOMETRY_API GeometryEntity2dPtr apply(const BaseGeometryTransform2d& transform,
                                              const boost::shared_ptr<const BaseGeometryEntity2d>& entity);
-/// Converts first. \throw ORMIXGeometryException as `convert`
+/// Converts first.
+/// \throw ORMIXGeometryException as `convert`
 ORMIX_GEOMETRY_API GeometryEntity2dPtr apply(const BaseGeometricTransform2d& transform,
                                              const boost::shared_ptr<const BaseGeometryEntity2d>& entity);
 
@@ -29,7 +30,8 @@ ORMIX_GEOMETRY_API BoolResult applyAll(const BaseGeometryTransform2d& transform,
 /// \throw ORMIXGeometryException, logged first, at the first element without one
 ORMIX_GEOMETRY_API GeometryEntity2dPtrColl applyAll(const BaseGeometryTransform2d& transform,
                                                     const GeometryEntity2dPtrColl& entities);
-/// Converts first. \throw ORMIXGeometryException as `convert` and as above
+/// Converts first.
+/// \throw ORMIXGeometryException as `convert` and as above
 ORMIX_GEOMETRY_API GeometryEntity2dPtrColl applyAll(const BaseGeometricTransform2d& transform,
                                                     const GeometryEntity2dPtrColl& entities);
 

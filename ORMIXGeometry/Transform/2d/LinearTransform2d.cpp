@@ -9,19 +9,6 @@
 
 // The linear transforms that are no more than their map; the anisotropic scale has a source of its own.
 
-namespace ormix::geom {
-
-namespace {
-const DynamicRegistrator<HomographyTransform2d> g_homographyRegistrator;
-const DynamicRegistrator<RigidTransform2d> g_rigidRegistrator;
-const DynamicRegistrator<RotationTransform2d> g_rotationRegistrator;
-const DynamicRegistrator<ScaleTransform2d> g_scaleRegistrator;
-const DynamicRegistrator<SimilarityTransform2d> g_similarityRegistrator;
-const DynamicRegistrator<TranslationTransform2d> g_translationRegistrator;
-}  // namespace
-
-}  // namespace ormix::geom
-
 ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(, HomographyTransform2d, Homography2d)
 ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(, RigidTransform2d, Rigid2d)
 ORMIX_GEOMETRY_LINEAR_TRANSFORM2D_LEVELS(, RotationTransform2d, Rotation2d)

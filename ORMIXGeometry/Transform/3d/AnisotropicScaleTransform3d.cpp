@@ -10,8 +10,6 @@ namespace ormix::geom {
 
 namespace {
 
-const DynamicRegistrator<AnisotropicScaleTransform3d> g_classRegistrator;
-
 /// The rotation that turns the first two axes to these two, and the third to what makes it one.
 EulerAngles orientationOfAxes(std::size_t first, std::size_t second) {
   const std::size_t third = 3 - first - second;

@@ -14,7 +14,8 @@ ORMIX_GEOMETRY_API BoolResult apply(const BaseGeometryTransform3d& transform, Ba
 /// As `transform.apply(*entity)`; empty for a null pointer.
 ORMIX_GEOMETRY_API GeometryEntity3dPtr apply(const BaseGeometryTransform3d& transform,
                                              const boost::shared_ptr<const BaseGeometryEntity3d>& entity);
-/// Converts first. \throw ORMIXGeometryException as `convert`
+/// Converts first.
+/// \throw ORMIXGeometryException as `convert`
 ORMIX_GEOMETRY_API GeometryEntity3dPtr apply(const BaseGeometricTransform3d& transform,
                                              const boost::shared_ptr<const BaseGeometryEntity3d>& entity);
 
@@ -29,7 +30,8 @@ ORMIX_GEOMETRY_API BoolResult applyAll(const BaseGeometryTransform3d& transform,
 /// \throw ORMIXGeometryException, logged first, at the first element without one
 ORMIX_GEOMETRY_API GeometryEntity3dPtrColl applyAll(const BaseGeometryTransform3d& transform,
                                                     const GeometryEntity3dPtrColl& entities);
-/// Converts first. \throw ORMIXGeometryException as `convert` and as above
+/// Converts first.
+/// \throw ORMIXGeometryException as `convert` and as above
 ORMIX_GEOMETRY_API GeometryEntity3dPtrColl applyAll(const BaseGeometricTransform3d& transform,
                                                     const GeometryEntity3dPtrColl& entities);
 

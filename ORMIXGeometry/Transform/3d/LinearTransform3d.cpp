@@ -9,19 +9,6 @@
 
 // The linear transforms that are no more than their map; the anisotropic scale has a source of its own.
 
-namespace ormix::geom {
-
-namespace {
-const DynamicRegistrator<HomographyTransform3d> g_homographyRegistrator;
-const DynamicRegistrator<RigidTransform3d> g_rigidRegistrator;
-const DynamicRegistrator<RotationTransform3d> g_rotationRegistrator;
-const DynamicRegistrator<ScaleTransform3d> g_scaleRegistrator;
-const DynamicRegistrator<SimilarityTransform3d> g_similarityRegistrator;
-const DynamicRegistrator<TranslationTransform3d> g_translationRegistrator;
-}  // namespace
-
-}  // namespace ormix::geom
-
 ORMIX_GEOMETRY_LINEAR_TRANSFORM3D_LEVELS(, HomographyTransform3d, Homography3d)
 ORMIX_GEOMETRY_LINEAR_TRANSFORM3D_LEVELS(, RigidTransform3d, Rigid3d)
 ORMIX_GEOMETRY_LINEAR_TRANSFORM3D_LEVELS(, RotationTransform3d, Rotation3d)
