@@ -12,14 +12,16 @@ namespace {
 thread_local std::size_t g_nbLeft = 0;  // allocations until one fails; 0: none does
 }  // namespace
 
-// Of the whole program, its shared libraries too.
-void* operator new(std::size_t size) {
-  if (g_nbLeft > 0 && --g_nbLeft == 0) throw std::bad_alloc();
-  if (void* bytes = std::malloc(size)) return bytes;
+// Of the whole program, its shared libraries too. Not inlined: the compiler would see one half of a pair only.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return g_nbLeft > 0 && --g_nbLeft == 0 ? nullptr : std::malloc(size);
+}
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  if (void* bytes = operator new(size, std::nothrow)) return bytes;
   throw std::bad_alloc();
 }
-void operator delete(void* bytes) noexcept { std::free(bytes); }
-void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
+[[gnu::noinline]] void operator delete(void* bytes) noexcept { std::free(bytes); }
+[[gnu::noinline]] void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
 
 namespace {
 

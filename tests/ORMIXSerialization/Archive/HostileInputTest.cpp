@@ -19,13 +19,13 @@ void* takeMemory(std::size_t size) {
 }
 }  // namespace
 
-void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (void* bytes = takeMemory(size)) return bytes;
   throw std::bad_alloc();
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return takeMemory(size); }
-void operator delete(void* bytes) noexcept { std::free(bytes); }
-void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return takeMemory(size); }
+[[gnu::noinline]] void operator delete(void* bytes) noexcept { std::free(bytes); }
+[[gnu::noinline]] void operator delete(void* bytes, std::size_t) noexcept { std::free(bytes); }
 
 namespace {
 
