@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/OfScalar.h>
 #include <ORMIXGeometry/Transform/GeometryTransform.h>
 #include <ORMIXGeometry/Transform/MapRequirement.h>
 
@@ -36,11 +35,6 @@ class ORMIX_GEOMETRY_API LinearTransform : public Space::template Frame<Self> {
   /// where the image is not defined; a point without one is logged.
   template <class Entity, std::enable_if_t<keepsClassOf<Math, Entity>(), int> = 0>
   bool processInSitu(Entity& entity) const;
-  /// The same with the entity's coordinate type named: `processInSitu<omReal64>(circle)`.
-  template <class T, class Entity, std::enable_if_t<isOfScalar<T, Entity> && keepsClassOf<Math, Entity>(), int> = 0>
-  bool processInSitu(Entity& entity) const {
-    return processInSitu(entity);
-  }
 
   /// What the visits of apply() alone call, to make the image of a run in one pass: null to any other (intended).
   template <class Entity, std::enable_if_t<s_isRunOfPoints<Entity>, int> = 0>

@@ -32,12 +32,6 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d
   /// radius is strictly larger, of pi/2 otherwise.
   template <class T>
   GeometryEntity2dPtr process(const Circle2d<T>& circle) const;
-  /// The same with the entity's coordinate type named: `process<omReal64>(circle)`.
-  template <class T, class Entity, std::enable_if_t<isOfScalar<T, Entity>, int> = 0>
-  auto process(const Entity& entity) const
-      -> decltype(std::declval<const AnisotropicScaleTransform2d&>().process(entity)) {
-    return process(entity);
-  }
 
   /// The image of a circle under the scale by these factors.
   /// \throw ORMIXGeometryException, logged first, where it is none

@@ -35,12 +35,6 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform3d
   /// Empty where a radius of the image is 0, also after rounding, or not finite: no ellipsoid then.
   template <class T>
   GeometryEntity3dPtr process(const Sphere3d<T>& sphere) const;
-  /// The same with the entity's coordinate type named: `process<omReal64>(sphere)`.
-  template <class T, class Entity, std::enable_if_t<isOfScalar<T, Entity>, int> = 0>
-  auto process(const Entity& entity) const
-      -> decltype(std::declval<const AnisotropicScaleTransform3d&>().process(entity)) {
-    return process(entity);
-  }
 
   /// The image of a sphere under the scale by these factors.
   /// \throw ORMIXGeometryException, logged first, where it is none

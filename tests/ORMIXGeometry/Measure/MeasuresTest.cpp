@@ -246,10 +246,6 @@ TYPED_TEST(CallWithScalar, IsThatOfTheEntity) {
   EXPECT_TRUE(AreaMsr3d().process<TypeParam>(cuboid, value));
   EXPECT_TRUE(VolumeMsr3d().process<TypeParam>(cuboid, value));
   EXPECT_EQ(value, volume(cuboid));
-  Point2d<TypeParam> point(1, 2);
-  EXPECT_TRUE(ScaleTransform2d(2).processInSitu<TypeParam>(point));
-  EXPECT_EQ(point, (Point2d<TypeParam>(2, 4)));
-  EXPECT_TRUE(AnisotropicScaleTransform2d(2, 3).process<TypeParam>(point));
   EXPECT_TRUE(AnisotropicScaleTransform2d(2, 3).process<TypeParam>(Circle2d<TypeParam>({1, 2}, 3)));
   EXPECT_TRUE(AnisotropicScaleTransform3d(2, 3, 4).process<TypeParam>(Sphere3d<TypeParam>({1, 2, 3}, 4)));
 }
