@@ -146,7 +146,7 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
   struct ParentLink {
     boost::weak_ptr<Anchor> anchor;
-    /// The node itself where a shared pointer to it was at hand: what the anchor leads to may be on the stack.
+    /// The node itself where a shared pointer to it exists: the node that the anchor leads to may be on the stack.
     boost::weak_ptr<const Node> given;
   };
 
