@@ -169,6 +169,9 @@ BoolResult FileTarget::openDirectly() {
 int FileTarget::createTemporary() {
   struct stat old {};
   const bool replaces = ::stat(_path.c_str(), &old) == 0;
+  // More than other programs remove in a row: then file numbers mean nothing in this file system.
+  constexpr int maxNbLost = 100;
+  int nbLost = 0;
   for (unsigned number = 0;; ++number) {
     std::string name = temporaryName(_path, number);
     const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666);
@@ -178,6 +181,7 @@ int FileTarget::createTemporary() {
     struct stat status {};
     if (lockFile(file) == eLock::Busy || !isSameFile(file, name.c_str(), status)) {
       ::close(file);
+      if (++nbLost == maxNbLost) return EBUSY;
       continue;
     }
     _lock = file;
