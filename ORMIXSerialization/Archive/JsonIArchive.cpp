@@ -6,6 +6,11 @@
 #include <utility>
 
 namespace ormix {
+namespace {
+// simdjson chooses its kernels at the first use, in functions that must not throw, and allocates there: chosen when
+// the library is loaded, a lack of memory in the first archive of a program is an exception as anywhere else.
+[[maybe_unused]] const std::string& g_chosenKernels = simdjson::get_active_implementation()->name();
+}  // namespace
 
 struct JsonIArchive::Reader {
   JsonEntries entries;
