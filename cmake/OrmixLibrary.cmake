@@ -1,9 +1,14 @@
-# ormix_add_library(<Name> SOURCES ... HEADERS ... [PUBLIC libs...] [PRIVATE libs...])
+# ormix_add_library(<Name> UNITS ... [SOURCES ...] [HEADERS ...] [PUBLIC libs...] [PRIVATE libs...])
 # Adds the shared library ORMIX<Name> with the alias ORMIX::<Name>. Paths are relative to the library's folder, which
-# is also its include prefix. Only our own names leave the library: hidden visibility and a linker version script.
+# is also its include prefix. A unit X is the source X.cpp with its installed header X.h; SOURCES have no header of their
+# name or one that is not installed, HEADERS are installed and have no source. Only our own names leave the library: hidden visibility and a linker version script.
 # REGISTERS_CLASSES: programs get the library although they may use none of its symbols, but create its classes by name.
 function(ormix_add_library name)
-  cmake_parse_arguments(ARG "REGISTERS_CLASSES" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "REGISTERS_CLASSES" "" "UNITS;SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
+  foreach(unit IN LISTS ARG_UNITS)
+    list(APPEND ARG_SOURCES ${unit}.cpp)
+    list(APPEND ARG_HEADERS ${unit}.h)
+  endforeach()
   set(target ORMIX${name})
   # A consumer never links what a library uses privately; keep it out of the exported targets altogether.
   list(TRANSFORM ARG_PRIVATE REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
