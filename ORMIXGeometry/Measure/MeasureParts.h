@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
 #include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
 #include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
 #include <ORMIXGeometry/Measure/BaseGeometryMeasure.h>
@@ -75,17 +76,29 @@ template <class T, class Value, class Simple, class Combine>
 bool measureParts(const MeshWithHoles3d<T>& mesh, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   return measureTree(mesh, policy, value, simple, combine);
 }
-/// Sums the measures of the meshes with holes of a shape.
-/// \return false when a mesh or a hole is null
-template <class Value, class Simple, class Combine>
-bool measureParts(const Shape3d& shape, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
+
+/// Sums the measures of trees.
+/// \return false when a tree or a hole is null
+template <class TreeColl, class Value, class Simple, class Combine>
+bool measureTrees(const TreeColl& trees, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
   value = Value();
-  for (const auto& mesh : shape.getMeshWithHolesColl()) {
+  for (const auto& tree : trees) {
     Value part{};
-    if (!mesh || !measureTree(*mesh, policy, part, simple, combine)) return false;
+    if (!tree || !measureTree(*tree, policy, part, simple, combine)) return false;
     value += part;
   }
   return true;
 }
+/// Measures the boundaries of a shape, see measureTrees().
+/// @{
+template <class Value, class Simple, class Combine>
+bool measureParts(const Shape2d& shape, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
+  return measureTrees(shape.getPolygonWithHolesColl(), policy, value, simple, combine);
+}
+template <class Value, class Simple, class Combine>
+bool measureParts(const Shape3d& shape, eHoleMsrPolicy policy, Value& value, Simple simple, Combine combine) {
+  return measureTrees(shape.getMeshWithHolesColl(), policy, value, simple, combine);
+}
+/// @}
 
 }  // namespace ormix::geom::detail

@@ -202,6 +202,15 @@ bool mapTree(const Map& map, Node& tree, const PointsOf& pointsOf) {
   applyToNodes(map, nodes, pointsOf);
   return true;
 }
+/// The trees of a collection, all or none; null ones are passed over.
+template <class Map, class TreeColl, class PointsOf>
+bool mapTrees(const Map& map, const TreeColl& trees, const PointsOf& pointsOf) {
+  std::vector<typename TreeColl::value_type::element_type*> nodes;
+  for (const auto& tree : trees)
+    if (tree && !appendMapped(map, *tree, pointsOf, nodes)) return false;
+  applyToNodes(map, nodes, pointsOf);
+  return true;
+}
 /// @}
 
 }  // namespace ormix::geom::detail

@@ -16,7 +16,7 @@ enum eEntity2dType {
   eE2DT_PointCloud,        ///< PointCloud2d
   eE2DT_Polygon,           ///< Polygon2d
   eE2DT_PolygonWithHoles,  ///< PolygonWithHoles2d
-  eE2DT_Shape,             ///< set of pixels; no class yet
+  eE2DT_Shape,             ///< Shape2d
   eE2DT_Circle,            ///< Circle2d and Square2d
   eE2DT_Ellipse,           ///< returned by no class
   eE2DT_Square,            ///< returned by no class

@@ -40,6 +40,7 @@ template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Parabola2d
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<T>>          {true,  true};
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true};
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Shape2d>               {true,  true};
 /// @}
 // clang-format on
 

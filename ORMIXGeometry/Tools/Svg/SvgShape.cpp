@@ -75,8 +75,7 @@ SvgShape shapeOf(const Polygon2d<T>& polygon) {
   return SvgPath{{toReal(polygon.getPointColl())}};
 }
 template <class T>
-SvgShape shapeOf(const PolygonWithHoles2d<T>& root) {
-  SvgPath path;
+void appendRings(const PolygonWithHoles2d<T>& root, SvgPath& path) {
   // Not recursive: deep trees would exhaust the call stack.
   std::vector<const PolygonWithHoles2d<T>*> open{&root};
   while (!open.empty()) {
@@ -86,6 +85,17 @@ SvgShape shapeOf(const PolygonWithHoles2d<T>& root) {
     for (const auto& hole : node.getPolygonHoles())
       if (hole) open.push_back(hole.get());
   }
+}
+template <class T>
+SvgShape shapeOf(const PolygonWithHoles2d<T>& root) {
+  SvgPath path;
+  appendRings(root, path);
+  return path;
+}
+SvgShape shapeOf(const Shape2d& shape) {
+  SvgPath path;
+  for (const auto& polygon : shape.getPolygonWithHolesColl())
+    if (polygon) appendRings(*polygon, path);
   return path;
 }
 SvgShape shapeOf(const Vector2d& vector) { return svgArrow(vector, {}); }

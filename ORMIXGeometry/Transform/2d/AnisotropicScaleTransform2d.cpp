@@ -19,6 +19,13 @@ GeometryEntity2dPtr AnisotropicScaleTransform2d::process(const Circle2d<T>& circ
   return boost::make_shared<Ellipse2d<T>>(center, ry, rx, s_pi / 2);
 }
 
+GeometryEntity2dPtr AnisotropicScaleTransform2d::process(const Shape2d& shape) const {
+  const auto image = boost::make_shared<Shape2d>();
+  image->setPolygonWithHolesColl(shape.getPolygonWithHolesColl());
+  if (!processInSitu(*image)) return {};
+  return image;
+}
+
 template <class T>
 Ellipse2d<T> AnisotropicScaleTransform2d::anisotropicScale(const Circle2d<T>& circle, omReal64 sx, omReal64 sy) {
   const GeometryEntity2dPtr image = AnisotropicScaleTransform2d(sx, sy).apply(circle);

@@ -32,6 +32,8 @@ class ORMIX_GEOMETRY_API AnisotropicScaleTransform2d
   /// radius is strictly larger, of pi/2 otherwise.
   template <class T>
   GeometryEntity2dPtr process(const Circle2d<T>& circle) const;
+  /// A shape of the images of the polygons, without pixels: scaled, they would be none.
+  GeometryEntity2dPtr process(const Shape2d& shape) const;
 
   /// The image of a circle under the scale by these factors.
   /// \throw ORMIXGeometryException, logged first, where it is none

@@ -11,6 +11,7 @@
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
 #include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
@@ -137,6 +138,11 @@ inline constexpr auto s_verticesOfNode2d = [](auto& node) -> auto& { return node
 template <class Map, class T>
 bool mapInSitu(const Map& map, PolygonWithHoles2d<T>& polygon) {
   return mapTree(map, polygon, s_verticesOfNode2d);
+}
+// The pixels stay: they are of the image that the shape was found in.
+template <class Map>
+bool mapInSitu(const Map& map, Shape2d& shape) {
+  return mapTrees(map, shape.getPolygonWithHolesColl(), s_verticesOfNode2d);
 }
 /// @}
 

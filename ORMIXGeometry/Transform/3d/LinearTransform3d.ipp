@@ -134,11 +134,7 @@ bool mapInSitu(const Map& map, MeshWithHoles3d<T>& mesh) {
 
 template <class Map>
 bool mapInSitu(const Map& map, Shape3d& shape) {
-  std::vector<MeshWithHoles3d<omReal32>*> nodes;
-  for (const auto& mesh : shape.getMeshWithHolesColl())
-    if (mesh && !appendMapped(map, *mesh, s_verticesOfNode3d, nodes)) return false;
-  applyToNodes(map, nodes, s_verticesOfNode3d);
-  return true;
+  return mapTrees(map, shape.getMeshWithHolesColl(), s_verticesOfNode3d);
 }
 
 }  // namespace ormix::geom::detail

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Entity/ReserveMore.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
+#include <ORMIXSerialization/Archive/ArchiveItem.h>
 
 #include <algorithm>
 #include <limits>
@@ -123,6 +124,32 @@ void RowIntersections::clear() {
   _startRow = 0;
   _runEndColl.clear();
   _runColl.clear();
+}
+
+BoolResult writeItem(BaseOArchive& archive, std::string_view key, const RowIntersections& rows) {
+  std::vector<omUInt32> nbRunsColl;
+  nbRunsColl.reserve(rows.getNbRows());
+  for (omUInt64 row = rows.getStartRow(); row < rows.getEndRow(); ++row)
+    nbRunsColl.push_back(static_cast<omUInt32>(rows.getRow(row).size()));
+  BoolResult result = archive.beginSection(key);
+  if (result) result = ormix::writeItem(archive, "startRow", rows.getStartRow());
+  if (result) result = ormix::writeItem(archive, "nbRunsColl", nbRunsColl);
+  if (result) result = ormix::writeItem(archive, "runColl", rows.getRunColl());
+  return result ? archive.endSection() : result;
+}
+
+BoolResult readItem(BaseIArchive& archive, std::string_view key, RowIntersections& rows) {
+  omUInt64 startRow = 0;
+  std::vector<omUInt32> nbRunsColl;
+  RowIntersections::RunColl runColl;
+  BoolResult result = archive.beginSection(key);
+  if (result) result = ormix::readItem(archive, "startRow", startRow);
+  if (result) result = ormix::readItem(archive, "nbRunsColl", nbRunsColl);
+  if (result) result = ormix::readItem(archive, "runColl", runColl);
+  if (result) result = archive.endSection();
+  if (!result) return result;
+  result = rows.setRows(startRow, nbRunsColl, std::move(runColl));
+  return result ? result : failure("Key \"" + std::string(key) + "\": " + result.getMessage());
 }
 
 }  // namespace ormix::geom

@@ -6,7 +6,13 @@
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
+#include <string_view>
 #include <vector>
+
+namespace ormix {
+class BaseIArchive;
+class BaseOArchive;
+}  // namespace ormix
 
 namespace ormix::geom {
 
@@ -120,5 +126,13 @@ class ORMIX_GEOMETRY_API RowIntersections {
   std::vector<std::size_t> _runEndColl;  // for each row, the index in _runColl after its last run
   RunColl _runColl;
 };
+
+/// Writes or reads a section with "startRow" and two numeric arrays: "nbRunsColl" with the number of runs of each row,
+/// and "runColl" with begin and end of each run of all rows. Reading fails, with `rows` unchanged, when
+/// `RowIntersections::setRows` refuses what was read.
+/// @{
+BoolResult writeItem(BaseOArchive& archive, std::string_view key, const RowIntersections& rows);
+BoolResult readItem(BaseIArchive& archive, std::string_view key, RowIntersections& rows);
+/// @}
 
 }  // namespace ormix::geom
