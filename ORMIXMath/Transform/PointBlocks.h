@@ -15,8 +15,21 @@ template <class Map>
 inline constexpr std::size_t s_nbCoordinates =
     std::is_same_v<Map, AffineCoefficients2d> || std::is_same_v<Map, HomographyCoefficients2d> ? 2 : 3;
 
-/// Maps points in place or to a place that does not overlap theirs, so many coordinates at a time. Answers whether all
-/// images are finite, if that is checked.
+/// Maps points in place or to a place that does not overlap theirs, one by one. Answers whether all images are finite,
+/// if that is checked.
+template <bool isChecked, class Map, class T>
+[[gnu::always_inline]] inline bool mapOneByOne(const Map& map, const T* points, T* images, std::size_t nbPoints) {
+  constexpr std::size_t n = s_nbCoordinates<Map>;
+  for (std::size_t at = 0; at < n * nbPoints; at += n) {
+    omReal64 point[n];
+    for (std::size_t c = 0; c < n; ++c) point[c] = static_cast<omReal64>(points[at + c]);
+    mapPoint(map, point);
+    for (std::size_t c = 0; c < n; ++c) images[at + c] = round<T, omReal64>(point[c]);
+  }
+  return !isChecked || std::isfinite(magnitudeBound<T>(largestMagnitude(images, n * nbPoints)));
+}
+
+/// The same, so many coordinates at a time.
 template <std::size_t N, bool isChecked, class Map, class T>
 [[gnu::always_inline]] inline bool mapInVectors(const Map& map, const T* points, T* images, std::size_t nbPoints) {
   using Values = Vector<T, N>;
@@ -44,29 +57,15 @@ template <std::size_t N, bool isChecked, class Map, class T>
   const std::size_t nbLeft = nbValues % nbInStep;
   for (const T* const end = points + (nbValues - nbLeft); points != end; points += nbInStep, images += nbInStep)
     step(points, images);
-  if (nbLeft > 0) {
-    // The lanes that have no point take the last one.
-    T rest[nbInStep];
-    for (std::size_t at = 0; at < nbInStep; ++at)
-      rest[at] = points[at < nbLeft ? at : nbLeft - s_nbCoordinates<Map> + at % s_nbCoordinates<Map>];
-    step(rest, rest);
-    std::copy(rest, rest + nbLeft, images);
-  }
-  return check.areFinite();
+  const bool areRestFinite = mapOneByOne<isChecked>(map, points, images, nbLeft / s_nbCoordinates<Map>);
+  return areRestFinite && check.areFinite();
 }
 
 /// For any processor, point by point.
 struct PortableBlocks {
   template <bool isChecked, class Map, class T>
   static bool map(const Map& map, const T* points, T* images, std::size_t nbPoints) {
-    constexpr std::size_t n = s_nbCoordinates<Map>;
-    for (std::size_t at = 0; at < n * nbPoints; at += n) {
-      omReal64 point[n];
-      for (std::size_t c = 0; c < n; ++c) point[c] = static_cast<omReal64>(points[at + c]);
-      mapPoint(map, point);
-      for (std::size_t c = 0; c < n; ++c) images[at + c] = round<T, omReal64>(point[c]);
-    }
-    return !isChecked || std::isfinite(magnitudeBound<T>(largestMagnitude(images, n * nbPoints)));
+    return mapOneByOne<isChecked>(map, points, images, nbPoints);
   }
   template <class T>
   static MagnitudeWord<T> largestMagnitude(const T* values, std::size_t nbValues) {
