@@ -7,17 +7,18 @@
 
 namespace ormix::geom::detail {
 
-/// The map from the view to pixels: the same scale on both axes, with y downward in the picture.
+/// The map from the view to pixels: the same scale on both axes. In pixels y is downward.
 struct SvgFrame {
-  SvgView view;    ///< what is shown
-  omReal64 scale;  ///< pixels for a unit of the coordinates
+  SvgView view;        ///< what is shown
+  omReal64 scale;      ///< pixels for a unit of the coordinates
+  bool yDown = false;  ///< whether y is downward in the view too
 
   /// Size of the picture, or the place of a point in it, in pixels from the upper left corner.
   /// @{
   omReal64 width() const { return (view.xMax - view.xMin) * scale; }
   omReal64 height() const { return (view.yMax - view.yMin) * scale; }
   SvgPoint toPixels(const SvgPoint& point) const {
-    return {(point.getX() - view.xMin) * scale, (view.yMax - point.getY()) * scale};
+    return {(point.getX() - view.xMin) * scale, (yDown ? point.getY() - view.yMin : view.yMax - point.getY()) * scale};
   }
   /// @}
 };

@@ -2,6 +2,9 @@
 #include <ORMIXGeometry/Tools/Svg/SvgShape.h>
 
 #include <algorithm>
+#include <array>
+#include <boost/archive/iterators/base64_from_binary.hpp>
+#include <boost/archive/iterators/transform_width.hpp>
 #include <cmath>
 
 namespace ormix::geom::detail {
@@ -131,6 +134,10 @@ struct AddToExtent {
     extent.add({ellipse.center.getX() - width, ellipse.center.getY() - height});
     extent.add({ellipse.center.getX() + width, ellipse.center.getY() + height});
   }
+  void operator()(const SvgImage& image) const {
+    extent.add(image.low);
+    extent.add(image.high);
+  }
   void operator()(const SvgLine& line) const {
     // The direction is added so that NaN in it is detected; it moves the point by a unit at most, which does not matter
     // where only unbounded shapes are drawn.
@@ -164,6 +171,40 @@ SvgShape svgArrow(const Vector2d& vector, const SvgPoint& anchor) {
   const SvgPoint left(tip.getX() - along * x - across * y, tip.getY() - along * y + across * x);
   const SvgPoint right(tip.getX() - along * x + across * y, tip.getY() - along * y - across * x);
   return SvgPath{{{anchor, tip}, {left, tip, right}}};
+}
+
+SvgShape svgPixels(const RowIntersections& pixels) {
+  SvgPath path;
+  path.runs.reserve(pixels.getRunColl().size());
+  for (omUInt64 row = pixels.getStartRow(); row < pixels.getEndRow(); ++row) {
+    const auto top = static_cast<omReal64>(row);
+    for (const PixelRun& run : pixels.getRow(row)) {
+      const omReal64 left = run.begin, right = run.end;
+      path.runs.push_back({{left, top}, {right, top}, {right, top + 1}, {left, top + 1}, {left, top}});
+    }
+  }
+  return path;
+}
+
+std::optional<SvgShape> svgImage(std::string_view file, const SvgPoint& low, const SvgPoint& high) {
+  using boost::archive::iterators::base64_from_binary;
+  using boost::archive::iterators::transform_width;
+  using Base64 = base64_from_binary<transform_width<const char*, 6, 8>>;
+  constexpr std::string_view png = "\x89PNG\r\n\x1a\n", jpeg = "\xff\xd8\xff";
+  const bool isPng = file.substr(0, png.size()) == png;
+  if (!isPng && file.substr(0, jpeg.size()) != jpeg) return std::nullopt;
+  SvgImage image{low, high, isPng ? "image/png" : "image/jpeg", {}};
+  // Whole triples of bytes at once; the rest is filled up with zeros, which its padding stands for.
+  const std::size_t nbRest = file.size() % 3;
+  const char* const end = file.data() + file.size() - nbRest;
+  image.base64.assign(Base64(file.data()), Base64(end));
+  if (nbRest != 0) {
+    std::array<char, 3> rest{};
+    std::copy(end, end + nbRest, rest.begin());
+    const std::string last(Base64(rest.data()), Base64(rest.data() + rest.size()));
+    image.base64 += last.substr(0, nbRest + 1) + std::string(3 - nbRest, '=');
+  }
+  return image;
 }
 
 void SvgExtent::add(const SvgPoint& point) {

@@ -2,9 +2,12 @@
 
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/Point/Point2dData.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -27,6 +30,13 @@ struct SvgEllipse {
   omReal64 b;       ///< radius across it, not negative
   omReal64 theta;   ///< angle from the x axis, in radians
 };
+/// An image that fills a box, its first row at the upper edge of the picture.
+struct SvgImage {
+  SvgPoint low;           ///< corner of the box with the smallest coordinates
+  SvgPoint high;          ///< corner of the box with the largest coordinates
+  std::string mediaType;  ///< as "image/png"
+  std::string base64;     ///< the bytes of its file
+};
 /// The unbounded line { point + t·direction }.
 struct SvgLine {
   SvgPoint point;      ///< a point of the line
@@ -40,12 +50,17 @@ struct SvgParabola {
 };
 
 /// The curve, region or points that are drawn for an entity, in the coordinates of the entity.
-using SvgShape = std::variant<SvgPath, SvgDots, SvgEllipse, SvgLine, SvgParabola>;
+using SvgShape = std::variant<SvgPath, SvgDots, SvgEllipse, SvgImage, SvgLine, SvgParabola>;
 
 /// The shape of an entity of any planar class; nothing when its class is not supported. Linear in its points.
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity);
 /// An arrow from the anchor to the anchor plus the vector, with a head.
 SvgShape svgArrow(const Vector2d& vector, const SvgPoint& anchor);
+
+/// The squares of pixels, the pixels of a run as one rectangle.
+SvgShape svgPixels(const RowIntersections& pixels);
+/// The image of a file; nothing when its bytes begin neither as those of PNG nor as those of JPEG.
+std::optional<SvgShape> svgImage(std::string_view file, const SvgPoint& low, const SvgPoint& high);
 
 /// The bounding box of points and shapes.
 class SvgExtent {

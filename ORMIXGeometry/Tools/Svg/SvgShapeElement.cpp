@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ormix::geom::detail {
@@ -38,12 +39,22 @@ class ShapeWriter {
     _element << "<ellipse cx=\"" << center.getX() << "\" cy=\"" << center.getY() << "\" rx=\""
              << ellipse.a * _frame.scale << "\" ry=\"" << ellipse.b * _frame.scale << "\"";
     if (ellipse.theta != 0) {
-      // Reduced modulo pi, by which an ellipse is symmetric, and negated, since the y axis of pictures points down.
-      _element << " transform=\"rotate(" << -std::remainder(ellipse.theta, s_pi) * (180 / s_pi) << " " << center
-               << ")\"";
+      // Reduced modulo pi, by which an ellipse is symmetric, and negated where the y axis of pixels is not that of the
+      // view.
+      const omReal64 angle = std::remainder(ellipse.theta, s_pi) * (180 / s_pi);
+      _element << " transform=\"rotate(" << (_frame.yDown ? angle : -angle) << " " << center << ")\"";
     }
     writeStyle();
     return center;
+  }
+
+  std::optional<SvgPoint> operator()(const SvgImage& image) const {
+    const SvgPoint first = _frame.toPixels(image.low), second = _frame.toPixels(image.high);
+    _element << "<image x=\"" << first.getX() << "\" y=\"" << std::min(first.getY(), second.getY()) << "\" width=\""
+             << second.getX() - first.getX() << "\" height=\"" << std::abs(second.getY() - first.getY())
+             << "\" preserveAspectRatio=\"none\" style=\"image-rendering:pixelated\" href=\"data:" << image.mediaType
+             << ";base64," << image.base64 << "\"/>\n";
+    return std::nullopt;
   }
 
   std::optional<SvgPoint> operator()(const SvgLine& line) const {

@@ -15,6 +15,7 @@ struct SvgWriter::Drawing {
   };
   omReal64 size = 800;
   std::optional<detail::SvgView> view;
+  eSvgYAxis yAxis = eSYA_Up;
   std::vector<Item> items;
 
   BoolResult add(const std::string& name, std::optional<detail::SvgShape> shape, const SvgStyle& style);
@@ -65,6 +66,7 @@ detail::SvgExtent SvgWriter::Drawing::extent(bool endless) const {
 
 ProcessingResult<detail::SvgFrame> SvgWriter::Drawing::frame() const {
   detail::SvgFrame frame{};
+  frame.yDown = yAxis == eSYA_Down;
   if (view) {
     frame.view = *view;
   } else {
@@ -102,12 +104,26 @@ BoolResult SvgWriter::setView(const BoundingBox2d<omReal64>& view) {
   return true;
 }
 
+void SvgWriter::setYAxis(eSvgYAxis axis) { drawing().yAxis = axis; }
+
 BoolResult SvgWriter::draw(const BaseGeometryEntity2d& entity, const SvgStyle& style) {
   return drawing().add(entity.getClassName(), detail::svgShape(entity), style);
 }
 
 BoolResult SvgWriter::draw(const Vector2d& vector, const Point2dData<omReal64>& anchor, const SvgStyle& style) {
   return drawing().add(vector.getClassName(), detail::svgArrow(vector, anchor), style);
+}
+
+BoolResult SvgWriter::draw(const RowIntersections& pixels, const SvgStyle& style) {
+  return drawing().add("set of pixels", detail::svgPixels(pixels), style);
+}
+
+BoolResult SvgWriter::drawImage(std::string_view file, const BoundingBox2d<omReal64>& box) {
+  if (box.getXMin() > box.getXMax() || box.getYMin() > box.getYMax())
+    return failure("Not drawn: the box of an image is inverted");
+  auto image = detail::svgImage(file, std::as_const(box).getMinCornerPt(), std::as_const(box).getMaxCornerPt());
+  if (!image) return failure("Not drawn: the bytes of an image are those of neither PNG nor JPEG");
+  return drawing().add("image", std::move(image), {});
 }
 
 BoolResult SvgWriter::write(std::ostream& stream) const {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace ormix::geom {
 
@@ -18,8 +20,14 @@ struct SvgStyle {
   std::string label;             ///< text drawn in black on the entity; none when empty
 };
 
-/// Draws planar entities as an SVG picture. The y axis points up, as in the coordinates of the entities. Entities are
-/// drawn in the order given, labels above all of them.
+/// The direction of growing y in a picture.
+enum eSvgYAxis {
+  eSYA_Up,   ///< as in mathematics
+  eSYA_Down  ///< as the rows of an image
+};
+
+/// Draws planar entities as an SVG picture. The y axis points up unless `setYAxis` turns it. Entities are drawn in the
+/// order given, labels above all of them.
 ///
 /// Curves are exact: circles and ellipses are elements of SVG, the arcs of a parabola quadratic Bézier curves. Lines
 /// and parabolas are unbounded and clipped to the view. A polygon is drawn as stored: its outline is closed only where
@@ -46,11 +54,21 @@ class ORMIX_GEOMETRY_API SvgWriter {
   /// extent on an axis or is not finite.
   BoolResult setView(const BoundingBox2d<omReal64>& view);
 
+  /// Lets the y axis of the whole picture point up or down.
+  void setYAxis(eSvgYAxis axis);
+
   /// Adds an entity; a vector starts at the origin. Fails, and adds nothing, when a number of the entity or the width
   /// is not finite, when a text is not UTF-8, or when the class of the entity is not supported.
   BoolResult draw(const BaseGeometryEntity2d& entity, const SvgStyle& style = {});
   /// Adds a vector as an arrow that starts at `anchor`.
   BoolResult draw(const Vector2d& vector, const Point2dData<omReal64>& anchor, const SvgStyle& style = {});
+
+  /// Adds pixels as squares of side 1: pixel (x, y) is [x, x + 1) × [y, y + 1).
+  BoolResult draw(const RowIntersections& pixels, const SvgStyle& style = {});
+  /// Adds an image, which becomes part of the picture; it is drawn with its first row on top, wherever y points.
+  /// \param file the bytes of a PNG or JPEG file; fails when they are of another kind
+  /// \param box where the image is drawn; for an image of pixels (0, 0) to (width, height)
+  BoolResult drawImage(std::string_view file, const BoundingBox2d<omReal64>& box);
 
   /// Writes the picture to a stream or a file. It shows the view set by `setView`, or the bounding box of everything
   /// drawn with a small margin. If nothing bounded was drawn, parabolas contribute vertex and focus to that box, lines
