@@ -42,9 +42,13 @@ struct PackedCoordinates<geom::PixelRun> {
 
 namespace ormix::geom {
 
+namespace detail {
+class RowIntersectionsBuilder;
+}
+
 /// A set of pixels as runs of consecutive rows, beginning with a start row. The runs of a row are not empty, in
 /// ascending order and without common pixels; they may be adjacent, and a row may have no runs. The runs of all rows
-/// are stored in one contiguous array.
+/// are stored in one contiguous array; each row takes 8 bytes, also one without runs.
 class ORMIX_GEOMETRY_API RowIntersections {
  public:
   using RunColl = std::vector<PixelRun>;  ///< runs, contiguous
@@ -117,6 +121,8 @@ class ORMIX_GEOMETRY_API RowIntersections {
   friend bool operator!=(const RowIntersections& a, const RowIntersections& b) { return !(a == b); }
 
  private:
+  friend detail::RowIntersectionsBuilder;
+
   /// Index in _runColl of the first run of a row, itself given by its index from the start row.
   std::size_t runBegin(std::size_t rowIndex) const { return rowIndex == 0 ? 0 : _runEndColl[rowIndex - 1]; }
   /// Adds the row, and all rows between it and the existing ones, where it is missing; returns its index.
