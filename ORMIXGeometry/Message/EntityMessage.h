@@ -32,9 +32,9 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
     eEM_PolygonMismatch,             ///< not used yet
     eEM_SimplificationFailed,        ///< not used yet
     eEM_ShapeInternalError,          ///< not used yet
-    eEM_Shape2dNotInitialized,       ///< not used yet
+    eEM_Shape2dNotInitialized,       ///< a constructor of shapes is used after its end
     eEM_Shape3dNotInitialized,       ///< not used yet
-    eEM_RowIndexMismatch,            ///< not used yet
+    eEM_RowIndexMismatch,            ///< rows of an image do not ascend
     eEM_HalfEdgesNotLinked           ///< two half-edges of one edge are not linked as opposite
   };
 
