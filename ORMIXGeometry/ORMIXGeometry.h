@@ -46,7 +46,13 @@
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/BaseGeometryMeasure2d.h>
 #include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>
+#include <ORMIXGeometry/Measure/2d/HuMoments2dO3.h>
+#include <ORMIXGeometry/Measure/2d/HuMomentsMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/MatchShapes.h>
+#include <ORMIXGeometry/Measure/2d/Moments2dO3.h>
+#include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/PixelMoments.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/BaseGeometryMeasure3d.h>
 #include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>

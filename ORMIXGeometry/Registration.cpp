@@ -16,6 +16,10 @@
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/HuMoments2dO3.h>
+#include <ORMIXGeometry/Measure/2d/HuMomentsMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/Moments2dO3.h>
+#include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
@@ -47,7 +51,7 @@ template <class... Class>
 struct Registrators<ClassList<Class...>> : DynamicRegistrator<Class>... {};
 
 const Registrators<JoinedLists<PlanarEntityList, SpatialEntityList>> g_entities;
-const Registrators<JoinedLists<PlanarMeasureList, SpatialMeasureList>> g_measures;
+const Registrators<JoinedLists<PlanarMeasureList, PlanarMeasureResultList, SpatialMeasureList>> g_measures;
 const Registrators<JoinedLists<PlanarTransformList, SpatialTransformList>> g_transforms;
 const Registrators<EstimatorList> g_estimators;
 

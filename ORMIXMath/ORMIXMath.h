@@ -27,6 +27,8 @@
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
+#include <ORMIXMath/Moments/PlanarMoments.h>
+#include <ORMIXMath/Moments/PointMoments.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/Compare.h>

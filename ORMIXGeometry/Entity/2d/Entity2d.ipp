@@ -3,6 +3,8 @@
 #include <ORMIXGeometry/Entity/2d/Entity2d.h>
 #include <ORMIXGeometry/Entity/2d/Point/Point2dDataArchive.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/HuMomentsMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
@@ -20,7 +22,8 @@ namespace ormix::geom {
 static_assert(sizeof(AnisotropicScaleTransform2d) > 0 && sizeof(HomographyTransform2d) > 0 &&
               sizeof(RigidTransform2d) > 0 && sizeof(RotationTransform2d) > 0 && sizeof(ScaleTransform2d) > 0 &&
               sizeof(SimilarityTransform2d) > 0 && sizeof(TranslationTransform2d) > 0);
-static_assert(sizeof(AreaMsr2d) > 0 && sizeof(PerimeterMsr2d) > 0);
+static_assert(sizeof(AreaMsr2d) > 0 && sizeof(PerimeterMsr2d) > 0 && sizeof(MomentsMsr2d) > 0 &&
+              sizeof(HuMomentsMsr2d) > 0);
 
 template <class Self, class Base>
 bool Entity2d<Self, Base>::visitInSitu(const SimplifyTransform2d& transform) {

@@ -75,6 +75,9 @@ using PlanarTransformList =
               ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
 
 /// All measures of planar entities that are defined.
-using PlanarMeasureList = ClassList<PerimeterMsr2d, AreaMsr2d>;
+using PlanarMeasureList = ClassList<PerimeterMsr2d, AreaMsr2d, MomentsMsr2d, HuMomentsMsr2d>;
+
+/// All results of measures of planar entities that are objects themselves.
+using PlanarMeasureResultList = ClassList<Moments2dO3, HuMoments2dO3>;
 
 }  // namespace ormix::geom

@@ -9,8 +9,8 @@ namespace ormix::geom {
 enum eMeasure2dType {
   eM2DT_Perimeter,  ///< PerimeterMsr2d
   eM2DT_Area,       ///< AreaMsr2d
-  eM2DT_Moments,    ///< geometric moments; no class yet
-  eM2DT_HuMoments   ///< Hu's moment invariants; no class yet
+  eM2DT_Moments,    ///< MomentsMsr2d
+  eM2DT_HuMoments   ///< HuMomentsMsr2d
 };
 
 class ORMIX_GEOMETRY_API BaseGeometryMeasure2d;

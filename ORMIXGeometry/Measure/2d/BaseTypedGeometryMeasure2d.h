@@ -34,6 +34,8 @@ extern template class BaseTypedGeometryMeasure2d<omInt32>;
 extern template class BaseTypedGeometryMeasure2d<omUInt32>;
 extern template class BaseTypedGeometryMeasure2d<omReal32>;
 extern template class BaseTypedGeometryMeasure2d<omReal64>;
+extern template class BaseTypedGeometryMeasure2d<Moments2dO3>;
+extern template class BaseTypedGeometryMeasure2d<HuMoments2dO3>;
 
 }  // namespace ormix::geom
 
@@ -42,4 +44,7 @@ extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<omInt32>, 
 extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<omUInt32>, geom::BaseGeometryMeasure2d>;
 extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<omReal32>, geom::BaseGeometryMeasure2d>;
 extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<omReal64>, geom::BaseGeometryMeasure2d>;
+extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<geom::Moments2dO3>, geom::BaseGeometryMeasure2d>;
+extern template class VersionedLevel<geom::BaseTypedGeometryMeasure2d<geom::HuMoments2dO3>,
+                                     geom::BaseGeometryMeasure2d>;
 }  // namespace ormix

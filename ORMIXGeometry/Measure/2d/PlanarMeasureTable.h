@@ -8,6 +8,7 @@ namespace ormix::geom {
 struct PlanarMeasures {
   bool area;       ///< AreaMsr2d
   bool perimeter;  ///< PerimeterMsr2d
+  bool moments;    ///< MomentsMsr2d and HuMomentsMsr2d
 };
 
 namespace detail {
@@ -26,21 +27,21 @@ inline constexpr PlanarMeasures s_planarMeasuresOf = detail::noPlanarMeasures<En
 // clang-format off
 /// The row of this entity.
 /// @{
-//                                                                                    area   perimeter
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Point2d<T>>            {true,  true};
-template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Vector2d>              {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<BoundingBox2d<T>>      {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Segment2d<T>>          {false, false};
-template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Line2d>                {false, false};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Circle2d<T>>           {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Ellipse2d<T>>          {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Square2d<T>>           {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Rectangle2d<T>>        {true,  true};
-template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Parabola2d>            {false, false};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<T>>          {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true};
-template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false};
-template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Shape2d>               {true,  true};
+//                                                                                    area   perimeter moments
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Point2d<T>>            {true,  true,     true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Vector2d>              {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<BoundingBox2d<T>>      {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Segment2d<T>>          {false, false,    false};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Line2d>                {false, false,    false};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Circle2d<T>>           {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Ellipse2d<T>>          {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Square2d<T>>           {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Rectangle2d<T>>        {true,  true,     true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Parabola2d>            {false, false,    false};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<T>>          {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true,     true};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false,    true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Shape2d>               {true,  true,     true};
 /// @}
 // clang-format on
 

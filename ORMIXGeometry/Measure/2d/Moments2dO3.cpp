@@ -1,0 +1,148 @@
+#include <ORMIXGeometry/Measure/2d/Moments2dO3.h>
+#include <ORMIXGeometry/Message/MeasureMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+#include <ORMIXMath/Scalar/DifferenceOfProducts.h>
+#include <ORMIXMath/Shape/Ellipse.h>
+#include <ORMIXUtil/NumericLimits.h>
+#include <ORMIXSerialization/Object/RegisteredObject.ipp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <ostream>
+
+namespace ormix {
+template class VersionedLevel<geom::Moments2dO3, BaseSerializationObject>;
+template class RegisteredObject<geom::Moments2dO3, BaseSerializationObject>;
+}  // namespace ormix
+
+namespace ormix::geom {
+
+namespace {
+
+void checkOrder(omUInt32 p, omUInt32 q, const char* function) {
+  constexpr omUInt32 most = PlanarMoments::s_maxOrder;
+  if (p > most || q > most - p)
+    logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_MomentOrder, p, q, most), function, __FILE__,
+                __LINE__);
+}
+
+void checkMass(const PlanarMoments& moments, const char* function) {
+  if (moments.about[0] == 0)
+    logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_NoMass), function, __FILE__, __LINE__);
+}
+
+omReal64 normalized(const PlanarMoments& moments, omUInt32 p, omUInt32 q) {
+  const omReal64 mass = moments.about[0];
+  const omReal64 scale = std::abs(mass);
+  const omReal64 central = centralMoments(moments)[PlanarMoments::index(p, q)];
+  // Divided step by step: a power of the mass may overflow where the result does not.
+  omReal64 value = (mass < 0 ? -central : central) / scale;
+  for (omUInt32 order = 0; order + 1 < p + q; order += 2) value /= scale;
+  return (p + q) % 2 == 0 ? value : value / std::sqrt(scale);
+}
+
+/// The second moments along the principal axes, per mass, and the direction of the larger one.
+struct PrincipalAxes {
+  omReal64 larger;
+  omReal64 smaller;
+  omReal64 theta;
+};
+
+PrincipalAxes principalAxes(const Moments2dO3& moments, const char* function) {
+  const PlanarMoments& planar = moments.getPlanarMoments();
+  checkMass(planar, function);
+  const auto central = centralMoments(planar);
+  const omReal64 mass = central[0];
+  const omReal64 xx = central[PlanarMoments::index(2, 0)] / mass;
+  const omReal64 xy = central[PlanarMoments::index(1, 1)] / mass;
+  const omReal64 yy = central[PlanarMoments::index(0, 2)] / mass;
+  const omReal64 mean = (xx + yy) / 2;
+  const omReal64 deviation = std::hypot((xx - yy) / 2, xy);
+  const omReal64 larger = mean + deviation;
+  // The product of both is the determinant: the smaller one from it, where their difference has lost its digits.
+  const omReal64 smaller = larger > 0 ? ormix::detail::differenceOfProducts(xx, yy, xy, xy) / larger : mean - deviation;
+  // Flat sets have a smaller one of 0, up to rounding.
+  constexpr omReal64 rounding = 64 * NumericLimits<omReal64>::s_eps;
+  if (!(larger >= 0) || smaller < -rounding * larger)
+    logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_NoEllipse, mass, mass * larger, mass * smaller),
+                function, __FILE__, __LINE__);
+  return {larger, std::max(smaller, 0.0), deviation == 0 ? 0 : std::atan2(2 * xy, xx - yy) / 2};
+}
+
+}  // namespace
+
+omReal64 Moments2dO3::getMoment(omUInt32 p, omUInt32 q) const {
+  checkOrder(p, q, __PRETTY_FUNCTION__);
+  return rawMoment(_moments, p, q);
+}
+
+omReal64 Moments2dO3::getCentralMoment(omUInt32 p, omUInt32 q) const {
+  checkOrder(p, q, __PRETTY_FUNCTION__);
+  checkMass(_moments, __PRETTY_FUNCTION__);
+  return centralMoments(_moments)[PlanarMoments::index(p, q)];
+}
+
+omReal64 Moments2dO3::getNormalizedMoment(omUInt32 p, omUInt32 q) const {
+  checkOrder(p, q, __PRETTY_FUNCTION__);
+  checkMass(_moments, __PRETTY_FUNCTION__);
+  return normalized(_moments, p, q);
+}
+
+Point2d<omReal64> Moments2dO3::getCentroid() const {
+  checkMass(_moments, __PRETTY_FUNCTION__);
+  const omReal64 mass = _moments.about[0];
+  return {_moments.originX + (_moments.originXRest + _moments.about[PlanarMoments::index(1, 0)] / mass),
+          _moments.originY + (_moments.originYRest + _moments.about[PlanarMoments::index(0, 1)] / mass)};
+}
+
+Moments2dO3& Moments2dO3::operator+=(const Moments2dO3& other) {
+  _moments += other._moments;
+  return *this;
+}
+
+Moments2dO3& Moments2dO3::operator-=(const Moments2dO3& other) {
+  _moments -= other._moments;
+  return *this;
+}
+
+BoolResult Moments2dO3::validate(const Moments2dO3& moments) {
+  return isFinite(moments._moments) ? BoolResult() : failure("Moments are not finite");
+}
+
+bool compare(const Moments2dO3& a, const Moments2dO3& b, omReal64 tolerance) {
+  const omReal64 massA = a.getMoment(0, 0);
+  const omReal64 massB = b.getMoment(0, 0);
+  if (massA == 0 || massB == 0) return a == b;
+  if (!(std::abs(massA - massB) <= tolerance * std::max(std::abs(massA), std::abs(massB))) ||
+      !compare(a.getCentroid(), b.getCentroid(), tolerance))
+    return false;
+  for (omUInt32 order = 2; order <= PlanarMoments::s_maxOrder; ++order)
+    for (omUInt32 q = 0; q <= order; ++q)
+      if (!(std::abs(a.getNormalizedMoment(order - q, q) - b.getNormalizedMoment(order - q, q)) <= tolerance))
+        return false;
+  return true;
+}
+
+std::ostream& operator<<(std::ostream& stream, const Moments2dO3& moments) {
+  const PlanarMoments& planar = moments.getPlanarMoments();
+  stream << "[origin=[" << planar.originX << ", " << planar.originY << ']';
+  for (omUInt32 order = 0; order <= PlanarMoments::s_maxOrder; ++order)
+    for (omUInt32 q = 0; q <= order; ++q)
+      stream << ", m" << order - q << q << '=' << planar.about[PlanarMoments::index(order - q, q)];
+  return stream << ']';
+}
+
+Ellipse2d<omReal64> equivalentEllipse(const Moments2dO3& moments) {
+  const PrincipalAxes axes = principalAxes(moments, __PRETTY_FUNCTION__);
+  return {moments.getCentroid().getCoords(), 2 * std::sqrt(axes.larger), 2 * std::sqrt(axes.smaller), axes.theta};
+}
+
+omReal64 principalOrientation(const Moments2dO3& moments) { return principalAxes(moments, __PRETTY_FUNCTION__).theta; }
+
+omReal64 eccentricity(const Moments2dO3& moments) {
+  const PrincipalAxes axes = principalAxes(moments, __PRETTY_FUNCTION__);
+  return ellipseExcentricity(std::sqrt(axes.larger), std::sqrt(axes.smaller));
+}
+
+}  // namespace ormix::geom
