@@ -26,6 +26,7 @@
 #include <ORMIXMath/Fitting/RotationFromSums.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
+#include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 #include <ORMIXMath/Moments/PlanarMoments.h>
 #include <ORMIXMath/Moments/PointMoments.h>
