@@ -1,5 +1,7 @@
+#include <ORMIXMath/Distance/CommonGrid.h>
 #include <ORMIXMath/Distance/Orientation.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -13,6 +15,17 @@ constexpr omReal64 s_roundoff = 0x1p-53;
 
 // Bound of the rounded determinant's error relative to the sum of its products' magnitudes (Shewchuk1997, section 4.3).
 constexpr omReal64 s_signBound = (3.0 + 16.0 * s_roundoff) * s_roundoff;
+
+// Bound of the error added by underflow: two products, each off by at most 2^-1075, and the bound itself rounded.
+constexpr omReal64 s_underflowBound = 0x1p-1073;
+
+// Nonzero magnitudes in this range have products and split products that neither overflow nor lose a digit.
+constexpr omReal64 s_smallestMagnitude = 0x1p-400;
+constexpr omReal64 s_largestMagnitude = 0x1p500;
+
+// Enough for every finite omReal64, whose magnitudes are between 2^-1074 and 2^1024: a difference has one bit more, a
+// product twice as many, and the difference of two products one more.
+constexpr unsigned s_largestBits = 4224;
 
 // A rounded determinant larger than this part of that sum has a relative error below 2^-48.
 constexpr omReal64 s_valueBound = 0.125;
@@ -104,25 +117,56 @@ __attribute__((noinline)) omReal64 exactDeterminant(const PlanarPoint& a, const 
   return sum.rounded();
 }
 
-/// The rounded determinant where it exceeds `bound` times the sum of its products' magnitudes, else the exact one,
-/// rounded.
-omReal64 determinant(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c, omReal64 bound) {
-  const omReal64 left = (b.x - a.x) * (c.y - a.y);
-  const omReal64 right = (b.y - a.y) * (c.x - a.x);
-  const omReal64 difference = left - right;
-  const omReal64 sum = std::abs(left) + std::abs(right);
-  return std::abs(difference) > bound * sum ? difference : exactDeterminant(a, b, c);
+bool hasExactProducts(const std::array<omReal64, 6>& coordinates) {
+  return std::all_of(coordinates.begin(), coordinates.end(), [](omReal64 value) {
+    const omReal64 magnitude = std::abs(value);
+    return magnitude == 0 || (magnitude >= s_smallestMagnitude && magnitude <= s_largestMagnitude);
+  });
+}
+
+/// The sign in integers, of coordinates of any magnitude.
+int signInIntegers(const std::array<omReal64, 6>& coordinates) {
+  using Integer = detail::WideInteger<s_largestBits>;
+  const detail::CommonGrid grid(coordinates);
+  if (grid.onlyZeros()) return 0;
+  const auto difference = [&](std::size_t point, std::size_t axis) -> Integer {
+    return grid.toInteger<Integer>(coordinates[2 * point + axis]) - grid.toInteger<Integer>(coordinates[axis]);
+  };
+  const Integer left = difference(1, 0) * difference(2, 1);
+  const Integer right = difference(1, 1) * difference(2, 0);
+  return (left > right) - (left < right);
+}
+
+// Not inlined, as above.
+__attribute__((noinline)) int exactOrientation(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c) {
+  const std::array<omReal64, 6> coordinates{a.x, a.y, b.x, b.y, c.x, c.y};
+  if (hasExactProducts(coordinates)) {
+    const omReal64 value = exactDeterminant(a, b, c);
+    return (value > 0) - (value < 0);
+  }
+  if (!std::all_of(coordinates.begin(), coordinates.end(), [](omReal64 value) { return std::isfinite(value); }))
+    return 0;
+  return signInIntegers(coordinates);
 }
 
 }  // namespace
 
 int orientation(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c) {
-  const omReal64 value = determinant(a, b, c, s_signBound);
-  return (value > 0) - (value < 0);
+  const omReal64 left = (b.x - a.x) * (c.y - a.y);
+  const omReal64 right = (b.y - a.y) * (c.x - a.x);
+  const omReal64 difference = left - right;
+  // False where something has overflowed, since the bound is then infinite or NaN.
+  if (std::abs(difference) > s_signBound * (std::abs(left) + std::abs(right)) + s_underflowBound)
+    return difference > 0 ? 1 : -1;
+  return exactOrientation(a, b, c);
 }
 
 omReal64 orientationDeterminant(const PlanarPoint& a, const PlanarPoint& b, const PlanarPoint& c) {
-  return determinant(a, b, c, s_valueBound);
+  const omReal64 left = (b.x - a.x) * (c.y - a.y);
+  const omReal64 right = (b.y - a.y) * (c.x - a.x);
+  const omReal64 difference = left - right;
+  if (std::abs(difference) > s_valueBound * (std::abs(left) + std::abs(right))) return difference;
+  return exactDeterminant(a, b, c);
 }
 
 }  // namespace ormix

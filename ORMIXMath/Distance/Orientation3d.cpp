@@ -1,10 +1,9 @@
+#include <ORMIXMath/Distance/CommonGrid.h>
 #include <ORMIXMath/Distance/Orientation3d.h>
 #include <ORMIXMath/Scalar/Twofold.h>
 
 #include <algorithm>
 #include <array>
-#include <boost/multiprecision/cpp_int.hpp>
-#include <climits>
 #include <cmath>
 
 namespace ormix {
@@ -30,51 +29,15 @@ constexpr omReal64 s_twofoldBound = 0x1p-98;
 // have three times that, and the sum of six of these three bits more and the sign.
 constexpr int fittingBits(int typeBits) { return (typeBits - 4) / 3 - 1; }
 
-__extension__ typedef __int128 Integer128;
-template <unsigned t_bits>
-using WideInteger = boost::multiprecision::number<boost::multiprecision::cpp_int_backend<
-    t_bits, t_bits, boost::multiprecision::signed_magnitude, boost::multiprecision::unchecked, void>>;
-
 // Enough for every finite omReal64: magnitudes are between 2^-1074 and 2^1024.
 constexpr int s_largestBits = 6400;
 static_assert(fittingBits(s_largestBits) >= 1024 + 1074);
 
 using Coordinates = std::array<omReal64, 12>;
 
-/// The power of two of which all given finite numbers are multiples, and the number of bits of the multiples.
-struct CommonGrid {
-  int lowestBit = INT_MAX;   ///< Exponent of the power of two.
-  int highestBit = INT_MIN;  ///< Exponent of a power of two above all magnitudes.
-
-  explicit CommonGrid(const Coordinates& coordinates) {
-    for (const omReal64 value : coordinates) {
-      if (value == 0) continue;
-      int exponent = 0;
-      const auto digits = static_cast<omInt64>(std::ldexp(std::frexp(value, &exponent), 53));
-      lowestBit = std::min(lowestBit, exponent - 53 + __builtin_ctzll(static_cast<omUInt64>(digits)));
-      highestBit = std::max(highestBit, exponent);
-    }
-  }
-
-  bool onlyZeros() const { return lowestBit == INT_MAX; }
-  int bits() const { return highestBit - lowestBit; }
-
-  /// The multiple that a number is, exactly.
-  template <class Integer>
-  Integer toInteger(omReal64 value) const {
-    if (value == 0) return 0;
-    int exponent = 0;
-    const auto digits = static_cast<omInt64>(std::ldexp(std::frexp(value, &exponent), 53));
-    const int shift = exponent - 53 - lowestBit;
-    // By multiplication, since a left shift of a negative number is undefined.
-    if (shift >= 0) return static_cast<Integer>(digits) * (static_cast<Integer>(1) << shift);
-    return static_cast<Integer>(digits / (omInt64{1} << -shift));
-  }
-};
-
 /// The sign of the determinant in integers wide enough to be exact.
 template <class Integer>
-int signOfDeterminant(const CommonGrid& grid, const Coordinates& p) {
+int signOfDeterminant(const detail::CommonGrid& grid, const Coordinates& p) {
   const auto difference = [&](std::size_t i, std::size_t axis) -> Integer {
     return grid.toInteger<Integer>(p[3 * i + axis]) - grid.toInteger<Integer>(p[axis]);
   };
@@ -105,7 +68,9 @@ __attribute__((noinline)) int exactOrientation(const SpatialPoint& a, const Spat
   const Coordinates coordinates{a.x, a.y, a.z, b.x, b.y, b.z, c.x, c.y, c.z, d.x, d.y, d.z};
   if (!std::all_of(coordinates.begin(), coordinates.end(), [](omReal64 value) { return std::isfinite(value); }))
     return 0;
-  const CommonGrid grid(coordinates);
+  using detail::Integer128;
+  using detail::WideInteger;
+  const detail::CommonGrid grid(coordinates);
   if (grid.onlyZeros()) return 0;
   if (grid.bits() <= fittingBits(128)) return signOfDeterminant<Integer128>(grid, coordinates);
   if (grid.bits() <= fittingBits(512)) return signOfDeterminant<WideInteger<512>>(grid, coordinates);

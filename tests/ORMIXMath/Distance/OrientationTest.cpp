@@ -38,5 +38,22 @@ TEST(Orientation, TellsNeighbouringGridPointsApart) {
   EXPECT_TRUE(std::isnan(orientationDeterminant({support::s_nan, 0}, {1, 1}, {2, 0})));
 }
 
+TEST(Orientation, IsExactAtEveryMagnitude) {
+  using Wide = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<1400>>;
+  support::Random random(1202);
+  for (int i = 0; i < 1000; ++i) {
+    // Rounded points of a line, their coordinates anywhere between the denormals and the largest numbers.
+    const auto any = [&] { return std::ldexp(random.uniform(), static_cast<int>(random.below(2080)) - 1060); };
+    const PlanarPoint a{any(), any()}, u{any(), any()};
+    const auto on = [&](omReal64 t) { return PlanarPoint{a.x + t * u.x, a.y + t * u.y}; };
+    const PlanarPoint b = on(random.uniform(0, 0.5)), c = on(random.uniform(0, 0.5));
+    const Wide left = (Wide(b.x) - a.x) * (Wide(c.y) - a.y), right = (Wide(b.y) - a.y) * (Wide(c.x) - a.x);
+    ASSERT_EQ(orientation(a, b, c), left.compare(right) > 0   ? 1
+                                    : left.compare(right) < 0 ? -1
+                                                              : 0)
+        << a.x << ' ' << a.y << ' ' << u.x << ' ' << u.y;
+  }
+}
+
 }  // namespace
 }  // namespace ormix
