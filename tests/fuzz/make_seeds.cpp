@@ -32,19 +32,13 @@ bool writeSeed(const std::string& folder, const std::string& name, const BaseSer
   return true;
 }
 
-template <class... Classes>
-bool writeSamples(const std::string& folder, ::testing::Types<Classes...>) {
-  return (writeSeed(folder, Classes::getTypeName(), samples::Sample<Classes>::make()) && ...);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc != 2) return std::fprintf(stderr, "usage: make_seeds <folder>\n"), 2;
   sample::Ring ring;
   ring.pointColl = {{0, 0}, {10, 0}, {5, 8.5}};
-  const bool good = writeSamples(argv[1], samples::AllClasses());
-  return good && writeSeed(argv[1], "sample_Tree", sample::sampleTree(1)) && writeSeed(argv[1], "sample_Ring", ring)
-             ? 0
-             : 1;
+  for (const samples::ClassCase& each : samples::classCases(samples::AllClasses()))
+    if (!writeSeed(argv[1], each.name, *each.makeSample())) return 1;
+  return writeSeed(argv[1], "sample_Tree", sample::sampleTree(1)) && writeSeed(argv[1], "sample_Ring", ring) ? 0 : 1;
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-// One object of every registered class, with values unlike its defaults, and the list of all classes: what is uniform
-// is tested over this list.
+// One object of every class, with values unlike its defaults: what is uniform is tested over the library's lists of
+// classes.
 
 #include <ORMIXGeometry/ORMIXGeometry.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <boost/numeric/ublas/matrix.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
@@ -19,13 +20,13 @@ namespace samples {
 using namespace ormix;
 using namespace ormix::geom;
 
-template <std::size_t n>
-auto matrix(const std::array<omReal64, n * n>& rows) {
-  boost::numeric::ublas::bounded_matrix<omReal64, n, n> result(n, n);
-  for (std::size_t index = 0; index < n * n; ++index) result(index / n, index % n) = rows[index];
+/// A square matrix of these rows.
+template <class Matrix, std::size_t count>
+Matrix matrix(const std::array<omReal64, count>& rows) {
+  Matrix result;
+  std::copy(rows.begin(), rows.end(), result.data().begin());
   return result;
 }
-inline Matrix3x3 matrix(const std::array<omReal64, 9>& rows) { return matrix<3>(rows); }
 
 template <class T>
 Polygon2d<T> ring(ePolygon2dType type, T x, T y, T side) {
@@ -35,25 +36,22 @@ Polygon2d<T> ring(ePolygon2dType type, T x, T y, T side) {
   return polygon;
 }
 
-template <class X>
-struct Type {};
-
-/// The samples of the classes of one scalar type.
+/// The samples of the classes of one scalar type: what a new class template adds to.
 template <class T>
 struct TypedSamples {
   using P2 = Point2dData<T>;
   using P3 = Point3dData<T>;
-  static Point2d<T> of(Type<Point2d<T>>) { return {T(3), T(4)}; }
-  static BoundingBox2d<T> of(Type<BoundingBox2d<T>>) { return {T(1), T(2), T(5), T(9)}; }
-  static Segment2d<T> of(Type<Segment2d<T>>) { return {T(1), T(2), T(7), T(5)}; }
-  static Circle2d<T> of(Type<Circle2d<T>>) { return {P2(T(1), T(2)), T(3)}; }
-  static Ellipse2d<T> of(Type<Ellipse2d<T>>) { return {P2(T(1), T(2)), T(5), T(3), 0.25}; }
-  static Square2d<T> of(Type<Square2d<T>>) { return {P2(T(1), T(2)), T(4), 0.125}; }
-  static Rectangle2d<T> of(Type<Rectangle2d<T>>) { return {P2(T(1), T(2)), T(4), T(2), 0.5}; }
-  static PointCloud2d<T> of(Type<PointCloud2d<T>>) { return PointCloud2d<T>({{T(1), T(2)}, {3, 4}, {5, 6}}); }
-  static Polygon2d<T> of(Type<Polygon2d<T>>) { return ring<T>(eP2DT_Interior, T(2), T(3), T(10)); }
+  static Point2d<T> of(ClassTag<Point2d<T>>) { return {T(3), T(4)}; }
+  static BoundingBox2d<T> of(ClassTag<BoundingBox2d<T>>) { return {T(1), T(2), T(5), T(9)}; }
+  static Segment2d<T> of(ClassTag<Segment2d<T>>) { return {T(1), T(2), T(7), T(5)}; }
+  static Circle2d<T> of(ClassTag<Circle2d<T>>) { return {P2(T(1), T(2)), T(3)}; }
+  static Ellipse2d<T> of(ClassTag<Ellipse2d<T>>) { return {P2(T(1), T(2)), T(5), T(3), 0.25}; }
+  static Square2d<T> of(ClassTag<Square2d<T>>) { return {P2(T(1), T(2)), T(4), 0.125}; }
+  static Rectangle2d<T> of(ClassTag<Rectangle2d<T>>) { return {P2(T(1), T(2)), T(4), T(2), 0.5}; }
+  static PointCloud2d<T> of(ClassTag<PointCloud2d<T>>) { return PointCloud2d<T>({{T(1), T(2)}, {3, 4}, {5, 6}}); }
+  static Polygon2d<T> of(ClassTag<Polygon2d<T>>) { return ring<T>(eP2DT_Interior, T(2), T(3), T(10)); }
   /// An exterior of 5 vertices, two holes, an island in the first.
-  static PolygonWithHoles2d<T> of(Type<PolygonWithHoles2d<T>>) {
+  static PolygonWithHoles2d<T> of(ClassTag<PolygonWithHoles2d<T>>) {
     const auto node = [](ePolygon2dType type, T at, T side) {
       auto polygon = boost::make_shared<PolygonWithHoles2d<T>>();
       polygon->getExteriorPolygon() = ring<T>(type, at, at, side);
@@ -64,17 +62,17 @@ struct TypedSamples {
     root->getPolygonHoles()[0]->getPolygonHoles() = {node(eP2DT_Exterior, T(20), T(5))};
     return *root;
   }
-  static Point3d<T> of(Type<Point3d<T>>) { return {T(3), T(4), T(5)}; }
-  static BoundingBox3d<T> of(Type<BoundingBox3d<T>>) { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
-  static Segment3d<T> of(Type<Segment3d<T>>) { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
-  static Triangle3d<T> of(Type<Triangle3d<T>>) { return {P3(1, 2, 3), P3(7, 5, 6), P3(4, 8, 9)}; }
-  static Sphere3d<T> of(Type<Sphere3d<T>>) { return {P3(1, 2, 3), T(4)}; }
-  static Ellipsoid3d<T> of(Type<Ellipsoid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
-  static Cube3d<T> of(Type<Cube3d<T>>) { return {P3(1, 2, 3), T(4), 0.25, 0.5, 0.75}; }
-  static Cuboid3d<T> of(Type<Cuboid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
-  static PointCloud3d<T> of(Type<PointCloud3d<T>>) { return PointCloud3d<T>({P3(1, 2, 3), P3(4, 5, 6)}); }
+  static Point3d<T> of(ClassTag<Point3d<T>>) { return {T(3), T(4), T(5)}; }
+  static BoundingBox3d<T> of(ClassTag<BoundingBox3d<T>>) { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
+  static Segment3d<T> of(ClassTag<Segment3d<T>>) { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
+  static Triangle3d<T> of(ClassTag<Triangle3d<T>>) { return {P3(1, 2, 3), P3(7, 5, 6), P3(4, 8, 9)}; }
+  static Sphere3d<T> of(ClassTag<Sphere3d<T>>) { return {P3(1, 2, 3), T(4)}; }
+  static Ellipsoid3d<T> of(ClassTag<Ellipsoid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+  static Cube3d<T> of(ClassTag<Cube3d<T>>) { return {P3(1, 2, 3), T(4), 0.25, 0.5, 0.75}; }
+  static Cuboid3d<T> of(ClassTag<Cuboid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+  static PointCloud3d<T> of(ClassTag<PointCloud3d<T>>) { return PointCloud3d<T>({P3(1, 2, 3), P3(4, 5, 6)}); }
   /// The corner of a cube.
-  static Mesh3d<T> of(Type<Mesh3d<T>>, eMesh3dType type = eM3DT_Interior, T size = T(5)) {
+  static Mesh3d<T> of(ClassTag<Mesh3d<T>>, eMesh3dType type = eM3DT_Interior, T size = T(5)) {
     Mesh3d<T> mesh;
     mesh.setMesh3dType(type);
     mesh.build({P3(1, 2, 3), P3(T(1 + size), 2, 3), P3(1, T(2 + size), 3), P3(1, 2, T(3 + size))},
@@ -82,10 +80,10 @@ struct TypedSamples {
     return mesh;
   }
   /// Two holes, a body in the first.
-  static MeshWithHoles3d<T> of(Type<MeshWithHoles3d<T>>) {
+  static MeshWithHoles3d<T> of(ClassTag<MeshWithHoles3d<T>>) {
     const auto node = [](eMesh3dType type, T size) {
       auto mesh = boost::make_shared<MeshWithHoles3d<T>>();
-      mesh->getExteriorMesh() = of(Type<Mesh3d<T>>(), type, size);
+      mesh->getExteriorMesh() = of(ClassTag<Mesh3d<T>>(), type, size);
       return mesh;
     };
     const auto root = node(eM3DT_Exterior, T(100));
@@ -95,13 +93,13 @@ struct TypedSamples {
   }
 };
 
-inline Vector2d sampleOf(Type<Vector2d>) { return {2.5, -0.75}; }
-inline Line2d sampleOf(Type<Line2d>) { return {1.25, 0.5}; }
-inline Parabola2d sampleOf(Type<Parabola2d>) { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
-inline Vector3d sampleOf(Type<Vector3d>) { return {2.5, 0.75, -0.5}; }
-inline Plan3d sampleOf(Type<Plan3d>) { return {1.25, 0.5, -0.25}; }
+inline Vector2d sampleOf(ClassTag<Vector2d>) { return {2.5, -0.75}; }
+inline Line2d sampleOf(ClassTag<Line2d>) { return {1.25, 0.5}; }
+inline Parabola2d sampleOf(ClassTag<Parabola2d>) { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
+inline Vector3d sampleOf(ClassTag<Vector3d>) { return {2.5, 0.75, -0.5}; }
+inline Plan3d sampleOf(ClassTag<Plan3d>) { return {1.25, 0.5, -0.25}; }
 /// Three rows in the first of two slices, the second of them without pixels, and a surface.
-inline Shape3d sampleOf(Type<Shape3d>) {
+inline Shape3d sampleOf(ClassTag<Shape3d>) {
   using Node = MeshWithHoles3d<omReal32>;
   Shape3d shape;
   RowIntersections3d& voxels = shape.getRowIntersections();
@@ -109,75 +107,52 @@ inline Shape3d sampleOf(Type<Shape3d>) {
   voxels.rowIntersectionsColl.resize(2);
   voxels.rowIntersectionsColl[0].setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 4}});
   voxels.rowIntersectionsColl[1].setRows(5, {1}, {{0, 8}});
-  shape.getMeshWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(Type<Node>())));
+  shape.getMeshWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(ClassTag<Node>())));
   return shape;
 }
 template <class M>
-std::enable_if_t<std::is_base_of_v<BaseGeometryMeasure, M>, M> sampleOf(Type<M>) {
+std::enable_if_t<std::is_base_of_v<BaseGeometryMeasure, M>, M> sampleOf(ClassTag<M>) {
   M measure;
   measure.setHoleMsrPolicy(eHMP_IgnoreHoles);
   return measure;
 }
-inline TranslationTransform2d sampleOf(Type<TranslationTransform2d>) { return {3, 5}; }
-inline RotationTransform2d sampleOf(Type<RotationTransform2d>) { return RotationTransform2d(0.5); }
-inline RigidTransform2d sampleOf(Type<RigidTransform2d>) { return {0.5, 30, 5}; }
-inline ScaleTransform2d sampleOf(Type<ScaleTransform2d>) { return ScaleTransform2d(2); }
-inline SimilarityTransform2d sampleOf(Type<SimilarityTransform2d>) { return {2, 0.5, 30, 5}; }
-inline AnisotropicScaleTransform2d sampleOf(Type<AnisotropicScaleTransform2d>) { return {2, 3}; }
-inline HomographyTransform2d sampleOf(Type<HomographyTransform2d>) {
-  return HomographyTransform2d(matrix({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
+inline TranslationTransform2d sampleOf(ClassTag<TranslationTransform2d>) { return {3, 5}; }
+inline RotationTransform2d sampleOf(ClassTag<RotationTransform2d>) { return RotationTransform2d(0.5); }
+inline RigidTransform2d sampleOf(ClassTag<RigidTransform2d>) { return {0.5, 30, 5}; }
+inline ScaleTransform2d sampleOf(ClassTag<ScaleTransform2d>) { return ScaleTransform2d(2); }
+inline SimilarityTransform2d sampleOf(ClassTag<SimilarityTransform2d>) { return {2, 0.5, 30, 5}; }
+inline AnisotropicScaleTransform2d sampleOf(ClassTag<AnisotropicScaleTransform2d>) { return {2, 3}; }
+inline HomographyTransform2d sampleOf(ClassTag<HomographyTransform2d>) {
+  return HomographyTransform2d(matrix<Matrix3x3, 9>({1, 0.25, 3, 0.5, 2, 5, 0.001, 0.002, 1}));
 }
-inline TranslationTransform3d sampleOf(Type<TranslationTransform3d>) { return {3, 5, 7}; }
-inline RotationTransform3d sampleOf(Type<RotationTransform3d>) { return {0.5, 0.25, -0.75}; }
-inline RigidTransform3d sampleOf(Type<RigidTransform3d>) { return {0.5, 0.25, -0.75, 30, 5, 7}; }
-inline ScaleTransform3d sampleOf(Type<ScaleTransform3d>) { return ScaleTransform3d(2); }
-inline SimilarityTransform3d sampleOf(Type<SimilarityTransform3d>) { return {2, 0.5, 0.25, -0.75, 30, 5, 7}; }
-inline AnisotropicScaleTransform3d sampleOf(Type<AnisotropicScaleTransform3d>) { return {2, 3, 4}; }
-inline HomographyTransform3d sampleOf(Type<HomographyTransform3d>) {
+inline TranslationTransform3d sampleOf(ClassTag<TranslationTransform3d>) { return {3, 5, 7}; }
+inline RotationTransform3d sampleOf(ClassTag<RotationTransform3d>) { return {0.5, 0.25, -0.75}; }
+inline RigidTransform3d sampleOf(ClassTag<RigidTransform3d>) { return {0.5, 0.25, -0.75, 30, 5, 7}; }
+inline ScaleTransform3d sampleOf(ClassTag<ScaleTransform3d>) { return ScaleTransform3d(2); }
+inline SimilarityTransform3d sampleOf(ClassTag<SimilarityTransform3d>) { return {2, 0.5, 0.25, -0.75, 30, 5, 7}; }
+inline AnisotropicScaleTransform3d sampleOf(ClassTag<AnisotropicScaleTransform3d>) { return {2, 3, 4}; }
+inline HomographyTransform3d sampleOf(ClassTag<HomographyTransform3d>) {
   return HomographyTransform3d(
-      matrix<4>({1, 0.25, 0.5, 3, 0.5, 2, 0.125, 5, 0.25, 0.75, 3, 7, 0.001, 0.002, 0.003, 1}));
+      matrix<Matrix4x4, 16>({1, 0.25, 0.5, 3, 0.5, 2, 0.125, 5, 0.25, 0.75, 3, 7, 0.001, 0.002, 0.003, 1}));
 }
 
 template <class X>
-struct Sample {
-  static X make() { return sampleOf(Type<X>()); }
-};
+X makeSample(ClassTag<X> type) {
+  return sampleOf(type);
+}
 template <template <class> class Class, class T>
-struct Sample<Class<T>> {
-  static Class<T> make() { return TypedSamples<T>::of(Type<Class<T>>()); }
+Class<T> makeSample(ClassTag<Class<T>> type) {
+  return TypedSamples<T>::of(type);
+}
+template <class X>
+struct Sample {
+  static X make() { return makeSample(ClassTag<X>()); }
 };
 
-template <template <class> class Class>
-using EachScalar = ::testing::Types<Class<omInt32>, Class<omUInt32>, Class<omReal32>, Class<omReal64>>;
-
-template <class... Lists>
-struct Concatenate;
-template <class... A>
-struct Concatenate<::testing::Types<A...>> {
-  using Type = ::testing::Types<A...>;
-};
-template <class... A, class... B, class... Rest>
-struct Concatenate<::testing::Types<A...>, ::testing::Types<B...>, Rest...> {
-  using Type = typename Concatenate<::testing::Types<A..., B...>, Rest...>::Type;
-};
-
-using AllEntities2d = Concatenate<EachScalar<BoundingBox2d>, EachScalar<Circle2d>, EachScalar<Ellipse2d>,
-                                  EachScalar<Point2d>, EachScalar<PointCloud2d>, EachScalar<Polygon2d>,
-                                  EachScalar<PolygonWithHoles2d>, EachScalar<Rectangle2d>, EachScalar<Segment2d>,
-                                  EachScalar<Square2d>, ::testing::Types<Line2d, Parabola2d, Vector2d>>::Type;
-using AllEntities3d =
-    Concatenate<EachScalar<BoundingBox3d>, EachScalar<Cube3d>, EachScalar<Cuboid3d>, EachScalar<Ellipsoid3d>,
-                EachScalar<Mesh3d>, EachScalar<MeshWithHoles3d>, EachScalar<Point3d>, EachScalar<PointCloud3d>,
-                EachScalar<Segment3d>, EachScalar<Sphere3d>, EachScalar<Triangle3d>,
-                ::testing::Types<Plan3d, Shape3d, Vector3d>>::Type;
-using LinearTransforms2d =
-    ::testing::Types<TranslationTransform2d, RotationTransform2d, RigidTransform2d, ScaleTransform2d,
-                     SimilarityTransform2d, AnisotropicScaleTransform2d, HomographyTransform2d>;
-using LinearTransforms3d =
-    ::testing::Types<TranslationTransform3d, RotationTransform3d, RigidTransform3d, ScaleTransform3d,
-                     SimilarityTransform3d, AnisotropicScaleTransform3d, HomographyTransform3d>;
-using AllClasses = Concatenate<AllEntities2d, AllEntities3d, LinearTransforms2d, LinearTransforms3d,
-                               ::testing::Types<AreaMsr2d, PerimeterMsr2d, AreaMsr3d, VolumeMsr3d>>::Type;
+using AllTransforms = JoinedLists<PlanarTransformList, SpatialTransformList>;
+/// Every class with samples; estimators have none, as they hold nothing.
+using AllClasses =
+    JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList, SpatialMeasureList>;
 
 template <template <class> class Class, class X>
 constexpr bool isOf = false;
@@ -240,7 +215,7 @@ struct ClassCase {
 inline void PrintTo(const ClassCase& classCase, std::ostream* stream) { *stream << classCase.name; }
 
 template <class... X>
-std::vector<ClassCase> classCases(::testing::Types<X...>) {
+std::vector<ClassCase> classCases(ClassList<X...>) {
   return {{X::getTypeName(), X::getVersion(), X::s_oldestClassVersion,
            []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(Sample<X>::make()); },
            []() -> boost::shared_ptr<BaseSerializationObject> { return boost::make_shared<X>(); },

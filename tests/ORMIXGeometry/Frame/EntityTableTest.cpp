@@ -13,20 +13,19 @@ template <class X>
 void expectEntity(int code, const std::string& type, const std::string& text, bool isCartesian = true) {
   SCOPED_TRACE(X::getTypeName());
   const X sample = Sample<X>::make();
-  if (!text.empty()) {
-    EXPECT_EQ(printed(sample), text);
-  }
-  if constexpr (std::is_base_of_v<BaseGeometryEntity2d, X>) {
-    EXPECT_EQ(static_cast<int>(sample.getEntity2dType()), code);
-    EXPECT_EQ(toString(sample.getEntity2dType()), type);
-    EXPECT_EQ(sample.getCoordinateSystem2dType(), isCartesian ? eCS2DT_Cartesian : eCS2DT_Polar);
-    EXPECT_EQ(sample.getCoordinateDimension(), eCD_2d);
-  } else {
-    EXPECT_EQ(static_cast<int>(sample.getEntity3dType()), code);
-    EXPECT_EQ(toString(sample.getEntity3dType()), type);
-    EXPECT_EQ(sample.getCoordinateSystem3dType(), isCartesian ? eCS3DT_Cartesian : eCS3DT_Spherical);
-    EXPECT_EQ(sample.getCoordinateDimension(), eCD_3d);
-  }
+  EXPECT_EQ(text.empty() ? "" : printed(sample), text);
+  const auto expect = [&](auto entityType, auto system, auto expectedSystem, eCoordinateDimension dimension) {
+    EXPECT_EQ(static_cast<int>(entityType), code);
+    EXPECT_EQ(toString(entityType), type);
+    EXPECT_EQ(system, expectedSystem);
+    EXPECT_EQ(sample.getCoordinateDimension(), dimension);
+  };
+  if constexpr (std::is_base_of_v<BaseGeometryEntity2d, X>)
+    expect(sample.getEntity2dType(), sample.getCoordinateSystem2dType(), isCartesian ? eCS2DT_Cartesian : eCS2DT_Polar,
+           eCD_2d);
+  else
+    expect(sample.getEntity3dType(), sample.getCoordinateSystem3dType(),
+           isCartesian ? eCS3DT_Cartesian : eCS3DT_Spherical, eCD_3d);
 }
 template <template <class> class X>
 void expectEntities(int code, const std::string& type, const std::string& text) {
@@ -87,94 +86,68 @@ TEST(EntityTable, OfWhatIsEmptyAndOfEnumerators) {
   EXPECT_EQ(toString(static_cast<eEntity2dType>(15)), "eEntity2dType(15)");
 }
 
-/// Each entity made anew from what its getters say, by its setters.
 template <class T>
-struct Rebuilt {
-  static void set(Circle2d<T>& to, const Circle2d<T>& from) {
-    to.setCenter(Point2d<T>(from.centerX(), from.centerY()));
-    to.setRadius(from.getRadius());
-  }
-  static void set(Ellipse2d<T>& to, const Ellipse2d<T>& from) {
-    to.setCenter(Point2d<T>(from.centerX(), from.centerY()));
-    to.setMajorRadius(from.getMajorRadius());
-    to.setMinorRadius(from.getMinorRadius());
-    to.setTheta(std::atan2(from.getSinTheta(), from.getCosTheta()));
-  }
-  static void set(Square2d<T>& to, const Square2d<T>& from) {
-    to.setCenter(Point2d<T>(from.centerX(), from.centerY()));
-    to.setHalfLength(from.getLength() / 2);
-    to.setOrientation(from.getOrientation());
-  }
-  static void set(Rectangle2d<T>& to, const Rectangle2d<T>& from) {
-    to.setCenter(Point2d<T>(from.centerX(), from.centerY()));
-    to.setHalfLength(from.getLength() / 2);
-    to.setHalfWidth(from.getWidth() / 2);
-    to.setOrientation(from.getOrientation());
-  }
-  static void set(BoundingBox2d<T>& to, const BoundingBox2d<T>& from) {
-    to.setMinCornerPt(Point2d<T>(from.getXMin(), 9));
-    to.setYMin(from.getYMin());
-    to.setMaxCornerPt(Point2d<T>(9, from.getYMax()));
-    to.setXMax(from.getXMax());
-  }
-  static void set(BoundingBox3d<T>& to, const BoundingBox3d<T>& from) {
-    to.setMinCornerPt(Point3d<T>(from.getXMin(), 9, 9));
-    to.setYMin(from.getYMin());
-    to.setZMin(from.getZMin());
-    to.setMaxCornerPt(Point3d<T>(9, 9, from.getZMax()));
-    to.setXMax(from.getXMax());
-    to.setYMax(from.getYMax());
-  }
-  static void set(Sphere3d<T>& to, const Sphere3d<T>& from) {
-    to.setCenter(from.centerX(), from.centerY(), from.centerZ());
-    to.setRadius(from.getRadius());
-  }
-  static void set(Ellipsoid3d<T>& to, const Ellipsoid3d<T>& from) {
-    to.setCenter(Point3d<T>(from.centerX(), from.centerY(), from.centerZ()));
-    to.setMajorRadius(from.getMajorRadius());
-    to.setMediumRadius(from.getMediumRadius());
-    to.setMinorRadius(from.getMinorRadius());
-    to.setOrientation(from.getAlpha(), from.getBeta(), from.getChi());
-  }
-  static void set(Cuboid3d<T>& to, const Cuboid3d<T>& from) {
-    to.setCenter(Point3d<T>(from.centerX(), from.centerY(), from.centerZ()));
-    to.setHalfLength(from.getLength() / 2);
-    to.setHalfWidth(from.getWidth() / 2);
-    to.setHalfHeight(from.getHeight() / 2);
-    to.setAlpha(from.getAlpha());
-    to.setBeta(from.getBeta());
-    to.setChi(from.getChi());
-  }
-  static void set(Segment3d<T>& to, const Segment3d<T>& from) {
-    to.setPoint0(Point3d<T>(from.getPoint0()));
-    to.setPoint1(Point3d<T>(from.getPoint1()));
-  }
-  static void set(Triangle3d<T>& to, const Triangle3d<T>& from) {
-    to.setPoint0(Point3d<T>(from.getPoint0()));
-    to.setPoint1(Point3d<T>(from.getPoint1()));
-    to.setPoint2(Point3d<T>(from.getPoint2()));
-  }
-
-  template <class X>
-  static void expectSame() {
-    const X sample = Sample<X>::make();
-    X rebuilt;
+class GettersAndSetters : public ::testing::Test {
+ protected:
+  /// An object whose setters are given what the sample's getters say is like the sample.
+  template <template <class> class X, class Set>
+  static void expectRebuilt(Set set) {
+    const X<T> sample = Sample<X<T>>::make();
+    X<T> rebuilt;
     set(rebuilt, sample);
-    EXPECT_EQ(describe(rebuilt), describe(sample)) << X::getTypeName();
-  }
-  template <template <class> class... X>
-  static void expectEach() {
-    (expectSame<X<T>>(), ...);
+    EXPECT_EQ(describe(rebuilt), describe(sample)) << X<T>::getTypeName();
   }
 };
-
-template <class T>
-class GettersAndSetters : public ::testing::Test {};
 TYPED_TEST_SUITE(GettersAndSetters, support::Scalars);
 
-TYPED_TEST(GettersAndSetters, BelongTogether) {
-  Rebuilt<TypeParam>::template expectEach<Circle2d, Ellipse2d, Square2d, Rectangle2d, BoundingBox2d, BoundingBox3d,
-                                          Sphere3d, Ellipsoid3d, Cuboid3d, Segment3d, Triangle3d>();
+TYPED_TEST(GettersAndSetters, OfThePlaneBelongTogether) {
+  using P = Point2d<TypeParam>;
+  const auto centerOf = [](const auto& from) { return P(from.centerX(), from.centerY()); };
+  this->template expectRebuilt<Circle2d>(
+      [&](auto& to, auto& from) { to.setCenter(centerOf(from)), to.setRadius(from.getRadius()); });
+  this->template expectRebuilt<Ellipse2d>([&](auto& to, auto& from) {
+    to.setCenter(centerOf(from)), to.setMajorRadius(from.getMajorRadius()), to.setMinorRadius(from.getMinorRadius());
+    to.setTheta(std::atan2(from.getSinTheta(), from.getCosTheta()));
+  });
+  this->template expectRebuilt<Square2d>([&](auto& to, auto& from) {
+    to.setCenter(centerOf(from)), to.setHalfLength(from.getLength() / 2), to.setOrientation(from.getOrientation());
+  });
+  this->template expectRebuilt<Rectangle2d>([&](auto& to, auto& from) {
+    to.setCenter(centerOf(from)), to.setHalfLength(from.getLength() / 2), to.setHalfWidth(from.getWidth() / 2);
+    to.setOrientation(from.getOrientation());
+  });
+  this->template expectRebuilt<BoundingBox2d>([](auto& to, auto& from) {
+    to.setMinCornerPt(P(from.getXMin(), 9)), to.setYMin(from.getYMin());
+    to.setMaxCornerPt(P(9, from.getYMax())), to.setXMax(from.getXMax());
+  });
+}
+
+TYPED_TEST(GettersAndSetters, OfSpaceBelongTogether) {
+  using P = Point3d<TypeParam>;
+  const auto centerOf = [](const auto& from) { return P(from.centerX(), from.centerY(), from.centerZ()); };
+  const auto setAngles = [](auto& to, auto& from) {
+    to.setAlpha(from.getAlpha()), to.setBeta(from.getBeta()), to.setChi(from.getChi());
+  };
+  this->template expectRebuilt<BoundingBox3d>([](auto& to, auto& from) {
+    to.setMinCornerPt(P(from.getXMin(), 9, 9)), to.setYMin(from.getYMin()), to.setZMin(from.getZMin());
+    to.setMaxCornerPt(P(9, 9, from.getZMax())), to.setXMax(from.getXMax()), to.setYMax(from.getYMax());
+  });
+  this->template expectRebuilt<Sphere3d>([](auto& to, auto& from) {
+    to.setCenter(from.centerX(), from.centerY(), from.centerZ()), to.setRadius(from.getRadius());
+  });
+  this->template expectRebuilt<Ellipsoid3d>([&](auto& to, auto& from) {
+    to.setCenter(centerOf(from)), to.setMajorRadius(from.getMajorRadius()), to.setMediumRadius(from.getMediumRadius());
+    to.setMinorRadius(from.getMinorRadius()), to.setOrientation(from.getAlpha(), from.getBeta(), from.getChi());
+  });
+  this->template expectRebuilt<Cuboid3d>([&](auto& to, auto& from) {
+    to.setCenter(centerOf(from)), to.setHalfLength(from.getLength() / 2), to.setHalfWidth(from.getWidth() / 2);
+    to.setHalfHeight(from.getHeight() / 2), setAngles(to, from);
+  });
+  this->template expectRebuilt<Segment3d>(
+      [](auto& to, auto& from) { to.setPoint0(P(from.getPoint0())), to.setPoint1(P(from.getPoint1())); });
+  this->template expectRebuilt<Triangle3d>([](auto& to, auto& from) {
+    to.setPoint0(P(from.getPoint0())), to.setPoint1(P(from.getPoint1())), to.setPoint2(P(from.getPoint2()));
+  });
 }
 
 }  // namespace

@@ -94,8 +94,8 @@ void expectTransformedOrNot(const Transform& transform, Classes classes) {
 }
 
 TEST(OutOfMemory, TransformsNoEntityInPart) {
-  expectTransformedOrNot<TranslationTransform2d, BaseGeometryEntity2d>({3, 5}, AllEntities2d());
-  expectTransformedOrNot<TranslationTransform3d, BaseGeometryEntity3d>({3, 5, 7}, AllEntities3d());
+  expectTransformedOrNot<TranslationTransform2d, BaseGeometryEntity2d>({3, 5}, PlanarEntityList());
+  expectTransformedOrNot<TranslationTransform3d, BaseGeometryEntity3d>({3, 5, 7}, SpatialEntityList());
 }
 
 TEST(OutOfMemory, ChangesNoMeshThatTakesAnothersParts) {
