@@ -98,6 +98,14 @@ inline Line2d sampleOf(ClassTag<Line2d>) { return {1.25, 0.5}; }
 inline Parabola2d sampleOf(ClassTag<Parabola2d>) { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
 inline Vector3d sampleOf(ClassTag<Vector3d>) { return {2.5, 0.75, -0.5}; }
 inline Plan3d sampleOf(ClassTag<Plan3d>) { return {1.25, 0.5, -0.25}; }
+/// Three rows, the second of them without pixels, and a boundary.
+inline Shape2d sampleOf(ClassTag<Shape2d>) {
+  using Node = PolygonWithHoles2d<omReal32>;
+  Shape2d shape;
+  shape.getRowIntersections().setRows(4, {2, 0, 1}, {{1, 3}, {5, 9}, {2, 4}});
+  shape.getPolygonWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(ClassTag<Node>())));
+  return shape;
+}
 /// Three rows in the first of two slices, the second of them without pixels, and a surface.
 inline Shape3d sampleOf(ClassTag<Shape3d>) {
   using Node = MeshWithHoles3d<omReal32>;
@@ -159,6 +167,11 @@ constexpr bool isOf = false;
 template <template <class> class Class, class T>
 constexpr bool isOf<Class, Class<T>> = true;
 
+inline void printRows(std::ostream& stream, const RowIntersections& rows) {
+  stream << rows.getStartRow() << ' ' << rows.getNbRows() << ' ';
+  for (const PixelRun& run : rows.getRunColl()) stream << run.begin << '-' << run.end << ' ';
+}
+
 /// Prints an object and what its own text leaves out: caches, roles, nodes, voxels.
 template <class X>
 void printWhole(std::ostream& stream, const X& object) {
@@ -176,12 +189,10 @@ void printWhole(std::ostream& stream, const X& object) {
       stream << node.getNbHoles() << ' ';
       return true;
     });
+  if constexpr (std::is_same_v<X, Shape2d>) printRows(stream, object.getRowIntersections());
   if constexpr (std::is_same_v<X, Shape3d>) {
     stream << object.getRowIntersections().zOffset << ": ";
-    for (const RowIntersections& slice : object.getRowIntersections().rowIntersectionsColl) {
-      stream << slice.getStartRow() << ' ' << slice.getNbRows() << ' ';
-      for (const PixelRun& run : slice.getRunColl()) stream << run.begin << '-' << run.end << ' ';
-    }
+    for (const RowIntersections& slice : object.getRowIntersections().rowIntersectionsColl) printRows(stream, slice);
     for (const auto& mesh : object.getMeshWithHolesColl()) printWhole(stream, *mesh);
   }
 }

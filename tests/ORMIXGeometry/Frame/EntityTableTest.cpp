@@ -42,11 +42,13 @@ TEST(EntityTable, OfThePlane) {
   expectEntities<Ellipse2d>(2, "eE2DT_BoundingBox", "[center=[1, 2], a=5, b=3, theta=0.25]");
   expectEntities<PointCloud2d>(3, "eE2DT_PointCloud", "[[1, 2], [3, 4], [5, 6]]");
   expectEntities<Polygon2d>(4, "eE2DT_Polygon", "[[2, 3], [12, 3], [12, 13], [2, 13], [2, 3]]");
-  expectEntities<PolygonWithHoles2d>(5, "eE2DT_PolygonWithHoles",
-                                     "[exterior=[[0, 0], [100, 0], [100, 100], [0, 100], [0, 0]], holes=["
-                                     "[exterior=[[10, 10], [40, 10], [40, 40], [10, 40], [10, 10]], holes=["
-                                     "[exterior=[[20, 20], [25, 20], [25, 25], [20, 25], [20, 20]], holes=[]]]], "
-                                     "[exterior=[[50, 50], [60, 50], [60, 60], [50, 60], [50, 50]], holes=[]]]]");
+  const std::string tree =
+      "[exterior=[[0, 0], [100, 0], [100, 100], [0, 100], [0, 0]], holes=["
+      "[exterior=[[10, 10], [40, 10], [40, 40], [10, 40], [10, 10]], holes=["
+      "[exterior=[[20, 20], [25, 20], [25, 25], [20, 25], [20, 20]], holes=[]]]], "
+      "[exterior=[[50, 50], [60, 50], [60, 60], [50, 60], [50, 50]], holes=[]]]]";
+  expectEntities<PolygonWithHoles2d>(5, "eE2DT_PolygonWithHoles", tree);
+  expectEntity<Shape2d>(6, "eE2DT_Shape", "[" + tree + "]");
   expectEntities<Circle2d>(7, "eE2DT_Circle", "[center=[1, 2], radius=3]");
   expectEntities<Square2d>(7, "eE2DT_Circle", "[center=[1, 2], l=8, theta=0.125]");
   expectEntities<Rectangle2d>(10, "eE2DT_Rectangle", "[center=[1, 2], length=8, width=4, theta=0.5]");
