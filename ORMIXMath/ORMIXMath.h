@@ -31,6 +31,7 @@
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 #include <ORMIXMath/Moments/PlanarMoments.h>
 #include <ORMIXMath/Moments/PointMoments.h>
+#include <ORMIXMath/Hull/RotatingCalipers.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/Compare.h>
