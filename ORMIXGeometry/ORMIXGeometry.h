@@ -8,6 +8,7 @@
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/BaseTypedGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Rasterize.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
