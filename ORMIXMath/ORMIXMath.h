@@ -16,6 +16,7 @@
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 #include <ORMIXMath/Distance/SpatialSegment.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>
+#include <ORMIXMath/Enclosing/LargestInscribedCircle.h>
 #include <ORMIXMath/Enclosing/SmallestBall.h>
 #include <ORMIXMath/Estimation/BaseCostFunction.h>
 #include <ORMIXMath/Estimation/BaseEstimator.h>
