@@ -44,6 +44,7 @@
 #include <ORMIXMath/Shape/Ellipsoid.h>
 #include <ORMIXMath/Shape/EllipsoidQuadric.h>
 #include <ORMIXMath/Shape/Ring.h>
+#include <ORMIXMath/Shape/ShortestLoop.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
 #include <ORMIXMath/Transform/2d/Affine2d.h>
 #include <ORMIXMath/Transform/2d/AffineTransform2d.h>
