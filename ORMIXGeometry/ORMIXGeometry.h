@@ -9,9 +9,11 @@
 #include <ORMIXGeometry/Entity/2d/BaseTypedGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
+#include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Rasterize.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>

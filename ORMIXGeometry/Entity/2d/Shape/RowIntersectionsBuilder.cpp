@@ -26,19 +26,21 @@ RowIntersections RowIntersectionsBuilder::take() {
   return result;
 }
 
+void RowIntersectionsBuilder::checkRows(omUInt64 first, omUInt64 last) {
+  if (last - first < RowIntersections::s_maxNbRows && last != std::numeric_limits<omUInt64>::max()) return;
+  logAndThrow("Pixels from row " + std::to_string(first) + " to row " + std::to_string(last) +
+                  " are not one set, which has at most " + std::to_string(RowIntersections::s_maxNbRows) +
+                  " rows, all of them below row " + std::to_string(std::numeric_limits<omUInt64>::max()),
+              __PRETTY_FUNCTION__, __FILE__, __LINE__);
+}
+
 void RowIntersectionsBuilder::openRow(omUInt64 row) {
   const bool isFirst = _rows.getNbRows() == 0;
-  const omUInt64 nbRows = isFirst ? 1 : row - _rows.getStartRow() + 1;
-  if (nbRows > RowIntersections::s_maxNbRows || row == std::numeric_limits<omUInt64>::max())
-    logAndThrow("Row " + std::to_string(row) + " cannot be added to pixels from row " +
-                    std::to_string(isFirst ? row : _rows.getStartRow()) + " on, at most " +
-                    std::to_string(RowIntersections::s_maxNbRows) + " rows below row " +
-                    std::to_string(std::numeric_limits<omUInt64>::max()) + " are held",
-                __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  checkRows(isFirst ? row : _rows.getStartRow(), row);
   if (isFirst) _rows._startRow = row;
-  const auto nbMore = static_cast<std::size_t>(nbRows) - _rows.getNbRows();
+  const auto nbMore = static_cast<std::size_t>(row - _rows.getEndRow()) + 1;
   reserveMore(_rows._runEndColl, nbMore);
-  _rows._runEndColl.resize(static_cast<std::size_t>(nbRows), _rows._runColl.size());
+  _rows._runEndColl.resize(_rows.getNbRows() + nbMore, _rows._runColl.size());
 }
 
 }  // namespace ormix::geom::detail

@@ -35,6 +35,13 @@ class RowIntersectionsBuilder {
   /// \throw as addRun()
   void addRow(omUInt64 row, const PixelRun* first, const PixelRun* last);
 
+  /// \throw ORMIXGeometryException, logged, if no set has pixels in both rows: they are too far apart, or the last one
+  /// is the last that omUInt64 holds
+  static void checkRows(omUInt64 first, omUInt64 last);
+
+  /// Moves all rows so that the first one is `startRow`, which leaves room for the others.
+  static void moveTo(omUInt64 startRow, RowIntersections& rows) { rows._startRow = startRow; }
+
   /// The pixels added so far; the builder is empty after that.
   RowIntersections take();
 
