@@ -9,7 +9,10 @@
 #include <ORMIXGeometry/Entity/2d/BaseTypedGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
+#include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
+#include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Rasterize.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RunChecks.h>
 #include <ORMIXGeometry/Entity/ReserveMore.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
@@ -22,21 +23,20 @@ BoolResult intersectingRuns(const PixelRun& added, const PixelRun& existing) {
                                                existing.begin, existing.end));
 }
 
-BoolResult tooManyRows() {
+}  // namespace
+
+BoolResult detail::tooManyRows() {
   return failure("Row intersections have at most " + std::to_string(RowIntersections::s_maxNbRows) +
                  " rows, all of them below row " + std::to_string(std::numeric_limits<omUInt64>::max()));
 }
 
-/// Checks that the runs of one row are not empty, ascend and share no pixels.
-BoolResult checkRow(const PixelRun* first, const PixelRun* last) {
-  for (const PixelRun* run = first; run != last; ++run) {
+BoolResult detail::checkRuns(const RowIntersections::Row& runs) {
+  for (const PixelRun* run = runs.begin(); run != runs.end(); ++run) {
     if (run->begin >= run->end) return emptyRun(*run);
-    if (run != first && run->begin < run[-1].end) return intersectingRuns(*run, run[-1]);
+    if (run != runs.begin() && run->begin < run[-1].end) return intersectingRuns(*run, run[-1]);
   }
   return {};
 }
-
-}  // namespace
 
 // Nothing fails once there is room.
 RowIntersections& RowIntersections::operator=(const RowIntersections& other) {
@@ -68,7 +68,7 @@ BoolResult RowIntersections::addRun(omUInt64 row, omUInt32 begin, omUInt32 end) 
   const bool hasRows = getNbRows() > 0;
   const omUInt64 first = hasRows ? std::min(row, _startRow) : row;
   const omUInt64 last = hasRows ? std::max(row, getEndRow() - 1) : row;
-  if (last - first >= s_maxNbRows || last == std::numeric_limits<omUInt64>::max()) return tooManyRows();
+  if (last - first >= s_maxNbRows || last == std::numeric_limits<omUInt64>::max()) return detail::tooManyRows();
   std::size_t position = hasRows && row < _startRow ? 0 : _runColl.size();
   if (hasRows && row >= _startRow && row < getEndRow()) {
     const Row runs = getRow(row);
@@ -101,14 +101,15 @@ std::size_t RowIntersections::ensureRow(omUInt64 row) {
 
 BoolResult RowIntersections::setRows(omUInt64 startRow, const std::vector<omUInt32>& nbRunsColl, RunColl runColl) {
   if (nbRunsColl.size() > s_maxNbRows || startRow > std::numeric_limits<omUInt64>::max() - nbRunsColl.size())
-    return tooManyRows();
+    return detail::tooManyRows();
   std::vector<std::size_t> runEnds;
   runEnds.reserve(nbRunsColl.size());
   std::size_t begin = 0;
   for (const omUInt32 nbRuns : nbRunsColl) {
     if (nbRuns > runColl.size() - begin)
       return failure(std::to_string(runColl.size()) + " runs are fewer than those of the rows");
-    if (BoolResult sound = checkRow(runColl.data() + begin, runColl.data() + begin + nbRuns); !sound) return sound;
+    if (BoolResult sound = detail::checkRuns({runColl.data() + begin, runColl.data() + begin + nbRuns}); !sound)
+      return sound;
     begin += nbRuns;
     runEnds.push_back(begin);
   }

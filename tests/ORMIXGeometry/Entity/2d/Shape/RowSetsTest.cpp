@@ -1,5 +1,8 @@
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
+#include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <gtest/gtest.h>
@@ -18,6 +21,7 @@ namespace {
 
 using namespace ormix;
 using namespace ormix::geom;
+using geom::detail::OpenComponents;
 
 struct Image {
   int width, height;
@@ -48,6 +52,39 @@ RowIntersections rowsOf(const Image& image, int value = 0, bool joined = true) {
       EXPECT_TRUE(rows.addRun(static_cast<omUInt64>(y), static_cast<omUInt32>(x), static_cast<omUInt32>(end)));
     }
   return rows;
+}
+
+/// Numbers the components of the pixels of the same value as (x, y), by flooding, and says whether they touch the edge.
+bool flood(const Image& image, int x, int y, ePixelConnectivity connectivity, int number, Image& numbers) {
+  bool touchesEdge = false;
+  std::vector<std::pair<int, int>> open{{x, y}};
+  numbers.at(x, y) = number;
+  while (!open.empty()) {
+    const auto [px, py] = open.back();
+    open.pop_back();
+    touchesEdge |= px == 0 || py == 0 || px == image.width - 1 || py == image.height - 1;
+    for (int qy = std::max(py - 1, 0); qy <= std::min(py + 1, image.height - 1); ++qy)
+      for (int qx = std::max(px - 1, 0); qx <= std::min(px + 1, image.width - 1); ++qx) {
+        if (numbers.at(qx, qy) != 0 || !image.get(qx, qy) != !image.get(x, y)) continue;
+        if (connectivity == ePC_4 && qx != px && qy != py) continue;
+        numbers.at(qx, qy) = number;
+        open.emplace_back(qx, qy);
+      }
+  }
+  return touchesEdge;
+}
+
+std::vector<RowIntersections> floodedComponents(const Image& image, ePixelConnectivity connectivity) {
+  Image numbers{image.width, image.height};
+  std::vector<RowIntersections> components;
+  for (int y = 0; y < image.height; ++y)
+    for (int x = 0; x < image.width; ++x) {
+      if (image.get(x, y) == 0 || numbers.get(x, y) != 0) continue;
+      const int number = static_cast<int>(components.size()) + 1;
+      flood(image, x, y, connectivity, number, numbers);
+      components.push_back(rowsOf(numbers, number));
+    }
+  return components;
 }
 
 Image randomImage(support::Random& random, int width, int height, int nbValues = 2) {
@@ -130,6 +167,80 @@ TEST(RowSets, AreCombinedAsTheirPixels) {
       for (int x = -1; x <= a.width; ++x)
         EXPECT_EQ(contains(rowsOfA, static_cast<omUInt64>(x), static_cast<omUInt64>(y)), a.get(x, y) != 0);
   });
+}
+
+TEST(RowSets, HaveTheComponentsAndHolesThatFloodingFinds) {
+  forImages([](const Image& image, support::Random& random) {
+    for (const ePixelConnectivity connectivity : {ePC_4, ePC_8}) {
+      const RowIntersections rows = rowsOf(image, 0, random.below(2) == 0);
+      const std::vector<RowIntersections> expected = floodedComponents(image, connectivity);
+      EXPECT_EQ(connectedComponents(rows, connectivity), expected);
+      OpenComponents open(connectivity);
+      std::map<std::pair<omUInt64, omUInt32>, RowIntersections> found;
+      const auto collect = [&found](const std::vector<RowIntersections>& components) {
+        for (const RowIntersections& part : components) found[{part.getStartRow(), part.getRunColl()[0].begin}] = part;
+      };
+      for (omUInt64 y = rows.getStartRow(); y < rows.getEndRow(); ++y) {
+        ASSERT_TRUE((rows.getRow(y).empty() && random.below(2) == 0) || open.addRow(y, rows.getRow(y)));
+        if (random.below(3) == 0) collect(open.takeFinished());
+      }
+      collect(open.finish());
+      ASSERT_EQ(found.size(), expected.size());
+      std::size_t index = 0;
+      for (const auto& [first, part] : found) EXPECT_EQ(part, expected[index++]);
+    }
+  });
+}
+
+TEST(RowSets, AreThePixelsOfEachLabel) {
+  support::Random random(8);
+  for (int round = 0; round < 60; ++round) {
+    const Image image =
+        randomImage(random, 1 + static_cast<int>(random.below(90)), 1 + static_cast<int>(random.below(9)), 5);
+    // Labels of all magnitudes, with their order.
+    const omInt32 labels[] = {0, std::numeric_limits<omInt32>::min(), -1, 1, 3000};
+    std::vector<omInt32> pixels;
+    for (const int value : image.pixels) pixels.push_back(labels[value]);
+    const auto width = static_cast<std::size_t>(image.width), height = static_cast<std::size_t>(image.height);
+    std::vector<LabelledRows> expected;
+    for (int value = 1; value < 5; ++value)
+      if (RowIntersections rows = rowsOf(image, value); rows.getNbRows() > 0) expected.push_back({labels[value], rows});
+    const auto check = [&](const std::vector<LabelledRows>& found) {
+      ASSERT_EQ(found.size(), expected.size());
+      for (std::size_t index = 0; index < found.size(); ++index) {
+        EXPECT_EQ(found[index].label, expected[index].label);
+        EXPECT_EQ(found[index].rows, expected[index].rows);
+      }
+    };
+    check(labelledRows(MaskView<const omInt32>{pixels.data(), width, height, width}));
+    const std::vector<omUInt16> small(image.pixels.begin(), image.pixels.end());
+    for (LabelledRows& rows : expected) rows.label = std::find(labels, labels + 5, rows.label) - labels;
+    check(labelledRows(MaskView<const omUInt16>{small.data(), width, height, width}));
+  }
+}
+
+TEST(RowSets, ComeInOrderToOpenComponents) {
+  OpenComponents open(ePC_8);
+  const std::vector<PixelRun> row{{3, 5}, {7, 9}}, overlapping{{3, 5}, {4, 9}}, empty{{3, 3}};
+  const auto view = [](const std::vector<PixelRun>& runs) {
+    return RowIntersections::Row(runs.data(), runs.data() + runs.size());
+  };
+  ASSERT_TRUE(open.addRow(5, view(row)));
+  const std::string mismatch =
+      "Row index mismatch for shapes merge, main shape row index = 5 should be lower or equal to new  shape row index "
+      "= ";
+  EXPECT_EQ(open.addRow(5, view(row)).getMessage(), mismatch + "5");
+  EXPECT_EQ(open.addRow(4, view(row)).getMessage(), mismatch + "4");
+  EXPECT_EQ(
+      open.addRow(6, view(overlapping)).getMessage(),
+      "Can't add row intersection with row range [4, 9[ to existing row range [3, 5[, ranges should not intersect");
+  EXPECT_EQ(open.addRow(6, view(empty)).getMessage(), "Run [3, 3[ has no pixels");
+  EXPECT_FALSE(open.addRow(std::numeric_limits<omUInt64>::max(), view(row)));
+  EXPECT_TRUE(open.takeFinished().empty());
+  ASSERT_TRUE(open.addRow(std::numeric_limits<omUInt64>::max() - 1, view(row)));
+  EXPECT_EQ(open.takeFinished().size(), 2u);
+  EXPECT_EQ(open.finish().size(), 2u);
+  EXPECT_TRUE(open.finish().empty());
 }
 
 }  // namespace
