@@ -16,6 +16,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Rasterize.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RowMorphology.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>

@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/RowMorphology.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <gtest/gtest.h>
@@ -87,6 +88,20 @@ std::vector<RowIntersections> floodedComponents(const Image& image, ePixelConnec
   return components;
 }
 
+Image filledImage(const Image& image, ePixelConnectivity connectivity) {
+  Image numbers{image.width, image.height};
+  Image filled = image;
+  for (int y = 0, number = 1; y < image.height; ++y)
+    for (int x = 0; x < image.width; ++x)
+      if (image.get(x, y) == 0 && numbers.get(x, y) == 0 &&
+          !flood(image, x, y, connectivity == ePC_4 ? ePC_8 : ePC_4, number, numbers))
+        for (int& pixel : filled.pixels)
+          pixel |= numbers.pixels[static_cast<std::size_t>(&pixel - &filled.pixels[0])] == number;
+      else
+        ++number;
+  return filled;
+}
+
 Image randomImage(support::Random& random, int width, int height, int nbValues = 2) {
   const omUInt32 density = 1 + random.below(10);
   const omUInt32 coherence = random.below(10);  // how often a pixel repeats the one to the left
@@ -169,12 +184,46 @@ TEST(RowSets, AreCombinedAsTheirPixels) {
   });
 }
 
+TEST(RowSets, GrowAndShrinkAsTheirPixels) {
+  const omReal64 radii[] = {0, 0.999, 1, std::sqrt(2.0), std::nextafter(std::sqrt(2.0), 0), 2.5, std::sqrt(13.0), 5, 8};
+  forImages([&](const Image& image, support::Random& random) {
+    const int nbX = static_cast<int>(random.below(4)), nbY = static_cast<int>(random.below(6));
+    const omReal64 radius = radii[random.below(9)];
+    const auto isInBox = [&](int dx, int dy) { return std::abs(dx) <= nbX && std::abs(dy) <= nbY; };
+    // The squares of the radii lie clear of whole numbers, or on them in long double too.
+    const auto isInDisc = [&](int dx, int dy) {
+      return static_cast<long double>(dx * dx + dy * dy) <= static_cast<long double>(radius) * radius;
+    };
+    // Pixels of which one, or all, in reach are inside; an image grows into a margin.
+    const auto count = [&](auto isInReach, bool all) {
+      constexpr int margin = 8;
+      return rowsOf(Image{image.width + margin, image.height + margin}.map([&](int x, int y) {
+        bool any = false, every = true;
+        for (int dy = -margin; dy <= margin; ++dy)
+          for (int dx = -margin; dx <= margin; ++dx)
+            if (isInReach(dx, dy)) {
+              any = any || image.get(x + dx, y + dy) != 0;
+              every = every && image.get(x + dx, y + dy) != 0;
+            }
+        return all ? every : any;
+      }));
+    };
+    const RowIntersections rows = rowsOf(image, 0, random.below(2) == 0);
+    const auto halfWidth = static_cast<omUInt32>(nbX), halfHeight = static_cast<omUInt32>(nbY);
+    EXPECT_EQ(dilate(rows, halfWidth, halfHeight), count(isInBox, false));
+    EXPECT_EQ(erode(rows, halfWidth, halfHeight), count(isInBox, true));
+    EXPECT_EQ(dilate(rows, radius), count(isInDisc, false)) << radius;
+    EXPECT_EQ(erode(rows, radius), count(isInDisc, true)) << radius;
+  });
+}
+
 TEST(RowSets, HaveTheComponentsAndHolesThatFloodingFinds) {
   forImages([](const Image& image, support::Random& random) {
     for (const ePixelConnectivity connectivity : {ePC_4, ePC_8}) {
       const RowIntersections rows = rowsOf(image, 0, random.below(2) == 0);
       const std::vector<RowIntersections> expected = floodedComponents(image, connectivity);
       EXPECT_EQ(connectedComponents(rows, connectivity), expected);
+      EXPECT_EQ(fillHoles(rows, connectivity), rowsOf(filledImage(image, connectivity)));
       OpenComponents open(connectivity);
       std::map<std::pair<omUInt64, omUInt32>, RowIntersections> found;
       const auto collect = [&found](const std::vector<RowIntersections>& components) {
@@ -217,6 +266,77 @@ TEST(RowSets, AreThePixelsOfEachLabel) {
     for (LabelledRows& rows : expected) rows.label = std::find(labels, labels + 5, rows.label) - labels;
     check(labelledRows(MaskView<const omUInt16>{small.data(), width, height, width}));
   }
+}
+
+TEST(RowSets, EndWhereColumnsAndRowsEnd) {
+  constexpr omUInt64 lastRow = std::numeric_limits<omUInt64>::max() - 1;
+  RowIntersections corner;
+  ASSERT_TRUE(corner.addRun(lastRow, 0xFFFFFFFEu, 0xFFFFFFFFu));
+  for (const RowIntersections& grown : {dilate(corner, 2, 1), dilate(corner, 1.5)}) {
+    EXPECT_EQ(grown.getStartRow(), lastRow - 1);
+    EXPECT_EQ(grown.getNbRows(), 2u);
+    EXPECT_EQ(grown.getRow(lastRow)[0].end, 0xFFFFFFFFu);
+  }
+  EXPECT_EQ(erode(dilate(corner, 0, 0), 0.0), corner);
+  EXPECT_EQ(fillHoles(corner), corner);
+  EXPECT_EQ(connectedComponents(corner, ePC_8), std::vector<RowIntersections>{corner});
+  EXPECT_EQ(dilate(translate(corner, -0xFFFFFFFEll, 0), 0xFFFFFFFFu, 0).getRunColl()[0], (PixelRun{0, 0xFFFFFFFFu}));
+  RowIntersections origin;
+  ASSERT_TRUE(origin.addRun(0, 0, 1));
+  EXPECT_EQ(intersect(origin, corner), RowIntersections());
+  EXPECT_EQ(subtract(origin, corner), origin);
+  EXPECT_EQ(unite(origin, {}), origin);
+  EXPECT_EQ(erode(origin, 0xFFFFFFFFu, 0xFFFFFFFFu), RowIntersections());
+  EXPECT_EQ(erode(origin, 4e9), RowIntersections());
+}
+
+// What is refused, and by which words.
+TEST(RowSets, RefuseWhatCannotBe) {
+  omUInt8 pixel = 1;
+  constexpr std::size_t huge = std::numeric_limits<std::size_t>::max();
+  RowIntersections rows, far;
+  ASSERT_TRUE(rows.addRun(3, 2, 4));
+  ASSERT_TRUE(far.addRun(omUInt64{1} << 40, 2, 4));
+  using Box = BoundingBox2d<omReal64>;
+  const auto read = [](MaskView<const omUInt8> view) { return [view] { toRowIntersections(view); }; };
+  const std::vector<std::pair<std::function<void()>, std::string>> cases{
+      {read({nullptr, 2, 1, 2}), "Mask of 2 columns and 1 rows: its pixels are at a null pointer"},
+      {read({&pixel, 2, 1, 1}), "rows are 1 elements apart, less than their columns"},
+      {read({&pixel, omUInt64{1} << 32, 1, huge}), "at most 4294967295 columns"},
+      {read({&pixel, 1, omUInt64{1} << 32, 1}), "at most 4294967295 rows"},
+      {read({&pixel, 1, 4, huge / 4}), "reach beyond all addresses"},
+      {[&] {
+         toMask(rows, MaskView<omUInt8>{nullptr, 9, 9, 9});
+       },
+       "null pointer"},
+      {[&] {
+         labelledRows(MaskView<const omUInt8>{nullptr, 9, 9, 9});
+       },
+       "null pointer"},
+      {[&] { unite(rows, far); }, "Pixels from row 3 to row 1099511627776 are not one set"},
+      {[&] { exclude(far, rows); }, "are not one set"},
+      {[&] { dilate(unite(rows, translate(rows, 0, 9)), 0, 0x80000000u); }, "are not one set"},
+      {[&] { dilate(far, 4294967295.0); }, "are not one set"},
+      {[&] { translate(rows, -3, 0); }, "Pixels of column 2 cannot be moved by (-3, 0), there is no such column"},
+      {[&] { translate(rows, 4294967292, 0); }, "Pixels of column 3 cannot"},
+      {[&] { translate(rows, std::numeric_limits<omInt64>::min(), 0); }, "no such column"},
+      {[&] { translate(rows, 0, -4); }, "Pixels of row 3 cannot"},
+      {[&] { complement(rows, Box(0, 0, 0.5, 1)); }, "xMax = 0.5 is not a whole number from 0 to 4294967295"},
+      {[&] { complement(rows, Box(0, support::s_nan, 1, 1)); }, "yMin = nan is not a whole number"},
+      {[&] { complement(rows, BoundingBox2d<omInt32>(-1, 0, 1, 1)); }, "xMin = -1 is not a whole number"},
+      {[&] { complement(rows, Box(2, 0, 1, 1)); }, "do not ascend"},
+      {[&] { complement(rows, Box(0, 0, 1, 1e10)); }, "are not one set"},
+      {[&] { dilate(rows, -1.0); }, "Disc of radius -1: the radius is not a number from 0 on"},
+      {[&] { erode(rows, support::s_nan); }, "Disc of radius nan"},
+      {[&] { dilate(rows, support::s_infinity); }, "Disc of radius inf"}};
+  for (const auto& [call, text] : cases)
+    EXPECT_NE(support::thrownBy<ORMIXGeometryException>(call).find(text), std::string::npos) << text;
+  EXPECT_EQ(toRowIntersections(MaskView<const omUInt8>{nullptr, 0, huge, 0}), RowIntersections());
+  omUInt8 pixels[] = {7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7};
+  EXPECT_EQ(toMask(rows, {pixels, 3, 4, 3}).getMessage(), "Pixel (3, 3) lies outside the mask of 3 columns and 4 rows");
+  EXPECT_EQ(toMask(rows, {pixels, 4, 3, 4}).getMessage(), "Pixel (2, 3) lies outside the mask of 4 columns and 3 rows");
+  EXPECT_FALSE(toMask(RowIntersections(), {pixels, 4, 3, 4}, 0));
+  EXPECT_EQ(std::count(pixels, pixels + 12, 7), 12);
 }
 
 TEST(RowSets, ComeInOrderToOpenComponents) {
