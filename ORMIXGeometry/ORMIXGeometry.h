@@ -8,8 +8,9 @@
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/BaseTypedGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
-#include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
 #include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
+#include <ORMIXGeometry/Entity/2d/Shape/LabelShapes.h>
 #include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
@@ -18,6 +19,8 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowMorphology.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Shape2dConstructor.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
@@ -75,6 +78,10 @@
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/ORMIXGeometryLogger.h>
+#include <ORMIXGeometry/Region/PerimeterEstimators.h>
+#include <ORMIXGeometry/Region/PixelSpacing.h>
+#include <ORMIXGeometry/Region/RegionProperties.h>
+#include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>

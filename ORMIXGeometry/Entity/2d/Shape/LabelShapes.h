@@ -1,0 +1,46 @@
+#pragma once
+
+#include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
+#include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
+#include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <vector>
+
+namespace ormix::geom {
+
+using Shape2dPtr = boost::shared_ptr<Shape2d>;   ///< shared pointer to a shape
+using Shape2dPtrColl = std::vector<Shape2dPtr>;  ///< shapes, none of them null
+
+/// The shape of a set of pixels: the pixels, and the polygons that bound its connected parts, one for each, in the
+/// order of traceContours(). Linear in the runs.
+/// \throw ORMIXGeometryException, logged, where a coordinate is above 16,777,216, the largest up to which omReal32 holds
+/// every whole number
+ORMIX_GEOMETRY_API Shape2dPtr makeShape(RowIntersections pixels, ePixelConnectivity connectivity = ePC_8);
+
+/// The connected regions of a set of pixels or of a mask, in the order of their first pixels, row by row. Linear in the
+/// runs, and in the pixels of a mask.
+/// \throw ORMIXGeometryException, logged, as makeShape(), and where toRowIntersections() refuses the mask
+/// @{
+ORMIX_GEOMETRY_API Shape2dPtrColl labelShapes(const RowIntersections& pixels, ePixelConnectivity connectivity = ePC_8);
+template <class T>
+Shape2dPtrColl labelShapes(const MaskView<T>& mask, ePixelConnectivity connectivity = ePC_8) {
+  return labelShapes(toRowIntersections(mask), connectivity);
+}
+/// @}
+
+/// One shape for each label of an image of labels, in ascending order of the labels; 0 is the background. The pixels of
+/// a label need not be connected; the connectivity tells its parts apart. Linear in the pixels and in what
+/// labelledRows() says.
+/// \throw ORMIXGeometryException, logged, as makeShape() and labelledRows()
+/// @{
+ORMIX_GEOMETRY_API Shape2dPtrColl shapesOfLabels(std::vector<LabelledRows> labels,
+                                                 ePixelConnectivity connectivity = ePC_8);
+template <class T>
+Shape2dPtrColl shapesOfLabels(const MaskView<T>& labels, ePixelConnectivity connectivity = ePC_8) {
+  return shapesOfLabels(labelledRows(labels), connectivity);
+}
+/// @}
+
+}  // namespace ormix::geom
