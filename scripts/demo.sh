@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Measures real contours: the world's coastlines, or the file given as argument. Then fits shapes to published points,
-# and inspects the models of Debian's assimp-testmodels. With an STL file as argument, inspects that alone.
+# Finds and measures the regions of photographs, measures the world's coastlines, fits shapes to published points, and
+# inspects the models of Debian's assimp-testmodels. With a PNG image, an STL file or a file of rings as argument, measures
+# that alone.
 # Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]
-#        (default output: build/contours; the fits go to build/fits, what is made of models to build/models)
+#        (default output: build/regions, build/contours, build/fits and build/models)
 # Exit status: 0 when all went well, else that of the first program that failed.
 set -euo pipefail
 here=$PWD
@@ -14,17 +15,24 @@ scripts/setup.sh build
 cmake --preset demo >/dev/null
 cmake --build --preset demo --parallel "$jobs"
 
-# Images that drop documentation and the like install a package without its files; then they are unpacked into the
-# build folder. Prints the first of the places where PATH of PACKAGE can be read.
-find_in_package() {
+# Unpacks a package into the build folder, without installing it, and prints where PATH of it can be read.
+find_unpacked() {
   local package=$1 path=$2
   [ -r "/$path" ] && { echo "/$path"; return; }
   [ -r "$build/$package/$path" ] && { echo "$build/$package/$path"; return; }
-  scripts/setup.sh demo >&2 || true
-  [ -r "/$path" ] && { echo "/$path"; return; }
   mkdir -p "$build/$package"
-  (cd "$build/$package" && apt-get -q download "$package" && dpkg -x "$package"_*.deb .) >&2 2>&1 || true
+  # The lists of a fresh image are empty.
+  (cd "$build/$package" &&
+    { apt-get -q download "$package" || { apt-get -q update && apt-get -q download "$package"; }; } &&
+    dpkg -x "$package"_*.deb .) >&2 2>&1 || true
   [ -r "$build/$package/$path" ] && echo "$build/$package/$path"  # else the function fails
+}
+
+# The same of a package that is installed where it can be. Images that drop documentation and the like install it without
+# its files; then it is unpacked.
+find_in_package() {
+  [ -r "/$2" ] || scripts/setup.sh demo >&2 || true
+  find_unpacked "$@"
 }
 
 from_caller() { case $1 in /*) echo "$1" ;; *) echo "$here/$1" ;; esac; }
@@ -35,20 +43,37 @@ case ${1:-} in
     [ $# -lt 2 ] || output=$(from_caller "$2")
     exec "$build/bin/inspect_meshes" "$output" "$(from_caller "$1")"
     ;;
+  *.[pP][nN][gG])
+    output=build/regions
+    [ $# -lt 2 ] || output=$(from_caller "$2")
+    exec "$build/bin/measure_regions" "$output" "$(from_caller "$1")"
+    ;;
 esac
 
 if [ $# -gt 0 ]; then
-  input=$(from_caller "$1")
-elif ! input=$(find_in_package gnuplot-doc usr/share/doc/gnuplot/examples/world.dat); then
-  echo "demo.sh: the coastlines cannot be had (no network?); measuring the contours that come with the project" >&2
-  input=examples/data/contours.txt
+  output=build/contours
+  [ $# -lt 2 ] || output=$(from_caller "$2")
+  exec "$build/bin/measure_contours" "$(from_caller "$1")" "$output"
 fi
-output=build/contours
-[ $# -lt 2 ] || output=$(from_caller "$2")
+
 status=0
-"$build/bin/measure_contours" "$input" "$output" || status=$?
+run() { "$@" || { local code=$?; [ "$status" -ne 0 ] || status=$code; }; }
+
+if coins=$(find_unpacked python3-skimage usr/lib/python3/dist-packages/skimage/data/coins.png); then
+  photographs=("$coins" "${coins%coins.png}cell.png" "${coins%coins.png}horse.png")
+else
+  echo "demo.sh: the photographs cannot be had (no network?); measuring the image that comes with the project" >&2
+  photographs=(examples/data/blobs.png)
+fi
+run "$build/bin/measure_regions" build/regions "${photographs[@]}"
 echo
-"$build/bin/fit_shapes" examples/data/fits.txt build/fits || [ "$status" -ne 0 ] || status=1
+if ! coastlines=$(find_in_package gnuplot-doc usr/share/doc/gnuplot/examples/world.dat); then
+  echo "demo.sh: the coastlines cannot be had (no network?); measuring the contours that come with the project" >&2
+  coastlines=examples/data/contours.txt
+fi
+run "$build/bin/measure_contours" "$coastlines" build/contours
+echo
+run "$build/bin/fit_shapes" examples/data/fits.txt build/fits
 echo
 if models=$(find_in_package assimp-testmodels usr/share/assimp/models/STL); then
   models=(examples/data/part.stl "$models"/*.[sS][tT][lL])
@@ -56,5 +81,5 @@ else
   echo "demo.sh: the models cannot be had (no network?); inspecting the one that comes with the project" >&2
   models=(examples/data/part.stl)
 fi
-"$build/bin/inspect_meshes" build/models "${models[@]}" || [ "$status" -ne 0 ] || status=1
+run "$build/bin/inspect_meshes" build/models "${models[@]}"
 exit "$status"

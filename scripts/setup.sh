@@ -4,7 +4,8 @@
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
 
-build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev)
+build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev
+                libpng-dev)
 test_packages=(libgtest-dev)
 demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)

@@ -1,0 +1,197 @@
+// Finds the regions of images: thresholds each, measures its connected regions, writes them to a table and to an
+// archive that is read back and measured again, and draws them over the image. Usage: measure_regions OUTPUT_FOLDER
+// IMAGE.png... Exit status: 0 when all went well, 1 when an image or a step failed, 2 for wrong arguments.
+#include <ORMIXGeometry/ORMIXGeometry.h>
+
+#include <png.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iomanip>
+#include <iostream>
+#include <iterator>
+#include <stdexcept>
+
+namespace {
+
+using namespace ormix;
+using namespace ormix::geom;
+
+/// Rows of gray values, from 0 (black) to 255 (white).
+struct Image {
+  std::size_t width = 0;
+  std::size_t height = 0;
+  std::vector<omUInt8> pixels;
+};
+
+void require(const BoolResult& result) {
+  if (!result) throw std::runtime_error(result.getMessage());
+}
+
+std::string readFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  if (!file.is_open() || file.bad()) throw std::runtime_error("cannot be read");
+  return bytes;
+}
+
+Image decode(const std::string& bytes) {
+  png_image png{};
+  png.version = PNG_IMAGE_VERSION;
+  if (!png_image_begin_read_from_memory(&png, bytes.data(), bytes.size())) throw std::runtime_error(png.message);
+  png.format = PNG_FORMAT_GRAY;
+  Image image{png.width, png.height, std::vector<omUInt8>(PNG_IMAGE_SIZE(png))};
+  const png_color white{255, 255, 255};
+  if (!png_image_finish_read(&png, &white, image.pixels.data(), 0, nullptr)) throw std::runtime_error(png.message);
+  return image;
+}
+
+/// The gray value that parts the image into two classes with the least variance within them, the brighter ones above it
+/// (Otsu 1979).
+int otsuThreshold(const Image& image) {
+  std::array<double, 256> counts{};
+  for (const omUInt8 gray : image.pixels) ++counts[gray];
+  double sum = 0, sumDark = 0, nbDark = 0, best = -1;
+  for (int gray = 0; gray < 256; ++gray) sum += gray * counts[static_cast<std::size_t>(gray)];
+  const auto nbPixels = static_cast<double>(image.pixels.size());
+  int threshold = 0;
+  for (int gray = 0; gray < 255; ++gray) {
+    nbDark += counts[static_cast<std::size_t>(gray)];
+    sumDark += gray * counts[static_cast<std::size_t>(gray)];
+    const double nbBright = nbPixels - nbDark;
+    if (nbDark == 0 || nbBright == 0) continue;
+    const double difference = sumDark / nbDark - (sum - sumDark) / nbBright;
+    const double between = nbDark * nbBright * difference * difference;
+    if (between > best) {
+      best = between;
+      threshold = gray;
+    }
+  }
+  return threshold;
+}
+
+/// Where the objects are, as ones: of the two classes the one that has the smaller share of the image's border.
+std::vector<omUInt8> objectsOf(const Image& image, int threshold) {
+  std::vector<omUInt8> mask(image.pixels.size());
+  std::transform(image.pixels.begin(), image.pixels.end(), mask.begin(),
+                 [threshold](omUInt8 gray) { return static_cast<omUInt8>(gray > threshold); });
+  std::size_t nbOnBorder = 0;
+  for (std::size_t x = 0; x < image.width; ++x)
+    nbOnBorder += mask[x] + std::size_t{*(mask.end() - 1 - std::ptrdiff_t(x))};
+  for (std::size_t y = 0; y < image.height; ++y)
+    nbOnBorder += mask[y * image.width] + std::size_t{mask[(y + 1) * image.width - 1]};
+  if (nbOnBorder > image.width + image.height)
+    for (omUInt8& inside : mask) inside = static_cast<omUInt8>(1 - inside);
+  return mask;
+}
+
+/// A region of an image and what was measured on it.
+struct Region {
+  Shape2dPtr shape;
+  RegionProperties properties;
+};
+
+RegionProperties measure(const Shape2d& shape) { return regionProperties(shape); }
+
+/// The connected regions, the largest first. Specks and gaps narrower than a disc of the radius 2 are noise: a closing
+/// and an opening remove them.
+std::vector<Region> regionsOf(const Image& image, std::vector<omUInt8> mask) {
+  constexpr omReal64 radius = 2;
+  RowIntersections pixels = toRowIntersections(MaskView<omUInt8>{mask.data(), image.width, image.height, image.width});
+  pixels = erode(dilate(pixels, radius), radius);
+  pixels = dilate(erode(pixels, radius), radius);
+  std::vector<Region> regions;
+  for (const Shape2dPtr& shape : labelShapes(pixels))
+    regions.push_back({shape, measure(*shape)});
+  std::stable_sort(regions.begin(), regions.end(),
+                   [](const Region& a, const Region& b) { return a.properties.area > b.properties.area; });
+  return regions;
+}
+
+void printTable(const std::vector<Region>& regions, std::size_t most) {
+  std::cout << "region    area  holes  perimeter  circularity  solidity  ellipse axes  greatest x least Feret\n"
+            << std::fixed << std::setprecision(1);
+  for (std::size_t index = 0; index < std::min(most, regions.size()); ++index) {
+    const RegionProperties& p = regions[index].properties;
+    std::cout << std::setw(6) << index + 1 << std::setw(8) << std::setprecision(0) << p.area << std::setw(7)
+              << p.nbHoles << std::setprecision(1) << std::setw(11) << p.perimeter << std::setprecision(3)
+              << std::setw(13) << p.circularity << std::setw(10) << p.solidity << std::setprecision(1) << std::setw(7)
+              << 2 * p.equivalentEllipse.getMajorRadius() << std::setw(7) << 2 * p.equivalentEllipse.getMinorRadius()
+              << std::setw(12) << p.greatestFeret.length << " x " << p.leastFeret.length << '\n';
+  }
+}
+
+/// Writes the regions to an archive, reads them by the names of their classes and measures them again.
+void checkArchive(const std::vector<Region>& regions, const std::string& path) {
+  SerializationObjectPtrColl objects;
+  for (const Region& region : regions) objects.push_back(region.shape);
+  require(saveAll(path, objects));
+  const SerializationObjectPtrColl loaded = loadAll(path);
+  std::size_t identical = 0;
+  for (std::size_t index = 0; index < std::min(loaded.size(), regions.size()); ++index) {
+    const auto shape = boost::dynamic_pointer_cast<Shape2d>(loaded[index]);
+    if (!shape) continue;
+    const RegionProperties again = measure(*shape), &before = regions[index].properties;
+    identical += again.area == before.area && again.perimeter == before.perimeter && again.moments == before.moments &&
+                 again.huMoments == before.huMoments;
+  }
+  std::cout << path << ": " << std::filesystem::file_size(path) << " bytes, " << loaded.size() << " regions read back, "
+            << identical << " measured identical\n";
+  if (identical != regions.size()) throw std::runtime_error(path + ": not everything was measured as before");
+}
+
+/// The contours over the image; of the ten largest regions their numbers, ellipses and least Feret diameters.
+void draw(const std::string& bytes, const Image& image, const std::vector<Region>& regions, const std::string& path) {
+  SvgWriter writer(900);
+  writer.setYAxis(eSYA_Down);
+  const BoundingBox2d<omReal64> all(0, 0, static_cast<omReal64>(image.width), static_cast<omReal64>(image.height));
+  require(writer.setView(all));
+  require(writer.drawImage(bytes, all));
+  for (std::size_t index = 0; index < regions.size(); ++index) {
+    const auto& [shape, p] = regions[index];
+    const bool isLarge = index < 10;
+    require(writer.draw(*shape, {"#ff3020", "none", 1.5, isLarge ? std::to_string(index + 1) : ""}));
+    if (!isLarge) continue;
+    require(writer.draw(p.equivalentEllipse, {"#20a0ff", "none", 1, ""}));
+    const FeretDiameter& least = p.leastFeret;
+    const Segment2d<omReal64> across(least.from.x, least.from.y, least.to.x, least.to.y);
+    require(writer.draw(across, {"#ffd020", "none", 1.5, ""}));
+  }
+  require(writer.write(path));
+  std::cout << path << ": drawn\n";
+}
+
+void processImage(const std::string& path, const std::filesystem::path& folder) {
+  const std::string bytes = readFile(path);
+  const Image image = decode(bytes);
+  const int threshold = otsuThreshold(image);
+  const std::vector<Region> regions = regionsOf(image, objectsOf(image, threshold));
+  std::cout << path << ": " << image.width << " x " << image.height << " pixels, threshold " << threshold << ", "
+            << regions.size() << " regions, the largest:\n\n";
+  printTable(regions, 10);
+  std::cout << '\n';
+  std::filesystem::create_directories(folder);
+  std::vector<RegionProperties> properties;
+  for (const Region& region : regions) properties.push_back(region.properties);
+  require(writeRegionTable((folder / "regions.csv").string(), properties));
+  std::cout << (folder / "regions.csv").string() << ": all that was measured\n";
+  checkArchive(regions, (folder / "regions.cbor").string());
+  draw(bytes, image, regions, (folder / "regions.svg").string());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) return std::cerr << "usage: measure_regions OUTPUT_FOLDER IMAGE.png...\n", 2;
+  int status = 0;
+  for (int index = 2; index < argc; ++index) try {
+      if (index > 2) std::cout << '\n';
+      processImage(argv[index], std::filesystem::path(argv[1]) / std::filesystem::path(argv[index]).stem());
+    } catch (const std::exception& error) {
+      std::cerr << "measure_regions: " << argv[index] << ": " << error.what() << '\n';
+      status = 1;
+    }
+  return status;
+}
