@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace ormix::geom::detail {
@@ -113,13 +114,27 @@ std::size_t OpenComponents::join(std::size_t a, std::size_t b) {
 /// Makes the set of a component's pixels; its index may be used again.
 void OpenComponents::close(std::size_t index) {
   Part& part = _parts[index];
-  if (!part.isSorted) std::sort(part.runs.begin(), part.runs.end(), isBefore);
+  const auto nbRows = static_cast<std::size_t>(part.lastRow - part.first.row) + 1;
+  if (!part.isSorted) sortByRow(part.runs, part.first.row, nbRows);
   RowIntersectionsBuilder builder;
-  builder.reserve(static_cast<std::size_t>(part.lastRow - part.first.row) + 1, part.runs.size());
+  builder.reserve(nbRows, part.runs.size());
   for (const PlacedRun& placed : part.runs) builder.addRun(placed.row, placed.run);
   _finished.push_back({part.first, builder.take()});
   part.runs = {};
   _freeParts.push_back(index);
+}
+
+/// Puts the runs in order, of rows none of which is without runs: row by row in linear time, then in each row.
+void OpenComponents::sortByRow(std::vector<PlacedRun>& runs, omUInt64 firstRow, std::size_t nbRows) {
+  std::vector<std::size_t> ends(nbRows + 1);
+  for (const PlacedRun& placed : runs) ++ends[static_cast<std::size_t>(placed.row - firstRow) + 1];
+  std::partial_sum(ends.begin(), ends.end(), ends.begin());
+  std::vector<PlacedRun> sorted(runs.size());
+  for (const PlacedRun& placed : runs) sorted[ends[static_cast<std::size_t>(placed.row - firstRow)]++] = placed;
+  for (std::size_t row = 0, begin = 0; row < nbRows; begin = ends[row++])
+    std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(begin),
+              sorted.begin() + static_cast<std::ptrdiff_t>(ends[row]), isBefore);
+  runs.swap(sorted);
 }
 
 /// Closes the components with pixels in the last row that have none in the row y.

@@ -9,8 +9,8 @@ namespace ormix::geom::detail {
 
 /// The connected components of pixels whose rows arrive one after the other, for images larger than memory. Held are
 /// the components that a later row may still touch, which are those with pixels in the last row, and the others until
-/// they are taken: memory does not grow with the number of rows. Time is linear in the runs, times the logarithm of the
-/// runs of a component where that has parts which met in a later row.
+/// they are taken: memory does not grow with the number of rows. Time is linear in the runs, times at most the
+/// logarithm of the runs of a component that has parts which met in a later row.
 class ORMIX_GEOMETRY_API OpenComponents {
  public:
   /// No rows yet.
@@ -62,6 +62,7 @@ class ORMIX_GEOMETRY_API OpenComponents {
   std::size_t newPart(const PlacedRun& run);
   std::size_t join(std::size_t a, std::size_t b);
   void close(std::size_t part);
+  static void sortByRow(std::vector<PlacedRun>& runs, omUInt64 firstRow, std::size_t nbRows);
   void closeUntouched(omUInt64 y);
 
   ePixelConnectivity _connectivity;

@@ -39,6 +39,10 @@ void RowIntersectionsBuilder::openRow(omUInt64 row) {
   checkRows(isFirst ? row : _rows.getStartRow(), row);
   if (isFirst) _rows._startRow = row;
   const auto nbMore = static_cast<std::size_t>(row - _rows.getEndRow()) + 1;
+  if (nbMore == 1) {
+    _rows._runEndColl.push_back(_rows._runColl.size());
+    return;
+  }
   reserveMore(_rows._runEndColl, nbMore);
   _rows._runEndColl.resize(_rows.getNbRows() + nbMore, _rows._runColl.size());
 }

@@ -41,7 +41,8 @@ constexpr std::size_t s_blockSize = 64;
 template <class T>
 class MaskEdges {
  public:
-  static constexpr std::size_t s_nbEdgesOfRun = 2;  ///< a run begins with every second edge
+  static constexpr std::size_t s_nbEdgesOfRun = 2;   ///< a run begins with every second edge
+  static constexpr bool s_readsPixelBefore = false;  ///< whether next() reads the pixel in front of its block
 
   /// Bit i tells whether pixel i of the next block differs from the one before it, which is outside in front of the
   /// row.
@@ -65,12 +66,13 @@ template <class T>
 class LabelEdges {
  public:
   static constexpr std::size_t s_nbEdgesOfRun = 1;  ///< where one run ends, the next begins
+  static constexpr bool s_readsPixelBefore = true;  ///< as in MaskEdges
 
   /// As MaskEdges::next().
   [[gnu::always_inline]] omUInt64 next(const T* pixels) {
     omUInt8 bytes[s_blockSize];
-    bytes[0] = pixels[0] != _last ? 0xFF : 0;
-    for (std::size_t i = 1; i < s_blockSize; ++i) bytes[i] = pixels[i] != pixels[i - 1] ? 0xFF : 0;
+    const T* const before = pixels - 1;
+    for (std::size_t i = 0; i < s_blockSize; ++i) bytes[i] = pixels[i] != before[i] ? 0xFF : 0;
     _last = pixels[s_blockSize - 1];
     return bitsOf(bytes);
   }
@@ -126,11 +128,22 @@ class RunFinder {
                                                           Edges& state, omUInt32* edges) {
     std::size_t nbEdges = 0;
     std::size_t x = begin;
+    if (Edges::s_readsPixelBefore && x == 0) {
+      nbEdges = write(nextOfCopy(row, x, std::min(s_blockSize, end), state), x, edges);
+      x = std::min(s_blockSize, end);
+    }
     for (; x + s_blockSize <= end; x += s_blockSize) nbEdges += write(state.next(row + x), x, edges + nbEdges);
-    if (x == end) return nbEdges;
-    T padded[s_blockSize] = {};  // ends an open run at `end`, which is the width here
-    std::copy(row + x, row + end, padded);
-    return nbEdges + write(state.next(padded), x, edges + nbEdges);
+    return x == end ? nbEdges : nbEdges + write(nextOfCopy(row, x, end, state), x, edges + nbEdges);
+  }
+
+  /// Of the pixels [begin, end), with pixels outside in front of the row and from `end` on, which ends an open run
+  /// there.
+  [[gnu::always_inline]] static inline omUInt64 nextOfCopy(const T* row, std::size_t begin, std::size_t end,
+                                                           Edges& state) {
+    T pixels[1 + s_blockSize] = {};
+    if (begin > 0) pixels[0] = row[begin - 1];
+    std::copy(row + begin, row + end, pixels + 1);
+    return state.next(pixels + 1);
   }
 
   /// Writes the columns of the bits that are set; returns their number.
