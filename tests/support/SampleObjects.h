@@ -118,6 +118,13 @@ inline Shape3d sampleOf(ClassTag<Shape3d>) {
   shape.getMeshWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(ClassTag<Node>())));
   return shape;
 }
+/// Far from the origin, so that this has more digits than one number.
+inline Moments2dO3 sampleOf(ClassTag<Moments2dO3>) {
+  return Moments2dO3(PlanarMoments{1e6, 0.1, 1e-12, 0, {3, 1, 0.5, 7, 0.25, 6, 0.125, 2, -1, 4}});
+}
+inline HuMoments2dO3 sampleOf(ClassTag<HuMoments2dO3>) {
+  return HuMoments2dO3({0.25, 0.125, 0.01, 0.002, -1e-5, 3e-4, 2e-6});
+}
 template <class M>
 std::enable_if_t<std::is_base_of_v<BaseGeometryMeasure, M>, M> sampleOf(ClassTag<M>) {
   M measure;
@@ -159,8 +166,8 @@ struct Sample {
 
 using AllTransforms = JoinedLists<PlanarTransformList, SpatialTransformList>;
 /// Every class with samples; estimators have none, as they hold nothing.
-using AllClasses =
-    JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList, SpatialMeasureList>;
+using AllClasses = JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList,
+                               SpatialMeasureList, PlanarMeasureResultList>;
 
 template <template <class> class Class, class X>
 constexpr bool isOf = false;
@@ -183,6 +190,8 @@ void printWhole(std::ostream& stream, const X& object) {
   if constexpr (isOf<Ellipsoid3d, X>) stream << object.boundaryPoint(0.5, 1);
   if constexpr (isOf<Polygon2d, X> || isOf<PolygonWithHoles2d, X>) stream << object.getPolygon2dType();
   if constexpr (isOf<Mesh3d, X>) stream << object.getMesh3dType();
+  if constexpr (std::is_same_v<X, Moments2dO3>)
+    stream << object.getPlanarMoments().originXRest << ' ' << object.getPlanarMoments().originYRest;
   if constexpr (isOf<MeshWithHoles3d, X>)
     visitNodes(object, [&stream](const X& node) {
       printWhole(stream, node.getExteriorMesh());

@@ -18,7 +18,7 @@ namespace {
 
 // Rounding errors of moments, relative to the power of the extent: those of a ring of a million vertices, about one of
 // its vertices, are below this.
-constexpr omReal64 s_noise = 1e-12;
+constexpr omReal64 s_noise = 1e-13;
 
 /// Sets numbers that are rounding errors to 0. Those of second order are relative to the sum of the two second moments,
 /// the squared extent, those of third order to its power 3/2.

@@ -14,7 +14,7 @@ namespace ormix::geom {
 /// The seven moment invariants of Hu (Hu1962): they are the same for a region that is translated, rotated or scaled. A
 /// reflection changes the sign of the last one.
 ///
-/// Differences and third moments that are below the rounding errors of their computation, 1e-12 of what the size of
+/// Differences and third moments that are below the rounding errors of their computation, 1e-13 of what the size of
 /// the region gives, count as 0: the invariants that vanish for a symmetric region are 0 and not noise.
 class ORMIX_GEOMETRY_API HuMoments2dO3 : public RegisteredObject<HuMoments2dO3, BaseSerializationObject> {
  public:
