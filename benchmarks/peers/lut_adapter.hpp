@@ -16,7 +16,9 @@
 #include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/HuMomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
+#include <ORMIXGeometry/Measure/2d/PixelMoments.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Tools/Stl/StlLoad.h>
@@ -32,6 +34,8 @@
 #include <boost/numeric/ublas/matrix.hpp>
 #include <boost/numeric/ublas/vector.hpp>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
@@ -235,6 +239,46 @@ template <>
 struct MeshMeasures<double> : OrmixMesh<double> {
   static double area(const Mesh& mesh) { return ormix::geom::AreaMsr3d::measure(mesh); }
   static double volume(const Mesh& mesh) { return ormix::geom::VolumeMsr3d::measure(mesh); }
+};
+
+/// Moments of a ring by way of the measure, Hu moments from moments at hand, and moments of a mask, its runs made
+/// first.
+template <>
+struct Moments<double> {
+  static constexpr bool available = true;
+  struct Ring {
+    ormix::geom::Polygon2d<double> polygon;
+    ormix::geom::Moments2dO3 moments;
+  };
+
+  static Ring make(const std::vector<data::P2<double>>& points) {
+    const auto polygon = OrmixRing<double>::make(points);
+    return {polygon, ormix::geom::MomentsMsr2d::measure(polygon)};
+  }
+  static ormix::geom::Moments2dO3 moments(const Ring& ring) { return ormix::geom::MomentsMsr2d::measure(ring.polygon); }
+  static ormix::geom::HuMoments2dO3 hu(const Ring& ring) { return ormix::geom::HuMoments2dO3(ring.moments); }
+  static ormix::geom::Moments2dO3 maskMoments(const std::vector<std::uint8_t>& mask, int width, int height) {
+    std::vector<std::uint32_t> nbRuns;
+    ormix::geom::RowIntersections::RunColl runs;
+    for (const std::uint8_t* row = mask.data(); height > 0; --height, row += width) {
+      const std::size_t nbBefore = runs.size();
+      for (const std::uint8_t *end = row + width, *at = row; (at = find(at, end, 255)) != end;) {
+        const std::uint8_t* begin = at;
+        at = find(at, end, 0);
+        runs.push_back({static_cast<std::uint32_t>(begin - row), static_cast<std::uint32_t>(at - row)});
+      }
+      nbRuns.push_back(static_cast<std::uint32_t>(runs.size() - nbBefore));
+    }
+    ormix::geom::RowIntersections rows;
+    if (!rows.setRows(0, nbRuns, std::move(runs))) throw std::runtime_error("runs");
+    return ormix::geom::moments(rows);
+  }
+
+ private:
+  static const std::uint8_t* find(const std::uint8_t* from, const std::uint8_t* end, int value) {
+    const void* found = from == end ? nullptr : std::memchr(from, value, static_cast<std::size_t>(end - from));
+    return found ? static_cast<const std::uint8_t*>(found) : end;
+  }
 };
 
 }  // namespace lut
