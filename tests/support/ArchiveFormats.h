@@ -3,11 +3,8 @@
 // Both spellings of an archive, for tests that hold for either.
 
 #include <ORMIXSerialization/ORMIXSerialization.h>
-#include <gtest/gtest.h>
 
-#include <functional>
-#include <sstream>
-#include <string>
+#include "support/Checks.h"
 
 namespace support {
 
@@ -67,6 +64,14 @@ std::string archived(const ormix::BaseSerializationObject& object) {
 template <class Format>
 ormix::BoolResult readInto(const std::string& bytes, ormix::BaseSerializationObject& object) {
   return object.read(Reading<Format>(bytes).get());
+}
+
+/// Reads the only entry of an archive, "v".
+template <class Format, class V>
+ormix::BoolResult readValue(const std::string& bytes, V& value) {
+  Reading<Format> reading(bytes);
+  const ormix::BoolResult result = readItem(reading.archive, "v", value);
+  return result ? reading.archive.close() : result;
 }
 
 template <class Format>

@@ -1,16 +1,21 @@
 #pragma once
 
-// What tests of all folders ask for.
+// What tests of all folders ask for. A test that includes this has GoogleTest and the standard headers below by it.
 
 #include <ORMIXUtil/ScalarTypes.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <locale>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace support {

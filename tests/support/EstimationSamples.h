@@ -1,15 +1,10 @@
 #pragma once
 
 #include <ORMIXMath/Estimation/BaseEstimator.h>
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
-#include <cmath>
 #include <cstddef>
 #include <initializer_list>
-#include <string>
-#include <vector>
 
 #include "support/Checks.h"
 #include "support/Random.h"

@@ -4,16 +4,12 @@
 // classes.
 
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <boost/numeric/ublas/matrix.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <iomanip>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "support/Checks.h"
 
 namespace samples {
 
@@ -223,8 +219,7 @@ std::string describe(const X& object) {
 /// A class behind its base, so that a test over all classes is compiled once.
 struct ClassCase {
   std::string name;
-  omUInt32 version;
-  omUInt32 oldestVersion;
+  omUInt32 version, oldestVersion;
   boost::shared_ptr<BaseSerializationObject> (*makeSample)();
   boost::shared_ptr<BaseSerializationObject> (*makeDefault)();
   /// \throw std::bad_cast when the object is not of this class

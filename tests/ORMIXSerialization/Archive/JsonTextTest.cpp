@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <cmath>
 
 #include "SampleClasses.h"
 #include "support/ArchiveFormats.h"
@@ -17,16 +15,9 @@ const std::string g_header = R"([{"ormix-archive": [{"version": 1}, {"writer": "
 std::string entry(const std::string& value) { return g_header + ", {\"v\": " + value + "}]"; }
 
 template <class V>
-BoolResult readValue(const std::string& text, V& value) {
-  Reading<Json> reading(text);
-  const BoolResult result = readItem(reading.archive, "v", value);
-  return result ? reading.archive.close() : result;
-}
-
-template <class V>
 V valueOf(const std::string& value) {
   V read{};
-  EXPECT_SUCCESS(readValue(entry(value), read));
+  EXPECT_SUCCESS(readValue<Json>(entry(value), read));
   return read;
 }
 
@@ -79,10 +70,10 @@ TEST(JsonText, AnyWhiteSpaceAndEscapesAreRead) {
     if (c == ',' || c == ':' || c == '[' || c == '{' || c == ']' || c == '}') spaced += " \t\r\n ";
   }
   std::vector<Vertex> rows;
-  EXPECT_SUCCESS(readValue("\xEF\xBB\xBF \n" + spaced, rows));
+  EXPECT_SUCCESS(readValue<Json>("\xEF\xBB\xBF \n" + spaced, rows));
   EXPECT_EQ(rows, (std::vector<Vertex>{{1, 2}, {3.5, -4}}));
   bool flag = false;
-  EXPECT_SUCCESS(readValue(g_header + R"(, {"\u0076": true}])", flag));
+  EXPECT_SUCCESS(readValue<Json>(g_header + R"(, {"\u0076": true}])", flag));
   EXPECT_TRUE(flag);
   EXPECT_EQ(valueOf<std::string>(R"("\ud83d\ude00\u00e9\/")"), "\xF0\x9F\x98\x80\xC3\xA9/");
   EXPECT_EQ(valueOf<std::string>(R"("\"\\\b\f\n\r\t\u0000\uD7ff\uFFFF\uDBFF\uDFFFz")"),
@@ -114,13 +105,13 @@ TEST(JsonText, RefusesWhatIsNoNumber) {
   for (const std::string& bad : split("1e400|1000000000000000000000000000e400|01|+1|.5|5.|1e|0x10|NaN|nan|Infinity|- 1|"
                                       "1,5|\"1\"|\"NAN\"|tru|null|[1]|{}|--1|1 2",
                                       '|')) {
-    EXPECT_FALSE(readValue(entry(bad), real)) << bad;
-    EXPECT_FALSE(readValue(entry(bad), single)) << bad;
-    EXPECT_FALSE(readValue(entry(bad), integer)) << bad;
+    EXPECT_FALSE(readValue<Json>(entry(bad), real)) << bad;
+    EXPECT_FALSE(readValue<Json>(entry(bad), single)) << bad;
+    EXPECT_FALSE(readValue<Json>(entry(bad), integer)) << bad;
   }
-  EXPECT_FAILURE(readValue(entry("1e39"), single), "a 32-bit real was wanted, the value 1e39 was found");
-  EXPECT_FAILURE(readValue(entry("1.5"), integer), "a signed 64-bit integer was wanted, the value 1.5 was found");
-  EXPECT_FAILURE(readValue(entry("9223372036854775808"), integer), "the value 9223372036854775808 was found");
+  EXPECT_FAILURE(readValue<Json>(entry("1e39"), single), "a 32-bit real was wanted, the value 1e39 was found");
+  EXPECT_FAILURE(readValue<Json>(entry("1.5"), integer), "a signed 64-bit integer was wanted, the value 1.5 was found");
+  EXPECT_FAILURE(readValue<Json>(entry("9223372036854775808"), integer), "the value 9223372036854775808 was found");
   EXPECT_TRUE(real == 7 && single == 7 && integer == 7);
 }
 
@@ -135,14 +126,14 @@ TEST(JsonText, RefusesWhatIsNoArchive) {
        {R"(, {"v": true, "w": 1}])", R"(, {}])", R"(, {"v" true}])", R"(, {"v": true]])", R"(, {"v": true}}])",
         R"( {"v": true}])", R"(, {"v": true},])", R"(, {"v": true})", R"(, {"v": true}] ])", R"(, {"v": true}] x)",
         R"(, {"v": true}][])", R"(, {v: true}])", R"(, "v", true])", R"(, {"v": }])", R"(, {"v": "\ud800"}])"})
-    EXPECT_FALSE(readValue(g_header + bad, flag)) << bad;
+    EXPECT_FALSE(readValue<Json>(g_header + bad, flag)) << bad;
   std::string text;
   for (const std::string bad :
        {"\\udc00", "\\ud800", "\\ud800x", "\\ud800\\n", "\\ud800\\ud800", "\\ud800\\u0041", "\\ud800\\u"})
-    EXPECT_FALSE(readValue(entry('"' + bad + '"'), text)) << bad;
+    EXPECT_FALSE(readValue<Json>(entry('"' + bad + '"'), text)) << bad;
   for (const std::string bad : {"\\x", "\\", "\\u", "\\u12", "\\u12g4", "\\u-123", "\\u 123", "\\U0041"})
-    EXPECT_FALSE(readValue(entry('"' + bad + '"'), text)) << bad;
-  EXPECT_FALSE(readValue(entry("\"\n\""), text));
+    EXPECT_FALSE(readValue<Json>(entry('"' + bad + '"'), text)) << bad;
+  EXPECT_FALSE(readValue<Json>(entry("\"\n\""), text));
   EXPECT_FAILURE(Reading<Json>(R"([{"ormix-archive": [{"version": 2}, {"writer": "x"}]}])").archive.state(),
                  "format version 2, the newest known is 1");
 }
@@ -150,8 +141,8 @@ TEST(JsonText, RefusesWhatIsNoArchive) {
 TEST(JsonText, RowsAreOfOneLength) {
   std::vector<Vertex> rows;
   for (const std::string& bad : split("[1, 2]|[[1]]|[[1, 2, 3]]|[[1, 2], []]|[[1, [2]]]|[[1, 2], 3]|[[1, 2]", '|'))
-    EXPECT_FALSE(readValue(entry(bad), rows)) << bad;
-  EXPECT_FAILURE(readValue(entry("[[1, 2, 3]]"), rows), "\"v\": rows of 2 numbers were wanted");
+    EXPECT_FALSE(readValue<Json>(entry(bad), rows)) << bad;
+  EXPECT_FAILURE(readValue<Json>(entry("[[1, 2, 3]]"), rows), "\"v\": rows of 2 numbers were wanted");
 }
 
 }  // namespace

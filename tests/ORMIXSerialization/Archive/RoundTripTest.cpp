@@ -1,4 +1,3 @@
-#include <array>
 
 #include "SampleClasses.h"
 #include "support/ArchiveFormats.h"
@@ -63,29 +62,24 @@ void expectSameReals() {
   for (std::size_t at = 0; at < values.size(); ++at) ASSERT_TRUE(sameBits(read[at], values[at])) << values[at];
 }
 
-template <class Format, class T>
+template <class Format, class... T>
 void expectSameIntegers() {
-  using Limits = std::numeric_limits<T>;
-  const std::vector<T> values{T(0), T(1), T(23), T(24), T(100), Limits::min(), Limits::max()};
-  for (const T value : values) EXPECT_EQ(roundTrip<Format>(value), value);
-  if constexpr (sizeof(T) >= 4) {
-    EXPECT_EQ(roundTrip<Format>(values), values);
-  }
+  const auto expectSame = [](auto type) {
+    using Limits = std::numeric_limits<decltype(type)>;
+    const std::vector<decltype(type)> values{0, 1, 23, 24, 100, Limits::min(), Limits::max()};
+    for (const auto value : values) EXPECT_EQ(roundTrip<Format>(value), value);
+    if constexpr (sizeof(type) >= 4) {
+      EXPECT_EQ(roundTrip<Format>(values), values);
+    }
+  };
+  (expectSame(T()), ...);
 }
 
 TYPED_TEST(RoundTrip, NumbersKeepTheirBits) {
   expectSameReals<TypeParam, omReal64>();
   expectSameReals<TypeParam, omReal32>();
-  expectSameIntegers<TypeParam, omInt8>();
-  expectSameIntegers<TypeParam, omUInt8>();
-  expectSameIntegers<TypeParam, omInt16>();
-  expectSameIntegers<TypeParam, omUInt16>();
-  expectSameIntegers<TypeParam, omInt32>();
-  expectSameIntegers<TypeParam, omUInt32>();
-  expectSameIntegers<TypeParam, omInt64>();
-  expectSameIntegers<TypeParam, omUInt64>();
-  expectSameIntegers<TypeParam, long long>();
-  expectSameIntegers<TypeParam, unsigned long long>();
+  expectSameIntegers<TypeParam, omInt8, omUInt8, omInt16, omUInt16, omInt32, omUInt32, omInt64, omUInt64, long long,
+                     unsigned long long>();
 }
 
 TYPED_TEST(RoundTrip, CoordinatesAroundTheBlockSize) {

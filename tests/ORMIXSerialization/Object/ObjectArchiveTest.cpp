@@ -5,7 +5,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <cerrno>
 #include <filesystem>

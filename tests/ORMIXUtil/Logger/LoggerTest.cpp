@@ -7,22 +7,25 @@
 
 namespace {
 std::string testLoggerName() { return ormix::getBaseLoggerName() + ".test"; }
+void logError(const std::string& text) {
+  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, text);
+}
 }  // namespace
 
 // Each case runs in a process of its own under ctest, so here nobody has configured anything yet.
 TEST(Logger, unconfiguredIsSilent) {
   ::testing::internal::CaptureStderr();
   ::testing::internal::CaptureStdout();
-  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "nobody listens");
+  logError("nobody listens");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
 }
 
 TEST(Logger, applicationsAppenderHearsTheMessage) {
-  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "too early");
+  logError("too early");
   for (const std::string& name : {testLoggerName(), ormix::getBaseLoggerName()}) {
     const support::LogCapture capture(name);
-    ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "100 % wrong");
+    logError("100 % wrong");
     EXPECT_EQ(capture.messages(), (support::LogCapture::Messages{{ormix::s_errorLogLevel, "100 % wrong"}})) << name;
   }
 }
@@ -30,7 +33,7 @@ TEST(Logger, applicationsAppenderHearsTheMessage) {
 TEST(Logger, silentAgainWhenTheApplicationsAppenderIsGone) {
   { const support::LogCapture capture(testLoggerName()); }
   ::testing::internal::CaptureStderr();
-  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "nobody listens any more");
+  logError("nobody listens any more");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
@@ -38,7 +41,7 @@ TEST(Logger, applicationsConfigurationIsKept) {
   const support::LogCapture capture(testLoggerName());
   log4cplus::Logger logger = log4cplus::Logger::getInstance(testLoggerName());
   logger.setLogLevel(log4cplus::FATAL_LOG_LEVEL);
-  ormix::logMessage(ormix::getLogger(testLoggerName()), ormix::s_errorLogLevel, "below the level");
+  logError("below the level");
   logger.setLogLevel(log4cplus::NOT_SET_LOG_LEVEL);
   EXPECT_TRUE(capture.messages().empty());
   EXPECT_EQ(logger.getAllAppenders().size(), 1u);

@@ -1,7 +1,5 @@
 #include <ORMIXUtil/Message/LogMessageFormater.h>
-#include <gtest/gtest.h>
 
-#include <limits>
 #include <ostream>
 
 #include "support/Checks.h"
