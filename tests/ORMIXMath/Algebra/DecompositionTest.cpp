@@ -2,9 +2,6 @@
 
 #include <ORMIXMath/Algebra/EigenDecomposition.h>
 #include <ORMIXMath/Algebra/QrDecomposition.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
 
 namespace ormix {
 namespace {
@@ -31,8 +28,7 @@ TEST(QrDecomposition, RebuildsTheMatrixWithItsSignsFixed) {
 
 TEST(QrDecomposition, InvertsTrianglesAndNamesWhatItCannot) {
   support::Random draw(32);
-  RealMatrix a = randomMatrix(6, 6, draw);
-  RealMatrix triangle = ublas::zero_matrix<omReal64>(6, 6);
+  RealMatrix a = randomMatrix(6, 6, draw), triangle = ublas::zero_matrix<omReal64>(6, 6);
   for (std::size_t i = 0; i < 6; ++i) {
     a(i, i) += 3;
     for (std::size_t j = i; j < 6; ++j) triangle(i, j) = a(i, j);
@@ -53,8 +49,7 @@ TEST(QrDecomposition, InvertsTrianglesAndNamesWhatItCannot) {
 TEST(EigenDecomposition, DiagonalisesSymmetricMatrices) {
   support::Random draw(33);
   for (const std::size_t size : {1U, 2U, 3U, 8U}) {
-    const RealMatrix half = randomMatrix(size, size, draw);
-    const RealMatrix a = half + ublas::trans(half);
+    const RealMatrix half = randomMatrix(size, size, draw), a = half + ublas::trans(half);
     RealVector values;
     RealMatrix vectors;
     ASSERT_TRUE(eigenDecomposition(a, values, vectors));

@@ -2,10 +2,6 @@
 
 #include <ORMIXMath/Algebra/QrDecomposition.h>
 #include <ORMIXMath/Algebra/TallQr.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 
 namespace ormix {
 namespace {
@@ -49,6 +45,17 @@ TEST(TallQr, IsTheTriangleOfAllRowsWithTheSameBitsOnEveryProcessor) {
   expectTriangleOf<5>(randomMatrix(300, 5, draw));
   expectTriangleOf<9>(randomMatrix(300, 9, draw));
   expectTriangleOf<16>(randomMatrix(300, 16, draw));
+}
+
+// The diagonal of the first block against rows a million times as small: no digits may cancel.
+TEST(TallQr, KeepsWhatOnlySmallRowsSay) {
+  support::Random draw(43);
+  RealMatrix a = 1e-6 * randomMatrix(256, 3, draw);
+  for (std::size_t i = 0; i < 128; ++i) a(i, 0) = 1, a(i, 1) = a(i, 2) = 0;
+  const TallQr<3> qr = fold<3>(a, false);
+  const auto column = [&a](std::size_t k) { return RealVector(boost::numeric::ublas::column(a, k)); };
+  const omReal64 expected = inner_prod(column(0), column(1)) / norm_2(column(0));
+  EXPECT_NEAR(std::abs(qr(0, 1)) / std::abs(expected), 1, 1e-13);
 }
 
 TEST(TallQr, ReflectsRightHandSidesAlong) {

@@ -3,12 +3,10 @@
 #include <ORMIXMath/Distance/PlanarSegment.h>
 #include <ORMIXMath/Distance/SpatialSegment.h>
 
-#include <algorithm>
 #include <boost/multiprecision/cpp_bin_float.hpp>
-#include <cmath>
 #include <ostream>
-#include <utility>
 
+#include "support/Checks.h"
 #include "support/Random.h"
 
 /// \file
@@ -76,6 +74,17 @@ inline omReal64 ulps(const Exact& difference, omReal64 ulp) {
   return std::abs(difference.convert_to<omReal64>()) / ulp;
 }
 
+/// Wherever one of the coordinates is not finite, the distance and the nearest points that are given are NaN.
+template <std::size_t n, class Distance>
+void expectNaN(const std::array<omReal64, n>& coordinates, Distance distance) {
+  for (const omReal64 bad : {support::s_nan, support::s_infinity, -support::s_infinity})
+    for (std::size_t place = 0; place < n; ++place) {
+      std::array<omReal64, n> broken = coordinates;
+      broken[place] = bad;
+      for (const omReal64 value : distance(broken)) EXPECT_TRUE(std::isnan(value)) << bad << " at " << place;
+    }
+}
+
 inline PlanarSegment flat(const SpatialSegment& s) { return {{s.p0.x, s.p0.y}, {s.p1.x, s.p1.y}}; }
 
 /// Pairs of segments chosen to hurt: nearly parallel, touching, crossing, skew by little, of very different lengths, of
@@ -86,8 +95,7 @@ class HostileSegments {
 
   std::pair<SpatialSegment, SpatialSegment> next() {
     const omReal64 size = std::pow(10.0, std::floor(5 * uniform()));
-    const SpatialPoint middle = vector(1.0);
-    const SpatialPoint origin{middle.x * offset(), middle.y * offset(), middle.z * offset()};
+    const SpatialPoint middle = vector(1.0), origin{middle.x * offset(), middle.y * offset(), middle.z * offset()};
     SpatialPoint along = vector(size);
     if (chance(4)) along.y = 0;
     if (chance(6)) along.z = along.y = 0;

@@ -1,10 +1,5 @@
 #include <ORMIXMath/Distance/Orientation3d.h>
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <limits>
-
 #include "DistanceOracle.h"
 #include "support/Checks.h"
 
@@ -33,8 +28,7 @@ class HostileTetrahedra {
     const auto number = [&] { return isLattice ? std::round(steps * uniform()) : uniform(); };
     const auto vector = [&] { return SpatialPoint{number(), number(), number()}; };
     const SpatialPoint offset = _random.below(2) == 0 ? SpatialPoint{0, 0, 0} : combined(1e6, vector(), 0, vector());
-    const SpatialPoint u = vector();
-    const SpatialPoint v = vector();
+    const SpatialPoint u = vector(), v = vector();
     const auto factor = [&] { return isLattice ? omReal64(int(_random.below(9)) - 4) : 2 * uniform(); };
     FourPoints p{offset, combined(1, offset, 1, u), combined(1, offset, 1, v), combined(factor(), u, factor(), v)};
     p[3] = combined(1, offset, 1, p[3]);
@@ -78,8 +72,7 @@ TEST(Orientation3d, HasTheExactSignOnHostilePoints) {
 }
 
 TEST(Orientation3d, SpansAllNumbers) {
-  const omReal64 large = std::numeric_limits<omReal64>::max();
-  const omReal64 small = std::numeric_limits<omReal64>::denorm_min();
+  const omReal64 large = std::numeric_limits<omReal64>::max(), small = std::numeric_limits<omReal64>::denorm_min();
   const FourPoints corner{SpatialPoint{0, 0, 0}, {large, 0, 0}, {0, large, 0}, {0, 0, small}};
   EXPECT_EQ(orientationOf(corner), 1);
   EXPECT_EQ(orientation3d(corner[0], corner[2], corner[1], corner[3]), -1);
@@ -96,8 +89,7 @@ TEST(Orientation3d, TellsNeighbouringIntegersApart) {
   // Neighbouring Fibonacci numbers, for which the determinant of these products of 63 bits is 1.
   EXPECT_EQ(orientation3d<omUInt32>(0, 0, 0, 2971215073, 1836311903, 0, 1836311903, 1134903170, 0, top, top, 1), 1);
   EXPECT_EQ(orientation3d<omUInt32>(0, 0, 0, 1836311903, 1134903170, 0, 2971215073, 1836311903, 0, top, top, 1), -1);
-  const omInt32 low = std::numeric_limits<omInt32>::min();
-  const omInt32 high = std::numeric_limits<omInt32>::max();
+  const omInt32 low = std::numeric_limits<omInt32>::min(), high = std::numeric_limits<omInt32>::max();
   EXPECT_EQ(orientation3d<omInt32>(low, low, low, high, low, low, low, high, low, low, low, high), 1);
 }
 

@@ -1,5 +1,4 @@
 #include <ORMIXMath/Distance/Orientation.h>
-#include <gtest/gtest.h>
 
 #include "DistanceOracle.h"
 #include "support/Checks.h"
@@ -25,8 +24,7 @@ TEST(Orientation, HasTheExactSignOnHostileTriples) {
 
 TEST(Orientation, TellsNeighbouringGridPointsApart) {
   // The grid around one half on which rounded determinants are known to answer at random.
-  const PlanarPoint b{12, 12};
-  const PlanarPoint c{24, 24};
+  const PlanarPoint b{12, 12}, c{24, 24};
   for (int i = 0; i < 64; ++i)
     for (int j = 0; j < 64; ++j) {
       const PlanarPoint a{0.5 + i * 0x1p-53, 0.5 + j * 0x1p-53};

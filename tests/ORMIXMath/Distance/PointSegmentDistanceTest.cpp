@@ -1,5 +1,4 @@
 #include <ORMIXMath/Distance/PointSegmentDistance.h>
-#include <gtest/gtest.h>
 
 #include "DistanceOracle.h"
 #include "support/Checks.h"
@@ -63,14 +62,11 @@ TEST(PointSegmentDistance, ScalesWithTheCoordinates) {
 }
 
 TEST(PointSegmentDistance, AnswersNaNForWhatIsNotFinite) {
-  for (const omReal64 bad : {support::s_nan, support::s_infinity})
-    for (int place = 0; place < 6; ++place) {
-      omReal64 v[6] = {1, 2, 3, 4, 5, 6};
-      v[place] = bad;
-      PlanarPoint nearest{0, 0};
-      EXPECT_TRUE(std::isnan(pointSegmentDistance(v[0], v[1], v[2], v[3], v[4], v[5], nearest)));
-      EXPECT_TRUE(std::isnan(nearest.x) && std::isnan(nearest.y));
-    }
+  oracle::expectNaN<6>({1, 2, 3, 4, 5, 6}, [](const auto& v) {
+    PlanarPoint nearest{0, 0};
+    const omReal64 distance = pointSegmentDistance(v[0], v[1], v[2], v[3], v[4], v[5], nearest);
+    return std::array{distance, nearest.x, nearest.y};
+  });
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 
-#include <gtest/gtest.h>
-
 #include "DistanceOracle.h"
 #include "support/Checks.h"
 
@@ -19,8 +17,7 @@ TEST(SegmentsDistance, IsRightToAFewUlpOnHostileCases) {
   for (int i = 0; i < 8000; ++i) {
     const auto [s, r] = cases.nextFlat();
     SCOPED_TRACE(testing::Message() << s << ' ' << r);
-    PlanarPoint onS;
-    PlanarPoint onR;
+    PlanarPoint onS, onR;
     const omReal64 distance = segmentsDistance(s, r, onS, onR);
     const oracle::Exact exact = oracle::segmentDistance(s, r);
     const omReal64 ulp = oracle::ulp(s, r);
@@ -43,8 +40,7 @@ TEST(SegmentsDistance, IsRightToAFewUlpOnHostileCases) {
 TEST(SegmentsDistance, ScalesWithTheCoordinates) {
   for (int exponent = -1060; exponent <= 1010; exponent += 9) {
     const omReal64 unit = std::ldexp(1.0, exponent);
-    PlanarPoint a;
-    PlanarPoint b;
+    PlanarPoint a, b;
     EXPECT_EQ(segmentsDistance({{0, 0}, {4 * unit, 4 * unit}}, {{0, 4 * unit}, {4 * unit, 0}}, a, b), 0) << exponent;
     EXPECT_EQ(a.x, 2 * unit);
     EXPECT_EQ(segmentsDistance({{0, 0}, {8 * unit, 0}}, {{unit, 4 * unit}, {unit, 3 * unit}}, a, b), 3 * unit);
@@ -52,16 +48,11 @@ TEST(SegmentsDistance, ScalesWithTheCoordinates) {
 }
 
 TEST(SegmentsDistance, AnswersNaNForWhatIsNotFinite) {
-  for (const omReal64 bad : {support::s_nan, -support::s_infinity}) {
-    for (int place = 0; place < 8; ++place) {
-      omReal64 v[8] = {1, 2, 3, 4, 5, 6, 7, 9};
-      v[place] = bad;
-      PlanarPoint a{0, 0};
-      PlanarPoint b{0, 0};
-      EXPECT_TRUE(std::isnan(segmentsDistance(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], a, b)));
-      EXPECT_TRUE(std::isnan(a.x) && std::isnan(a.y) && std::isnan(b.x) && std::isnan(b.y));
-    }
-  }
+  oracle::expectNaN<8>({1, 2, 3, 4, 5, 6, 7, 9}, [](const auto& v) {
+    PlanarPoint a{0, 0}, b{0, 0};
+    const omReal64 distance = segmentsDistance(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], a, b);
+    return std::array{distance, a.x, a.y, b.x, b.y};
+  });
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "SampleEstimators.h"
 
 #include <ORMIXMath/Estimation/Samples.h>
-#include <gtest/gtest.h>
 
 #include "support/EstimationSamples.h"
 

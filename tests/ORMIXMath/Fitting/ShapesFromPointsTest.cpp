@@ -1,8 +1,5 @@
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Scalar/Constants.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "support/Checks.h"
 #include "support/Random.h"

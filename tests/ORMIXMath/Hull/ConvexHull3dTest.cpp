@@ -1,10 +1,6 @@
 #include <ORMIXMath/Distance/Orientation3d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <limits>
 #include <set>
 
 #include "ORMIXMath/Distance/DistanceOracle.h"
@@ -158,9 +154,8 @@ void expectOnlyExtremePoints(const Cloud<T>& cloud, const Triangles& triangles) 
     Triangles around;
     if (!hullOf(others, around)) continue;
     others.push_back(vertex);
-    ASSERT_TRUE(std::any_of(around.begin(), around.end(), [&](const IndexTriangle& triangle) {
-      return side(others, triangle, others.size() - 1) > 0;
-    }));
+    const auto leavesItOutside = [&](const auto& triangle) { return side(others, triangle, others.size() - 1) > 0; };
+    ASSERT_TRUE(std::any_of(around.begin(), around.end(), leavesItOutside));
   }
 }
 
@@ -196,15 +191,11 @@ TYPED_TEST(ConvexHull3d, IsExactOnHostilePoints) {
 // Points of all sizes, nearly in common planes; farthest first each would be the only one of its facet, so that these
 // are taken in random order, with vertices of many facets.
 TEST(ConvexHull3dSpiral, IsExactWhereItGrowsExponentially) {
-  struct Case {
-    double span, turn;
-    bool isCone;
-  };
-  for (const auto& [span, turn, isCone] : {Case{130, 3.1, false}, Case{250, 0.3, false}, Case{250, 0.3, true}}) {
+  for (const auto& [span, turn, isCone] : {std::tuple(130.0, 3.1, false), {250.0, 0.3, false}, {250.0, 0.3, true}}) {
     SCOPED_TRACE(testing::Message() << "span " << span << ", turn " << turn << ", cone " << isCone);
     Cloud<omReal64> cloud;
     for (int i = 0; i < 500; ++i) {
-      const double radius = std::exp(span * i / 500);
+      const omReal64 radius = std::exp(span * i / 500);
       cloud.push_back({radius * std::cos(turn * i), radius * std::sin(turn * i), isCone ? radius : radius * radius});
     }
     Triangles triangles;

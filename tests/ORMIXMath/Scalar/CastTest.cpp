@@ -1,10 +1,5 @@
 #include <ORMIXMath/Scalar/Cast.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
 #include "support/Checks.h"
 
 namespace ormix {

@@ -1,9 +1,5 @@
 #include <ORMIXMath/Scalar/Compare.h>
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 #include "support/Checks.h"
 
 namespace ormix {

@@ -1,10 +1,5 @@
 #include <ORMIXMath/Scalar/Round.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
 #include "support/Checks.h"
 #include "support/Random.h"
 

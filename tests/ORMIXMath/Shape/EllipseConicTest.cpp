@@ -1,8 +1,5 @@
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -58,6 +55,8 @@ TEST(EllipseConic, ReadsTheCoefficientsAsTheyStand) {
   EXPECT_EQ(a, 1);
   EXPECT_EQ(b, 1);
   EXPECT_EQ(theta, 0);
+  ASSERT_TRUE(ellipseFromConic({1, 0, 4, 0, 0, -4, 0, 0}, cx, cy, a, b, theta));
+  EXPECT_EQ(theta, 0) << "not half a turn";
   // Sign and factor of the coefficients do not matter; upright.
   for (const omReal64 factor : {-1.0, 1e-200, -1e200}) {
     ASSERT_TRUE(ellipseFromConic({4 * factor, 0, factor, 0, 0, -4 * factor, 10, 20}, cx, cy, a, b, theta));

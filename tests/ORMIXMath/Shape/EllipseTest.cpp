@@ -1,11 +1,8 @@
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ellipse.h>
 
-#include <gtest/gtest.h>
-
 #include <boost/math/constants/constants.hpp>
 #include <boost/multiprecision/cpp_bin_float.hpp>
-#include <cmath>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -18,13 +15,9 @@ using Wide = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<
 /// The perimeter by the arithmetic-geometric mean (Gauss): 2π (a² − Σ 2^(n−1) c_n²) / M(a, b), c_0² = a² − b².
 Wide perimeter(omReal64 larger, omReal64 smaller) {
   if (smaller == 0) return 4 * Wide(larger);
-  Wide a = larger;
-  Wide b = smaller;
-  Wide sum = (a * a + b * b) / 2;
-  Wide weight = 1;
+  Wide a = larger, b = smaller, sum = (a * a + b * b) / 2, weight = 1;
   for (int step = 0; step < 60 && a != b; ++step, weight *= 2) {
-    const Wide c = (a - b) / 2;
-    const Wide mean = (a + b) / 2;
+    const Wide c = (a - b) / 2, mean = (a + b) / 2;
     b = sqrt(a * b);
     a = mean;
     sum -= weight * c * c;
@@ -34,8 +27,7 @@ Wide perimeter(omReal64 larger, omReal64 smaller) {
 
 TEST(Ellipse, BoundsHoldTheTruePerimeterAtEveryRatioAndScale) {
   support::Random draw(5150);
-  omReal64 worstLower = 0;
-  omReal64 worstUpper = 0;
+  omReal64 worstLower = 0, worstUpper = 0;
   for (int i = 0; i < 8000; ++i) {
     const omReal64 a = std::pow(10.0, -280 + 580 * draw.uniform(0, 1));
     const int kind = i % 4;
@@ -45,8 +37,7 @@ TEST(Ellipse, BoundsHoldTheTruePerimeterAtEveryRatioAndScale) {
                                        : std::pow(10.0, -300 * draw.uniform(0, 1));
     const omReal64 b = a * ratio;
     const Wide exact = perimeter(a, b);
-    const omReal64 lower = ellipsePerimeterLowerBound(b, a);
-    const omReal64 upper = ellipsePerimeterUpperBound(a, b);
+    const omReal64 lower = ellipsePerimeterLowerBound(b, a), upper = ellipsePerimeterUpperBound(a, b);
     ASSERT_LE(lower, exact) << a << ' ' << b;
     ASSERT_GE(upper, exact) << a << ' ' << b;
     worstLower = std::max(worstLower, Wide(1 - lower / exact).convert_to<omReal64>());
@@ -87,10 +78,8 @@ TEST(Ellipse, ExcentricityIsAccurateForNearlyEqualRadii) {
 TEST(Ellipse, BoundaryPointsSatisfyTheEquation) {
   for (const auto& [a, b] : {std::pair{5.0, 3.0}, {3.0, 5.0}, {2.0, 2.0}, {1e6, 1.0}, {1e200, 1e190}}) {
     for (int step = -20; step <= 20; ++step) {
-      const omReal64 angle = 0.37 * step;
-      const omReal64 theta = 0.7;
-      omReal64 x = 0;
-      omReal64 y = 0;
+      const omReal64 angle = 0.37 * step, theta = 0.7;
+      omReal64 x = 0, y = 0;
       ellipsePoint(0, 0, a, b, std::cos(theta), std::sin(theta), angle, x, y);
       const omReal64 along = (std::cos(theta) * x + std::sin(theta) * y) / a;
       const omReal64 across = (std::cos(theta) * y - std::sin(theta) * x) / b;
@@ -102,27 +91,19 @@ TEST(Ellipse, BoundaryPointsSatisfyTheEquation) {
 }
 
 TEST(Ellipse, RadiusIsDefinedForFlatOnesAndPoints) {
-  EXPECT_EQ(ellipseRadius(5, 3, 0), 5);
-  EXPECT_DOUBLE_EQ(ellipseRadius(5, 3, s_pi / 2), 3);
-  EXPECT_DOUBLE_EQ(ellipseRadius(3, 5, s_pi / 2), 5);
-  EXPECT_EQ(ellipseRadius(5, 0, 0), 5);
-  EXPECT_EQ(ellipseRadius(5, 0, s_pi), 5);
-  EXPECT_EQ(ellipseRadius(5, 0, 0.1), 0);
-  EXPECT_EQ(ellipseRadius(0, 5, s_pi / 2), 5);
-  EXPECT_EQ(ellipseRadius(0, 0, 1), 0);
-  EXPECT_EQ(ellipseRadius(1e300, 1e-300, 0), 1e300);
-  EXPECT_EQ(ellipseRadius(-5, 3, 0), 5);
+  const std::array<omReal64, 4> cases[] = {{5, 3, 0, 5},        {5, 3, s_pi / 2, 3}, {3, 5, s_pi / 2, 5},
+                                           {5, 0, 0, 5},        {5, 0, s_pi, 5},     {5, 0, 0.1, 0},
+                                           {0, 5, s_pi / 2, 5}, {0, 0, 1, 0},        {1e300, 1e-300, 0, 1e300},
+                                           {-5, 3, 0, 5}};
+  for (const auto& [a, b, angle, radius] : cases) EXPECT_DOUBLE_EQ(ellipseRadius(a, b, angle), radius) << a << ' ' << b;
 }
 
 TEST(Ellipse, NaNComesThrough) {
   const omReal64 nan = support::s_nan;
-  for (const auto& [a, b] : {std::pair{nan, 1.0}, {1.0, nan}, {nan, nan}, {0.0, nan}}) {
-    EXPECT_TRUE(std::isnan(ellipseArea(a, b)));
-    EXPECT_TRUE(std::isnan(ellipsePerimeterLowerBound(a, b)));
-    EXPECT_TRUE(std::isnan(ellipsePerimeterUpperBound(a, b)));
-    EXPECT_TRUE(std::isnan(ellipseExcentricity(a, b)));
-    EXPECT_TRUE(std::isnan(ellipseRadius(a, b, 1)));
-  }
+  for (const auto& [a, b] : {std::pair{nan, 1.0}, {1.0, nan}, {nan, nan}, {0.0, nan}})
+    for (const omReal64 value : {ellipseArea(a, b), ellipsePerimeterLowerBound(a, b), ellipsePerimeterUpperBound(a, b),
+                                 ellipseExcentricity(a, b), ellipseRadius(a, b, 1)})
+      EXPECT_TRUE(std::isnan(value)) << a << ' ' << b;
   EXPECT_TRUE(std::isnan(ellipseRadius(2, 1, nan)));
   EXPECT_DOUBLE_EQ(ellipseArea(2, 3), 6 * s_pi);
 }

@@ -2,10 +2,6 @@
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/EllipsoidQuadric.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "support/Checks.h"
 #include "support/Random.h"
 
@@ -39,9 +35,7 @@ TEST(EllipsoidQuadric, GoesThereAndBackAtAnyPlaceAndScale) {
     ASSERT_TRUE(convertEllipsoidToQuadratic(given, quadric));
     EllipsoidParameters found;
     ASSERT_TRUE(convertEllipsoidFromQuadratic(quadric, found));
-    EXPECT_EQ(found.cx, given.cx);
-    EXPECT_EQ(found.cy, given.cy);
-    EXPECT_EQ(found.cz, given.cz);
+    EXPECT_TRUE(found.cx == given.cx && found.cy == given.cy && found.cz == given.cz);
     EXPECT_NEAR(found.a / a, 1, 1e-15 * ratio * ratio);
     EXPECT_NEAR(found.b / b, 1, 1e-15 * ratio * ratio);
     EXPECT_NEAR(found.c / c, 1, 1e-15);
@@ -55,29 +49,21 @@ TEST(EllipsoidQuadric, GoesThereAndBackAtAnyPlaceAndScale) {
 }
 
 TEST(EllipsoidQuadric, HoldsThePointsOfTheEllipsoid) {
-  const EllipsoidParameters given{3, -2, 7, 5, 4, 2, 0.3, -0.4, 0.5};
   EllipsoidQuadric quadric;
-  ASSERT_TRUE(convertEllipsoidToQuadratic(given, quadric));
+  ASSERT_TRUE(convertEllipsoidToQuadratic({3, -2, 7, 5, 4, 2, 0.3, -0.4, 0.5}, quadric));
   EXPECT_LT(value(quadric, 3, -2, 7), 0);
   const RotationMatrix m = eulerToMatrix(0.3, -0.4, 0.5);
-  for (const EllipsoidQuadric& q :
-       {quadric, quadricAbout(quadric, 0, 0, 0), quadricAbout(quadricAbout(quadric, 100, 7, -9), 2.5, -1, 1)}) {
+  for (const EllipsoidQuadric& q : {quadric, quadricAbout(quadricAbout(quadric, 100, 7, -9), 2.5, -1, 1)}) {
     for (int k = 0; k < 40; ++k) {
       const omReal64 u = 5 * std::cos(k) * std::cos(2 * k), v = 4 * std::sin(k) * std::cos(2 * k),
                      w = 2 * std::sin(2 * k);
-      EXPECT_NEAR(value(q, 3 + m[0][0] * u + m[0][1] * v + m[0][2] * w, -2 + m[1][0] * u + m[1][1] * v + m[1][2] * w,
-                        7 + m[2][0] * u + m[2][1] * v + m[2][2] * w),
-                  0, 1e-12);
+      const auto along = [&](std::size_t row) { return m[row][0] * u + m[row][1] * v + m[row][2] * w; };
+      EXPECT_NEAR(value(q, 3 + along(0), -2 + along(1), 7 + along(2)), 0, 1e-12);
     }
-    EllipsoidParameters found;
-    ASSERT_TRUE(convertEllipsoidFromQuadratic(q, found));
-    EXPECT_NEAR(found.cx, 3, 1e-13);
-    EXPECT_NEAR(found.cz, 7, 1e-13);
-    EXPECT_NEAR(found.a, 5, 1e-11);
-    EXPECT_NEAR(found.c, 2, 1e-11);
-    EXPECT_NEAR(found.alpha, 0.3, 1e-13);
-    EXPECT_NEAR(found.beta, -0.4, 1e-13);
-    EXPECT_NEAR(found.chi, 0.5, 1e-13);
+    EllipsoidParameters e;
+    ASSERT_TRUE(convertEllipsoidFromQuadratic(q, e));
+    const omReal64 errors[] = {e.cx - 3, e.cz - 7, e.a - 5, e.c - 2, e.alpha - 0.3, e.beta + 0.4, e.chi - 0.5};
+    for (const omReal64 error : errors) EXPECT_NEAR(error, 0, 1e-12);
   }
 }
 
@@ -103,27 +89,24 @@ TEST(EllipsoidQuadric, ReadsTheCoefficientsAsTheyStand) {
     EXPECT_NEAR(m[1][2], 1, 1e-15);
   }
   std::array<omReal64, 10> q{};
-  ASSERT_TRUE(convertEllipsoidToQuadratic(10, 20, 30, 3, 2, 1, 0.1, 0.2, 0.3, q));
-  ASSERT_TRUE(convert(q));
-  EXPECT_NEAR(cy, 20, 1e-12);
-  EXPECT_NEAR(b, 2, 1e-11);
-  EXPECT_NEAR(chi, 0.3, 1e-12);
+  ASSERT_TRUE(convertEllipsoidToQuadratic(10, 20, 30, 3, 2, 1, 0.1, 0.2, 0.3, q) && convert(q));
+  EXPECT_LE(std::max({std::abs(cy - 20), std::abs(b - 2), std::abs(chi - 0.3)}), 1e-11);
 }
 
 TEST(EllipsoidQuadric, SpheresSpheroidsAndFlatOnesKeepTheirShape) {
   const omReal64 shapes[][3] = {{2, 2, 2}, {3, 3, 1}, {3, 1, 1}, {100, 100, 1}, {100, 1, 1}, {100, 50, 1}, {1, 2, 3}};
-  for (const auto& [a, b, c] : shapes) {
+  for (const auto& [a, b, c] : shapes)
     for (int k = 0; k < 50; ++k) {
-      const EllipsoidParameters given{1e6, -1e6, 5e5, a, b, c, 0.12 * k - 3, 0.06 * k - 1.5, 3 - 0.12 * k};
       EllipsoidQuadric q, again;
       EllipsoidParameters found;
-      ASSERT_TRUE(convertEllipsoidToQuadratic(given, q));
+      ASSERT_TRUE(
+          convertEllipsoidToQuadratic({1e6, -1e6, 5e5, a, b, c, 0.12 * k - 3, 0.06 * k - 1.5, 3 - 0.12 * k}, q));
       ASSERT_TRUE(convertEllipsoidFromQuadratic(q, found));
       omReal64 sorted[] = {a, b, c};
       std::sort(sorted, sorted + 3);
-      EXPECT_NEAR(found.a / sorted[2], 1, 2e-12);
-      EXPECT_NEAR(found.b / sorted[1], 1, 2e-12);
-      EXPECT_NEAR(found.c / sorted[0], 1, 2e-12);
+      EXPECT_LE(std::max({std::abs(found.a / sorted[2] - 1), std::abs(found.b / sorted[1] - 1),
+                          std::abs(found.c / sorted[0] - 1)}),
+                2e-12);
       EXPECT_TRUE(found.a >= found.b && found.b >= found.c);
       // The surface is the same, so the orientation is one of its own.
       ASSERT_TRUE(convertEllipsoidToQuadratic(found, again));
@@ -131,7 +114,6 @@ TEST(EllipsoidQuadric, SpheresSpheroidsAndFlatOnesKeepTheirShape) {
                               &EllipsoidQuadric::xy, &EllipsoidQuadric::xz, &EllipsoidQuadric::yz})
         EXPECT_NEAR(again.*part, q.*part, 1e-14);
     }
-  }
 }
 
 TEST(EllipsoidQuadric, RefusesWhatIsNoEllipsoid) {
@@ -158,11 +140,12 @@ TEST(EllipsoidQuadric, RefusesWhatIsNoEllipsoid) {
   EXPECT_EQ(e.cx, 7);
   EllipsoidQuadric q;
   q.constant = 77;
-  for (const omReal64 bad : {0.0, -1.0, nan, inf, 1e9, 1e-9}) {
-    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, bad, 1, 1}, q));
-    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, bad, 1}, q));
-    EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, 1, bad}, q));
-  }
+  for (const omReal64 bad : {0.0, -1.0, nan, inf, 1e9, 1e-9})
+    for (const auto radius : {&EllipsoidParameters::a, &EllipsoidParameters::b, &EllipsoidParameters::c}) {
+      EllipsoidParameters broken{0, 0, 0, 1, 1, 1};
+      broken.*radius = bad;
+      EXPECT_FALSE(convertEllipsoidToQuadratic(broken, q));
+    }
   EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1e160, 1e160, 1e160}, q));
   EXPECT_FALSE(convertEllipsoidToQuadratic({0, nan, 0, 1, 1, 1}, q));
   EXPECT_FALSE(convertEllipsoidToQuadratic({0, 0, 0, 1, 1, 1, 0, inf, 0}, q));

