@@ -97,9 +97,11 @@
 #include <ORMIXGeometry/Tools/Text/RingFile.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/PlanarDerivationTable.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
@@ -108,10 +110,12 @@
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/BaseGeometryTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/GeometryTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/GeometryTransform3dUtils.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/LinearTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/SpatialDerivationTable.h>
 #include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/ScaleTransform3d.h>
@@ -119,6 +123,7 @@
 #include <ORMIXGeometry/Transform/3d/Transform3dTypes.h>
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXGeometry/Transform/BaseGeometryTransform.h>
+#include <ORMIXGeometry/Transform/DerivedTransform.h>
 #include <ORMIXGeometry/Transform/GeometryTransform.h>
 #include <ORMIXGeometry/Transform/LinearTransform.h>
 #include <ORMIXGeometry/Transform/MapRequirement.h>

@@ -121,11 +121,19 @@ inline Moments2dO3 sampleOf(ClassTag<Moments2dO3>) {
 inline HuMoments2dO3 sampleOf(ClassTag<HuMoments2dO3>) {
   return HuMoments2dO3({0.25, 0.125, 0.01, 0.002, -1e-5, 3e-4, 2e-6});
 }
-template <class M>
-std::enable_if_t<std::is_base_of_v<BaseGeometryMeasure, M>, M> sampleOf(ClassTag<M>) {
-  M measure;
-  measure.setHoleMsrPolicy(eHMP_IgnoreHoles);
-  return measure;
+template <class X, class = void>
+constexpr bool hasHolePolicy = false;
+template <class X>
+constexpr bool hasHolePolicy<X, std::void_t<decltype(std::declval<X>().getHoleMsrPolicy())>> = true;
+/// Measures, and transforms that own no map.
+template <class X>
+std::enable_if_t<isListed<X>(JoinedLists<PlanarMeasureList, SpatialMeasureList, PlanarDerivedTransformList,
+                                         SpatialDerivedTransformList>()),
+                 X>
+sampleOf(ClassTag<X>) {
+  X sample;
+  if constexpr (hasHolePolicy<X>) sample.setHoleMsrPolicy(eHMP_IgnoreHoles);
+  return sample;
 }
 inline TranslationTransform2d sampleOf(ClassTag<TranslationTransform2d>) { return {3, 5}; }
 inline RotationTransform2d sampleOf(ClassTag<RotationTransform2d>) { return RotationTransform2d(0.5); }
@@ -160,6 +168,7 @@ struct Sample {
   static X make() { return makeSample(ClassTag<X>()); }
 };
 
+using AllLinearTransforms = JoinedLists<PlanarLinearTransformList, SpatialLinearTransformList>;
 using AllTransforms = JoinedLists<PlanarTransformList, SpatialTransformList>;
 /// Every class with samples; estimators have none, as they hold nothing.
 using AllClasses = JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList,
@@ -202,16 +211,16 @@ void printWhole(std::ostream& stream, const X& object) {
   }
 }
 
-/// Everything a reader can see of an object, with all digits.
+/// Everything a reader can see of an object, with all digits; empty where it holds nothing.
 template <class X>
 std::string describe(const X& object) {
   std::ostringstream text;
   text << std::setprecision(17);
-  if constexpr (std::is_base_of_v<BaseGeometryMeasure, X>)
+  if constexpr (hasHolePolicy<X>)
     text << object.getHoleMsrPolicy();
-  else if constexpr (std::is_base_of_v<BaseGeometryTransform, X>)
+  else if constexpr (isListed<X>(AllLinearTransforms()))
     for (const omReal64 param : object.getGeometricTransform().getParams()) text << param << ' ';
-  else
+  else if constexpr (!std::is_base_of_v<BaseGeometryTransform, X>)
     printWhole(text, object);
   return text.str();
 }

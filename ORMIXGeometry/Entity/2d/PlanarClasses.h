@@ -69,10 +69,14 @@ using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, El
                                                      Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
                                      ClassList<Line2d, Parabola2d, Shape2d, Vector2d>>;
 
-/// All transforms of planar entities that are defined.
-using PlanarTransformList =
+/// All transforms of planar entities that are defined: those that own a map, those that derive a geometry, and both.
+/// @{
+using PlanarLinearTransformList =
     ClassList<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
               ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
+using PlanarDerivedTransformList = ClassList<EnvelopeTransform2d>;
+using PlanarTransformList = JoinedLists<PlanarLinearTransformList, PlanarDerivedTransformList>;
+/// @}
 
 /// All measures of planar entities that are defined.
 using PlanarMeasureList = ClassList<PerimeterMsr2d, AreaMsr2d, MomentsMsr2d, HuMomentsMsr2d>;

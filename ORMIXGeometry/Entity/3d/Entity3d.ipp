@@ -5,6 +5,7 @@
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
@@ -20,6 +21,7 @@ namespace ormix::geom {
 static_assert(sizeof(AnisotropicScaleTransform3d) > 0 && sizeof(HomographyTransform3d) > 0 &&
               sizeof(RigidTransform3d) > 0 && sizeof(RotationTransform3d) > 0 && sizeof(ScaleTransform3d) > 0 &&
               sizeof(SimilarityTransform3d) > 0 && sizeof(TranslationTransform3d) > 0);
+static_assert(sizeof(EnvelopeTransform3d) > 0);
 static_assert(sizeof(AreaMsr3d) > 0 && sizeof(VolumeMsr3d) > 0);
 
 template <class Self, class Base>

@@ -65,10 +65,14 @@ using SpatialEntityList =
                                 PointCloud3d, Segment3d, Sphere3d, Triangle3d>,
                 ClassList<Plan3d, Shape3d, Vector3d>>;
 
-/// The transforms of spatial entities.
-using SpatialTransformList =
+/// The transforms of spatial entities: those that own a map, those that derive a geometry, and both.
+/// @{
+using SpatialLinearTransformList =
     ClassList<AnisotropicScaleTransform3d, HomographyTransform3d, RigidTransform3d, RotationTransform3d,
               ScaleTransform3d, SimilarityTransform3d, TranslationTransform3d>;
+using SpatialDerivedTransformList = ClassList<EnvelopeTransform3d>;
+using SpatialTransformList = JoinedLists<SpatialLinearTransformList, SpatialDerivedTransformList>;
+/// @}
 
 /// The measures of spatial entities.
 using SpatialMeasureList = ClassList<AreaMsr3d, VolumeMsr3d>;

@@ -37,7 +37,7 @@ struct EntitiesOfPoints {
 
 struct Plane : EntitiesOfPoints<Point2d, Point2dData, PointCloud2d, Segment2d, BoundingBox2d, PolygonWithHoles2d> {
   using Entity = BaseGeometryEntity2d;
-  using Transforms = PlanarTransformList;
+  using Transforms = PlanarLinearTransformList;
   using Transform = BaseGeometryTransform2d;
   using Translation = TranslationTransform2d;
   using Scale = ScaleTransform2d;
@@ -62,7 +62,7 @@ struct Plane : EntitiesOfPoints<Point2d, Point2dData, PointCloud2d, Segment2d, B
 
 struct Space : EntitiesOfPoints<Point3d, Point3dData, PointCloud3d, Segment3d, BoundingBox3d, MeshWithHoles3d> {
   using Entity = BaseGeometryEntity3d;
-  using Transforms = SpatialTransformList;
+  using Transforms = SpatialLinearTransformList;
   using Transform = BaseGeometryTransform3d;
   using Translation = TranslationTransform3d;
   using Scale = ScaleTransform3d;
