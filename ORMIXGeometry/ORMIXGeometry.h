@@ -97,7 +97,10 @@
 #include <ORMIXGeometry/Tools/Text/RingFile.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
@@ -110,7 +113,10 @@
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/BaseGeometryTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/GeometryTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/GeometryTransform3dUtils.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>

@@ -24,7 +24,10 @@
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
@@ -32,7 +35,10 @@
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>

@@ -9,18 +9,18 @@ namespace ormix::geom {
 
 namespace detail {
 template <class Entity>
-struct CoordinateOf {
+struct CoordinateTypeOf {
   using Type = omReal32;  // of the boundaries of a shape
 };
 template <template <class> class Class, class T>
-struct CoordinateOf<Class<T>> {
+struct CoordinateTypeOf<Class<T>> {
   using Type = T;
 };
 }  // namespace detail
 
 /// The coordinate type of an entity: of a shape, that of its boundaries.
 template <class Entity>
-using CoordinateOf = typename detail::CoordinateOf<Entity>::Type;
+using CoordinateOf = typename detail::CoordinateTypeOf<Entity>::Type;
 
 /// The uniform part of a transform that answers another geometry than it is given: it owns no map. `Space` and `Self`
 /// are as GeometryTransform says. `Self` states besides

@@ -7,8 +7,11 @@
 #include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
@@ -23,7 +26,8 @@ namespace ormix::geom {
 static_assert(sizeof(AnisotropicScaleTransform2d) > 0 && sizeof(HomographyTransform2d) > 0 &&
               sizeof(RigidTransform2d) > 0 && sizeof(RotationTransform2d) > 0 && sizeof(ScaleTransform2d) > 0 &&
               sizeof(SimilarityTransform2d) > 0 && sizeof(TranslationTransform2d) > 0);
-static_assert(sizeof(EnvelopeTransform2d) > 0);
+static_assert(sizeof(CentroidTransform2d) > 0 && sizeof(ConvexHullTransform2d) > 0 && sizeof(EnvelopeTransform2d) > 0 &&
+              sizeof(MinEnclosingCircleTransform2d) > 0);
 static_assert(sizeof(AreaMsr2d) > 0 && sizeof(PerimeterMsr2d) > 0 && sizeof(MomentsMsr2d) > 0 &&
               sizeof(HuMomentsMsr2d) > 0);
 

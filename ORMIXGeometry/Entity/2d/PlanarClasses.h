@@ -74,7 +74,8 @@ using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, El
 using PlanarLinearTransformList =
     ClassList<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
               ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
-using PlanarDerivedTransformList = ClassList<EnvelopeTransform2d>;
+using PlanarDerivedTransformList =
+    ClassList<CentroidTransform2d, ConvexHullTransform2d, EnvelopeTransform2d, MinEnclosingCircleTransform2d>;
 using PlanarTransformList = JoinedLists<PlanarLinearTransformList, PlanarDerivedTransformList>;
 /// @}
 

@@ -5,8 +5,11 @@
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/ScaleTransform3d.h>
@@ -21,7 +24,8 @@ namespace ormix::geom {
 static_assert(sizeof(AnisotropicScaleTransform3d) > 0 && sizeof(HomographyTransform3d) > 0 &&
               sizeof(RigidTransform3d) > 0 && sizeof(RotationTransform3d) > 0 && sizeof(ScaleTransform3d) > 0 &&
               sizeof(SimilarityTransform3d) > 0 && sizeof(TranslationTransform3d) > 0);
-static_assert(sizeof(EnvelopeTransform3d) > 0);
+static_assert(sizeof(CentroidTransform3d) > 0 && sizeof(ConvexHullTransform3d) > 0 && sizeof(EnvelopeTransform3d) > 0 &&
+              sizeof(MinEnclosingSphereTransform3d) > 0);
 static_assert(sizeof(AreaMsr3d) > 0 && sizeof(VolumeMsr3d) > 0);
 
 template <class Self, class Base>

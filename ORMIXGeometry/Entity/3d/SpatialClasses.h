@@ -70,7 +70,8 @@ using SpatialEntityList =
 using SpatialLinearTransformList =
     ClassList<AnisotropicScaleTransform3d, HomographyTransform3d, RigidTransform3d, RotationTransform3d,
               ScaleTransform3d, SimilarityTransform3d, TranslationTransform3d>;
-using SpatialDerivedTransformList = ClassList<EnvelopeTransform3d>;
+using SpatialDerivedTransformList =
+    ClassList<CentroidTransform3d, ConvexHullTransform3d, EnvelopeTransform3d, MinEnclosingSphereTransform3d>;
 using SpatialTransformList = JoinedLists<SpatialLinearTransformList, SpatialDerivedTransformList>;
 /// @}
 

@@ -6,7 +6,10 @@ namespace ormix::geom {
 
 /// Which derived geometries a planar entity has.
 struct PlanarDerivations {
-  bool envelope;  ///< EnvelopeTransform2d
+  bool centroid;            ///< CentroidTransform2d
+  bool convexHull;          ///< ConvexHullTransform2d
+  bool envelope;            ///< EnvelopeTransform2d
+  bool minEnclosingCircle;  ///< MinEnclosingCircleTransform2d
 };
 
 namespace detail {
@@ -20,28 +23,28 @@ constexpr PlanarDerivations noPlanarDerivations() {
 }  // namespace detail
 
 /// What can be derived from an entity: a table with a row for each entity of the plane. A missing row does not compile;
-/// what is no entity of the library has nothing.
-/// Everything that is bounded and has a place has everything; a vector has no place.
+/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything; a vector has
+/// no place.
 template <class Entity>
 inline constexpr PlanarDerivations s_planarDerivationsOf = detail::noPlanarDerivations<Entity>();
 // clang-format off
 /// The row of this entity.
 /// @{
-//                                                                                       envelope
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Point2d<T>>            {true};
-template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Vector2d>              {false};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<BoundingBox2d<T>>      {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Segment2d<T>>          {true};
-template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Line2d>                {false};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Circle2d<T>>           {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Ellipse2d<T>>          {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Square2d<T>>           {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Rectangle2d<T>>        {true};
-template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Parabola2d>            {false};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Polygon2d<T>>          {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PolygonWithHoles2d<T>> {true};
-template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PointCloud2d<T>>       {true};
-template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Shape2d>               {true};
+//                                                                                       centroid  convexHull  envelope  minEnclosingCircle
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Point2d<T>>            {true,     true,       true,     true};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Vector2d>              {false,    false,      false,    false};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<BoundingBox2d<T>>      {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Segment2d<T>>          {true,     true,       true,     true};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Line2d>                {false,    false,      false,    false};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Circle2d<T>>           {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Ellipse2d<T>>          {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Square2d<T>>           {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Rectangle2d<T>>        {true,     true,       true,     true};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Parabola2d>            {false,    false,      false,    false};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Polygon2d<T>>          {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PolygonWithHoles2d<T>> {true,     true,       true,     true};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PointCloud2d<T>>       {true,     true,       true,     true};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Shape2d>               {true,     true,       true,     true};
 /// @}
 // clang-format on
 

@@ -6,7 +6,10 @@ namespace ormix::geom {
 
 /// Which derived geometries a spatial entity has.
 struct SpatialDerivations {
-  bool envelope;  ///< EnvelopeTransform3d
+  bool centroid;            ///< CentroidTransform3d
+  bool convexHull;          ///< ConvexHullTransform3d
+  bool envelope;            ///< EnvelopeTransform3d
+  bool minEnclosingSphere;  ///< MinEnclosingSphereTransform3d
 };
 
 namespace detail {
@@ -20,28 +23,28 @@ constexpr SpatialDerivations noSpatialDerivations() {
 }  // namespace detail
 
 /// What can be derived from an entity: a table with a row for each entity of space. A missing row does not compile;
-/// what is no entity of the library has nothing.
-/// Everything that is bounded and has a place has everything; a vector has no place.
+/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything, except that
+/// points, segments and triangles have no convex hull, as they are flat; a vector has no place.
 template <class Entity>
 inline constexpr SpatialDerivations s_spatialDerivationsOf = detail::noSpatialDerivations<Entity>();
 // clang-format off
 /// The row of this entity.
 /// @{
-//                                                                                      envelope
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Point3d<T>>         {true};
-template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Vector3d>           {false};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<BoundingBox3d<T>>   {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Segment3d<T>>       {true};
-template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Plan3d>             {false};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Triangle3d<T>>      {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Sphere3d<T>>        {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Ellipsoid3d<T>>     {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cube3d<T>>          {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cuboid3d<T>>        {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<PointCloud3d<T>>    {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Mesh3d<T>>          {true};
-template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<MeshWithHoles3d<T>> {true};
-template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Shape3d>            {true};
+//                                                                                      centroid  convexHull  envelope  minEnclosingSphere
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Point3d<T>>         {true,     false,      true,     true};
+template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Vector3d>           {false,    false,      false,    false};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<BoundingBox3d<T>>   {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Segment3d<T>>       {true,     false,      true,     true};
+template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Plan3d>             {false,    false,      false,    false};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Triangle3d<T>>      {true,     false,      true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Sphere3d<T>>        {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Ellipsoid3d<T>>     {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cube3d<T>>          {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cuboid3d<T>>        {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<PointCloud3d<T>>    {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Mesh3d<T>>          {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<MeshWithHoles3d<T>> {true,     true,       true,     true};
+template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Shape3d>            {true,     true,       true,     true};
 /// @}
 // clang-format on
 

@@ -1,0 +1,52 @@
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/PlanarParts.h>
+#include <ORMIXGeometry/Transform/EnclosingRadius.h>
+#include <ORMIXMath/Enclosing/SmallestBall.h>
+#include <ORMIXGeometry/Transform/DerivedTransform.ipp>
+
+#include <algorithm>
+#include <cmath>
+
+ORMIX_GEOMETRY_DERIVED_TRANSFORM2D_LEVELS(, MinEnclosingCircleTransform2d)
+
+namespace ormix::geom {
+
+namespace {
+
+template <class Entity>
+bool enclose(const Entity& entity, Circle2d<omReal64>& circle) {
+  return detail::useHullPoints(entity, [&circle](const auto* xy, std::size_t nbPoints) {
+    EnclosingCircle ball;
+    if (!smallestEnclosingCircle(xy, nbPoints, ball)) return false;
+    circle.setCoords({ball.centre[0], ball.centre[1]}, detail::enclosingRadius(ball.radius));
+    return true;
+  });
+}
+template <class T>
+bool encloseRound(const Point2dData<T>& center, omReal64 radius, Circle2d<omReal64>& circle) {
+  circle.setCoords({omReal64(center.getX()), omReal64(center.getY())}, radius);
+  return std::isfinite(circle.centerX()) && std::isfinite(circle.centerY()) && std::isfinite(radius);
+}
+template <class T>
+bool enclose(const Circle2d<T>& entity, Circle2d<omReal64>& circle) {
+  return encloseRound(entity.center(), std::abs(omReal64(entity.getRadius())), circle);
+}
+template <class T>
+bool enclose(const Ellipse2d<T>& ellipse, Circle2d<omReal64>& circle) {
+  const omReal64 a = std::abs(omReal64(ellipse.getMajorRadius()));
+  const omReal64 b = std::abs(omReal64(ellipse.getMinorRadius()));
+  return std::isfinite(b) && encloseRound(ellipse.center(), std::max(a, b), circle);
+}
+
+}  // namespace
+
+template <class Entity>
+bool MinEnclosingCircleTransform2d::derive(const Entity& entity, Result<Entity>& result) const {
+  return enclose(entity, result);
+}
+
+namespace {
+[[gnu::used]] constexpr auto s_instances = detail::derivationsOfAll<MinEnclosingCircleTransform2d>(PlanarEntityList());
+}  // namespace
+
+}  // namespace ormix::geom
