@@ -46,6 +46,9 @@
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXMath/Shape/ShortestLoop.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
+#include <ORMIXMath/Simplification/DouglasPeucker.h>
+#include <ORMIXMath/Simplification/SimplifyPaths.h>
+#include <ORMIXMath/Simplification/VisvalingamWhyatt.h>
 #include <ORMIXMath/Transform/2d/Affine2d.h>
 #include <ORMIXMath/Transform/2d/AffineTransform2d.h>
 #include <ORMIXMath/Transform/2d/AnisotropicScale2d.h>
