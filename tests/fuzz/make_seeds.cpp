@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <string>
 
 #include "ORMIXSerialization/SampleClasses.h"
 #include "support/SampleObjects.h"

@@ -1,12 +1,4 @@
-#include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
-#include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
-#include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
-#include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
-#include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cmath>
+#include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include "support/Checks.h"
 
@@ -62,15 +54,17 @@ TYPED_TEST(Corners, OfCuboidsTurnAboutTheOriginOfCoordinates) {
   }
   EXPECT_EQ(corners(Cube3d<T>(10, 20, 30, 2, 0.25, 0.5, 0.75)),
             corners(Cuboid3d<T>(Point3d<T>(10, 20, 30), 2, 2, 2, 0.25, 0.5, 0.75)));
-  const auto corner = [](omReal64 alpha, omReal64 beta, omReal64 chi) {
-    return Cube3d<T>(10, 0, 0, 1, alpha, beta, chi).topLeftFrontCorner();
-  };
   // The corner (11, -1, -1), by a right angle about one axis each, then about x, y and z in turn.
-  EXPECT_LE(distance(corner(0, 0, s_right), Real(1, 11, -1)), 1e-14);
-  EXPECT_LE(distance(corner(0, s_right, 0), Real(-1, -1, -11)), 1e-14);
-  EXPECT_LE(distance(corner(s_right, 0, 0), Real(11, 1, -1)), 1e-14);
-  EXPECT_LE(distance(corner(s_right, 0, s_right), Real(-1, 11, -1)), 1e-14);
-  EXPECT_LE(distance(corner(s_right, s_right, s_right), Real(-1, -1, -11)), 1e-14);
+  const std::tuple<Real, Real> cases[] = {{Real(0, 0, 1), Real(1, 11, -1)},
+                                          {Real(0, 1, 0), Real(-1, -1, -11)},
+                                          {Real(1, 0, 0), Real(11, 1, -1)},
+                                          {Real(1, 0, 1), Real(-1, 11, -1)},
+                                          {Real(1, 1, 1), Real(-1, -1, -11)}};
+  for (const auto& [turns, expected] : cases) {
+    const Real angles = s_right * turns;
+    const Cube3d<T> cube(10, 0, 0, 1, angles.getX(), angles.getY(), angles.getZ());
+    EXPECT_LE(distance(cube.topLeftFrontCorner(), expected), 1e-14) << turns;
+  }
 }
 
 TYPED_TEST(Corners, OfTrianglesTurnCounterClockwiseAboutTheNormal) {

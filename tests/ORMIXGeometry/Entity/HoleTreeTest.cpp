@@ -2,9 +2,6 @@
 
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
-#include <algorithm>
-#include <utility>
-
 #include "support/ArchiveFormats.h"
 #include "support/Checks.h"
 #include "support/SampleObjects.h"
@@ -30,21 +27,19 @@ template <class T>
 auto& holesOf(MeshWithHoles3d<T>& node) {
   return node.getMeshHoles();
 }
-template <class T>
-void clearHoles(PolygonWithHoles2d<T>& node) {
-  node.clearPolygonHoles();
+template <class N>
+void clearHoles(N& node) {
+  if constexpr (isOf<PolygonWithHoles2d, N>)
+    node.clearPolygonHoles();
+  else
+    node.clearMeshHoles();
 }
-template <class T>
-void clearHoles(MeshWithHoles3d<T>& node) {
-  node.clearMeshHoles();
-}
-template <class T>
-std::size_t nbNodes(const PolygonWithHoles2d<T>& node) {
-  return node.getNbTotPolygons();
-}
-template <class T>
-std::size_t nbNodes(const MeshWithHoles3d<T>& node) {
-  return node.getNbTotMesh();
+template <class N>
+std::size_t nbNodes(const N& node) {
+  if constexpr (isOf<PolygonWithHoles2d, N>)
+    return node.getNbTotPolygons();
+  else
+    return node.getNbTotMesh();
 }
 /// Coordinates are cast as those of points are.
 template <class TOut, class T>
@@ -142,23 +137,17 @@ TYPED_TEST(HoleTree, CopiesAreDeepAndLinkTheirOwnParents) {
 TYPED_TEST(HoleTree, LivingParentsAreNotLost) {
   using Ptr = typename TestFixture::NodePtr;
   using Change = void (*)(TypeParam&);
-  const Change changes[] = {[](TypeParam& node) { node = TypeParam(); },
-                            [](TypeParam& node) {
-                              const TypeParam other;
-                              node = other;
-                            },
-                            [](TypeParam& node) { node.copy(*TestFixture::sample()); },
-                            [](TypeParam& node) {
-                              std::stringstream bytes;
-                              CborOArchive out(bytes);
-                              ASSERT_TRUE(TestFixture::sample()->write(out));
-                              ASSERT_TRUE(out.close());
-                              CborIArchive in(bytes);
-                              ASSERT_TRUE(node.read(in));
-                            },
-                            [](TypeParam& node) { const TypeParam moved(std::move(node)); },
-                            [](TypeParam& node) { TypeParam().operator=(std::move(node)); },
-                            [](TypeParam& node) { clearHoles(node); }};
+  const Change changes[] = {
+      [](TypeParam& node) { node = TypeParam(); },
+      [](TypeParam& node) {
+        const TypeParam other;
+        node = other;
+      },
+      [](TypeParam& node) { node.copy(*TestFixture::sample()); },
+      [](TypeParam& node) { EXPECT_SUCCESS(readInto<Cbor>(archived<Cbor>(*TestFixture::sample()), node)); },
+      [](TypeParam& node) { const TypeParam moved(std::move(node)); },
+      [](TypeParam& node) { TypeParam().operator=(std::move(node)); },
+      [](TypeParam& node) { clearHoles(node); }};
   for (const Change change : changes) {
     SCOPED_TRACE(&change - changes);
     const Ptr root = this->sample();
@@ -305,12 +294,10 @@ TEST(HolesOfPolygons, AreCountedCastAndPrinted) {
 TEST(HolesOfMeshes, AreCountedCastComparedAndPrinted) {
   using Node = MeshWithHoles3d<omReal64>;
   Node tree = Sample<Node>::make();
-  EXPECT_EQ(tree.getNbExteriorVertices(), 4u);
-  EXPECT_EQ(tree.getNbExteriorEdges(), 6u);
-  EXPECT_EQ(tree.getNbExteriorTriangles(), 4u);
-  EXPECT_EQ(tree.getNbTotVertices(), 4u * 4);
-  EXPECT_EQ(tree.getNbTotEdges(), 4u * 6);
-  EXPECT_EQ(tree.getNbTotTriangles(), 4u * 4);
+  const std::array<std::size_t, 6> counts{tree.getNbExteriorVertices(),  tree.getNbExteriorEdges(),
+                                          tree.getNbExteriorTriangles(), tree.getNbTotVertices(),
+                                          tree.getNbTotEdges(),          tree.getNbTotTriangles()};
+  EXPECT_EQ(counts, (std::array<std::size_t, 6>{4, 6, 4, 4 * 4, 4 * 6, 4 * 4}));
   Node other = tree;
   other.getMeshHoles()[0]->getMeshHoles()[0]->getExteriorMesh().setVertex(0, {1.5, 2, 3});
   EXPECT_TRUE(compare(tree, other, 0.5));
@@ -323,8 +310,7 @@ TEST(HolesOfMeshes, AreCountedCastComparedAndPrinted) {
   other.getMeshHoles().pop_back();
   EXPECT_FALSE(compare(tree, other, 9));
   other.getMeshHoles().push_back(nullptr);
-  EXPECT_FALSE(compare(tree, other, 9));
-  EXPECT_FALSE(compare(other, tree, 9));
+  EXPECT_FALSE(compare(tree, other, 9) || compare(other, tree, 9));
   EXPECT_TRUE(compare(other, other, 9));
   std::ostringstream address;
   address << other.getMeshHoles()[0];
@@ -337,16 +323,6 @@ TEST(HolesOfMeshes, AreCountedCastComparedAndPrinted) {
   EXPECT_FAILURE(readInto<Json>(text, restored),
                  "Key \"_halfEdgeColl\": Vertex with index 9 is not valid given vertex collection size 4");
   EXPECT_TRUE(restored.isEmpty() && !restored.hasHoles());
-}
-
-template <class Format, class Node>
-BoolResult write(const Node& node, std::string& bytes) {
-  std::ostringstream stream;
-  typename Format::Output archive(stream);
-  const BoolResult result = node.write(archive);
-  archive.close();
-  bytes = stream.str();
-  return result;
 }
 
 template <class Format, class Test>
@@ -366,13 +342,12 @@ void expectArchived(Test& test) {
   EXPECT_TRUE(Test::isLinked(*test.tree));
   EXPECT_SUCCESS(readInto<Format>(bytes, *test.hole));
   EXPECT_TRUE(Test::isLinked(*test.tree)) << "also after reading into a hole";
-  std::string refused;
+  std::ostringstream stream;
   Node withNull;
   holesOf(withNull).push_back(nullptr);
-  EXPECT_FALSE(write<Format>(withNull, refused));
-  const BoolResult tooDeep = write<Format>(*Test::chain(1500), refused);
-  EXPECT_FALSE(tooDeep);
-  EXPECT_NE(tooDeep.getMessage(), "");
+  typename Format::Output first(stream), second(stream);
+  EXPECT_FALSE(withNull.write(first));
+  EXPECT_FAILURE(Test::chain(1500)->write(second), "nested deeper");
 }
 
 TYPED_TEST(HoleTree, IsArchivedWithItsParents) { expectArchived<Cbor>(*this); }

@@ -1,13 +1,4 @@
-#include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
-#include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
-#include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
-#include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
-#include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
-#include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
-#include <ORMIXMath/Scalar/Constants.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -55,28 +46,30 @@ TYPED_TEST_SUITE(PointTest, support::Scalars);
 template <class P>
 void expectArithmetic() {
   const ScalarOf<P> two = 2;
-  const P a = at<P>(8, 6, 10), b = at<P>(2, 3, 5);
-  EXPECT_EQ(a + b, at<P>(10, 9, 15));
-  EXPECT_EQ(a - b, at<P>(6, 3, 5));
-  EXPECT_EQ(a * b, at<P>(16, 18, 50));
-  EXPECT_EQ(a / b, at<P>(4, 2, 2));
-  EXPECT_EQ(a + two, at<P>(10, 8, 12));
-  EXPECT_EQ(a - two, at<P>(6, 4, 8));
-  EXPECT_EQ(a * two, at<P>(16, 12, 20));
-  EXPECT_EQ(two * a, at<P>(16, 12, 20));
-  EXPECT_EQ(a / two, at<P>(4, 3, 5));
-  EXPECT_EQ(a + along<P>(3), a + end<P>(3));
-  EXPECT_EQ(a - along<P>(3), a - end<P>(3));
-  EXPECT_EQ(a * along<P>(3), a * end<P>(3));
+  const P a = at<P>(8, 6, 10), b = at<P>(2, 3, 5), both = at<P>(2, 2, 2);
+  const auto along3 = along<P>(3);
   P p = a;
-  EXPECT_EQ(p += b, a + b);
-  EXPECT_EQ(p -= b, a);
-  EXPECT_EQ(p *= b, a * b);
-  EXPECT_EQ(p /= b, a);
-  EXPECT_EQ(p += along<P>(3), a + end<P>(3));
-  EXPECT_EQ(p -= along<P>(3), a);
-  EXPECT_EQ(p *= along<P>(3), a * end<P>(3));
-  EXPECT_EQ(p -= p, P());
+  for (const auto& [result, expected] : {std::pair(a + b, at<P>(10, 9, 15)),
+                                         std::pair(a - b, at<P>(6, 3, 5)),
+                                         std::pair(a * b, at<P>(16, 18, 50)),
+                                         std::pair(a / b, at<P>(4, 2, 2)),
+                                         std::pair(a + two, a + both),
+                                         std::pair(a - two, a - both),
+                                         std::pair(a * two, a * both),
+                                         std::pair(two * a, a * both),
+                                         std::pair(a / two, a / both),
+                                         std::pair(a + along3, a + end<P>(3)),
+                                         std::pair(a - along3, a - end<P>(3)),
+                                         std::pair(a * along3, a * end<P>(3)),
+                                         std::pair(p += b, a + b),
+                                         std::pair(p -= b, a),
+                                         std::pair(p *= b, a * b),
+                                         std::pair(p /= b, a),
+                                         std::pair(p += along3, a + end<P>(3)),
+                                         std::pair(p -= along3, a),
+                                         std::pair(p *= along3, a * end<P>(3)),
+                                         std::pair(p -= p, P())})
+    EXPECT_EQ(result, expected);
 }
 
 TYPED_TEST(PointTest, ArithmeticWorksComponentByComponent) {
@@ -177,8 +170,8 @@ TEST(Point, DistancesAreTheNormsOfDifferences) {
   support::Random random(77);
   const auto next = [&] { return static_cast<omReal32>(random.uniform(-100, 100)); };
   for (int i = 0; i < 1000; ++i) {
-    const Point2d<omReal32> a(next(), next()), b(next(), next());
-    const Point3d<omReal32> c(next(), next(), next()), d(next(), next(), next());
+    const Point3d<omReal32> a(next(), next(), next()), b(next(), next(), next());
+    const Point2d<omReal32> c(a.getX(), a.getY()), d(b.getX(), b.getY());
     ASSERT_EQ(distance(a, b), (b - a).normL2()) << i;
     ASSERT_EQ(distance(c, d), (d - c).normL2()) << i;
   }
@@ -234,24 +227,18 @@ TEST(Point, CastsTruncateAndSaturateOrWrapAndRoundGoesToTheNearest) {
   EXPECT_EQ((round<omUInt32, omReal64>(point.getCoords())), Point3dData<omUInt32>(3, 0, 0));
 }
 
-TEST(Point, PrintsInTheStreamsFormatting) {
-  std::ostringstream text;
-  text.precision(3);
-  text << Point2dData<omReal64>(3.14159, 2) << Point3dData<omInt32>(-1, 0, 7);
-  EXPECT_EQ(text.str(), "[3.14, 2][-1, 0, 7]");
-}
-
 TEST(Point, CrossProductIsPerpendicularAndTurnsTheSignWithTheOrder) {
   support::Random draw(271);
-  const auto coordinate = [&draw] { return static_cast<omInt32>(draw.below(201)) - 100; };
+  const auto point = [&draw] {
+    const auto coordinate = [&draw] { return static_cast<omInt32>(draw.below(201)) - 100; };
+    return Point3dData<omInt32>(coordinate(), coordinate(), coordinate());
+  };
   const auto product = [](const auto& a, const auto& b) {
     return a.getX() * b.getX() + a.getY() * b.getY() + a.getZ() * b.getZ();
   };
   EXPECT_EQ(crossProduct(Point3d<omReal32>(1, 0, 0), Point3d<omReal32>(0, 1, 0)), Point3d<omReal32>(0, 0, 1));
   for (int i = 0; i < 1000; ++i) {
-    const Point3dData<omInt32> a(coordinate(), coordinate(), coordinate());
-    const Point3dData<omInt32> b(coordinate(), coordinate(), coordinate());
-    const auto cross = crossProduct(a, b);
+    const auto a = point(), b = point(), cross = crossProduct(a, b);
     ASSERT_TRUE(product(cross, a) == 0 && product(cross, b) == 0) << a << b;
     ASSERT_EQ(product(cross, cross), product(a, a) * product(b, b) - product(a, b) * product(a, b)) << a << b;
     ASSERT_EQ(crossProduct(b, a), -1 * cross) << a << b;
@@ -264,12 +251,10 @@ void expectCloud() {
   Cloud<omReal64> cloud(points);
   EXPECT_EQ(coordinates(cloud.getCollection())[1], -4) << "a run of points is a run of numbers";
   cloud.push_back(at<P>(1e20, 0));
-  cloud.getCollection().erase(cloud.getCollection().begin() + 1);
-  EXPECT_EQ(cloud.size(), 3u);
-  const auto asInt = cast<omInt32, omReal64>(cloud);
-  EXPECT_EQ(asInt.getCollection(), (std::vector<I>{at<I>(3, -4), at<I>(3, -4), at<I>(2147483647, 0)}));
+  EXPECT_EQ((cast<omInt32, omReal64>(cloud).getCollection()),
+            (std::vector<I>{at<I>(3, -4), at<I>(1, 2), at<I>(3, -4), at<I>(2147483647, 0)}));
   cast(cloud, cloud);
-  EXPECT_EQ(cloud.size(), 3u);
+  EXPECT_EQ(cloud.size(), 4u);
   cloud.setCollection(points);
   EXPECT_EQ(cloud.getCollection(), points) << "in order of insertion, with duplicates";
   cloud.clear();

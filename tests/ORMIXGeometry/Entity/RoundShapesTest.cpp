@@ -1,10 +1,4 @@
-#include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
-#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
-#include <ORMIXGeometry/Entity/3d/Ellipsoid/Ellipsoid3d.h>
-#include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include "support/Checks.h"
 
@@ -22,21 +16,16 @@ TYPED_TEST_SUITE(RoundShapes, support::Scalars);
 
 TYPED_TEST(RoundShapes, SignedDistanceIsNegativeInside) {
   using T = TypeParam;
-  const Circle2d<T> circle({10, 10}, T(5));
+  const Circle2d<T> circle({10, 10}, 5);
+  const Sphere3d<T> sphere({10, 10, 10}, 7);
   EXPECT_EQ(circle.signedDistance(Point2d<T>(10, 10)), -5.0);
   EXPECT_EQ(circle.signedDistance(Point2d<T>(16, 2)), 5.0);
   EXPECT_EQ(circle.distance(Point2d<T>(10, 9)), 4.0);
-  EXPECT_DOUBLE_EQ(circle.area(), 25 * s_pi);
-  EXPECT_DOUBLE_EQ(circle.perimeter(), 10 * s_pi);
-  const Sphere3d<T> sphere({10, 10, 10}, T(7));
   EXPECT_EQ(sphere.signedDistance(Point3d<T>(10, 10, 10)), -7.0);
   EXPECT_EQ(sphere.signedDistance(Point3dData<T>(6, 2, 2)), 5.0);
   EXPECT_EQ(sphere.distance(Point3d<T>(10, 9, 10)), 6.0);
-  EXPECT_DOUBLE_EQ(sphere.area(), 196 * s_pi);
-  EXPECT_DOUBLE_EQ(sphere.volume(), 343 * 4 / 3.0 * s_pi);
   EXPECT_TRUE(compare(sphere, Sphere3d<T>(11, 10, 10, 6), T(1)));
-  EXPECT_FALSE(compare(sphere, Sphere3d<T>(11, 11, 10, 7), T(1)));
-  EXPECT_FALSE(compare(sphere, Sphere3d<T>(10, 10, 10, 9), T(1)));
+  EXPECT_FALSE(compare(sphere, Sphere3d<T>(11, 11, 10, 7), T(1)) || compare(sphere, Sphere3d<T>(10, 10, 10, 9), T(1)));
 }
 
 TEST(RoundShape, OnlyDistancesOfIntegersWrap) {
@@ -94,18 +83,10 @@ TYPED_TEST(RoundShapes, EllipsoidsHaveTheSurfaceOfTheirRadii) {
 }
 
 TEST(RoundShape, EllipsoidsTurnByChiThenBetaThenAlpha) {
-  Ellipsoid3d<omReal64> ellipsoid;
-  const auto expectMatrix = [&](omReal64 alpha, omReal64 beta, omReal64 chi, const omReal64(&rows)[3][3]) {
-    ellipsoid.setOrientation(alpha, beta, chi);
-    for (std::size_t row = 0; row < 3; ++row)
-      for (std::size_t column = 0; column < 3; ++column)
-        EXPECT_NEAR(ellipsoid.getMatRot()(row, column), rows[row][column], 1e-15) << row << ' ' << column;
-  };
-  expectMatrix(s_pi / 2, 0, 0, {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}});
-  expectMatrix(0, s_pi / 2, 0, {{0, 0, 1}, {0, 1, 0}, {-1, 0, 0}});
-  expectMatrix(0, 0, s_pi / 2, {{1, 0, 0}, {0, 0, -1}, {0, 1, 0}});
   // z goes to -y by chi, and that to x by alpha.
-  expectMatrix(s_pi / 2, 0, s_pi / 2, {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}});
+  const Ellipsoid3d<omReal64> ellipsoid(0, 0, 0, 3, 2, 1, s_pi / 2, 0, s_pi / 2);
+  const omReal64 rows[3][3] = {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}};
+  for (std::size_t k = 0; k < 9; ++k) EXPECT_NEAR(ellipsoid.getMatRot()(k / 3, k % 3), rows[k / 3][k % 3], 1e-15) << k;
 }
 
 TEST(RoundShape, EllipsoidsCompareEachFieldWithItsTolerance) {

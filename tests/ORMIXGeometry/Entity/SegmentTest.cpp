@@ -1,9 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
 #include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
 
 #include "support/Checks.h"
 
@@ -18,26 +14,28 @@ template <class T>
 class SegmentTest : public testing::Test {};
 TYPED_TEST_SUITE(SegmentTest, support::Scalars);
 
-TYPED_TEST(SegmentTest, IsBuiltFromPointsCoordinatesOrAVector) {
+template <class Segment, class Point>
+void expectEqualSegments(std::initializer_list<Segment> segments, omReal64 length, const Point& middle) {
+  for (const Segment& segment : segments) {
+    EXPECT_NEAR(segment.getLength(), length, 1e-6) << segment;
+    EXPECT_LE(distance(segment.getMiddlePoint(), middle), 1e-6) << segment;
+    EXPECT_EQ(segment.getPoint0(), segments.begin()->getPoint0());
+  }
+  EXPECT_EQ(segments.begin()->getLength(), length);
+  EXPECT_EQ(segments.begin()->getMiddlePoint(), middle);
+}
+
+TYPED_TEST(SegmentTest, IsBuiltFromCoordinatesPointsOrAVector) {
   using T = TypeParam;
-  const Segment2d<T> flat(1, 2, 4, 6);
-  for (const auto& same : {Segment2d<T>({1, 2}, {4, 6}), Segment2d<T>(Point2d<T>(1, 2), Point2dData<T>(4, 6)),
-                           Segment2d<T>(Point2d<T>(1, 2), Vector2d(3, 0) + Vector2d(4, s_pi / 2))}) {
-    EXPECT_EQ(same.getPoint0(), flat.getPoint0());
-    EXPECT_LE(distance(cast<omReal64>(same.getPoint1()), Flat(4, 6)), 1e-6);
-  }
-  EXPECT_EQ(flat.getLength(), 5.0);
-  EXPECT_EQ(flat.getMiddlePoint(), Flat(2.5, 4));
-  const Segment3d<T> segment(1, 2, 3, 3, 5, 9);
+  using Planar = Segment2d<T>;
+  using Spatial = Segment3d<T>;
   const Vector3d across = Vector3d(2, s_pi / 2, 0) + Vector3d(3, s_pi / 2, s_pi / 2) + Vector3d(6, 0, 0);
-  for (const auto& same :
-       {Segment3d<T>({1, 2, 3}, {3, 5, 9}), Segment3d<T>(Point3d<T>(1, 2, 3), Point3dData<T>(3, 5, 9)),
-        Segment3d<T>(Point3d<T>(1, 2, 3), across)}) {
-    EXPECT_EQ(same.getPoint0(), segment.getPoint0());
-    EXPECT_LE(distance(cast<omReal64>(same.getPoint1()), Real(3, 5, 9)), 1e-6);
-  }
-  EXPECT_EQ(segment.getLength(), 7.0);
-  EXPECT_EQ(segment.getMiddlePoint(), Real(2, 3.5, 6));
+  expectEqualSegments({Planar(1, 2, 4, 6), Planar({1, 2}, {4, 6}), Planar(Point2d<T>(1, 2), Point2dData<T>(4, 6)),
+                       Planar(Point2d<T>(1, 2), Vector2d(3, 0) + Vector2d(4, s_pi / 2))},
+                      5, Flat(2.5, 4));
+  expectEqualSegments({Spatial(1, 2, 3, 3, 5, 9), Spatial({1, 2, 3}, {3, 5, 9}),
+                       Spatial(Point3d<T>(1, 2, 3), Point3dData<T>(3, 5, 9)), Spatial(Point3d<T>(1, 2, 3), across)},
+                      7, Real(2, 3.5, 6));
 }
 
 // Also with decreasing coordinates, for which unsigned differences would wrap.
@@ -75,23 +73,20 @@ TYPED_TEST(SegmentTest, DistancesAnswerTheNearestPoints) {
   using T = TypeParam;
   const Segment2d<T> low(0, 1, 10, 1), above(5, 8, 5, 4);
   Flat onLow, onAbove;
-  EXPECT_EQ(low.distance(above, onLow, onAbove), 3.0);
-  EXPECT_EQ(onLow, Flat(5, 1));
-  EXPECT_EQ(onAbove, Flat(5, 4));
   EXPECT_EQ(above.distance(low), 3.0);
-  EXPECT_EQ(low.distance(Segment2d<T>(0, 0, 1, 2)), 0.0);
+  EXPECT_EQ(low.distance(above, onLow, onAbove), 3.0);
+  EXPECT_TRUE(onLow == Flat(5, 1) && onAbove == Flat(5, 4));
+  EXPECT_EQ(above.distance(Point2d<T>(9, 6)), 4.0);
   EXPECT_EQ(low.distance(Point2d<T>(13, 5), onLow), 5.0);
   EXPECT_EQ(onLow, Flat(10, 1));
-  EXPECT_EQ(above.distance(Point2d<T>(9, 6)), 4.0);
   const Segment3d<T> edge(0, 0, 5, 10, 0, 5), across(4, 8, 9, 4, 0, 9);
   Real nearest, other;
+  EXPECT_EQ(edge.distance(across), 4.0);
+  EXPECT_EQ(across.distance(edge, nearest, other), 4.0);
+  EXPECT_TRUE(nearest == Real(4, 0, 9) && other == Real(4, 0, 5));
   EXPECT_EQ(edge.distance(Point3d<T>(4, 3, 9)), 5.0);
   EXPECT_EQ(edge.distance(Point3d<T>(12, 3, 11), nearest), 7.0);
   EXPECT_EQ(nearest, Real(10, 0, 5));
-  EXPECT_EQ(edge.distance(across), 4.0);
-  EXPECT_EQ(across.distance(edge, nearest, other), 4.0);
-  EXPECT_EQ(nearest, Real(4, 0, 9));
-  EXPECT_EQ(other, Real(4, 0, 5));
 }
 
 TEST(Segment, OnlyTheLengthOfIntegersWraps) {

@@ -12,22 +12,19 @@ namespace {
 using namespace estimation;
 using namespace ormix::geom;
 
+template <class List>
+struct TypesOf;
+template <class... X>
+struct TypesOf<ClassList<X...>> {
+  using Type = ::testing::Types<X...>;
+};
 template <class Estimator>
 class AnyEstimator : public ::testing::Test {};
-using AllEstimators =
-    ::testing::Types<Circle2dEstimator, Ellipse2dEstimator, Line2dEstimator, Line2dIntersectionEstimator,
-                     TranslationTransform2dEstimator, RigidTransform2dEstimator, SimilarityTransform2dEstimator,
-                     HomographyTransform2dEstimator, Plan3dEstimator, Sphere3dEstimator, Ellipsoid3dEstimator,
-                     TranslationTransform3dEstimator, RigidTransform3dEstimator, SimilarityTransform3dEstimator,
-                     HomographyTransform3dEstimator>;
-TYPED_TEST_SUITE(AnyEstimator, AllEstimators);
+TYPED_TEST_SUITE(AnyEstimator, TypesOf<EstimatorList>::Type);
 
-struct Sizes {
-  std::size_t minimal, params, dimension;
-};
-
-Sizes sizesOf(const std::string& name) {
-  const std::map<std::string, Sizes> table{{"Circle2d", {3, 3, 2}},
+/// Samples that determine a model, its parameters, and the values of a sample.
+using Sizes = std::array<std::size_t, 3>;
+const std::map<std::string, Sizes> s_sizes{{"Circle2d", {3, 3, 2}},
                                            {"Ellipse2d", {5, 5, 2}},
                                            {"Line2d", {2, 2, 2}},
                                            {"Line2dIntersection", {2, 3, 2}},
@@ -42,16 +39,11 @@ Sizes sizesOf(const std::string& name) {
                                            {"RigidTransform3d", {3, 6, 6}},
                                            {"SimilarityTransform3d", {3, 7, 6}},
                                            {"HomographyTransform3d", {5, 16, 6}}};
-  const std::string prefix = "ormix::geom::";
-  return table.at(name.substr(prefix.size(), name.size() - prefix.size() - std::string("Estimator").size()));
-}
 
 /// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
 template <class Estimator>
 Values spatialSample(Random& random) {
-  const omReal64 t = random.uniform(0, 6.28);
-  const omReal64 z = random.uniform(-1, 1);
-  const omReal64 across = std::sqrt(1 - z * z);
+  const omReal64 t = random.uniform(0, 6.28), z = random.uniform(-1, 1), across = std::sqrt(1 - z * z);
   const omReal64 x = 30 * across * std::cos(t);
   const omReal64 y = 30 * across * std::sin(t);
   if (std::is_same_v<Estimator, Plan3dEstimator>) return {x, y, 0.5 * x - 0.2 * y + 2};
@@ -66,8 +58,7 @@ Values samplesOf(std::size_t count, bool hasOutliers = false) {
   Values values;
   for (std::size_t i = 0; i < count; ++i) {
     const omReal64 t = random.uniform(0, 6.28);
-    omReal64 x = 30 * std::cos(t) + 4;
-    omReal64 y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
+    omReal64 x = 30 * std::cos(t) + 4, y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
     if (std::is_same_v<Estimator, Line2dEstimator>) y = 0.5 * x + 2;
     if (std::is_same_v<Estimator, Line2dIntersectionEstimator>) {
       x = t;
@@ -85,16 +76,15 @@ Values samplesOf(std::size_t count, bool hasOutliers = false) {
 }
 
 TYPED_TEST(AnyEstimator, StatesItsSizesAndIsRegisteredAndCopied) {
-  const std::string name = TypeParam::s_className;
+  const std::string name = TypeParam::s_className, prefix = "ormix::geom::", suffix = "Estimator";
   const auto created = DynamicObjectFactory::getInstance().createShared(name);
   EXPECT_EQ(created->getClassName(), name);
   ASSERT_TRUE(created->hasCopySupport());
   const auto duplicate = boost::dynamic_pointer_cast<TypeParam>(created->duplicateShared());
   ASSERT_TRUE(duplicate);
   EXPECT_NO_THROW(duplicate->copy(*created));
-  EXPECT_EQ(duplicate->getMinimalDataSize(), sizesOf(name).minimal);
-  EXPECT_EQ(duplicate->getNbParams(), sizesOf(name).params);
-  EXPECT_EQ(duplicate->getSampleDimension(), sizesOf(name).dimension);
+  EXPECT_EQ((Sizes{duplicate->getMinimalDataSize(), duplicate->getNbParams(), duplicate->getSampleDimension()}),
+            s_sizes.at(name.substr(prefix.size(), name.size() - prefix.size() - suffix.size())));
   EXPECT_SUCCESS(support::readInto<support::Json>(support::archived<support::Json>(*duplicate), *duplicate));
 }
 
@@ -161,41 +151,33 @@ TYPED_TEST(AnyEstimator, NeverSucceedsWithoutNumbers) {
     for (std::size_t i = 0; i + 1 < values.size() && trial % 4 == 1; i += 2) values[i + 1] = slope * values[i];
     for (std::size_t i = 0; i < values.size() && trial % 4 == 2; ++i)
       values[i] = offset + scale * static_cast<omReal64>(i % 3);
+    const SampleView view = viewOf(values, TypeParam::s_sampleDimension);
     TypeParam estimator;
-    RealVector params;
-    const BoolResult result = estimator.computeEstimation(viewOf(values, TypeParam::s_sampleDimension), params);
-    if (result)
-      for (const omReal64 param : params) ASSERT_TRUE(std::isfinite(param)) << "trial " << trial;
-    else
-      ASSERT_FALSE(result.getMessage().empty());
-    RealVector residuals;
-    if (result) {
-      ASSERT_TRUE(estimator.computeResiduals(viewOf(values, TypeParam::s_sampleDimension), params, residuals));
-    }
+    RealVector params, residuals;
+    const BoolResult result = estimator.computeEstimation(view, params);
+    EXPECT_NE(result.getMessage().empty(), !result) << "trial " << trial;
+    for (const omReal64 param : params) ASSERT_TRUE(std::isfinite(param)) << "trial " << trial;
+    ASSERT_TRUE(!result || estimator.computeResiduals(view, params, residuals));
   }
 }
 
 TYPED_TEST(AnyEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
   const Values values = samplesOf<TypeParam>(200, true);
-  const SampleView view = viewOf(values, TypeParam::s_sampleDimension);
   TypeParam estimator;
   for (const eRobustMethod method : {eRM_Ransac, eRM_Msac, eRM_LMedS}) {
     RobustOptions options;
     options.method = method;
     options.threshold = 0.02;
     options.seed = 5;
-    RobustResult first;
-    const BoolResult result = robustEstimation(estimator, view, options, first);
-    ASSERT_TRUE(result) << result.getMessage();
-    EXPECT_GE(first.nbInliers, 118u);
-    EXPECT_LE(first.nbInliers, 124u);
+    RobustResult found[2];
+    for (RobustResult& each : found)
+      ASSERT_TRUE(robustEstimation(estimator, viewOf(values, TypeParam::s_sampleDimension), options, each));
+    EXPECT_LE(found[0].nbInliers, 124u);
     std::size_t nbRight = 0;
-    for (std::size_t i = 0; i < first.inliers.size(); ++i) nbRight += first.inliers[i] && i % 5 >= 2;
+    for (std::size_t i = 0; i < 200; ++i) nbRight += found[0].inliers[i] && i % 5 >= 2;
     EXPECT_GE(nbRight, 118u);
-    RobustResult second;
-    ASSERT_TRUE(robustEstimation(estimator, view, options, second));
-    EXPECT_EQ(valuesOf(first.params), valuesOf(second.params));
-    EXPECT_EQ(first.inliers, second.inliers);
+    EXPECT_EQ(valuesOf(found[0].params), valuesOf(found[1].params));
+    EXPECT_EQ(found[0].inliers, found[1].inliers);
   }
 }
 

@@ -39,8 +39,7 @@ void expectSamples(bool isBorrowed) {
   EXPECT_EQ(Values(run.view().data, run.view().data + 2 * D), all);
   EXPECT_EQ(run.isBorrowed(), isBorrowed);
   EXPECT_EQ(static_cast<const void*>(run.view().data) == points.data(), isBorrowed) << "packed points are not copied";
-  EXPECT_EQ(pairs.view().nbSamples, 2u);
-  EXPECT_EQ(pairs.view().dimension, 2 * D);
+  EXPECT_TRUE(pairs.view().nbSamples == 2u && pairs.view().dimension == 2 * D);
   const Samples copied(pairs);
   EXPECT_EQ(Values(copied.view()[1], copied.view()[1] + 2 * D), pair);
   EXPECT_TRUE(toDataSet(none).empty() && toSamples(none).view().empty());

@@ -1,5 +1,4 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
 
 #include <fstream>
 

@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <new>
-#include <sstream>
 
 #include "support/SampleObjects.h"
 

@@ -21,47 +21,43 @@ std::size_t slot(F function) {
   return (offset - 1) / sizeof(void*) + 1;
 }
 
-// Function types are given to choose among the overloads.
-template <class Base, class EntityPtr, class Transform>
-void expectTransformPair(std::size_t first) {
-  EXPECT_EQ(slot(static_cast<bool (Base::*)(const Transform&)>(&Base::visitInSitu)), first);
-  EXPECT_EQ(slot(static_cast<EntityPtr (Base::*)(const Transform&) const>(&Base::visitNonInSitu)), first + 1);
+/// The functions stand one after the other.
+template <class... F>
+void expectSlots(std::size_t first, F... functions) {
+  const std::size_t slots[] = {slot(functions)...};
+  for (const std::size_t each : slots) EXPECT_EQ(each, first++);
 }
+
+// Function types are given to choose among the overloads.
 template <class Base, class EntityPtr, class... Transforms>
 void expectTransformPairs(std::size_t next) {
-  (expectTransformPair<Base, EntityPtr, Transforms>(std::exchange(next, next + 2)), ...);
+  (expectSlots(std::exchange(next, next + 2), static_cast<bool (Base::*)(const Transforms&)>(&Base::visitInSitu),
+               static_cast<EntityPtr (Base::*)(const Transforms&) const>(&Base::visitNonInSitu)),
+   ...);
 }
-template <class Base, class Measure, class Value>
-std::size_t visit() {
-  return slot(static_cast<bool (Base::*)(const Measure&, Value&) const>(&Base::visit));
+template <class Measure, class Value, class Base>
+auto visit(bool (Base::*function)(const Measure&, Value&) const) {
+  return function;
 }
 
 TEST(SlotOrder, OfDynamicObjects) {
-  EXPECT_EQ(slot(&BaseDynamicObject::getClassName), 3u);
-  EXPECT_EQ(slot(&BaseDynamicObject::createNew), 4u);
-  EXPECT_EQ(slot(&BaseDynamicObject::createShared), 5u);
-  EXPECT_EQ(slot(&BaseDynamicObject::hasCopySupport), 6u);
-  EXPECT_EQ(slot(&BaseDynamicObject::duplicate), 7u);
-  EXPECT_EQ(slot(&BaseDynamicObject::duplicateShared), 8u);
-  EXPECT_EQ(slot(&BaseDynamicObject::initCtorCopy), 9u);
-  EXPECT_EQ(slot(&BaseDynamicObject::copy), 10u);
-  EXPECT_EQ(slot(&BaseSerializationObject::write), 11u);
-  EXPECT_EQ(slot(&BaseSerializationObject::read), 12u);
+  expectSlots(3, &BaseDynamicObject::getClassName, &BaseDynamicObject::createNew, &BaseDynamicObject::createShared,
+              &BaseDynamicObject::hasCopySupport, &BaseDynamicObject::duplicate, &BaseDynamicObject::duplicateShared,
+              &BaseDynamicObject::initCtorCopy, &BaseDynamicObject::copy, &BaseSerializationObject::write,
+              &BaseSerializationObject::read);
 }
 
 TEST(SlotOrder, OfPlanarEntities) {
   using Base = BaseGeometryEntity2d;
-  EXPECT_EQ(slot(&BaseGeometryEntity::getCoordinateDimension), 13u);
+  expectSlots(13, &BaseGeometryEntity::getCoordinateDimension);
   expectTransformPairs<Base, GeometryEntity2dPtr, AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d,
                        RotationTransform2d, ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d,
                        CentroidTransform2d, ConvexHullTransform2d, EnvelopeTransform2d, SimplifyTransform2d,
                        MinEnclosingCircleTransform2d>(14);
-  EXPECT_EQ((visit<Base, PerimeterMsr2d, omReal64>()), 38u);
-  EXPECT_EQ((visit<Base, AreaMsr2d, omReal64>()), 39u);
-  EXPECT_EQ((visit<Base, MomentsMsr2d, Moments2dO3>()), 40u);
-  EXPECT_EQ((visit<Base, HuMomentsMsr2d, HuMoments2dO3>()), 41u);
-  EXPECT_EQ(slot(&Base::getCoordinateSystem2dType), 42u);
-  EXPECT_EQ(slot(&Base::getEntity2dType), 43u);
+  expectSlots(38, visit<PerimeterMsr2d, omReal64, Base>(&Base::visit), visit<AreaMsr2d, omReal64, Base>(&Base::visit),
+              visit<MomentsMsr2d, Moments2dO3, Base>(&Base::visit),
+              visit<HuMomentsMsr2d, HuMoments2dO3, Base>(&Base::visit), &Base::getCoordinateSystem2dType,
+              &Base::getEntity2dType);
 }
 
 TEST(SlotOrder, OfSpatialEntities) {
@@ -70,34 +66,28 @@ TEST(SlotOrder, OfSpatialEntities) {
                        RotationTransform3d, ScaleTransform3d, SimilarityTransform3d, TranslationTransform3d,
                        CentroidTransform3d, ConvexHullTransform3d, EnvelopeTransform3d, MinEnclosingSphereTransform3d>(
       14);
-  EXPECT_EQ((visit<Base, AreaMsr3d, omReal64>()), 36u);
-  EXPECT_EQ((visit<Base, VolumeMsr3d, omReal64>()), 37u);
-  EXPECT_EQ(slot(&Base::getCoordinateSystem3dType), 38u);
-  EXPECT_EQ(slot(&Base::getEntity3dType), 39u);
+  expectSlots(36, visit<AreaMsr3d, omReal64, Base>(&Base::visit), visit<VolumeMsr3d, omReal64, Base>(&Base::visit),
+              &Base::getCoordinateSystem3dType, &Base::getEntity3dType);
 }
 
 TEST(SlotOrder, OfPlanarMeasures) {
   using Measure = BaseTypedGeometryMeasure2d<omReal64>;
-  EXPECT_EQ(slot(&BaseGeometryMeasure::getCoordinateDimension), 13u);
-  EXPECT_EQ(slot(&BaseGeometryMeasure2d::getMeasure2dType), 14u);
-  EXPECT_EQ(slot(static_cast<bool (Measure::*)(const BaseGeometryEntity2d&, omReal64&) const>(&Measure::measure)), 15u);
+  expectSlots(13, &BaseGeometryMeasure::getCoordinateDimension, &BaseGeometryMeasure2d::getMeasure2dType,
+              static_cast<bool (Measure::*)(const BaseGeometryEntity2d&, omReal64&) const>(&Measure::measure));
 }
 
-TEST(SlotOrder, OfPlanarTransforms) {
-  using Transform = BaseGeometryTransform2d;
-  EXPECT_EQ(slot(&BaseGeometryTransform::getCoordinateDimension), 13u);
-  EXPECT_EQ(slot(&Transform::getTransform2dType), 14u);
-  EXPECT_EQ(slot(static_cast<BoolResult (Transform::*)(BaseGeometryEntity2d&) const>(&Transform::applyInSitu)), 15u);
-  EXPECT_EQ(slot(static_cast<GeometryEntity2dPtr (Transform::*)(const BaseGeometryEntity2d&) const>(&Transform::apply)),
-            16u);
+template <class Transform, class Entity, class EntityPtr, class Type>
+void expectTransformSlots(Type getType) {
+  expectSlots(13, &BaseGeometryTransform::getCoordinateDimension, getType,
+              static_cast<BoolResult (Transform::*)(Entity&) const>(&Transform::applyInSitu),
+              static_cast<EntityPtr (Transform::*)(const Entity&) const>(&Transform::apply));
 }
 
-TEST(SlotOrder, OfSpatialTransforms) {
-  using Transform = BaseGeometryTransform3d;
-  EXPECT_EQ(slot(&Transform::getTransform3dType), 14u);
-  EXPECT_EQ(slot(static_cast<BoolResult (Transform::*)(BaseGeometryEntity3d&) const>(&Transform::applyInSitu)), 15u);
-  EXPECT_EQ(slot(static_cast<GeometryEntity3dPtr (Transform::*)(const BaseGeometryEntity3d&) const>(&Transform::apply)),
-            16u);
+TEST(SlotOrder, OfTransforms) {
+  expectTransformSlots<BaseGeometryTransform2d, BaseGeometryEntity2d, GeometryEntity2dPtr>(
+      &BaseGeometryTransform2d::getTransform2dType);
+  expectTransformSlots<BaseGeometryTransform3d, BaseGeometryEntity3d, GeometryEntity3dPtr>(
+      &BaseGeometryTransform3d::getTransform3dType);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // What every registered class does the same way, checked once over the list of all of them.
 
-#include <algorithm>
 #include <memory>
 
 #include "support/ArchiveFormats.h"
@@ -35,8 +34,7 @@ class UniformClass : public ::testing::TestWithParam<ClassCase> {
   static std::string describe(const BaseDynamicObject& object) { return GetParam().describe(object); }
   const Object sample = GetParam().makeSample();
   const Object object = GetParam().makeDefault();
-  const std::string sampleText = describe(*sample);
-  const std::string defaultText = describe(*object);
+  const std::string sampleText = describe(*sample), defaultText = describe(*object);
 };
 /// The class's name without what a file's or a test's name may not hold.
 std::string fileName(std::string name) {
@@ -121,8 +119,7 @@ TEST_P(UniformClass, RefusesVersionsThatItDoesNotKnow) {
 TEST(TransformArchive, RefusesParametersThatAreNoneAndNamesThem) {
   for (const ClassCase& each : classCases(AllLinearTransforms())) {
     SCOPED_TRACE(each.name);
-    const std::string text = written<Json>(*each.makeSample());
-    const std::string key = "\"params\": [";
+    const std::string text = written<Json>(*each.makeSample()), key = "\"params\": [";
     const std::string first = text.substr(text.find(key) + key.size());
     for (const std::string by : {"\"nan\"", "\"-inf\"", "1, 2"}) {
       const auto object = each.makeDefault();

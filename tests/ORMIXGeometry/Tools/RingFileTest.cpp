@@ -1,10 +1,8 @@
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Text/RingFile.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <fstream>
-#include <sstream>
 
 #include "support/Checks.h"
 
@@ -28,29 +26,18 @@ std::string summary(const RingFile& file) {
 
 }  // namespace
 
-TEST(RingFile, blocksAreKeptAsTheyStand) {
-  EXPECT_EQ(summary(read("0 0\n4 0\n4 3\n\n\n \t\n 1 1 \n2\t2\n1 1\n")),
-            "[[0, 0], [4, 0], [4, 3]] [[1, 1], [2, 2], [1, 1]] ");
-}
-
-TEST(RingFile, ringsOfOneLineAreClosed) {
-  EXPECT_EQ(summary(read("0 0, 4 0, 4 3\n1 1,\t2 2, 3 1, 1 1")),
-            "[[0, 0], [4, 0], [4, 3], [0, 0]] [[1, 1], [2, 2], [3, 1], [1, 1]] ");
-}
-
-TEST(RingFile, bothSpellingsMayBeMixed) {
-  EXPECT_EQ(summary(read("7 7\n8 8\n0 0, 4 0, 4 3\n9 9")),
-            "[[7, 7], [8, 8]] [[0, 0], [4, 0], [4, 3], [0, 0]] [[9, 9]] ");
-}
-
-TEST(RingFile, commentsDoNotEndABlock) {
-  EXPECT_EQ(summary(read("# coast\n0 0\n# a remark\n4 0 # cape\n\n#\n1 1")), "[[0, 0], [4, 0]] [[1, 1]] ");
-}
-
-TEST(RingFile, foreignLineEndsAndByteOrderMarkAreRead) {
-  EXPECT_EQ(summary(read("\xEF\xBB\xBF"
-                         "0 0\r\n4 0\r\n\r\n1 1\r\n")),
-            "[[0, 0], [4, 0]] [[1, 1]] ");
+TEST(RingFile, blocksAreKeptAsTheyStandAndRingsOfOneLineAreClosed) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"0 0\n4 0\n4 3\n\n\n \t\n 1 1 \n2\t2\n1 1\n", "[[0, 0], [4, 0], [4, 3]] [[1, 1], [2, 2], [1, 1]] "},
+      {"0 0, 4 0, 4 3\n1 1,\t2 2, 3 1, 1 1", "[[0, 0], [4, 0], [4, 3], [0, 0]] [[1, 1], [2, 2], [3, 1], [1, 1]] "},
+      {"7 7\n8 8\n0 0, 4 0, 4 3\n9 9", "[[7, 7], [8, 8]] [[0, 0], [4, 0], [4, 3], [0, 0]] [[9, 9]] "},
+      // Comments do not end a block.
+      {"# coast\n0 0\n# a remark\n4 0 # cape\n\n#\n1 1", "[[0, 0], [4, 0]] [[1, 1]] "},
+      // Foreign line ends behind a byte order mark.
+      {"\xEF\xBB\xBF"
+       "0 0\r\n4 0\r\n\r\n1 1\r\n",
+       "[[0, 0], [4, 0]] [[1, 1]] "}};
+  for (const auto& [text, expected] : cases) EXPECT_EQ(summary(read(text)), expected) << text;
 }
 
 TEST(RingFile, malformedLinesAreNamedAndSkipped) {

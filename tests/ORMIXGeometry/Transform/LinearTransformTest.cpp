@@ -1,12 +1,7 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
 
-#include <array>
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <map>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "support/ArchiveFormats.h"
 #include "support/Checks.h"

@@ -2,8 +2,6 @@
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
 
-#include <array>
-
 #include "support/EstimationSamples.h"
 
 namespace {
@@ -11,19 +9,16 @@ namespace {
 using namespace estimation;
 using namespace ormix::geom;
 
-constexpr omReal64 s_degree = 3.141592653589793 / 180;
+using Conic = std::array<omReal64, 6>;
 
 /// Sum of squares of the conic's values over the points, under the constraint of the fit.
-omReal64 algebraicSum(std::array<omReal64, 6> q, const Values& points) {
-  const omReal64 length = std::sqrt(q[0] * q[0] + q[1] * q[1] / 2 + q[2] * q[2]);
+omReal64 algebraicSum(const Conic& q, const Values& points) {
   omReal64 sum = 0;
   for (std::size_t i = 0; i < points.size(); i += 2) {
-    const omReal64 x = points[i];
-    const omReal64 y = points[i + 1];
-    const omReal64 value = (q[0] * x * x + q[1] * x * y + q[2] * y * y + q[3] * x + q[4] * y + q[5]) / length;
-    sum += value * value;
+    const omReal64 x = points[i], y = points[i + 1];
+    sum += std::pow(q[0] * x * x + q[1] * x * y + q[2] * y * y + q[3] * x + q[4] * y + q[5], 2);
   }
-  return sum;
+  return sum / (q[0] * q[0] + q[1] * q[1] / 2 + q[2] * q[2]);
 }
 
 void expectBestConic(const Values& points) {
@@ -32,13 +27,12 @@ void expectBestConic(const Values& points) {
   EllipseConic conic;
   ASSERT_TRUE(conicFromEllipse(p(0), p(1), p(2), p(3), p(4), conic));
   conic = conicAbout(conic, 0, 0);
-  const std::array<omReal64, 6> best{conic.a, conic.b, conic.c, conic.d, conic.e, conic.f};
-  const omReal64 least = algebraicSum(best, points);
+  const Conic best{conic.a, conic.b, conic.c, conic.d, conic.e, conic.f};
   for (std::size_t k = 0; k < best.size(); ++k)
     for (const omReal64 step : {1e-2, -1e-2, 1e-4, -1e-4, 1e-6, -1e-6}) {
-      auto changed = best;
+      Conic changed = best;
       changed[k] += step;
-      EXPECT_GE(algebraicSum(changed, points), least * (1 - 1e-11)) << k << " by " << step;
+      EXPECT_GE(algebraicSum(changed, points), algebraicSum(best, points) * (1 - 1e-11)) << k << " by " << step;
     }
 }
 
@@ -61,9 +55,7 @@ TEST(Ellipse2dEstimator, SaysWhatIsMissing) {
   EXPECT_EQ(failureOf<Ellipse2dEstimator>(Values(20, 3.5)),
             formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_EllipseRank));
   const std::string notAnEllipse = formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_EllipseNotAnEllipse);
-  Values line;
-  Values parabola;
-  Values hyperbola;
+  Values line, parabola, hyperbola;
   for (int i = -5; i <= 5; ++i) {
     line.insert(line.end(), {1.0 * i, 2.0 * i + 1});
     parabola.insert(parabola.end(), {1.0 * i, 1.0 * i * i});
@@ -124,14 +116,14 @@ TEST(Ellipse2dEstimator, ResidualsAreDistancesWhereverThePointIs) {
 }
 
 TEST(Ellipse2dEstimator, ResidualsOfFlatAndSwappedEllipses) {
-  const Values points{0, 0, 3, 1, -7, 0, 0, 2};
-  EXPECT_EQ(valuesOf(residualsOf<Ellipse2dEstimator>(points, vectorOf({0, 0, 5, 0, 0}))), (Values{0, 1, 2, 2}));
-  EXPECT_EQ(valuesOf(residualsOf<Ellipse2dEstimator>(points, vectorOf({0, 0, 0, 0, 0}))),
-            (Values{0, std::hypot(3.0, 1.0), 7, 2}));
-  const RealVector one = residualsOf<Ellipse2dEstimator>(points, vectorOf({0, 0, 2, 4, 0}));
-  const RealVector other = residualsOf<Ellipse2dEstimator>(points, vectorOf({0, 0, -4, 2, 90 * s_degree}));
-  for (std::size_t i = 0; i < one.size(); ++i) EXPECT_NEAR(one(i), other(i), 1e-14);
-  EXPECT_EQ(one(0), 2);
+  const auto residuals = [](omReal64 a, omReal64 b, omReal64 theta) {
+    return valuesOf(residualsOf<Ellipse2dEstimator>({0, 0, 3, 1, -7, 0, 0, 2}, vectorOf({0, 0, a, b, theta})));
+  };
+  EXPECT_EQ(residuals(5, 0, 0), (Values{0, 1, 2, 2}));
+  EXPECT_EQ(residuals(0, 0, 0), (Values{0, std::hypot(3.0, 1.0), 7, 2}));
+  const Values one = residuals(2, 4, 0), other = residuals(-4, 2, std::acos(0.0));
+  for (std::size_t i = 0; i < one.size(); ++i) EXPECT_NEAR(one[i], other[i], 1e-14);
+  EXPECT_EQ(one[0], 2);
   EXPECT_EQ(residualsOf<Ellipse2dEstimator>({s_infinity, 0, 1, 1}, vectorOf({0, 0, 2, 1, 0}))(0), s_infinity);
 }
 

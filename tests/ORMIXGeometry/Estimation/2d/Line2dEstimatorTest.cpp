@@ -38,8 +38,7 @@ TEST(Line2dEstimator, RefusesACloudWithoutDirection) {
 TEST(Line2dEstimator, AngleIsExactAnywhere) {
   Random random(4);
   for (int trial = 0; trial < 300; ++trial) {
-    const int p = static_cast<int>(random.uniform(-40, 40));
-    const int q = static_cast<int>(random.uniform(-40, 40));
+    const int p = static_cast<int>(random.uniform(-40, 40)), q = static_cast<int>(random.uniform(-40, 40));
     if (p == 0 && q == 0) continue;
     const int count = trial % 10 == 9 ? 20000 : 2 + trial;
     for (const omReal64 offset : {0.0, 1e4, 1e8}) {
@@ -92,8 +91,7 @@ TEST(Line2dEstimator, MinimisesItsResiduals) {
 TEST(Line2dIntersectionEstimator, FindsTheCommonPoint) {
   for (unsigned seed = 1; seed <= 100; ++seed) {
     Random random(seed);
-    const omReal64 scale = std::pow(10.0, random.uniform(-200, 200));
-    const omReal64 x = random.uniform(-9, 9) * scale;
+    const omReal64 scale = std::pow(10.0, random.uniform(-200, 200)), x = random.uniform(-9, 9) * scale;
     const omReal64 y = random.uniform(-9, 9) * scale;
     Values lines;
     for (unsigned i = 0; i < 2 + seed; ++i) {
@@ -111,8 +109,7 @@ TEST(Line2dIntersectionEstimator, FindsTheCommonPoint) {
 
 TEST(Line2dIntersectionEstimator, RefusesParallelLines) {
   for (int k = -30; k <= 30; ++k) {
-    const omReal64 theta = 0.1 * k;
-    const omReal64 opposite = theta + (k > 0 ? -s_piValue : s_piValue);
+    const omReal64 theta = 0.1 * k, opposite = theta + (k > 0 ? -s_piValue : s_piValue);
     EXPECT_EQ(failureOf<Line2dIntersectionEstimator>({theta, 1, theta, 2}), s_noPoint);
     EXPECT_EQ(failureOf<Line2dIntersectionEstimator>({theta, 1, opposite, 2}), s_noPoint);
     Values many;

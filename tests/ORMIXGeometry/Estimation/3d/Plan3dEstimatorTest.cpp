@@ -1,8 +1,6 @@
 #include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 
-#include <array>
-
 #include "support/EstimationSamples.h"
 
 namespace {
@@ -13,10 +11,6 @@ using namespace ormix::geom;
 const std::string s_noDirection = formatMessage<eEstimationMessage>(eEstimationMessage::eEsM_PlanNoDirection);
 
 using Vector = std::array<omReal64, 3>;
-
-Vector normalOf(const RealVector& plan) {
-  return {std::sin(plan(0)) * std::cos(plan(1)), std::sin(plan(0)) * std::sin(plan(1)), std::cos(plan(0))};
-}
 
 /// Two vectors that are perpendicular to each other and to the returned normal, of length 1 to rounding.
 Vector frame(Random& random, Vector& u, Vector& v) {
@@ -34,23 +28,16 @@ Values onPlan(const Vector& centre, const Vector& u, const Vector& v, omReal64 e
   Random random(seed);
   Values values;
   for (std::size_t i = 0; i < count; ++i) {
-    const omReal64 a = random.uniform(-extent, extent);
-    const omReal64 b = random.uniform(-extent, extent);
+    const omReal64 a = random.uniform(-extent, extent), b = random.uniform(-extent, extent);
     for (std::size_t k = 0; k < 3; ++k) values.push_back(centre[k] + (a * u[k] + b * v[k]));
   }
   return values;
 }
 
 /// Length of the difference of the unoriented normals.
-omReal64 error(const RealVector& plan, const Vector& normal) {
-  const Vector found = normalOf(plan);
-  omReal64 plus = 0;
-  omReal64 minus = 0;
-  for (std::size_t k = 0; k < 3; ++k) {
-    plus = std::hypot(plus, found[k] + normal[k]);
-    minus = std::hypot(minus, found[k] - normal[k]);
-  }
-  return std::min(plus, minus);
+omReal64 error(const RealVector& plan, const Vector& n) {
+  const Vector m{std::sin(plan(0)) * std::cos(plan(1)), std::sin(plan(0)) * std::sin(plan(1)), std::cos(plan(0))};
+  return std::min(std::hypot(m[0] + n[0], m[1] + n[1], m[2] + n[2]), std::hypot(m[0] - n[0], m[1] - n[1], m[2] - n[2]));
 }
 
 TEST(Plan3dEstimator, IsExactOnExactData) {

@@ -1,11 +1,4 @@
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "support/Checks.h"
 #include "support/Random.h"

@@ -1,9 +1,6 @@
 #include <ORMIXGeometry/Tools/Stl/StlMerge.h>
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
-#include <tuple>
 
 #include "support/Checks.h"
 #include "support/Random.h"

@@ -1,7 +1,4 @@
 #include <ORMIXGeometry/Tools/Stl/StlReader.h>
-#include <gtest/gtest.h>
-
-#include <sstream>
 
 #include "StlSamples.h"
 #include "support/Checks.h"

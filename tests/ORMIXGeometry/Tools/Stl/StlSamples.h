@@ -99,8 +99,7 @@ class TemporaryFile {
 
 /// A file that may be anything, and how many triangles the readers find in it.
 struct HostileFile {
-  std::string what;
-  std::string bytes;
+  std::string what, bytes;
   std::size_t nbTriangles;
 };
 

@@ -1,12 +1,6 @@
-#include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
-#include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
-#include <ORMIXGeometry/Tools/Stl/StlSave.h>
-#include <ORMIXUtil/Version.h>
-#include <gtest/gtest.h>
+#include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include <boost/smart_ptr/make_shared.hpp>
-#include <cmath>
-#include <sstream>
 
 #include "StlSamples.h"
 #include "support/Checks.h"
@@ -63,10 +57,11 @@ TEST(StlSave, sumsAreTakenInTheTypeOfTheMesh) {
 TEST(StlSave, theStreamKeepsTheScientificFlag) {
   std::ostringstream stream;
   stream << std::fixed;
-  writeStLAscii(stream, Mesh3d<omReal32>(), 0, 0, 0);
-  EXPECT_EQ(stream.flags() & std::ios_base::floatfield, std::ios_base::fixed) << "no number was written";
-  writeStLAscii(stream, meshOf<omReal32>({{}}), 0, 0, 0);
-  EXPECT_EQ(stream.flags() & std::ios_base::floatfield, std::ios_base::scientific);
+  for (const bool hasNumbers : {false, true}) {
+    writeStLAscii(stream, hasNumbers ? meshOf<omReal32>({{}}) : Mesh3d<omReal32>(), 0, 0, 0);
+    EXPECT_EQ(stream.flags() & std::ios_base::floatfield,
+              hasNumbers ? std::ios_base::scientific : std::ios_base::fixed);
+  }
 }
 
 TEST(StlSave, headersAndFooters) {
@@ -149,10 +144,10 @@ TEST(StlSave, shapesAreWrittenAsOneFile) {
   first->getMeshWithHolesColl()[0]->getMeshHoles() = {node(4)};
   second->getMeshWithHolesColl() = {node(-1)};
   const auto saved = [&] { return firstCoordinates(file.bytes().substr(84)); };
-  EXPECT_TRUE(saveToStLBinary(file.path, *first, true));
-  EXPECT_EQ(saved(), (std::vector<omReal32>{3, 4, 5}));
-  EXPECT_TRUE(saveToStLBinary(file.path, *first, false));
-  EXPECT_EQ(saved(), (std::vector<omReal32>{3, 5}));
+  for (const bool withHoles : {true, false}) {
+    EXPECT_TRUE(saveToStLBinary(file.path, *first, withHoles));
+    EXPECT_EQ(saved(), withHoles ? (std::vector<omReal32>{3, 4, 5}) : (std::vector<omReal32>{3, 5}));
+  }
   EXPECT_TRUE(saveToStLBinary(file.path, {first, nullptr, second}, true));
   EXPECT_EQ(saved(), (std::vector<omReal32>{5, 6, 7, 1})) << "all are moved alike";
   EXPECT_EQ(file.bytes()[80], 4);

@@ -1,33 +1,28 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-#include <random>
-
+#include "support/Random.h"
 #include "support/SampleObjects.h"
 
 namespace {
 
 using namespace samples;
-constexpr omReal64 s_infinity = std::numeric_limits<omReal64>::infinity();
+using support::s_infinity;
 constexpr omReal64 s_piValue = 3.141592653589793;
 
 // Boundary points of the image are images of boundary points: whatever the fields say, the entity is the image.
 TEST(FigureTransform2d, MapsRoundAndRectangularFigures) {
-  std::mt19937 random(20211);
-  std::uniform_real_distribution<omReal64> number(-10, 10);
+  support::Random random(20211);
+  const auto number = [&random] { return random.uniform(-10, 10); };
   for (int count = 0; count < 50; ++count) {
-    const Similarity2d map(number(random), number(random), number(random), number(random));
-    const Point2dData<omReal64> center(number(random), number(random));
+    const Similarity2d map(number(), number(), number(), number());
+    const Point2dData<omReal64> center(number(), number());
     const auto mapped = [&map](const Point2dData<omReal64>& point) {
-      omReal64 x = 0;
-      omReal64 y = 0;
+      omReal64 x = 0, y = 0;
       EXPECT_TRUE(map.apply(point.getX(), point.getY(), x, y));
       return Point2dData<omReal64>(x, y);
     };
-    const Ellipse2d<omReal64> ellipse(center, 5, 3, number(random));
-    const Rectangle2d<omReal64> rectangle(center, 4, 2, number(random));
+    const Ellipse2d<omReal64> ellipse(center, 5, 3, number());
+    const Rectangle2d<omReal64> rectangle(center, 4, 2, number());
     Ellipse2d<omReal64> ellipseImage = ellipse;
     Rectangle2d<omReal64> rectangleImage = rectangle;
     ASSERT_TRUE(SimilarityTransform2d(map).applyInSitu(ellipseImage));

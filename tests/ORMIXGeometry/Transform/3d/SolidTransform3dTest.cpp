@@ -1,10 +1,6 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
-#include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-#include <random>
-
+#include "support/Random.h"
 #include "support/SampleObjects.h"
 
 namespace {
@@ -16,9 +12,7 @@ constexpr omReal64 s_halfPi = 1.5707963267948966;
 
 template <class Math>
 Point mapped(const Math& map, const Point& point) {
-  omReal64 x = 0;
-  omReal64 y = 0;
-  omReal64 z = 0;
+  omReal64 x = 0, y = 0, z = 0;
   EXPECT_TRUE(map.apply(point.getX(), point.getY(), point.getZ(), x, y, z));
   return {x, y, z};
 }
@@ -26,30 +20,24 @@ Point mapped(const Math& map, const Point& point) {
 /// What is 1 on the surface, by the definition of the ellipsoid.
 omReal64 levelAt(const Ellipsoid3d<omReal64>& ellipsoid, const Point& point) {
   const Point offset = point - ellipsoid.center();
-  const std::array<omReal64, 3> radii{ellipsoid.getMajorRadius(), ellipsoid.getMediumRadius(),
-                                      ellipsoid.getMinorRadius()};
+  const omReal64 radii[] = {ellipsoid.getMajorRadius(), ellipsoid.getMediumRadius(), ellipsoid.getMinorRadius()};
+  const Matrix3x3& m = ellipsoid.getMatRot();
   omReal64 level = 0;
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    const Matrix3x3& rotation = ellipsoid.getMatRot();
-    const omReal64 along =
-        rotation(0, axis) * offset.getX() + rotation(1, axis) * offset.getY() + rotation(2, axis) * offset.getZ();
-    level += along * along / (radii[axis] * radii[axis]);
-  }
+  for (std::size_t axis = 0; axis < 3; ++axis)
+    level += std::pow(
+        (m(0, axis) * offset.getX() + m(1, axis) * offset.getY() + m(2, axis) * offset.getZ()) / radii[axis], 2);
   return level;
 }
 
 class SolidTransform3d : public ::testing::Test {
  protected:
-  omReal64 number(omReal64 largest = 10) { return std::uniform_real_distribution<omReal64>(-largest, largest)(random); }
+  omReal64 number() { return random.uniform(-10, 10); }
   omReal64 length() { return std::abs(number()) + 0.5; }
   /// Every third time a pole, where two of the angles turn about one axis.
-  omReal64 tilt() {
-    const int kind = std::uniform_int_distribution<int>(0, 5)(random);
-    return kind == 0 ? s_halfPi : kind == 1 ? -s_halfPi : number();
-  }
+  omReal64 tilt() { return std::array{s_halfPi, -s_halfPi, number(), number(), number(), number()}[random.below(6)]; }
   omReal64 scale() { return number() < 0 ? -length() : length(); }
 
-  std::mt19937 random{20211};
+  support::Random random{20211};
 };
 
 TEST_F(SolidTransform3d, ImagesOfPointsOfAnEllipsoidLieOnItsImage) {
@@ -114,9 +102,7 @@ TEST(SolidTransform3dAngles, StayToTheBitWhereTheMapKeepsDirections) {
   for (const GeometryEntity3dPtr& entity :
        {TranslationTransform3d(3, 5, 7).apply(before), ScaleTransform3d(-2).apply(before)}) {
     const auto& image = dynamic_cast<const Ellipsoid3d<omReal64>&>(*entity);
-    EXPECT_EQ(image.getAlpha(), 7.1);
-    EXPECT_EQ(image.getBeta(), -4.3);
-    EXPECT_EQ(image.getChi(), 1e3);
+    EXPECT_TRUE(image.getAlpha() == 7.1 && image.getBeta() == -4.3 && image.getChi() == 1e3) << image;
   }
   // No absolute value is taken of lengths.
   Sphere3d<omReal64> sphere({1, 2, 3}, 4);
@@ -156,12 +142,10 @@ TEST_F(SolidTransform3d, AnisotropicScaleMakesOfASphereItsImage) {
     const AnisotropicScale3d map(scale(), scale(), count % 4 == 0 ? 2 : scale());
     const Ellipsoid3d<omReal64> image =
         AnisotropicScaleTransform3d::anisotropicScale(sphere, map.getSx(), map.getSy(), map.getSz());
-    EXPECT_GE(image.getMajorRadius(), image.getMediumRadius());
-    EXPECT_GE(image.getMediumRadius(), image.getMinorRadius());
+    EXPECT_TRUE(image.getMajorRadius() >= image.getMediumRadius() && image.getMediumRadius() >= image.getMinorRadius());
     EXPECT_GT(image.getMinorRadius(), 0);
     for (int direction = 0; direction < 5; ++direction) {
-      const omReal64 theta = number();
-      const omReal64 phi = number();
+      const omReal64 theta = number(), phi = number();
       const Point unit(std::sin(theta) * std::cos(phi), std::sin(theta) * std::sin(phi), std::cos(theta));
       EXPECT_NEAR(levelAt(image, mapped(map, sphere.center() + sphere.getRadius() * unit)), 1, 1e-10) << image;
     }
@@ -175,12 +159,11 @@ TEST(AnisotropicScale3dOfASphere, OrdersItsRadii) {
             describe(Ellipsoid3d<omReal64>({2, 4, 6}, 6, 6, 6, 0, 0, 0)));
   EXPECT_EQ(describe(AnisotropicScaleTransform3d::anisotropicScale(sphere, 4, -3, 2)),
             describe(Ellipsoid3d<omReal64>({4, -6, 6}, 12, 9, 6, 0, 0, 0)));
-  const Ellipsoid3d<omUInt32> unsignedImage =
-      AnisotropicScaleTransform3d::anisotropicScale(Sphere3d<omUInt32>({1, 2, 3}, 3), 1, 1.5, -2);
-  EXPECT_EQ(unsignedImage.getMajorRadius(), 6u);
-  EXPECT_EQ(unsignedImage.getMediumRadius(), 5u);
-  EXPECT_EQ(unsignedImage.getMinorRadius(), 3u);
-  EXPECT_EQ(unsignedImage.center(), Point3dData<omUInt32>(1, 3, 0));
+  // Rounded, and brought into the range.
+  const auto image = AnisotropicScaleTransform3d::anisotropicScale(Sphere3d<omUInt32>({1, 2, 3}, 3), 1, 1.5, -2);
+  EXPECT_EQ((std::array{image.getMajorRadius(), image.getMediumRadius(), image.getMinorRadius()}),
+            (std::array<omUInt32, 3>{6, 5, 3}));
+  EXPECT_EQ(image.center(), Point3dData<omUInt32>(1, 3, 0));
 }
 
 TEST(AnisotropicScale3dOfASphere, FailsWhereThereIsNoEllipsoid) {

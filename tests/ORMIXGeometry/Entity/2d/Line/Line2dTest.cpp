@@ -1,9 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
-#include <gtest/gtest.h>
 
 #include <boost/multiprecision/cpp_bin_float.hpp>
-#include <cmath>
-#include <limits>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -82,8 +79,7 @@ TEST(Line2d, RhoIsRightAndThePointsLieOnTheLine) {
     const Point2dData<omReal64> b(a.getX() + spread * draw.uniform(), a.getY() + spread * draw.uniform());
     const Line2d line(a, b);
     expectNormal(line);
-    const Wide dx = Wide(b.getX()) - a.getX();
-    const Wide dy = Wide(b.getY()) - a.getY();
+    const Wide dx = Wide(b.getX()) - a.getX(), dy = Wide(b.getY()) - a.getY();
     const Wide rho = abs(Wide(a.getX()) * b.getY() - Wide(a.getY()) * b.getX()) / sqrt(dx * dx + dy * dy);
     ASSERT_LE(abs(line.getRho() - rho), 16 * s_eps * rho) << a << b << line;
     const omReal64 size = std::max({std::abs(a.getX()), std::abs(a.getY()), std::abs(b.getX()), std::abs(b.getY())});

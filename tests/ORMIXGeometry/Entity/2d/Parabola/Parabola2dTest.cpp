@@ -1,7 +1,4 @@
 #include <ORMIXGeometry/Entity/2d/Parabola/Parabola2d.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -90,8 +87,7 @@ TEST(Parabola2dArc, LengthAgreesWithSimpsonsRule) {
     const Parabola2d parabola = draw.parabola();
     const omReal64 f = parabola.getFocalLength();
     if (f < 0.05) continue;
-    const omReal64 from = 5 * f * draw.unit();
-    const omReal64 to = 5 * f * draw.unit();
+    const omReal64 from = 5 * f * draw.unit(), to = 5 * f * draw.unit();
     const int nbSteps = 2000;
     const omReal64 step = (to - from) / nbSteps;
     omReal64 sum = 0;
@@ -114,8 +110,7 @@ TEST(Parabola2dArc, SamplesDivideItEvenly) {
     const Parabola2d parabola = draw.parabola();
     const omReal64 f = parabola.getFocalLength();
     if (f < 0.01) continue;
-    const omReal64 from = 20 * f * draw.unit();
-    const omReal64 to = 20 * f * draw.unit();
+    const omReal64 from = 20 * f * draw.unit(), to = 20 * f * draw.unit();
     const auto points = parabola.sampleArc(from, to, 17);
     ASSERT_EQ(points.size(), 17u);
     ASSERT_EQ(points.front(), parabola.getPoint(from));

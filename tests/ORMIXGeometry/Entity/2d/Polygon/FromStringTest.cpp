@@ -1,8 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
-#include <gtest/gtest.h>
 
 #include <charconv>
-#include <cmath>
 
 #include "ORMIXGeometry/Entity/2d/Polygon/RingTextOracle.h"
 #include "support/Checks.h"
@@ -112,18 +110,19 @@ TYPED_TEST(FromString, NamesTheOffendingWord) {
 
 TYPED_TEST(FromString, DoesNotDependOnTheGlobalLocale) {
   const bool isReal = std::is_floating_point_v<TypeParam>;
-  for (const std::string text :
-       {"1234 5678, +4 1", isReal ? "+0.5 1.25, 1e-999 +1.5e1" : "+2147483647 0", "1.234 1", "1.234.567 2"}) {
+  const std::string texts[] = {"1234 5678, +4 1", isReal ? "+0.5 1.25, 1e-999 +1.5e1" : "+2147483647 0", "1.234 1",
+                               "1.234.567 2"};
+  for (const std::string& text : texts) {
     const auto expected = expectedRing<TypeParam>(text);
     const support::CommaLocale locale;
     Polygon2d<TypeParam> polygon;
-    if (expected) {
-      EXPECT_NO_THROW(fromString(polygon, text)) << text;
-      polygon.getPointColl().resize(expected->size());
-      EXPECT_TRUE(sameBits(polygon.getPointColl(), *expected)) << text;
-    } else {
+    if (!expected) {
       EXPECT_THROW(fromString(polygon, text), read_wkt_exception) << text;
+      continue;
     }
+    fromString(polygon, text);
+    polygon.getPointColl().resize(expected->size());
+    EXPECT_TRUE(sameBits(polygon.getPointColl(), *expected)) << text;
   }
 }
 

@@ -1,8 +1,8 @@
+#include <ORMIXGeometry/Entity/2d/PointCloud/BoostPointCloud2d.h>
+#include <ORMIXGeometry/Entity/2d/Polygon/BoostPolygon2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
-#include <gtest/gtest.h>
 
-#include <limits>
-#include <utility>
+#include <boost/geometry.hpp>
 
 #include "support/Checks.h"
 #include "support/Random.h"
@@ -44,6 +44,18 @@ TEST(Polygon2d, KeepsItsRoleWhenCastMovedAndCleared) {
   polygon.clear();
   EXPECT_TRUE(polygon.isEmpty());
   EXPECT_EQ(polygon.getPolygon2dType(), eP2DT_Interior);
+}
+
+// For Boost's algorithms, in the orientation that each adapter states.
+TEST(BoostPolygon2d, IsTheCollectionItselfInEitherOrientation) {
+  Points<omReal64> points{{0, 0}, {4, 0}, {4, 4}, {2, 3}, {0, 4}, {0, 0}};
+  EXPECT_EQ(asDirectPolygon(points).data(), points.data());
+  EXPECT_EQ(asReversePolygon(std::as_const(points)).data(), points.data());
+  EXPECT_EQ(boost::geometry::area(asDirectPolygon(points)), 14);
+  EXPECT_EQ(boost::geometry::area(asReversePolygon(points)), -14);
+  BoostDirectPolygon2d<omReal64> hull;
+  boost::geometry::convex_hull(asPointCloud(points), hull);
+  EXPECT_EQ(boost::geometry::area(hull), 16);
 }
 
 TEST(IsClosed, AsksForTwoVerticesAndExactEquality) {

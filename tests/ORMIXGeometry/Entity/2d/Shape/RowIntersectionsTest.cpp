@@ -1,11 +1,8 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
-#include <gtest/gtest.h>
 
-#include <limits>
 #include <map>
 #include <set>
-#include <string>
 
 #include "support/Checks.h"
 #include "support/Random.h"

@@ -1,8 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
-#include <functional>
-
 #include "ORMIXGeometry/Entity/3d/Mesh/SampleMeshes.h"
 #include "support/ArchiveFormats.h"
 
@@ -130,24 +128,19 @@ TYPED_TEST(Mesh3dArchive, WithABrokenRuleIsRefusedByName) {
             "Vertex with index 3 is not valid given vertex collection size 3");
   EXPECT_EQ(refusal("_triangleToHalfEdgeColl", [](Parts& parts) { parts.firsts.pop_back(); }),
             "12 half edges are not three for each of 3 triangles");
-  EXPECT_EQ(refusal("_halfEdgeColl",
-                    [](Parts& parts) {
-                      parts.halfEdges[0].oppositeHalfEdgeIdx = parts.halfEdges[8].oppositeHalfEdgeIdx = s_noHalfEdge;
-                    }),
-            "Half edges with indexes 0 and 8 should be linked");
-  EXPECT_EQ(refusal("_halfEdgeColl",
-                    [](Parts& parts) {
-                      for (HalfEdge& halfEdge : parts.halfEdges) halfEdge.oppositeHalfEdgeIdx = s_noHalfEdge;
-                      for (std::size_t index : {3u, 4u, 5u})
-                        parts.halfEdges[index].startVertexIdx = parts.halfEdges[index - 3].startVertexIdx;
-                    }),
-            "Half edge with index 3 runs as that with index 0 does");
-  EXPECT_EQ(refusal("_halfEdgeColl",
-                    [](Parts& parts) {
-                      for (omUInt32 index = 0; index < 6; ++index)
-                        parts.halfEdges[index].nextHalfEdgeIdx = (index + 1) % 6;
-                    }),
-            "Half edge with index 0 is not in a cycle of three");
+  const auto unlink = [](Parts& parts) {
+    parts.halfEdges[0].oppositeHalfEdgeIdx = parts.halfEdges[8].oppositeHalfEdgeIdx = s_noHalfEdge;
+  };
+  EXPECT_EQ(refusal("_halfEdgeColl", unlink), "Half edges with indexes 0 and 8 should be linked");
+  const auto repeat = [](Parts& parts) {
+    for (HalfEdge& halfEdge : parts.halfEdges) halfEdge.oppositeHalfEdgeIdx = s_noHalfEdge;
+    for (std::size_t k = 0; k < 3; ++k) parts.halfEdges[3 + k].startVertexIdx = parts.halfEdges[k].startVertexIdx;
+  };
+  EXPECT_EQ(refusal("_halfEdgeColl", repeat), "Half edge with index 3 runs as that with index 0 does");
+  const auto joinCycles = [](Parts& parts) {
+    for (omUInt32 index = 0; index < 6; ++index) parts.halfEdges[index].nextHalfEdgeIdx = (index + 1) % 6;
+  };
+  EXPECT_EQ(refusal("_halfEdgeColl", joinCycles), "Half edge with index 0 is not in a cycle of three");
 }
 
 }  // namespace

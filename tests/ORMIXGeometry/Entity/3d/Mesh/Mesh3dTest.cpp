@@ -30,14 +30,14 @@ void expectThrown(F function, const std::string& text) {
 
 TEST(Mesh3d, ThrowsForInvalidIndices) {
   auto mesh = tetrahedron();
-  const std::string vertex = "Vertex with index 4 is not valid given vertex collection size 4";
+  const MeshTopology& topology = mesh.getTopology();
+  const std::string vertex = "Vertex with index 4 is not valid given vertex collection size 4",
+                    triangle = "Triangle with index 4 is not valid given triangle collection size 4",
+                    halfEdge = "Half edge with index 12 is not valid given half edge collection size 12";
   expectThrown([&] { mesh.getVertex(4); }, vertex);
   expectThrown([&] { mesh.setVertex(4, {}); }, vertex);
-  const std::string triangle = "Triangle with index 4 is not valid given triangle collection size 4";
   expectThrown([&] { mesh.getTriangle(4); }, triangle);
   expectThrown([&] { mesh.getTriangleVertexIndices(4); }, triangle);
-  const std::string halfEdge = "Half edge with index 12 is not valid given half edge collection size 12";
-  const MeshTopology& topology = mesh.getTopology();
   expectThrown([&] { mesh.getHalfEdge(12); }, halfEdge);
   expectThrown([&] { topology.getPreviousHalfEdgeIdx(12); }, halfEdge);
   expectThrown([&] { visitFan(topology, 12, [](std::size_t) {}); }, halfEdge);
@@ -127,15 +127,11 @@ TEST(Mesh3d, IsComparedAndCast) {
   other.setVertex(3, {0, 0, 1.25});
   EXPECT_TRUE(compare(mesh, other, 0.25));
   EXPECT_FALSE(compare(mesh, other, 0.125));
-  other = mesh;
-  other.setMesh3dType(eM3DT_Interior);
-  EXPECT_FALSE(compare(mesh, other, 9));
-  other = mesh;
-  other.reverseOrientation();
-  EXPECT_FALSE(compare(mesh, other, 9));
-  other = mesh;
-  other.addVertex({});
-  EXPECT_FALSE(compare(mesh, other, 9));
+  Mesh3d<omReal64> interior = mesh, turned = mesh, larger = mesh;
+  interior.setMesh3dType(eM3DT_Interior);
+  turned.reverseOrientation();
+  larger.addVertex({});
+  for (const Mesh3d<omReal64>& different : {interior, turned, larger}) EXPECT_FALSE(compare(mesh, different, 9));
   EXPECT_TRUE(compare(tetrahedron<omUInt32>(), tetrahedron<omUInt32>(), 0));
 }
 

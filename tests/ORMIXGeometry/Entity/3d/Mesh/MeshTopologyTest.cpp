@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <map>
 #include <set>
-#include <utility>
 
 #include "ORMIXGeometry/Entity/3d/Mesh/SampleMeshes.h"
 
@@ -138,6 +136,15 @@ TEST(MeshTopology, IsTurnedInsideOut) {
   EXPECT_EQ(getNbComponents(mesh.getTopology()), getNbComponents(before.getTopology()));
   mesh.reverseOrientation();
   expectSame(mesh, before);
+  // What is added after a turn is added to the mesh as it then is: beside its first triangle, and not upon it.
+  mesh.reverseOrientation();
+  const auto first = mesh.getTriangleVertexIndices(0);
+  const std::size_t apex = mesh.addVertex({});
+  for (std::size_t k = 0; k < 3; ++k)
+    EXPECT_EQ(static_cast<bool>(mesh.addTriangle(first[(k + 1) % 3], first[k], apex)),
+              before.getHalfEdge(2 - k).oppositeHalfEdgeIdx == s_noHalfEdge);
+  EXPECT_FALSE(mesh.addTriangle(first[0], first[1], apex));
+  expectWhole(mesh);
 }
 
 // Quadratic work in the valence would take minutes here.

@@ -2,11 +2,6 @@
 
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <string>
-#include <vector>
 
 #include "support/Checks.h"
 #include "support/Random.h"

@@ -27,13 +27,11 @@ Shape3d sample() {
 
 TEST(Shape3d, CountsVoxelsAndMeshes) {
   const Shape3d shape = sample();
-  EXPECT_EQ(shape.getNbVoxels(), 2u + 4 + 3);
-  EXPECT_EQ(shape.getNbTotVertices(), 8u);
-  EXPECT_EQ(shape.getNbTotEdges(), 12u);
-  EXPECT_EQ(shape.getNbTotTriangles(), 8u);
-  EXPECT_EQ(shape.getNbExteriorVertices(), 4u);
-  EXPECT_EQ(shape.getNbExteriorEdges(), 6u);
-  EXPECT_EQ(shape.getNbExteriorTriangles(), 4u);
+  const std::array<std::size_t, 7> counts{shape.getNbVoxels(),           shape.getNbTotVertices(),
+                                          shape.getNbTotEdges(),         shape.getNbTotTriangles(),
+                                          shape.getNbExteriorVertices(), shape.getNbExteriorEdges(),
+                                          shape.getNbExteriorTriangles()};
+  EXPECT_EQ(counts, (std::array<std::size_t, 7>{2 + 4 + 3, 8, 12, 8, 4, 6, 4}));
   std::ostringstream expected;
   expected << '[' << shape.getMeshWithHolesColl()[0] << ", 0]";
   EXPECT_EQ(printed(shape), expected.str());
