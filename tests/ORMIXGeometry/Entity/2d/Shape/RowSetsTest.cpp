@@ -194,9 +194,9 @@ TEST(RowSets, GrowAndShrinkAsTheirPixels) {
     const auto isInDisc = [&](int dx, int dy) {
       return static_cast<long double>(dx * dx + dy * dy) <= static_cast<long double>(radius) * radius;
     };
+    const int reach = static_cast<int>(radius);
     // Pixels of which one, or all, in reach are inside; an image grows into a margin.
-    const auto count = [&](auto isInReach, bool all) {
-      constexpr int margin = 8;
+    const auto count = [&](auto isInReach, int margin, bool all) {
       return rowsOf(Image{image.width + margin, image.height + margin}.map([&](int x, int y) {
         bool any = false, every = true;
         for (int dy = -margin; dy <= margin; ++dy)
@@ -210,10 +210,10 @@ TEST(RowSets, GrowAndShrinkAsTheirPixels) {
     };
     const RowIntersections rows = rowsOf(image, 0, random.below(2) == 0);
     const auto halfWidth = static_cast<omUInt32>(nbX), halfHeight = static_cast<omUInt32>(nbY);
-    EXPECT_EQ(dilate(rows, halfWidth, halfHeight), count(isInBox, false));
-    EXPECT_EQ(erode(rows, halfWidth, halfHeight), count(isInBox, true));
-    EXPECT_EQ(dilate(rows, radius), count(isInDisc, false)) << radius;
-    EXPECT_EQ(erode(rows, radius), count(isInDisc, true)) << radius;
+    EXPECT_EQ(dilate(rows, halfWidth, halfHeight), count(isInBox, 5, false));
+    EXPECT_EQ(erode(rows, halfWidth, halfHeight), count(isInBox, 5, true));
+    EXPECT_EQ(dilate(rows, radius), count(isInDisc, reach, false)) << radius;
+    EXPECT_EQ(erode(rows, radius), count(isInDisc, reach, true)) << radius;
   });
 }
 
