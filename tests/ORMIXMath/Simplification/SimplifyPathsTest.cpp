@@ -174,7 +174,8 @@ TEST(SimplifyPaths, KeepsRingsApartAndNearWhereverTheyBegin) {
         expectWithinTolerance(rings[i], {first, result.kept.begin() + std::ptrdiff_t(result.ends[i])}, tolerance);
       }
       ASSERT_EQ(vertexSet(simplifiedRings(random.turned(rings), tolerance, method)), vertexSet(kept));
-      if (method == ePS_KeepTopology) ASSERT_EQ(vertexSet(simplifiedRings(kept, tolerance)), vertexSet(kept));
+      if (method != ePS_KeepTopology) continue;
+      ASSERT_EQ(vertexSet(simplifiedRings(kept, tolerance)), vertexSet(kept));
     }
   }
 }
@@ -221,8 +222,9 @@ TEST(SimplifyPaths, KeepsSharedBordersShared) {
     }
     EXPECT_LT(length, 4.3 * size) << tolerance;
     EXPECT_GT(length, 3.4 * size) << tolerance;
-    if (tolerance == 100) EXPECT_EQ(nbOfOne, 4 * nbCells - 4);
-    if (tolerance == 100) EXPECT_EQ(nbCellsOfEdge.size(), std::size_t(2 * nbCells * (nbCells - 1) + nbOfOne));
+    if (tolerance < 100) continue;
+    EXPECT_EQ(nbOfOne, 4 * nbCells - 4);
+    EXPECT_EQ(nbCellsOfEdge.size(), std::size_t(2 * nbCells * (nbCells - 1) + nbOfOne));
   }
 }
 
