@@ -7,6 +7,7 @@
 
 #include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
@@ -35,7 +36,6 @@
 #include <boost/numeric/ublas/vector.hpp>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
@@ -258,26 +258,10 @@ struct Moments<double> {
   static ormix::geom::Moments2dO3 moments(const Ring& ring) { return ormix::geom::MomentsMsr2d::measure(ring.polygon); }
   static ormix::geom::HuMoments2dO3 hu(const Ring& ring) { return ormix::geom::HuMoments2dO3(ring.moments); }
   static ormix::geom::Moments2dO3 maskMoments(const std::vector<std::uint8_t>& mask, int width, int height) {
-    std::vector<std::uint32_t> nbRuns;
-    ormix::geom::RowIntersections::RunColl runs;
-    for (const std::uint8_t* row = mask.data(); height > 0; --height, row += width) {
-      const std::size_t nbBefore = runs.size();
-      for (const std::uint8_t *end = row + width, *at = row; (at = find(at, end, 255)) != end;) {
-        const std::uint8_t* begin = at;
-        at = find(at, end, 0);
-        runs.push_back({static_cast<std::uint32_t>(begin - row), static_cast<std::uint32_t>(at - row)});
-      }
-      nbRuns.push_back(static_cast<std::uint32_t>(runs.size() - nbBefore));
-    }
-    ormix::geom::RowIntersections rows;
-    if (!rows.setRows(0, nbRuns, std::move(runs))) throw std::runtime_error("runs");
-    return ormix::geom::moments(rows);
-  }
-
- private:
-  static const std::uint8_t* find(const std::uint8_t* from, const std::uint8_t* end, int value) {
-    const void* found = from == end ? nullptr : std::memchr(from, value, static_cast<std::size_t>(end - from));
-    return found ? static_cast<const std::uint8_t*>(found) : end;
+    const auto columns = static_cast<std::size_t>(width);
+    const auto rows = static_cast<std::size_t>(height);
+    return ormix::geom::moments(
+        toRowIntersections(ormix::geom::MaskView<const std::uint8_t>{mask.data(), columns, rows, columns}));
   }
 };
 

@@ -3,7 +3,6 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXMath/Scalar/DifferenceOfProducts.h>
 #include <ORMIXMath/Shape/Ellipse.h>
-#include <ORMIXUtil/NumericLimits.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <algorithm>
@@ -62,12 +61,13 @@ PrincipalAxes principalAxes(const Moments2dO3& moments, const char* function) {
   const omReal64 larger = mean + deviation;
   // The product of both is the determinant: the smaller one from it, where their difference has lost its digits.
   const omReal64 smaller = larger > 0 ? ormix::detail::differenceOfProducts(xx, yy, xy, xy) / larger : mean - deviation;
-  // Flat sets have a smaller one of 0, up to rounding.
-  constexpr omReal64 rounding = 64 * NumericLimits<omReal64>::s_eps;
+  // Flat sets have a smaller one of 0 up to rounding, which is far below this.
+  constexpr omReal64 rounding = 1e-10;
   if (!(larger >= 0) || smaller < -rounding * larger)
     logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_NoEllipse, mass, mass * larger, mass * smaller),
                 function, __FILE__, __LINE__);
-  return {larger, std::max(smaller, 0.0), deviation == 0 ? 0 : std::atan2(2 * xy, xx - yy) / 2};
+  // Adding 0 changes -0 to 0, so that the y axis has the angle pi/2.
+  return {larger, std::max(smaller, 0.0), deviation == 0 ? 0 : std::atan2(2 * xy + 0.0, xx - yy) / 2};
 }
 
 }  // namespace

@@ -30,11 +30,11 @@ class ORMIX_GEOMETRY_API Moments2dO3 : public RegisteredObject<Moments2dO3, Base
   /// The same numbers with the origin moved to the centroid where there is one.
   explicit Moments2dO3(const PlanarMoments& moments) : _moments(centredMoments(moments)) {}
 
-  /// The integral of x^p y^q.
+  /// The integral of x^p y^q; not finite where it or a part of it overflows, which for third moments is the case from
+  /// distances of about 1e100 on.
   /// \throw ORMIXGeometryException, logged first, when p + q > 3
   omReal64 getMoment(omUInt32 p, omUInt32 q) const;
-  /// The integral of (x − xc)^p (y − yc)^q with the centroid (xc, yc). Its sign is that of the mass where the region
-  /// has moments of one sign.
+  /// The integral of (x − xc)^p (y − yc)^q with the centroid (xc, yc).
   /// \throw ORMIXGeometryException, logged first, when p + q > 3 or the mass is 0
   omReal64 getCentralMoment(omUInt32 p, omUInt32 q) const;
   /// The central moment, divided by m00^(1 + (p + q)/2): that of the region scaled to the mass 1. Of a negative mass,
@@ -83,7 +83,7 @@ class ORMIX_GEOMETRY_API Moments2dO3 : public RegisteredObject<Moments2dO3, Base
 };
 
 /// Whether both have mass, their centroids are at most `tolerance` apart, their masses differ by at most `tolerance`
-/// times the larger one, and so do their normalized moments, absolutely; also whether both are the empty set.
+/// times the larger one, and so do their normalized moments, absolutely. Where one has no mass, whether they are equal.
 ORMIX_GEOMETRY_API bool compare(const Moments2dO3& a, const Moments2dO3& b, omReal64 tolerance);
 
 /// Prints "[origin=[1, 2], m00=4, m10=0, m01=0, m20=1, m11=0, m02=1, m30=0, m21=0, m12=0, m03=0]": the moments about
