@@ -109,6 +109,7 @@
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/Transform2dTypes.h>
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/AnisotropicScaleTransform3d.h>

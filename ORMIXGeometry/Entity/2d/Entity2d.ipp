@@ -16,6 +16,7 @@
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 #include <ORMIXGeometry/Entity/EntityVisits.ipp>
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.ipp>
@@ -27,7 +28,7 @@ static_assert(sizeof(AnisotropicScaleTransform2d) > 0 && sizeof(HomographyTransf
               sizeof(RigidTransform2d) > 0 && sizeof(RotationTransform2d) > 0 && sizeof(ScaleTransform2d) > 0 &&
               sizeof(SimilarityTransform2d) > 0 && sizeof(TranslationTransform2d) > 0);
 static_assert(sizeof(CentroidTransform2d) > 0 && sizeof(ConvexHullTransform2d) > 0 && sizeof(EnvelopeTransform2d) > 0 &&
-              sizeof(MinEnclosingCircleTransform2d) > 0);
+              sizeof(MinEnclosingCircleTransform2d) > 0 && sizeof(SimplifyTransform2d) > 0);
 static_assert(sizeof(AreaMsr2d) > 0 && sizeof(PerimeterMsr2d) > 0 && sizeof(MomentsMsr2d) > 0 &&
               sizeof(HuMomentsMsr2d) > 0);
 

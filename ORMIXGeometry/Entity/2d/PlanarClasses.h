@@ -69,14 +69,16 @@ using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, El
                                                      Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
                                      ClassList<Line2d, Parabola2d, Shape2d, Vector2d>>;
 
-/// All transforms of planar entities that are defined: those that own a map, those that derive a geometry, and both.
+/// All transforms of planar entities that are defined: those that own a map, those that derive a geometry,
+/// and all.
 /// @{
 using PlanarLinearTransformList =
     ClassList<AnisotropicScaleTransform2d, HomographyTransform2d, RigidTransform2d, RotationTransform2d,
               ScaleTransform2d, SimilarityTransform2d, TranslationTransform2d>;
 using PlanarDerivedTransformList =
     ClassList<CentroidTransform2d, ConvexHullTransform2d, EnvelopeTransform2d, MinEnclosingCircleTransform2d>;
-using PlanarTransformList = JoinedLists<PlanarLinearTransformList, PlanarDerivedTransformList>;
+using PlanarTransformList =
+    JoinedLists<PlanarLinearTransformList, PlanarDerivedTransformList, ClassList<SimplifyTransform2d>>;
 /// @}
 
 /// All measures of planar entities that are defined.
