@@ -65,10 +65,11 @@ constexpr auto derivationOf() {
   if constexpr (!Transform::template Supports<Entity>::value)
     return std::make_tuple();
   else if constexpr (!std::is_same_v<typename Transform::template Result<Entity>, Entity>)
-    return std::make_tuple(&Transform::template process<Entity>, &Transform::template derivedOf<Entity>);
+    return std::make_tuple(&Transform::template derive<Entity>, &Transform::template process<Entity>,
+                           &Transform::template derivedOf<Entity>);
   else
-    return std::make_tuple(&Transform::template process<Entity>, &Transform::template derivedOf<Entity>,
-                           &Transform::template processInSitu<Entity>);
+    return std::make_tuple(&Transform::template derive<Entity>, &Transform::template process<Entity>,
+                           &Transform::template derivedOf<Entity>, &Transform::template processInSitu<Entity>);
 }
 
 /// The same for every entity of a list. A constant with this value that is marked as used makes the compiler

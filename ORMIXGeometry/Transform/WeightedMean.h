@@ -90,7 +90,7 @@ void addEdges(const T* coords, std::size_t nbPoints, WeightedMean<D>& mean) {
   }
 }
 
-/// The greatest distance along an axis between points, as a bound of how far sums of their products are off.
+/// The box of points: its greatest side bounds how far sums of their products are off, and no centroid is outside.
 template <std::size_t D>
 class Extent {
  public:
@@ -109,6 +109,12 @@ class Extent {
     omReal64 extent = 0;
     for (std::size_t axis = 0; axis < D; ++axis) extent = std::max(extent, _high[axis] - _low[axis]);
     return extent;
+  }
+  bool contains(const Offset<D>& place) const {
+    bool isInside = !_isEmpty;
+    for (std::size_t axis = 0; axis < D; ++axis)
+      isInside = isInside && place[axis] >= _low[axis] && place[axis] <= _high[axis];
+    return isInside;
   }
 
  private:

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/PlanarParts.h>
 #include <ORMIXGeometry/Transform/WeightedMean.h>
 #include <ORMIXMath/Moments/PointMoments.h>
@@ -69,7 +70,9 @@ bool centroidOfRings(const Entity& entity, eHoleMsrPolicy policy, Centroid& cent
   if (!isFinite(moments)) return false;
   if (std::abs(moments.about[0]) > detail::s_flatness * edges.weight() * extent.value()) {
     moments = centredMoments(moments);
-    if (moments.about[1] == 0 && moments.about[2] == 0) return setTo(centroid, moments.originX, moments.originY);
+    const bool isCentred = moments.about[1] == 0 && moments.about[2] == 0;
+    if (isCentred && extent.contains({moments.originX, moments.originY}))
+      return setTo(centroid, moments.originX, moments.originY);
   }
   if (edges.weight() != 0) return setTo(centroid, edges);
   Mean vertices;
@@ -114,10 +117,12 @@ bool centroidOf(const Shape2d& shape, eHoleMsrPolicy policy, Centroid& centroid)
   });
   return setTo(centroid, pixels);
 }
-/// Circles, ellipses, squares and rectangles.
+/// Circles, ellipses, squares and rectangles, whose sizes have to be numbers too, as for an envelope.
 template <class Entity>
 bool centroidOf(const Entity& entity, eHoleMsrPolicy, Centroid& centroid) {
-  return setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()));
+  EnvelopeTransform2d::Result<Entity> box;
+  return EnvelopeTransform2d().derive(entity, box) &&
+         setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()));
 }
 
 }  // namespace

@@ -18,11 +18,11 @@ namespace ormix::geom {
 /// segment it is its middle, of a cloud the mean of its points, of what has a centre the centre. A shape without
 /// boundaries has that of its pixels, whose centres are at half numbers.
 ///
-/// Computed about the first vertex: 1e-14 of the size of the entity, wherever it lies, as far as omReal64 has the
-/// number. An area is 0 where it is not above the rounding of its sum, about 1e-15 of length times extent.
+/// Computed about the first vertex: to 1e-14 of the size, wherever it lies, as far as omReal64 has the number. An
+/// area counts as 0 within the rounding of its sum, 1e-15 of length times extent, and if its centroid is outside.
 ///
-/// Vectors, lines and parabolas have none, nor has what has no points, a null hole that counts, or a number that is not
-/// finite. In place for `Point2d<omReal64>`, which it leaves as it is. Linear in the number of vertices.
+/// Vectors, lines and parabolas have none, nor has what has no points, a null hole that counts, or a number that is
+/// not finite, or beyond about 1e60 in a ring. In place for `Point2d<omReal64>`, left as it is. Linear in the vertices.
 class ORMIX_GEOMETRY_API CentroidTransform2d : public DerivedTransform<CentroidTransform2d, PlanarTransforms> {
  public:
   static constexpr const char* s_className = "ormix::geom::CentroidTransform2d";  ///< registered name
@@ -53,8 +53,8 @@ class ORMIX_GEOMETRY_API CentroidTransform2d : public DerivedTransform<CentroidT
   }
   /// @}
 
-  /// The centroid of an entity whose class has one. Exists within the library; false, `result` unspecified, where the
-  /// entity has none.
+  /// The same without an exception.
+  /// \return false, `result` unspecified, where there is none
   template <class Entity>
   bool derive(const Entity& entity, Result<Entity>& result) const;
 

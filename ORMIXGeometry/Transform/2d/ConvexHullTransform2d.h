@@ -58,8 +58,8 @@ class ORMIX_GEOMETRY_API ConvexHullTransform2d : public DerivedTransform<ConvexH
   static GeometryEntity2dPtr convexHull(const BaseGeometryEntity2d& entity) { return derivedOfAny(entity); }
   /// @}
 
-  /// The convex hull of an entity whose class has one. Exists within the library; false, `result` unspecified, where
-  /// the entity has none.
+  /// The same without an exception.
+  /// \return false, `result` unspecified, where there is none
   template <class Entity>
   bool derive(const Entity& entity, Result<Entity>& result) const;
 };

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
 #include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
 #include <ORMIXGeometry/Transform/WeightedMean.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
@@ -51,6 +52,7 @@ void addTriangle(const Point3dData<T>& p0, const Point3dData<T>& p1, const Point
 struct MeshSums {
   bool isClosed = true;
   omReal64 roundingOfVolume = 0;
+  detail::Extent<3> extent;
   Mean volume;
   Mean surface;
   Mean vertices;
@@ -58,7 +60,6 @@ struct MeshSums {
   /// \param sign of the volume, -1 for a cavity
   template <class T>
   void add(const Mesh3d<T>& mesh, omReal64 sign) {
-    detail::Extent<3> extent;
     extent.include(coordinates(mesh.getVertexColl()), mesh.getNbVertices());
     detail::addPoints<3>(coordinates(mesh.getVertexColl()), mesh.getNbVertices(), vertices);
     Mean own;
@@ -75,7 +76,9 @@ struct MeshSums {
   }
 
   bool centroid(Centroid& result) const {
-    if (isClosed && std::abs(volume.weight()) > roundingOfVolume) return setTo(result, volume);
+    detail::Offset<3> centre{};
+    if (isClosed && std::abs(volume.weight()) > roundingOfVolume && volume.mean(centre) && extent.contains(centre))
+      return setTo(result, centre[0], centre[1], centre[2]);
     return setTo(result, surface.weight() != 0 ? surface : vertices);
   }
 };
@@ -152,10 +155,17 @@ bool centroidOf(const Shape3d& shape, eHoleMsrPolicy policy, Centroid& centroid)
   });
   return setTo(centroid, voxels);
 }
+/// Whether the sizes are numbers too, as for an envelope.
+template <class Entity>
+bool isWhole(const Entity& entity) {
+  EnvelopeTransform3d::Result<Entity> box;
+  return EnvelopeTransform3d().derive(entity, box);
+}
 /// Spheres and ellipsoids.
 template <class Entity>
 bool centroidOf(const Entity& entity, eHoleMsrPolicy, Centroid& centroid) {
-  return setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ()));
+  return isWhole(entity) &&
+         setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ()));
 }
 // Cubes and cuboids are turned about the origin of coordinates, their centre with them (intended).
 template <class Solid>
@@ -165,7 +175,7 @@ bool centroidOfTurned(const Solid& solid, Centroid& centroid) {
   const omReal64 y = omReal64(solid.centerY());
   const omReal64 z = omReal64(solid.centerZ());
   const auto along = [&](const std::array<omReal64, 3>& row) { return row[0] * x + row[1] * y + row[2] * z; };
-  return setTo(centroid, along(rows[0]), along(rows[1]), along(rows[2]));
+  return isWhole(solid) && setTo(centroid, along(rows[0]), along(rows[1]), along(rows[2]));
 }
 template <class T>
 bool centroidOf(const Cube3d<T>& cube, eHoleMsrPolicy, Centroid& centroid) {

@@ -18,8 +18,8 @@ namespace ormix::geom {
 /// points, of what has a centre the centre; that of cubes and cuboids is turned about the origin of coordinates with
 /// them. A shape without boundaries has that of its voxels, whose centres are at half numbers.
 ///
-/// Computed about the first vertex: 1e-14 of the size of the entity, wherever it lies, as far as omReal64 has the
-/// number. A volume is 0 where it is not above the rounding of its sum, about 1e-15 of area times extent.
+/// Computed about the first vertex: to 1e-14 of the size, wherever it lies, as far as omReal64 has the number. A
+/// volume counts as 0 within the rounding of its sum, 1e-15 of area times extent, and if its centroid is outside.
 ///
 /// Vectors and plans have none, nor has what has no points, a null hole that counts, or a number that is not finite. In
 /// place for `Point3d<omReal64>`, which it leaves as it is. Linear in the number of triangles.
@@ -53,8 +53,8 @@ class ORMIX_GEOMETRY_API CentroidTransform3d : public DerivedTransform<CentroidT
   }
   /// @}
 
-  /// The centroid of an entity whose class has one. Exists within the library; false, `result` unspecified, where the
-  /// entity has none.
+  /// The same without an exception.
+  /// \return false, `result` unspecified, where there is none
   template <class Entity>
   bool derive(const Entity& entity, Result<Entity>& result) const;
 

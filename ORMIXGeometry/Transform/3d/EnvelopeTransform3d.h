@@ -39,8 +39,8 @@ class ORMIX_GEOMETRY_API EnvelopeTransform3d : public DerivedTransform<EnvelopeT
   static GeometryEntity3dPtr envelope(const BaseGeometryEntity3d& entity) { return derivedOfAny(entity); }
   /// @}
 
-  /// The envelope of an entity whose class has one. Exists within the library; false, `result` unspecified, where the
-  /// entity has none.
+  /// The same without an exception.
+  /// \return false, `result` unspecified, where there is none
   template <class Entity>
   bool derive(const Entity& entity, Result<Entity>& result) const;
 };

@@ -42,8 +42,8 @@ class ORMIX_GEOMETRY_API MinEnclosingSphereTransform3d
   }
   /// @}
 
-  /// The smallest sphere around an entity whose class has one. Exists within the library; false, `result` unspecified,
-  /// where the entity has none.
+  /// The same without an exception.
+  /// \return false, `result` unspecified, where there is none
   template <class Entity>
   bool derive(const Entity& entity, Result<Entity>& result) const;
 };
