@@ -17,6 +17,7 @@
 #include <ORMIXMath/Distance/SpatialSegment.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>
 #include <ORMIXMath/Enclosing/LargestInscribedCircle.h>
+#include <ORMIXMath/Enclosing/OrientedBox.h>
 #include <ORMIXMath/Enclosing/SmallestBall.h>
 #include <ORMIXMath/Estimation/BaseCostFunction.h>
 #include <ORMIXMath/Estimation/BaseEstimator.h>
