@@ -82,6 +82,8 @@
 #include <ORMIXGeometry/Region/PixelSpacing.h>
 #include <ORMIXGeometry/Region/RegionProperties.h>
 #include <ORMIXGeometry/Region/RegionTable.h>
+#include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
+#include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>

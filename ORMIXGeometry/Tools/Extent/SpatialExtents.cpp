@@ -1,0 +1,94 @@
+#include <ORMIXGeometry/Message/TransformMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+#include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
+#include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/SpatialParts.h>
+#include <ORMIXMath/Enclosing/OrientedBox.h>
+#include <ORMIXMath/Rotation/EulerAngles.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace ormix::geom {
+
+namespace {
+
+/// The cuboid with the corners of a box: turned about the origin of coordinates, its centre with it (intended).
+Cuboid3d<omReal64> toCuboid(const OrientedBox& box) {
+  const RotationMatrix& r = box.axes;
+  const SpatialPoint& c = box.centre;
+  // The names of a cuboid's angles are in the reverse order (intended).
+  const EulerAngles angles = matrixToEuler(r);
+  const auto before = [&](std::size_t axis) { return r[0][axis] * c.x + r[1][axis] * c.y + r[2][axis] * c.z; };
+  return {{before(0), before(1), before(2)},
+          box.halfSizes[0],
+          box.halfSizes[1],
+          box.halfSizes[2],
+          angles.chi,
+          angles.beta,
+          angles.alpha};
+}
+
+/// A box along the axes of a ball or an ellipsoid, the columns of `axes`.
+OrientedBox boxAround(const SpatialPoint& centre, const std::array<omReal64, 3>& radii, const RotationMatrix& axes) {
+  std::array<std::size_t, 3> order{0, 1, 2};
+  std::sort(order.begin(), order.end(), [&radii](std::size_t a, std::size_t b) { return radii[a] > radii[b]; });
+  OrientedBox box;
+  box.centre = centre;
+  for (std::size_t k = 0; k < 3; ++k) {
+    box.halfSizes[k] = radii[order[k]];
+    for (std::size_t row = 0; row < 3; ++row) box.axes[row][k] = axes[row][order[k]];
+  }
+  // A rotation, not a reflection.
+  const bool isOdd = (order[0] + 1) % 3 != order[1];
+  if (isOdd)
+    for (auto& row : box.axes) row[2] = -row[2];
+  return box;
+}
+
+template <class Entity>
+bool takeBox(const Entity& entity, OrientedBox& box) {
+  if constexpr (!EnvelopeTransform3d::Supports<Entity>::value) {
+    return false;
+  } else {
+    EnvelopeTransform3d::Result<Entity> envelope;
+    if (!EnvelopeTransform3d().derive(entity, envelope)) return false;
+    if constexpr (isListed<Entity>(ScalarClassList<Sphere3d>())) {
+      const omReal64 radius = std::abs(omReal64(entity.getRadius()));
+      box = boxAround({omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ())},
+                      {radius, radius, radius}, OrientedBox().axes);
+      return true;
+    } else if constexpr (isListed<Entity>(ScalarClassList<Ellipsoid3d>())) {
+      box = boxAround({omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ())},
+                      {std::abs(omReal64(entity.getMajorRadius())), std::abs(omReal64(entity.getMediumRadius())),
+                       std::abs(omReal64(entity.getMinorRadius()))},
+                      eulerToMatrix(entity.getAlpha(), entity.getBeta(), entity.getChi()));
+      return true;
+    } else {
+      return detail::useHullPoints(entity, [&box](const auto* xyz, std::size_t nbPoints) {
+        const std::vector<omReal64> points(xyz, xyz + 3 * nbPoints);
+        return static_cast<bool>(smallestOrientedBox(points.data(), nbPoints, box));
+      });
+    }
+  }
+}
+
+}  // namespace
+
+Cuboid3d<omReal64> smallestBox(const BaseGeometryEntity3d& entity) {
+  OrientedBox box;
+  bool isTaken = false;
+  forEachClass(SpatialEntityList(), [&](auto tag) {
+    using Entity = typename decltype(tag)::Type;
+    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) isTaken = takeBox(*typed, box);
+  });
+  if (!isTaken)
+    logAndThrow(
+        formatMessage<eTransformMessage>(eTransformMessage::eTM_TransformFailed, EnvelopeTransform3d::getTypeName(),
+                                         toString(entity.getEntity3dType())),
+        __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return toCuboid(box);
+}
+
+}  // namespace ormix::geom
