@@ -9,6 +9,7 @@
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
+#include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
@@ -24,7 +25,11 @@
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Tools/Stl/StlLoad.h>
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
+#include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
+#include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/Archive/CborIArchive.h>
 #include <ORMIXSerialization/Archive/CborOArchive.h>
@@ -264,5 +269,57 @@ struct Moments<double> {
         toRowIntersections(ormix::geom::MaskView<const std::uint8_t>{mask.data(), columns, rows, columns}));
   }
 };
+
+/// Clouds of the plane and of space.
+template <class T>
+struct OrmixClouds {
+  static constexpr bool available = true;
+  using Cloud2 = ormix::geom::PointCloud2d<T>;
+  using Cloud3 = ormix::geom::PointCloud3d<T>;
+
+  static Cloud2 make2(const std::vector<data::P2<T>>& points) { return Cloud2(ormixPoints(points)); }
+  static Cloud3 make3(const std::vector<data::P3<T>>& points) {
+    Cloud3 cloud;
+    cloud.getCollection().reserve(points.size());
+    for (const auto& point : points) cloud.getCollection().emplace_back(point.x, point.y, point.z);
+    return cloud;
+  }
+};
+
+/// Convex hulls, exact, as polygons and meshes.
+template <class T>
+struct OrmixHulls : OrmixClouds<T> {
+  static auto hull2(const ormix::geom::PointCloud2d<T>& cloud) {
+    return ormix::geom::ConvexHullTransform2d::convexHull(cloud);
+  }
+  static auto hull3(const ormix::geom::PointCloud3d<T>& cloud) {
+    return ormix::geom::ConvexHullTransform3d::convexHull(cloud);
+  }
+};
+
+template <>
+struct Hulls<double> : OrmixHulls<double> {};
+template <>
+struct Hulls<float> : OrmixHulls<float> {};
+template <>
+struct Hulls<std::int32_t> : OrmixHulls<std::int32_t> {};
+
+/// Smallest circles and spheres.
+template <class T>
+struct OrmixEnclosing : OrmixClouds<T> {
+  static auto circle(const ormix::geom::PointCloud2d<T>& cloud) {
+    return ormix::geom::MinEnclosingCircleTransform2d::minEnclosingCircle(cloud);
+  }
+  static auto sphere(const ormix::geom::PointCloud3d<T>& cloud) {
+    return ormix::geom::MinEnclosingSphereTransform3d::minEnclosingSphere(cloud);
+  }
+};
+
+template <>
+struct Enclosing<double> : OrmixEnclosing<double> {};
+template <>
+struct Enclosing<float> : OrmixEnclosing<float> {};
+template <>
+struct Enclosing<std::int32_t> : OrmixEnclosing<std::int32_t> {};
 
 }  // namespace lut
