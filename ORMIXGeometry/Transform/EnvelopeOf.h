@@ -98,6 +98,21 @@ struct GrowingBox {
   }
 
   bool hasAnswer() const { return !isEmpty && isFinite; }
+
+  /// Whether a place is inside or on a side.
+  bool contains(const std::array<omReal64, D>& place) const {
+    bool isInside = !isEmpty;
+    for (std::size_t axis = 0; axis < D; ++axis)
+      isInside = isInside && place[axis] >= omReal64(low[axis]) && place[axis] <= omReal64(high[axis]);
+    return isInside;
+  }
+  /// The longest side.
+  omReal64 extent() const {
+    omReal64 longest = 0;
+    for (std::size_t axis = 0; axis < D; ++axis)
+      longest = std::max(longest, omReal64(high[axis]) - omReal64(low[axis]));
+    return longest;
+  }
 };
 
 /// The half extent along an axis of a body whose local axis i has the direction cosine `cosines[i]` with it: of an

@@ -32,10 +32,15 @@ class WeightedMean {
     return offset;
   }
 
-  void add(omReal64 weight, const Offset<D>& offset) {
+  void add(omReal64 weight, Offset<D> offset) {
+    for (omReal64& part : offset) part *= weight;
+    addSum(weight, offset);
+  }
+  /// Several places together: the sum of their weights, and that of weight times offset.
+  void addSum(omReal64 weight, const Offset<D>& weighted) {
     ormix::detail::addCompensated(weight, _weight, _weightError);
     for (std::size_t axis = 0; axis < D; ++axis)
-      ormix::detail::addCompensated(weight * offset[axis], _sum[axis], _sumError[axis]);
+      ormix::detail::addCompensated(weighted[axis], _sum[axis], _sumError[axis]);
   }
 
   omReal64 weight() const { return ormix::detail::roundedSum(_weight, _weightError); }
@@ -67,10 +72,20 @@ omReal64 lengthOf(const Offset<D>& offset) {
   return length;
 }
 
-/// Adds points with the weight 1 each.
+/// Adds points with the weight 1 each. Blocks of so few that their plain sums lose less than 1e-14 are added with
+/// compensation.
 template <std::size_t D, class T>
 void addPoints(const T* coords, std::size_t nbPoints, WeightedMean<D>& mean) {
-  for (std::size_t i = 0; i < nbPoints; ++i) mean.add(1, mean.offsetOf(coords + D * i));
+  constexpr std::size_t blockSize = 32;
+  for (std::size_t first = 0; first < nbPoints; first += blockSize) {
+    const std::size_t last = std::min(first + blockSize, nbPoints);
+    Offset<D> sum{};
+    for (std::size_t i = first; i < last; ++i) {
+      const Offset<D> offset = mean.offsetOf(coords + D * i);
+      for (std::size_t axis = 0; axis < D; ++axis) sum[axis] += offset[axis];
+    }
+    mean.addSum(omReal64(last - first), sum);
+  }
 }
 
 /// Adds the edges of a ring, the last vertex to the first too, with their lengths as weights.
@@ -89,39 +104,6 @@ void addEdges(const T* coords, std::size_t nbPoints, WeightedMean<D>& mean) {
     from = to;
   }
 }
-
-/// The box of points: its greatest side bounds how far sums of their products are off, and no centroid is outside.
-template <std::size_t D>
-class Extent {
- public:
-  template <class T>
-  void include(const T* coords, std::size_t nbPoints) {
-    for (std::size_t i = 0; i < nbPoints * D; ++i) {
-      const std::size_t axis = i % D;
-      const omReal64 value = omReal64(coords[i]);
-      if (_isEmpty && i < D) _low[axis] = _high[axis] = value;
-      _low[axis] = std::min(_low[axis], value);
-      _high[axis] = std::max(_high[axis], value);
-    }
-    _isEmpty = _isEmpty && nbPoints == 0;
-  }
-  omReal64 value() const {
-    omReal64 extent = 0;
-    for (std::size_t axis = 0; axis < D; ++axis) extent = std::max(extent, _high[axis] - _low[axis]);
-    return extent;
-  }
-  bool contains(const Offset<D>& place) const {
-    bool isInside = !_isEmpty;
-    for (std::size_t axis = 0; axis < D; ++axis)
-      isInside = isInside && place[axis] >= _low[axis] && place[axis] <= _high[axis];
-    return isInside;
-  }
-
- private:
-  bool _isEmpty = true;
-  Offset<D> _low{};
-  Offset<D> _high{};
-};
 
 /// An area or volume is 0 where it is at most this times length or area and extent: what its sum may be off by.
 inline constexpr omReal64 s_flatness = 0x1p-50;

@@ -2,8 +2,10 @@
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/PlanarParts.h>
+#include <ORMIXGeometry/Transform/EnvelopeOf.h>
 #include <ORMIXGeometry/Transform/WeightedMean.h>
 #include <ORMIXMath/Moments/PointMoments.h>
+#include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.ipp>
 
 #include <cmath>
@@ -61,24 +63,27 @@ bool centroidOfRings(const Entity& entity, eHoleMsrPolicy policy, Centroid& cent
   const auto region = [](const auto& ring) { return regionOf(ring); };
   PlanarMoments moments;
   if (!detail::measureParts(entity, policy, moments, region, std::minus<>())) return false;
-  Mean edges;
-  detail::Extent<2> extent;
+  detail::GrowingBox<CoordinateOf<Entity>, 2> box;
+  omReal64 length = 0;
   visitRings(entity, policy, [&](const auto* xy, std::size_t nbPoints) {
-    detail::addEdges<2>(xy, nbPoints, edges);
-    extent.include(xy, nbPoints);
+    box.includeRun(xy, nbPoints);
+    // Twice, for the edge from the last vertex to the first.
+    length += 2 * pathLength(xy, nbPoints);
   });
-  if (!isFinite(moments)) return false;
-  if (std::abs(moments.about[0]) > detail::s_flatness * edges.weight() * extent.value()) {
+  if (!box.hasAnswer() || !isFinite(moments)) return false;
+  if (std::abs(moments.about[0]) > detail::s_flatness * length * box.extent()) {
     moments = centredMoments(moments);
     const bool isCentred = moments.about[1] == 0 && moments.about[2] == 0;
-    if (isCentred && extent.contains({moments.originX, moments.originY}))
+    if (isCentred && box.contains({moments.originX, moments.originY}))
       return setTo(centroid, moments.originX, moments.originY);
   }
-  if (edges.weight() != 0) return setTo(centroid, edges);
+  Mean edges;
   Mean vertices;
-  visitRings(entity, policy,
-             [&](const auto* xy, std::size_t nbPoints) { detail::addPoints<2>(xy, nbPoints, vertices); });
-  return setTo(centroid, vertices);
+  visitRings(entity, policy, [&](const auto* xy, std::size_t nbPoints) {
+    detail::addEdges<2>(xy, nbPoints, edges);
+    detail::addPoints<2>(xy, nbPoints, vertices);
+  });
+  return setTo(centroid, edges.weight() != 0 ? edges : vertices);
 }
 
 template <class T>

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
+#include <ORMIXGeometry/Transform/EnvelopeOf.h>
 #include <ORMIXGeometry/Transform/WeightedMean.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.ipp>
@@ -48,58 +49,62 @@ void addTriangle(const Point3dData<T>& p0, const Point3dData<T>& p1, const Point
            barycentre);
 }
 
-/// What a mesh or several give, by volume, by surface and by vertices.
-struct MeshSums {
-  bool isClosed = true;
-  omReal64 roundingOfVolume = 0;
-  detail::Extent<3> extent;
-  Mean volume;
-  Mean surface;
-  Mean vertices;
-
-  /// \param sign of the volume, -1 for a cavity
-  template <class T>
-  void add(const Mesh3d<T>& mesh, omReal64 sign) {
-    extent.include(coordinates(mesh.getVertexColl()), mesh.getNbVertices());
-    detail::addPoints<3>(coordinates(mesh.getVertexColl()), mesh.getNbVertices(), vertices);
-    Mean own;
-    visitTriangles(mesh, [&](const auto& p0, const auto& p1, const auto& p2) {
-      addTriangle(p0, p1, p2, surface);
-      addTriangle(p0, p1, p2, own);
-    });
-    roundingOfVolume += detail::s_flatness * own.weight() * extent.value();
-    isClosed = isClosed && mesh.getNbTriangles() > 0 && mesh.isClosed();
-    MeshMoments moments;
-    if (!isClosed || !meshMoments(detail::triangleView(mesh), moments)) return;
-    const omReal64 centroid[] = {moments.centroid.x, moments.centroid.y, moments.centroid.z};
-    volume.add(sign * moments.volume, volume.offsetOf(centroid));
-  }
-
-  bool centroid(Centroid& result) const {
-    detail::Offset<3> centre{};
-    if (isClosed && std::abs(volume.weight()) > roundingOfVolume && volume.mean(centre) && extent.contains(centre))
-      return setTo(result, centre[0], centre[1], centre[2]);
-    return setTo(result, surface.weight() != 0 ? surface : vertices);
-  }
-};
-
-template <class T>
-bool addTree(const MeshWithHoles3d<T>& tree, eHoleMsrPolicy policy, MeshSums& sums) {
-  if (policy == eHMP_IgnoreHoles || !tree.hasHoles()) {
-    sums.add(tree.getExteriorMesh(), 1);
-    return true;
-  }
+/// Calls `visit(mesh, sign)` for the meshes that count; the sign of cavities is -1. False where a hole is null.
+template <class T, class Visit>
+bool visitMeshes(const Mesh3d<T>& mesh, eHoleMsrPolicy, Visit visit) {
+  visit(mesh, 1.0);
+  return true;
+}
+template <class T, class Visit>
+bool visitMeshes(const MeshWithHoles3d<T>& tree, eHoleMsrPolicy policy, Visit visit) {
+  if (policy == eHMP_IgnoreHoles || !tree.hasHoles()) return visitMeshes(tree.getExteriorMesh(), policy, visit);
   std::vector<std::pair<const MeshWithHoles3d<T>*, omReal64>> pending{{&tree, 1.0}};
   while (!pending.empty()) {
     const auto [node, sign] = pending.back();
     pending.pop_back();
-    sums.add(node->getExteriorMesh(), sign);
+    visit(node->getExteriorMesh(), sign);
     for (auto hole = node->beginHole(); hole != node->endHole(); ++hole) {
       if (!*hole) return false;
       pending.emplace_back(hole->get(), -sign);
     }
   }
   return true;
+}
+template <class Visit>
+bool visitMeshes(const Shape3d& shape, eHoleMsrPolicy policy, Visit visit) {
+  for (const auto& mesh : shape.getMeshWithHolesColl())
+    if (!mesh || !visitMeshes(*mesh, policy, visit)) return false;
+  return true;
+}
+
+/// Of the volume of meshes, where there is none of their surface, where that has no area of the vertices.
+template <class Entity>
+bool centroidOfMeshes(const Entity& entity, eHoleMsrPolicy policy, Centroid& centroid) {
+  bool isClosed = true;
+  omReal64 area = 0;
+  detail::GrowingBox<CoordinateOf<Entity>, 3> box;
+  Mean volume;
+  const bool isWhole = visitMeshes(entity, policy, [&](const auto& mesh, omReal64 sign) {
+    box.includeRun(coordinates(mesh.getVertexColl()), mesh.getNbVertices());
+    area += meshArea(detail::triangleView(mesh));
+    isClosed = isClosed && mesh.getNbTriangles() > 0 && mesh.isClosed();
+    MeshMoments moments;
+    if (!isClosed || !meshMoments(detail::triangleView(mesh), moments)) return;
+    const omReal64 place[] = {moments.centroid.x, moments.centroid.y, moments.centroid.z};
+    volume.add(sign * moments.volume, volume.offsetOf(place));
+  });
+  if (!isWhole || !box.hasAnswer()) return false;
+  detail::Offset<3> centre{};
+  if (isClosed && std::abs(volume.weight()) > detail::s_flatness * area * box.extent() && volume.mean(centre) &&
+      box.contains(centre))
+    return setTo(centroid, centre[0], centre[1], centre[2]);
+  Mean surface;
+  Mean vertices;
+  visitMeshes(entity, policy, [&](const auto& mesh, omReal64) {
+    detail::addPoints<3>(coordinates(mesh.getVertexColl()), mesh.getNbVertices(), vertices);
+    visitTriangles(mesh, [&](const auto& p0, const auto& p1, const auto& p2) { addTriangle(p0, p1, p2, surface); });
+  });
+  return setTo(centroid, surface.weight() != 0 ? surface : vertices);
 }
 
 template <class T>
@@ -131,23 +136,15 @@ bool centroidOf(const PointCloud3d<T>& cloud, eHoleMsrPolicy, Centroid& centroid
   return setTo(centroid, mean);
 }
 template <class T>
-bool centroidOf(const Mesh3d<T>& mesh, eHoleMsrPolicy, Centroid& centroid) {
-  MeshSums sums;
-  sums.add(mesh, 1);
-  return sums.centroid(centroid);
+bool centroidOf(const Mesh3d<T>& mesh, eHoleMsrPolicy policy, Centroid& centroid) {
+  return centroidOfMeshes(mesh, policy, centroid);
 }
 template <class T>
 bool centroidOf(const MeshWithHoles3d<T>& mesh, eHoleMsrPolicy policy, Centroid& centroid) {
-  MeshSums sums;
-  return addTree(mesh, policy, sums) && sums.centroid(centroid);
+  return centroidOfMeshes(mesh, policy, centroid);
 }
 bool centroidOf(const Shape3d& shape, eHoleMsrPolicy policy, Centroid& centroid) {
-  if (!shape.getMeshWithHolesColl().empty()) {
-    MeshSums sums;
-    for (const auto& mesh : shape.getMeshWithHolesColl())
-      if (!mesh || !addTree(*mesh, policy, sums)) return false;
-    return sums.centroid(centroid);
-  }
+  if (!shape.getMeshWithHolesColl().empty()) return centroidOfMeshes(shape, policy, centroid);
   Mean voxels;
   detail::visitVoxelRuns(shape, [&voxels](omReal64 x0, omReal64 x1, omReal64 y, omReal64 z) {
     const omReal64 middle[] = {x0 / 2 + x1 / 2, y + 0.5, z + 0.5};
