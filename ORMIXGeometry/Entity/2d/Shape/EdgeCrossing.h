@@ -27,6 +27,9 @@ inline omInt64 ceilColumn(omReal64 value) { return -floorColumn(-value); }
 
 /// The first column (or row) whose centre is at the value or above it. Exact, also where value - 0.5 is rounded.
 inline omInt64 firstCentre(omReal64 value) {
+  constexpr omReal64 rounder = 0x1.8p52;  // added and subtracted, it rounds to a whole number
+  const omReal64 nearest = (value + rounder) - rounder;
+  if (std::abs(value) < 0x1p50) return static_cast<omInt64>(nearest) - (value - nearest == -0.5 ? 1 : 0);
   const omInt64 below = floorColumn(value);
   return below + (value - static_cast<omReal64>(below) > 0.5 && below < s_largestColumn ? 1 : 0);
 }

@@ -35,12 +35,12 @@ struct RasterChain {
 };
 
 /// The chains of rings, which must stay where they are.
-/// \param RowsOf a function of the y of both ends and whether they are on one line: the rows where a chain matters
-template <class T, class RowsOf>
+/// \param Tracker its rowsOf(top, bottom) are the rows where a chain matters, of the y of its ends
+template <class T, class Tracker>
 class RasterChains {
  public:
   /// \param clip rows outside are left out
-  RasterChains(RowsOf rowsOf, const RowRange& clip) : _rowsOf(rowsOf), _clip(clip) {}
+  explicit RasterChains(const RowRange& clip) : _clip(clip) {}
 
   /// Adds the chains of a ring.
   /// \throw ORMIXGeometryException, logged, if a coordinate is not finite
@@ -93,13 +93,12 @@ class RasterChains {
 
   void addChain(const Point2dData<T>* first, const Point2dData<T>* last, int direction) {
     if (direction < 0) std::swap(first, last);
-    RowRange rows = _rowsOf(static_cast<omReal64>(first->getY()), static_cast<omReal64>(last->getY()));
+    RowRange rows = Tracker::rowsOf(static_cast<omReal64>(first->getY()), static_cast<omReal64>(last->getY()));
     rows.begin = std::max(rows.begin, _clip.begin);
     rows.end = std::min(rows.end, _clip.end);
     if (!rows.empty()) _chains.push_back({first, last, direction < 0 ? -1 : 1, rows});
   }
 
-  RowsOf _rowsOf;
   RowRange _clip;
   std::vector<RasterChain<T>> _chains;
   std::deque<std::array<Point2dData<T>, 2>> _closingEdges;

@@ -114,13 +114,14 @@ class Output {
   explicit Output(const Window& window) : _window(window) {}
 
   void addRow(omInt64 row, const SpanColl& spans) {
+    _runs.clear();
     for (const ColumnSpan& span : spans) {
       const omInt64 begin = std::max(span.begin, _window.columns.begin);
       const omInt64 end = std::min(span.end, _window.columns.end);
       if (_window.isWhole && (row < 0 || begin != span.begin || end != span.end)) refuseSpan(row, span);
-      if (begin < end)
-        _builder.addRun(static_cast<omUInt64>(row), {static_cast<omUInt32>(begin), static_cast<omUInt32>(end)});
+      if (begin < end) _runs.push_back({static_cast<omUInt32>(begin), static_cast<omUInt32>(end)});
     }
+    _builder.addRow(static_cast<omUInt64>(row), _runs.data(), _runs.data() + _runs.size());
   }
 
   RowIntersections take() { return _builder.take(); }
@@ -133,6 +134,7 @@ class Output {
   }
 
   Window _window;
+  RowIntersections::RunColl _runs;
   detail::RowIntersectionsBuilder _builder;
 };
 
