@@ -7,6 +7,8 @@
 
 #include <ORMIXGeometry/Entity/2d/PointCloud/PointCloud2d.h>
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
+#include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
@@ -321,5 +323,29 @@ template <>
 struct Enclosing<float> : OrmixEnclosing<float> {};
 template <>
 struct Enclosing<std::int32_t> : OrmixEnclosing<std::int32_t> {};
+
+/// Regions of a mask, from the mask: their runs are made first.
+template <>
+struct Raster<double> {
+  static constexpr bool available = true;
+
+  static std::size_t components(const std::vector<std::uint8_t>& mask, int width, int height) {
+    return componentsOf(rowsOf(mask, width, height), ormix::geom::ePC_8).nbComponents;
+  }
+  /// Trees of polygons, released again.
+  static std::size_t contours(const std::vector<std::uint8_t>& mask, int width, int height) {
+    return ormix::geom::traceContours<double>(rowsOf(mask, width, height), ormix::geom::ePC_8).size();
+  }
+  static double area(const std::vector<std::uint8_t>& mask, int width, int height) {
+    return static_cast<double>(rowsOf(mask, width, height).getNbPixels());
+  }
+
+ private:
+  static ormix::geom::RowIntersections rowsOf(const std::vector<std::uint8_t>& mask, int width, int height) {
+    const auto columns = static_cast<std::size_t>(width);
+    const auto rows = static_cast<std::size_t>(height);
+    return toRowIntersections(ormix::geom::MaskView<const std::uint8_t>{mask.data(), columns, rows, columns});
+  }
+};
 
 }  // namespace lut
