@@ -44,20 +44,20 @@ struct HomographySystem {
   /// Points moved to their mean and scaled near 1 (Hartley 1997, In Defense of the Eight-Point Algorithm, IEEE PAMI
   /// 19), by a power of two so that nothing is rounded.
   struct Frame {
-    std::array<omReal64, D> centre;
+    std::array<omReal64, D> center;
     omReal64 scale;
 
     Frame(const omReal64* mean, omReal64 spread, omReal64 nbPoints) : scale(1) {
-      std::copy(mean, mean + D, centre.begin());
+      std::copy(mean, mean + D, center.begin());
       const omReal64 radius = std::sqrt(spread / nbPoints);
       // Points that coincide, and those with a NaN or infinity, are left to the rank.
       if (radius > 0 && std::isfinite(radius)) scale = std::ldexp(1.0, std::clamp(-std::ilogb(radius), -1000, 1000));
     }
-    omReal64 operator()(omReal64 value, std::size_t d) const { return (value - centre[d]) * scale; }
+    omReal64 operator()(omReal64 value, std::size_t d) const { return (value - center[d]) * scale; }
     /// What rounding of the coordinates is at most here.
     omReal64 rounding() const {
       omReal64 largest = 0;
-      for (const omReal64 value : centre) largest = std::max(largest, std::abs(value));
+      for (const omReal64 value : center) largest = std::max(largest, std::abs(value));
       return 4 * NumericLimits<omReal64>::s_eps * (largest * scale + 1);
     }
   };
@@ -195,8 +195,8 @@ struct HomographySystem {
     for (std::size_t r = 0; r < D; ++r) {
       const auto added = [&](std::size_t c) { return h[r * side + c] / target.scale / divisor; };
       omReal64* row = result.data() + side * r;
-      for (std::size_t c = 0; c < D; ++c) row[c] = std::fma(target.centre[r], denominators[c], added(c) * source.scale);
-      const Twofold numerator = sum(times(target.centre[r], denominator), {added(D), 0});
+      for (std::size_t c = 0; c < D; ++c) row[c] = std::fma(target.center[r], denominators[c], added(c) * source.scale);
+      const Twofold numerator = sum(times(target.center[r], denominator), {added(D), 0});
       row[D] = difference(numerator, atCentre(source, row)).high;
     }
     return result;
@@ -205,7 +205,7 @@ struct HomographySystem {
   /// A row times the centre of the sources, without its last element.
   static Twofold atCentre(const Frame& source, const omReal64* row) {
     Twofold value{};
-    for (std::size_t d = 0; d < D; ++d) value = sum(value, times(row[d], Twofold{source.centre[d], 0}));
+    for (std::size_t d = 0; d < D; ++d) value = sum(value, times(row[d], Twofold{source.center[d], 0}));
     return value;
   }
 

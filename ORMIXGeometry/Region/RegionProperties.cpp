@@ -113,7 +113,7 @@ void setHull(const std::vector<omReal64>& hull, RegionProperties& p) {
   p.feretAcross = feretDiameterAt(hull.data(), nbVertices, p.greatestFeret.angle + s_pi / 2);
   const OrientedRectangle rectangle = smallestRectangle(hull.data(), nbVertices, eRectangleSize::Area);
   p.smallestRectangle = {
-      {rectangle.centre.x, rectangle.centre.y}, rectangle.halfLength, rectangle.halfWidth, rectangle.angle};
+      {rectangle.center.x, rectangle.center.y}, rectangle.halfLength, rectangle.halfWidth, rectangle.angle};
 }
 
 void setHullAndCircles(const RegionRings& rings, const RegionOptions& options, RegionProperties& p) {
@@ -123,10 +123,10 @@ void setHullAndCircles(const RegionRings& rings, const RegionOptions& options, R
   if (!options.circles) return;
   EnclosingCircle around;
   require(smallestEnclosingCircle(hull.data(), hull.size() / 2 - 1, around));
-  p.enclosingCircle = {{around.centre[0], around.centre[1]}, around.radius};
+  p.enclosingCircle = {{around.center[0], around.center[1]}, around.radius};
   InscribedCircle inside;
   require(largestInscribedCircle(rings.views(), inside));
-  p.inscribedCircle = {{inside.centre.x, inside.centre.y}, inside.radius};
+  p.inscribedCircle = {{inside.center.x, inside.center.y}, inside.radius};
 }
 
 /// The perimeter of the hull of the centers of pixels, outset by half a pixel.

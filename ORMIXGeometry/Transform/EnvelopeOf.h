@@ -68,9 +68,9 @@ struct GrowingBox {
 
   /// What reaches `halfExtents` from a centre, exactly or up to `s_turnError`.
   template <class TIn>
-  void setAround(const std::array<TIn, D>& centre, const std::array<HalfExtent, D>& halfExtents) {
+  void setAround(const std::array<TIn, D>& center, const std::array<HalfExtent, D>& halfExtents) {
     for (std::size_t axis = 0; axis < D; ++axis) {
-      const omReal64 from = omReal64(centre[axis]);
+      const omReal64 from = omReal64(center[axis]);
       const omReal64 half = halfExtents[axis].value;
       isFinite = isFinite && std::isfinite(from) && std::isfinite(half);
       if (!isFinite) return;

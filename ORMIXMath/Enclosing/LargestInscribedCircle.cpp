@@ -124,7 +124,7 @@ class BoundsInDisk {
 
 /// A square, and a bound on the radii of circles with their centre in it.
 struct Square {
-  PlanarPoint centre;
+  PlanarPoint center;
   omReal64 halfSide;
   omReal64 bound;
   std::size_t guess;  ///< an edge near the centre
@@ -154,7 +154,7 @@ class Search {
       const omReal64 quarter = 0.5 * square.halfSide;
       for (const omReal64 dy : {-quarter, quarter})
         for (const omReal64 dx : {-quarter, quarter})
-          enqueue({{square.centre.x + dx, square.centre.y + dy}, quarter, square.bound, square.guess, square.isInside});
+          enqueue({{square.center.x + dx, square.center.y + dy}, quarter, square.bound, square.guess, square.isInside});
     }
     const omReal64 bound = _queue.empty() ? dropped() : std::max(dropped(), _queue.top().bound);
     _best.excess = bound - _best.radius;
@@ -165,8 +165,8 @@ class Search {
   /// What squares must exceed.
   omReal64 dropped() const { return std::max(_best.radius * (1 + 0.5 * s_tolerance), s_leastTolerance); }
 
-  void improve(const PlanarPoint& centre, omReal64 radius) {
-    if (radius > _best.radius) _best = {centre, radius, 0};
+  void improve(const PlanarPoint& center, omReal64 radius) {
+    if (radius > _best.radius) _best = {center, radius, 0};
   }
 
   /// Finds a first circle, so that one is known also where squares are mostly wider than the region: from the middle of
@@ -190,24 +190,24 @@ class Search {
     omReal64 before = 0;
     for (int step = 0; step < s_mostSteps && _best.radius > before * (1 + s_tolerance); ++step) {
       before = _best.radius;
-      boundInside(_best.centre, 0.5 * before, _tree.nearest(_best.centre, 0, _effort));
+      boundInside(_best.center, 0.5 * before, _tree.nearest(_best.center, 0, _effort));
     }
   }
 
   void enqueue(Square square) {
     const omReal64 reach = square.halfSide * std::sqrt(2.0);
-    const auto nearest = _tree.nearest(square.centre, square.guess, _effort);
+    const auto nearest = _tree.nearest(square.center, square.guess, _effort);
     const omReal64 distance = std::sqrt(nearest.square);
     square.guess = nearest.edge;
     square.bound = std::min(square.bound, distance + reach);
     if (square.bound <= dropped()) return;
-    if (!square.isInside && !_tree.isInside(square.centre, _effort)) {
+    if (!square.isInside && !_tree.isInside(square.center, _effort)) {
       square.bound = std::min(square.bound, reach - distance);
     } else if (reach < distance) {
       square.isInside = true;
-      square.bound = std::min(square.bound, boundInside(square.centre, reach, nearest));
+      square.bound = std::min(square.bound, boundInside(square.center, reach, nearest));
     } else {
-      improve(square.centre, distance);
+      improve(square.center, distance);
     }
     if (square.bound > dropped()) _queue.push(square);
   }
@@ -223,10 +223,10 @@ class Search {
       PlanarPoint place{};
       limit = std::min(limit, bounds.maximum(place));
       if (limit <= dropped()) break;
-      const PlanarPoint centre = combined(1, middle, 1, place);
-      const auto next = _tree.nearest(centre, nearest.edge, _effort);
+      const PlanarPoint center = combined(1, middle, 1, place);
+      const auto next = _tree.nearest(center, nearest.edge, _effort);
       const omReal64 radius = std::sqrt(next.square);
-      improve(centre, radius);
+      improve(center, radius);
       if (next.edge == nearest.edge || radius >= limit) break;
       nearest = next;
     }
@@ -235,9 +235,9 @@ class Search {
 
   /// The distance from an edge is at most that from its point nearest to the centre; it is linear where that point
   /// cannot leave the edge.
-  static LinearBound boundBy(const detail::RingEdge& edge, const PlanarPoint& centre, omReal64 reach) {
-    const omReal64 part = edge.nearestPart(centre);
-    const PlanarPoint to = combined(1, centre, -1, edge.at(part));
+  static LinearBound boundBy(const detail::RingEdge& edge, const PlanarPoint& center, omReal64 reach) {
+    const omReal64 part = edge.nearestPart(center);
+    const PlanarPoint to = combined(1, center, -1, edge.at(part));
     const omReal64 distance = std::sqrt(dot(to, to));
     const omReal64 partOfReach = reach * std::sqrt(edge.inverseSquare);
     const bool isLinear = part > partOfReach && part < 1 - partOfReach;
@@ -286,7 +286,7 @@ BoolResult largestInscribedCircle(const std::vector<RingView>& rings, InscribedC
   const InscribedCircle found = Search(tree, {0, 0}, corner).run();
   if (!(found.radius > 0)) return failure("Largest circle in rings: the rings have no inside");
   circle = {
-      {low.x + found.centre.x / scale, low.y + found.centre.y / scale}, found.radius / scale, found.excess / scale};
+      {low.x + found.center.x / scale, low.y + found.center.y / scale}, found.radius / scale, found.excess / scale};
   return {};
 }
 

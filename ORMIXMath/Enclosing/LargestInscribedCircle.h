@@ -18,7 +18,7 @@ struct RingView {
 
 /// A circle inside a region.
 struct InscribedCircle {
-  PlanarPoint centre{};  ///< in the unit of the rings
+  PlanarPoint center{};  ///< in the unit of the rings
   omReal64 radius = 0;   ///< the distance of the centre from the nearest edge
   omReal64 excess = 0;   ///< no circle inside has a radius larger than radius + excess
 };

@@ -225,19 +225,19 @@ OrientedBox placed(const Candidate& found, const SpatialPoint& origin, int expon
   Axes axes{found.axes[order[0]], found.axes[order[1]], {}};
   axes[2] = cross(axes[0], axes[1]);
   OrientedBox box;
-  SpatialPoint centre{0, 0, 0};
+  SpatialPoint center{0, 0, 0};
   const omReal64 extent = std::max(lengthOf({found.low[0], found.low[1], found.low[2]}),
                                    lengthOf({found.high[0], found.high[1], found.high[2]}));
   for (std::size_t k = 0; k < 3; ++k) {
     const std::size_t axis = order[k];
-    centre = centre + found.axes[axis] * (found.low[axis] / 2 + found.high[axis] / 2);
+    center = center + found.axes[axis] * (found.low[axis] / 2 + found.high[axis] / 2);
     box.halfSizes[k] = std::ldexp((found.high[axis] - found.low[axis]) / 2 + extent * s_projectionError, exponent);
     box.axes[0][k] = axes[k].x;
     box.axes[1][k] = axes[k].y;
     box.axes[2][k] = axes[k].z;
   }
-  box.centre = {origin.x + std::ldexp(centre.x, exponent), origin.y + std::ldexp(centre.y, exponent),
-                origin.z + std::ldexp(centre.z, exponent)};
+  box.center = {origin.x + std::ldexp(center.x, exponent), origin.y + std::ldexp(center.y, exponent),
+                origin.z + std::ldexp(center.z, exponent)};
   if (extent == 0) box.halfSizes = {0, 0, 0};
   return box;
 }

@@ -12,7 +12,7 @@ namespace ormix {
 
 /// A box of space in any direction.
 struct OrientedBox {
-  SpatialPoint centre{};                ///< in the unit of the points
+  SpatialPoint center{};                ///< in the unit of the points
   std::array<omReal64, 3> halfSizes{};  ///< along the axes, descending
   /// A rotation whose columns are the directions of the box's axes.
   RotationMatrix axes{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};

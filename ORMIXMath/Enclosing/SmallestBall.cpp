@@ -42,13 +42,13 @@ constexpr std::size_t s_blockSize = 512;
 /// The largest squared distance of points from `origin` + `centre`; the lanes make the loop a wide one.
 template <std::size_t D, class T>
 [[gnu::always_inline]] inline omReal64 largestSquareOf(const T* points, std::size_t nbPoints, const Place<D>& origin,
-                                                       const Place<D>& centre) {
+                                                       const Place<D>& center) {
   constexpr std::size_t nbLanes = 8;
   omReal64 lanes[nbLanes] = {};
   const auto square = [&](std::size_t i) __attribute__((always_inline)) {
     omReal64 sum = 0;
     for (std::size_t d = 0; d < D; ++d) {
-      const omReal64 difference = (static_cast<omReal64>(points[D * i + d]) - origin[d]) - centre[d];
+      const omReal64 difference = (static_cast<omReal64>(points[D * i + d]) - origin[d]) - center[d];
       sum += difference * difference;
     }
     return sum;
@@ -64,25 +64,25 @@ template <std::size_t D, class T>
 }
 
 template <std::size_t D, class T>
-omReal64 largestSquarePortable(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& centre) {
-  return largestSquareOf(points, nbPoints, origin, centre);
+omReal64 largestSquarePortable(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& center) {
+  return largestSquareOf(points, nbPoints, origin, center);
 }
 
 #if defined(__x86_64__)
 template <std::size_t D, class T>
 [[gnu::target("avx2")]] omReal64 largestSquareAvx2(const T* points, std::size_t nbPoints, const Place<D>& origin,
-                                                   const Place<D>& centre) {
-  return largestSquareOf(points, nbPoints, origin, centre);
+                                                   const Place<D>& center) {
+  return largestSquareOf(points, nbPoints, origin, center);
 }
 #endif
 
 template <std::size_t D, class T>
-omReal64 largestSquare(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& centre) {
+omReal64 largestSquare(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& center) {
 #if defined(__x86_64__)
   static const bool s_hasAvx2 = __builtin_cpu_supports("avx2") != 0;
-  if (s_hasAvx2) return largestSquareAvx2(points, nbPoints, origin, centre);
+  if (s_hasAvx2) return largestSquareAvx2(points, nbPoints, origin, center);
 #endif
-  return largestSquarePortable(points, nbPoints, origin, centre);
+  return largestSquarePortable(points, nbPoints, origin, center);
 }
 
 struct Farthest {
@@ -91,25 +91,25 @@ struct Farthest {
 };
 
 template <std::size_t D, class T>
-Farthest farthestFrom(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& centre) {
+Farthest farthestFrom(const T* points, std::size_t nbPoints, const Place<D>& origin, const Place<D>& center) {
   std::size_t block = 0;
   omReal64 largest = -1;
   for (std::size_t i = 0; i < nbPoints; i += s_blockSize) {
-    const omReal64 square = largestSquare(points + D * i, std::min(s_blockSize, nbPoints - i), origin, centre);
+    const omReal64 square = largestSquare(points + D * i, std::min(s_blockSize, nbPoints - i), origin, center);
     if (square > largest) {
       largest = square;
       block = i;
     }
   }
   std::size_t point = block;
-  while (largestSquare(points + D * point, 1, origin, centre) != largest) ++point;
+  while (largestSquare(points + D * point, 1, origin, center) != largest) ++point;
   return {point, largest};
 }
 
 /// A ball through points of a support, relative to the origin of the computation.
 template <std::size_t D>
 struct Ball {
-  std::array<Wide, D> centre{};
+  std::array<Wide, D> center{};
   Wide square = 0;  ///< squared radius, of which the ball contains the points that it was made for
   std::array<std::size_t, D + 1> support{};
   std::size_t nbSupport = 0;
@@ -189,11 +189,11 @@ class SmallSet {
       weights[i] = products[i][i] / 2;
     }
     if (!solve<D>(products, weights, nbEdges)) return;
-    ball.centre = base;
+    ball.center = base;
     for (std::size_t i = 0; i < nbEdges; ++i)
-      for (std::size_t d = 0; d < D; ++d) ball.centre[d] += weights[i] * edges[i][d];
+      for (std::size_t d = 0; d < D; ++d) ball.center[d] += weights[i] * edges[i][d];
     for (std::size_t i = 0; i < _nbPoints; ++i) {
-      const Vector to = difference(_points[i], ball.centre);
+      const Vector to = difference(_points[i], ball.center);
       ball.square = std::max(ball.square, dot(to, to));
     }
     if (ball.square < best.square) best = ball;
@@ -219,15 +219,15 @@ class SmallSet {
 /// \param ball the smallest ball of its support; relative to `origin`, as the result
 template <std::size_t D, class T>
 void grow(Ball<D>& ball, const T* points, std::size_t nbPoints, const Place<D>& origin) {
-  Place<D> centre;
+  Place<D> center;
   const auto relative = [&](std::size_t i) {
     std::array<Wide, D> place;
     for (std::size_t d = 0; d < D; ++d) place[d] = static_cast<Wide>(points[D * i + d]) - origin[d];
     return place;
   };
   for (int nbIdleSteps = 0; nbIdleSteps < s_mostIdleSteps;) {
-    for (std::size_t d = 0; d < D; ++d) centre[d] = static_cast<omReal64>(ball.centre[d]);
-    const Farthest farthest = farthestFrom(points, nbPoints, origin, centre);
+    for (std::size_t d = 0; d < D; ++d) center[d] = static_cast<omReal64>(ball.center[d]);
+    const Farthest farthest = farthestFrom(points, nbPoints, origin, center);
     if (!(farthest.square > ball.square * (1 + s_outside))) return;
     SmallSet<D> set;
     for (std::size_t i = 0; i < ball.nbSupport; ++i) set.add(ball.support[i], relative(ball.support[i]));
@@ -259,12 +259,12 @@ Ball<D> solveRelative(const T* points, std::size_t nbPoints) {
 
 /// The radius with which a ball about a rounded centre contains every point, in the arithmetic of euclideanNorm().
 template <std::size_t D, class T>
-omReal64 radiusAround(const T* points, std::size_t nbPoints, const Place<D>& centre) {
-  const omReal64 square = largestSquare(points, nbPoints, Place<D>{}, centre);
+omReal64 radiusAround(const T* points, std::size_t nbPoints, const Place<D>& center) {
+  const omReal64 square = largestSquare(points, nbPoints, Place<D>{}, center);
   if (square >= s_smallestSquare && square <= s_largestSquare) return std::sqrt(square);
   omReal64 radius = 0;
   for (std::size_t i = 0; i < nbPoints; ++i) {
-    const auto along = [&](std::size_t d) { return static_cast<omReal64>(points[D * i + d]) - centre[d]; };
+    const auto along = [&](std::size_t d) { return static_cast<omReal64>(points[D * i + d]) - center[d]; };
     if constexpr (D == 2)
       radius = std::max(radius, euclideanNorm(along(0), along(1)));
     else
@@ -300,8 +300,8 @@ BoolResult smallestBall(const char* what, const T* points, std::size_t nbPoints,
   }
   EnclosingBall<D> found;
   for (std::size_t d = 0; d < D; ++d)
-    found.centre[d] = static_cast<omReal64>(static_cast<Wide>(points[d]) + ball.centre[d] / scale);
-  found.radius = radiusAround(points, nbPoints, found.centre);
+    found.center[d] = static_cast<omReal64>(static_cast<Wide>(points[d]) + ball.center[d] / scale);
+  found.radius = radiusAround(points, nbPoints, found.center);
   if (!std::isfinite(found.radius)) return failure(std::string(what) + ": the radius exceeds every finite number");
   found.support = ball.support;
   found.nbSupport = ball.nbSupport;

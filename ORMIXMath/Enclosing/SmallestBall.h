@@ -12,7 +12,7 @@ namespace ormix {
 /// A ball of the plane (D = 2, a disk) or of space (D = 3) and the points that determine it.
 template <std::size_t D>
 struct EnclosingBall {
-  std::array<omReal64, D> centre{};          ///< in the unit of the points
+  std::array<omReal64, D> center{};          ///< in the unit of the points
   omReal64 radius = 0;                       ///< the same unit; not negative
   std::array<std::size_t, D + 1> support{};  ///< indices of the points that determine it, the first nbSupport of them
   std::size_t nbSupport = 0;                 ///< from 1 to D + 1

@@ -188,7 +188,7 @@ std::vector<SpatialPoint> farPoints(const T* xyz, std::size_t nbPoints, std::siz
 
 /// A point near the middle of the points' mass.
 template <class T>
-SpatialPoint centreOf(const T* xyz, std::size_t nbPoints, std::size_t stride, const SpatialBox& box) {
+SpatialPoint centerOf(const T* xyz, std::size_t nbPoints, std::size_t stride, const SpatialBox& box) {
   SpatialPoint sum{0, 0, 0};
   for (std::size_t i = 0; i < nbPoints; i += stride) {
     sum.x += static_cast<omReal64>(xyz[3 * i]) - box.low.x;
@@ -240,7 +240,7 @@ std::vector<omUInt32> hullCandidates(const T* xyz, std::size_t nbPoints, const S
   const auto cellsPerEdge = static_cast<std::size_t>(0.5 * std::sqrt(std::sqrt(static_cast<omReal64>(nbPoints))));
   const DirectionCube cube(std::clamp<std::size_t>(cellsPerEdge, 3, 24));
   const std::size_t stride = std::max<std::size_t>(nbPoints / (s_pointsPerCell * cube.cellCount()), 1);
-  const UnitFrame frame(box, centreOf(xyz, nbPoints, stride, box));
+  const UnitFrame frame(box, centerOf(xyz, nbPoints, stride, box));
   const std::vector<SpatialPoint> vertices = farPoints(xyz, nbPoints, stride, frame, cube);
   HullConstruction hull(vertices);
   if (hull.run() < 3) return allIndices(nbPoints);

@@ -91,11 +91,11 @@ struct Extents {
 OrientedRectangle rectangleOf(const LocalRing& ring, const Extents& extents) {
   const PlanarPoint& along = extents.direction;
   const omReal64 middle = 0.5 * (extents.low + extents.high);
-  const PlanarPoint centre{extents.start.x + middle * along.x - 0.5 * extents.width * along.y,
+  const PlanarPoint center{extents.start.x + middle * along.x - 0.5 * extents.width * along.y,
                            extents.start.y + middle * along.y + 0.5 * extents.width * along.x};
   const omReal64 length = extents.high - extents.low;
   const bool isLong = length >= extents.width;
-  return {ring.point(centre), ring.length(0.5 * std::max(length, extents.width)),
+  return {ring.point(center), ring.length(0.5 * std::max(length, extents.width)),
           ring.length(0.5 * std::min(length, extents.width)),
           axisAngle(isLong ? along : PlanarPoint{-along.y, along.x})};
 }

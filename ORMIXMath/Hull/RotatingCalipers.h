@@ -24,7 +24,7 @@ struct FeretDiameter {
 
 /// A rectangle in any direction.
 struct OrientedRectangle {
-  PlanarPoint centre{};     ///< in the unit of the coordinates
+  PlanarPoint center{};     ///< in the unit of the coordinates
   omReal64 halfLength = 0;  ///< half the longer side
   omReal64 halfWidth = 0;   ///< half the shorter side
   omReal64 angle = 0;       ///< of the longer side; 0 where there is only one point

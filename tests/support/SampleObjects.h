@@ -135,6 +135,7 @@ sampleOf(ClassTag<X>) {
   if constexpr (hasHolePolicy<X>) sample.setHoleMsrPolicy(eHMP_IgnoreHoles);
   return sample;
 }
+inline SimplifyTransform2d sampleOf(ClassTag<SimplifyTransform2d>) { return SimplifyTransform2d(0.25); }
 inline TranslationTransform2d sampleOf(ClassTag<TranslationTransform2d>) { return {3, 5}; }
 inline RotationTransform2d sampleOf(ClassTag<RotationTransform2d>) { return RotationTransform2d(0.5); }
 inline RigidTransform2d sampleOf(ClassTag<RigidTransform2d>) { return {0.5, 30, 5}; }
@@ -220,6 +221,8 @@ std::string describe(const X& object) {
     text << object.getHoleMsrPolicy();
   else if constexpr (isListed<X>(AllLinearTransforms()))
     for (const omReal64 param : object.getGeometricTransform().getParams()) text << param << ' ';
+  else if constexpr (std::is_same_v<X, SimplifyTransform2d>)
+    text << object.getTolerance();
   else if constexpr (!std::is_base_of_v<BaseGeometryTransform, X>)
     printWhole(text, object);
   return text.str();

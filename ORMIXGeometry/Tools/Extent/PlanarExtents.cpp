@@ -16,7 +16,7 @@ namespace {
 
 /// A circle or an ellipse, whose hull has no vertices, with a >= b >= 0.
 struct RoundFigure {
-  Point2dData<omReal64> centre;
+  Point2dData<omReal64> center;
   omReal64 a;
   omReal64 b;
   omReal64 theta;  ///< of the axis a
@@ -47,9 +47,9 @@ bool takeHull(const Ellipse2d<T>& ellipse, Hull& hull) {
   const omReal64 a = std::abs(omReal64(ellipse.getMajorRadius()));
   const omReal64 b = std::abs(omReal64(ellipse.getMinorRadius()));
   const omReal64 theta = ellipse.getTheta();
-  const Point2dData<omReal64> centre(omReal64(ellipse.centerX()), omReal64(ellipse.centerY()));
+  const Point2dData<omReal64> center(omReal64(ellipse.centerX()), omReal64(ellipse.centerY()));
   hull.round =
-      a >= b ? RoundFigure{centre, a, b, directionOf(theta)} : RoundFigure{centre, b, a, directionOf(theta + s_pi / 2)};
+      a >= b ? RoundFigure{center, a, b, directionOf(theta)} : RoundFigure{center, b, a, directionOf(theta + s_pi / 2)};
   return ConvexHullTransform2d().process(ellipse) != nullptr;
 }
 template <class Entity>
@@ -102,8 +102,8 @@ FeretDiameter diameterAt(const RoundFigure& figure, omReal64 angle) {
   const omReal64 c = std::cos(figure.theta);
   const omReal64 s = std::sin(figure.theta);
   const PlanarPoint reach{c * along - s * across, s * along + c * across};
-  const omReal64 cx = figure.centre.getX();
-  const omReal64 cy = figure.centre.getY();
+  const omReal64 cx = figure.center.getX();
+  const omReal64 cy = figure.center.getY();
   return {2 * half, directionOf(angle), {cx - reach.x, cy - reach.y}, {cx + reach.x, cy + reach.y}};
 }
 
@@ -131,9 +131,9 @@ bool takeRings(const Entity& entity, std::deque<std::vector<omReal64>>& rings) {
 
 Rectangle2d<omReal64> smallestRectangle(const BaseGeometryEntity2d& entity, eRectangleSize size) {
   const Hull hull = hullOf(entity);
-  if (hull.xy.empty()) return {hull.round.centre, hull.round.a, hull.round.b, hull.round.theta};
+  if (hull.xy.empty()) return {hull.round.center, hull.round.a, hull.round.b, hull.round.theta};
   const OrientedRectangle found = ormix::smallestRectangle(hull.xy.data(), hull.nbVertices(), size);
-  return {{found.centre.x, found.centre.y}, found.halfLength, found.halfWidth, found.angle};
+  return {{found.center.x, found.center.y}, found.halfLength, found.halfWidth, found.angle};
 }
 
 FeretDiameter greatestFeretDiameter(const BaseGeometryEntity2d& entity) {
@@ -163,13 +163,13 @@ Circle2d<omReal64> largestInscribedCircle(const BaseGeometryEntity2d& entity, om
     if (const BoolResult result = ormix::largestInscribedCircle(views, found); !result)
       logAndThrow(result.getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
     if (excess) *excess = found.excess;
-    return {{found.centre.x, found.centre.y}, found.radius};
+    return {{found.center.x, found.center.y}, found.radius};
   }
   Hull hull;
   if (!takeTyped(entity, [&hull](const auto& typed) { return takeHull(typed, hull); }) || hull.round.b == 0)
     throwNone(entity, "largestInscribedCircle", __PRETTY_FUNCTION__, __LINE__);
   if (excess) *excess = 0;
-  return {hull.round.centre, hull.round.b};
+  return {hull.round.center, hull.round.b};
 }
 
 }  // namespace ormix::geom

@@ -17,7 +17,7 @@ namespace {
 /// The cuboid with the corners of a box: turned about the origin of coordinates, its centre with it (intended).
 Cuboid3d<omReal64> toCuboid(const OrientedBox& box) {
   const RotationMatrix& r = box.axes;
-  const SpatialPoint& c = box.centre;
+  const SpatialPoint& c = box.center;
   // The names of a cuboid's angles are in the reverse order (intended).
   const EulerAngles angles = matrixToEuler(r);
   const auto before = [&](std::size_t axis) { return r[0][axis] * c.x + r[1][axis] * c.y + r[2][axis] * c.z; };
@@ -31,11 +31,11 @@ Cuboid3d<omReal64> toCuboid(const OrientedBox& box) {
 }
 
 /// A box along the axes of a ball or an ellipsoid, the columns of `axes`.
-OrientedBox boxAround(const SpatialPoint& centre, const std::array<omReal64, 3>& radii, const RotationMatrix& axes) {
+OrientedBox boxAround(const SpatialPoint& center, const std::array<omReal64, 3>& radii, const RotationMatrix& axes) {
   std::array<std::size_t, 3> order{0, 1, 2};
   std::sort(order.begin(), order.end(), [&radii](std::size_t a, std::size_t b) { return radii[a] > radii[b]; });
   OrientedBox box;
-  box.centre = centre;
+  box.center = center;
   for (std::size_t k = 0; k < 3; ++k) {
     box.halfSizes[k] = radii[order[k]];
     for (std::size_t row = 0; row < 3; ++row) box.axes[row][k] = axes[row][order[k]];

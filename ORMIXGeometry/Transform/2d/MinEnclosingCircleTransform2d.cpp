@@ -18,7 +18,7 @@ bool enclose(const Entity& entity, Circle2d<omReal64>& circle) {
   return detail::useHullPoints(entity, [&circle](const auto* xy, std::size_t nbPoints) {
     EnclosingCircle ball;
     if (!smallestEnclosingCircle(xy, nbPoints, ball)) return false;
-    circle.setCoords({ball.centre[0], ball.centre[1]}, detail::enclosingRadius(ball.radius));
+    circle.setCoords({ball.center[0], ball.center[1]}, detail::enclosingRadius(ball.radius));
     return true;
   });
 }

@@ -39,14 +39,14 @@ void addTriangle(const Point3dData<T>& p0, const Point3dData<T>& p1, const Point
   const detail::Offset<3> a = offset(p0);
   const detail::Offset<3> b = offset(p1);
   const detail::Offset<3> c = offset(p2);
-  detail::Offset<3> e, f, barycentre;
+  detail::Offset<3> e, f, barycenter;
   for (std::size_t axis = 0; axis < 3; ++axis) {
     e[axis] = b[axis] - a[axis];
     f[axis] = c[axis] - a[axis];
-    barycentre[axis] = a[axis] + (e[axis] + f[axis]) / 3;
+    barycenter[axis] = a[axis] + (e[axis] + f[axis]) / 3;
   }
   mean.add(detail::lengthOf<3>({e[1] * f[2] - e[2] * f[1], e[2] * f[0] - e[0] * f[2], e[0] * f[1] - e[1] * f[0]}) / 2,
-           barycentre);
+           barycenter);
 }
 
 /// Calls `visit(mesh, sign)` for the meshes that count; the sign of cavities is -1. False where a hole is null.
@@ -94,10 +94,10 @@ bool centroidOfMeshes(const Entity& entity, eHoleMsrPolicy policy, Centroid& cen
     volume.add(sign * moments.volume, volume.offsetOf(place));
   });
   if (!isWhole || !box.hasAnswer()) return false;
-  detail::Offset<3> centre{};
-  if (isClosed && std::abs(volume.weight()) > detail::s_flatness * area * box.extent() && volume.mean(centre) &&
-      box.contains(centre))
-    return setTo(centroid, centre[0], centre[1], centre[2]);
+  detail::Offset<3> center{};
+  if (isClosed && std::abs(volume.weight()) > detail::s_flatness * area * box.extent() && volume.mean(center) &&
+      box.contains(center))
+    return setTo(centroid, center[0], center[1], center[2]);
   Mean surface;
   Mean vertices;
   visitMeshes(entity, policy, [&](const auto& mesh, omReal64) {

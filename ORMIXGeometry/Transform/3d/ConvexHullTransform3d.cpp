@@ -35,17 +35,17 @@ bool deriveHull(const Entity& entity, Mesh3d<T>& result) {
 template <class T>
 bool deriveHull(const Sphere3d<T>& sphere, Sphere3d<T>& result) {
   result = sphere;
-  const Point3dData<omReal64> centre = cast<omReal64>(sphere.center());
-  return std::isfinite(centre.getX()) && std::isfinite(centre.getY()) && std::isfinite(centre.getZ()) &&
+  const Point3dData<omReal64> center = cast<omReal64>(sphere.center());
+  return std::isfinite(center.getX()) && std::isfinite(center.getY()) && std::isfinite(center.getZ()) &&
          std::isfinite(omReal64(sphere.getRadius()));
 }
 template <class T>
 bool deriveHull(const Ellipsoid3d<T>& ellipsoid, Ellipsoid3d<T>& result) {
   result = ellipsoid;
-  const Point3dData<omReal64> centre = cast<omReal64>(ellipsoid.center());
-  const std::array<omReal64, 9> all{centre.getX(),
-                                    centre.getY(),
-                                    centre.getZ(),
+  const Point3dData<omReal64> center = cast<omReal64>(ellipsoid.center());
+  const std::array<omReal64, 9> all{center.getX(),
+                                    center.getY(),
+                                    center.getZ(),
                                     omReal64(ellipsoid.getMajorRadius()),
                                     omReal64(ellipsoid.getMediumRadius()),
                                     omReal64(ellipsoid.getMinorRadius()),

@@ -46,18 +46,18 @@ bool grow(Box<T>& box, const Ellipsoid3d<T>& ellipsoid) {
 // Cubes and cuboids are turned about the origin of coordinates, their centre with them (intended).
 template <class T, class Solid>
 bool growTurned(Box<T>& box, const Solid& solid, const std::array<omReal64, 3>& halfSizes) {
-  const std::array<T, 3> centre = toArray(solid.center());
+  const std::array<T, 3> center = toArray(solid.center());
   if (solid.getAlpha() == 0 && solid.getBeta() == 0 && solid.getChi() == 0) {
     std::array<detail::HalfExtent, 3> extents{};
     for (std::size_t axis = 0; axis < 3; ++axis) extents[axis] = {std::abs(halfSizes[axis]), true};
-    box.setAround(centre, extents);
+    box.setAround(center, extents);
     return true;
   }
   Box<omReal64> corners;
   detail::visitPoints(detail::cornersOf(solid),
                       [&corners](const omReal64* xyz, std::size_t nbPoints) { corners.includeRun(xyz, nbPoints); });
   omReal64 size = 0;
-  for (std::size_t axis = 0; axis < 3; ++axis) size += std::abs(omReal64(centre[axis])) + std::abs(halfSizes[axis]);
+  for (std::size_t axis = 0; axis < 3; ++axis) size += std::abs(omReal64(center[axis])) + std::abs(halfSizes[axis]);
   box.setRounded(corners, size * detail::s_turnError);
   return true;
 }

@@ -18,7 +18,7 @@ bool enclose(const Entity& entity, Sphere3d<omReal64>& sphere) {
   return detail::useHullPoints(entity, [&sphere](const auto* xyz, std::size_t nbPoints) {
     EnclosingSphere ball;
     if (!smallestEnclosingSphere(xyz, nbPoints, ball)) return false;
-    sphere = {{ball.centre[0], ball.centre[1], ball.centre[2]}, detail::enclosingRadius(ball.radius)};
+    sphere = {{ball.center[0], ball.center[1], ball.center[2]}, detail::enclosingRadius(ball.radius)};
     return true;
   });
 }

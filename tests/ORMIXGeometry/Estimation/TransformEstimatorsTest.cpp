@@ -76,7 +76,7 @@ struct TransformEstimators : ::testing::Test {
 
   /// Pairs of points about (centre, -centre, centre) and their images by the matrix, right to their last place but for
   /// the noise.
-  static Values pairs(std::size_t count, omReal64 centre, omReal64 extent, unsigned seed, const Values& matrix,
+  static Values pairs(std::size_t count, omReal64 center, omReal64 extent, unsigned seed, const Values& matrix,
                       omReal64 noise = 0) {
     Random random(seed);
     Values values;
@@ -84,7 +84,7 @@ struct TransformEstimators : ::testing::Test {
       long double image[s_size];
       omReal64 p[s_dimension];
       for (std::size_t k = 0; k < s_dimension; ++k)
-        p[k] = (k == 1 ? -centre : centre) + random.uniform(-extent, extent);
+        p[k] = (k == 1 ? -center : center) + random.uniform(-extent, extent);
       for (std::size_t r = 0; r < s_size; ++r) {
         image[r] = matrix[r * s_size + s_dimension];
         for (std::size_t c = 0; c < s_dimension; ++c)

@@ -182,15 +182,15 @@ template <class T, class Check>
 void forRandomEntities(Random& random, Check check) {
   const auto coordinate = [&random] { return static_cast<T>(random.uniform(45, 75)); };
   const auto angle = [&random] { return random.uniform(-4, 4); };
-  const Point2dData<T> centre(coordinate(), coordinate());
+  const Point2dData<T> center(coordinate(), coordinate());
   const T size = static_cast<T>(random.uniform(3, 11)), other = static_cast<T>(random.uniform(1, 11));
   const auto check4 = [&](const auto& e) {
     check(e, {e.topLeftCorner(), e.topRightCorner(), e.bottomLeftCorner(), e.bottomRightCorner()});
   };
-  check4(Square2d<T>(centre, size, angle()));
-  check4(Rectangle2d<T>(centre, size, other, angle()));
+  check4(Square2d<T>(center, size, angle()));
+  check4(Rectangle2d<T>(center, size, other, angle()));
   std::vector<Point2dData<omReal64>> boundary;
-  const Ellipse2d<T> ellipse(centre, size, other, angle());
+  const Ellipse2d<T> ellipse(center, size, other, angle());
   for (int k = 0; k < 40; ++k) boundary.push_back(ellipse.boundaryPoint(k * 0.16));
   check(ellipse, boundary);
   PointCloud2d<T> cloud;
@@ -237,10 +237,10 @@ TYPED_TEST(Derived, ContainEveryPointOfSolids) {
   using T = TypeParam;
   Random random(32);
   for (int round = 0; round < 200; ++round) {
-    const Point3dData<T> centre(T(60 + random.below(30)), T(60 + random.below(30)), T(60 + random.below(30)));
-    const Cuboid3d<T> cuboid(centre, T(1 + random.below(9)), T(1 + random.below(9)), T(1 + random.below(9)),
+    const Point3dData<T> center(T(60 + random.below(30)), T(60 + random.below(30)), T(60 + random.below(30)));
+    const Cuboid3d<T> cuboid(center, T(1 + random.below(9)), T(1 + random.below(9)), T(1 + random.below(9)),
                              random.uniform(0, 0.4), random.uniform(-0.4, 0), random.uniform(0, 0.4));
-    const Ellipsoid3d<T> ellipsoid(centre, T(1 + random.below(9)), T(1 + random.below(9)), T(1 + random.below(9)),
+    const Ellipsoid3d<T> ellipsoid(center, T(1 + random.below(9)), T(1 + random.below(9)), T(1 + random.below(9)),
                                    random.uniform(-4, 4), random.uniform(-2, 2), random.uniform(-4, 4));
     const auto expectInside = [](const auto& entity, const Point3dData<omReal64>& point) {
       const auto box = EnvelopeTransform3d::envelope(entity);

@@ -72,11 +72,11 @@ TEST(LargestInscribedCircle, IsNotExceededAnywhere) {
       }
     InscribedCircle circle;
     ASSERT_TRUE(circleIn(rings, circle));
-    EXPECT_NEAR(circle.radius, depthOf(rings, circle.centre), 1e-15);
+    EXPECT_NEAR(circle.radius, depthOf(rings, circle.center), 1e-15);
     EXPECT_LE(circle.excess, 1e-9 * circle.radius + 1e-15);
     for (omReal64 y = -2 * flatness; y < 2 * flatness; y += 0.1 * flatness)
       for (omReal64 x = -2; x < 2; x += 0.1)
-        ASSERT_LE(depthOf(rings, {x + 0.5 * circle.centre.x, y}), circle.radius + circle.excess);
+        ASSERT_LE(depthOf(rings, {x + 0.5 * circle.center.x, y}), circle.radius + circle.excess);
   }
 }
 

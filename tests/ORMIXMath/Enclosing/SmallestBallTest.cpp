@@ -22,7 +22,7 @@ Exact dot(const ExactVector& a, const ExactVector& b) {
 
 /// The centre, relative to the first point of a subset, with equal distances to all its points, in their affine hull;
 /// empty where they depend on each other.
-ExactVector centreOf(const std::vector<ExactVector>& edges) {
+ExactVector centerOf(const std::vector<ExactVector>& edges) {
   const std::size_t n = edges.size();
   std::vector<ExactVector> rows(n, ExactVector(n + 1));
   Exact largest = 0;
@@ -37,10 +37,10 @@ ExactVector centreOf(const std::vector<ExactVector>& edges) {
       if (i != k)
         for (std::size_t j = n + 1; j-- > k;) rows[i][j] -= rows[i][k] / rows[k][k] * rows[k][j];
   }
-  ExactVector centre(3, 0);
+  ExactVector center(3, 0);
   for (std::size_t i = 0; i < n; ++i)
-    for (std::size_t d = 0; d < edges[i].size(); ++d) centre[d] += rows[i][n] / rows[i][i] * edges[i][d];
-  return centre;
+    for (std::size_t d = 0; d < edges[i].size(); ++d) center[d] += rows[i][n] / rows[i][i] * edges[i][d];
+  return center;
 }
 
 /// The radius of the smallest ball by trying all subsets of up to four points.
@@ -56,12 +56,12 @@ omReal64 radiusByTrying(const std::vector<std::array<omReal64, 3>>& cloud) {
     std::vector<ExactVector> edges;
     for (std::size_t i = base + 1; i < cloud.size(); ++i)
       if (subset >> i & 1U) edges.push_back(from(i));
-    const ExactVector centre = centreOf(edges);
-    if (centre.empty()) continue;
+    const ExactVector center = centerOf(edges);
+    if (center.empty()) continue;
     Exact square = 0;
     for (std::size_t i = 0; i < cloud.size(); ++i) {
       ExactVector to = from(i);
-      for (std::size_t d = 0; d < 3; ++d) to[d] -= centre[d];
+      for (std::size_t d = 0; d < 3; ++d) to[d] -= center[d];
       square = std::max(square, dot(to, to));
     }
     if (best < 0 || square < best) best = square;
@@ -79,14 +79,14 @@ void expectSmallest(const std::vector<std::array<omReal64, 3>>& cloud, omReal64 
   else
     ASSERT_TRUE(smallestEnclosingSphere(values.data(), cloud.size(), ball));
   omReal64 rounding = 0;
-  for (const omReal64 value : ball.centre) rounding += std::abs(value) * std::numeric_limits<omReal64>::epsilon();
+  for (const omReal64 value : ball.center) rounding += std::abs(value) * std::numeric_limits<omReal64>::epsilon();
   ASSERT_NEAR(ball.radius, expected, 1e-12 * expected + rounding);
   std::vector<std::array<omReal64, 3>> support;
   for (std::size_t i = 0; i < ball.nbSupport; ++i) support.push_back(cloud[ball.support[i]]);
   ASSERT_NEAR(radiusByTrying(support), expected, 1e-12 * expected);
   for (const auto& p : cloud)
-    ASSERT_LE(D == 2 ? euclideanNorm(p[0] - ball.centre[0], p[1] - ball.centre[1])
-                     : euclideanNorm(p[0] - ball.centre[0], p[1] - ball.centre[1], p[2] - ball.centre[D - 1]),
+    ASSERT_LE(D == 2 ? euclideanNorm(p[0] - ball.center[0], p[1] - ball.center[1])
+                     : euclideanNorm(p[0] - ball.center[0], p[1] - ball.center[1], p[2] - ball.center[D - 1]),
               ball.radius);
 }
 

@@ -73,7 +73,7 @@ TEST(RotatingCalipers, AnswerWhatAllPairsAndDirectionsAnswer) {
     const OrientedRectangle byPerimeter = smallestRectangle(xy.data(), nb, eRectangleSize::Perimeter);
     ASSERT_NEAR(2 * (byPerimeter.halfLength + byPerimeter.halfWidth) / size, halfPerimeter, 8 * tolerance);
     for (std::size_t k = 0; k < nb; ++k) {
-      const omReal64 dx = (xy[2 * k] - byArea.centre.x) / size, dy = (xy[2 * k + 1] - byArea.centre.y) / size;
+      const omReal64 dx = (xy[2 * k] - byArea.center.x) / size, dy = (xy[2 * k + 1] - byArea.center.y) / size;
       const omReal64 c = std::cos(byArea.angle), s = std::sin(byArea.angle);
       ASSERT_LE(std::abs(dx * c + dy * s), byArea.halfLength / size + 4 * tolerance);
       ASSERT_LE(std::abs(dy * c - dx * s), byArea.halfWidth / size + 4 * tolerance);

@@ -155,12 +155,12 @@ using CentreSweep = detail::RasterSweep<T, detail::CentreTracker<T>>;
 
 template <class T>
 RowIntersections rasterizeCentres(const RingColl<T>& rings, const Window& window) {
-  CentreSweep<T> centres(window.rows);
-  const RowRange rows = startSweep(centres, rings, window);
+  CentreSweep<T> centers(window.rows);
+  const RowRange rows = startSweep(centers, rings, window);
   Output output(window);
   SpanColl spans;
   for (omInt64 row = rows.begin; row < rows.end; ++row) {
-    spansBetween(centres.row(row), window, spans);
+    spansBetween(centers.row(row), window, spans);
     output.addRow(row, spans);
   }
   return output.take();
@@ -169,15 +169,15 @@ RowIntersections rasterizeCentres(const RingColl<T>& rings, const Window& window
 /// The pixels with their centre inside, with or without those that the rings touch.
 template <class T, bool Covered>
 RowIntersections rasterizeEdges(const RingColl<T>& rings, const Window& window) {
-  CentreSweep<T> centres(window.rows);
+  CentreSweep<T> centers(window.rows);
   detail::RasterSweep<T, detail::TouchTracker<T, Covered>> touched(window.rows);
-  const RowRange centreRows = startSweep(centres, rings, window);
+  const RowRange centerRows = startSweep(centers, rings, window);
   const RowRange touchedRows = startSweep(touched, rings, window);
-  const RowRange rows{std::min(centreRows.begin, touchedRows.begin), std::max(centreRows.end, touchedRows.end)};
+  const RowRange rows{std::min(centerRows.begin, touchedRows.begin), std::max(centerRows.end, touchedRows.end)};
   Output output(window);
   SpanColl inside, onRings, spans;
   for (omInt64 row = rows.begin; row < rows.end; ++row) {
-    spansBetween(centres.row(row), window, inside);
+    spansBetween(centers.row(row), window, inside);
     spansUnder(touched.row(row), onRings);
     if constexpr (Covered)
       subtract(inside, onRings, spans);

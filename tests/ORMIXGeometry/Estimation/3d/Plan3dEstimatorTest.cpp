@@ -23,13 +23,13 @@ Vector frame(Random& random, Vector& u, Vector& v) {
           static_cast<omReal64>(std::cos(t))};
 }
 
-Values onPlan(const Vector& centre, const Vector& u, const Vector& v, omReal64 extent, std::size_t count,
+Values onPlan(const Vector& center, const Vector& u, const Vector& v, omReal64 extent, std::size_t count,
               unsigned seed) {
   Random random(seed);
   Values values;
   for (std::size_t i = 0; i < count; ++i) {
     const omReal64 a = random.uniform(-extent, extent), b = random.uniform(-extent, extent);
-    for (std::size_t k = 0; k < 3; ++k) values.push_back(centre[k] + (a * u[k] + b * v[k]));
+    for (std::size_t k = 0; k < 3; ++k) values.push_back(center[k] + (a * u[k] + b * v[k]));
   }
   return values;
 }

@@ -143,8 +143,8 @@ TEST(Rasterize, EachPixelIsInOnePartOfAPartition) {
       const bool isFixed = i % 7 == 0 || i % 7 == 6 || i < 7 || i >= 42;
       const auto place = [&](int cell) {
         const omReal64 x = 10 * cell + (isFixed ? 0 : random.uniform(-1.5, 1.5));
-        const omReal64 centre = std::floor(x) + 0.5;
-        return isFixed || random.below(3) == 0 ? x : random.below(2) == 0 ? centre : std::nextafter(centre, x);
+        const omReal64 center = std::floor(x) + 0.5;
+        return isFixed || random.below(3) == 0 ? x : random.below(2) == 0 ? center : std::nextafter(center, x);
       };
       const omReal64 x = place(i % 7);
       vertices.emplace_back(x, place(i / 7));
