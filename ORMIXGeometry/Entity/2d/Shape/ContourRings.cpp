@@ -2,8 +2,6 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersectionsBuilder.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 
-#include <algorithm>
-#include <limits>
 #include <string>
 #include <type_traits>
 
