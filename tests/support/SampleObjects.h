@@ -135,7 +135,7 @@ sampleOf(ClassTag<X>) {
   if constexpr (hasHolePolicy<X>) sample.setHoleMsrPolicy(eHMP_IgnoreHoles);
   return sample;
 }
-inline SimplifyTransform2d sampleOf(ClassTag<SimplifyTransform2d>) { return SimplifyTransform2d(0.25); }
+inline SimplifyTransform2d sampleOf(ClassTag<SimplifyTransform2d>) { return SimplifyTransform2d(0.75); }
 inline TranslationTransform2d sampleOf(ClassTag<TranslationTransform2d>) { return {3, 5}; }
 inline RotationTransform2d sampleOf(ClassTag<RotationTransform2d>) { return RotationTransform2d(0.5); }
 inline RigidTransform2d sampleOf(ClassTag<RigidTransform2d>) { return {0.5, 30, 5}; }
