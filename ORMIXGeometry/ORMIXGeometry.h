@@ -84,6 +84,8 @@
 #include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
+#include <ORMIXGeometry/Tools/Location/NearestPoint.h>
+#include <ORMIXGeometry/Tools/Location/PointLocation.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>

@@ -1,0 +1,201 @@
+#include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
+#include <ORMIXGeometry/Tools/Location/NearestPoint.h>
+#include <ORMIXGeometry/Tools/Location/PointLocation.h>
+#include <ORMIXGeometry/Tools/Location/RingsOf.h>
+#include <ORMIXMath/Location/NearestOnRing.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace ormix::geom {
+
+namespace {
+
+constexpr omReal64 s_nan = std::numeric_limits<omReal64>::quiet_NaN();
+constexpr PlanarPoint s_nowhere{s_nan, s_nan};
+
+/// The nearest point of the region of an entity, or of its boundary; NaN where there is none.
+struct Query {
+  PlanarPoint point;
+  bool isOfBoundary;
+};
+
+template <class T>
+PlanarPoint nearestOf(const Point2d<T>& point, const Query&) {
+  return toPlanarPoint(point.getX(), point.getY());
+}
+template <class T>
+PlanarPoint nearestOf(const Segment2d<T>& segment, const Query& query) {
+  const T xy[] = {segment.getPoint0().getX(), segment.getPoint0().getY(), segment.getPoint1().getX(),
+                  segment.getPoint1().getY()};
+  return nearestOnRing(xy, 2, query.point.x, query.point.y).point;
+}
+template <class T>
+PlanarPoint nearestOf(const PointCloud2d<T>& cloud, const Query& query) {
+  return nearestOfPoints(coordinates(cloud.getCollection()), cloud.getCollection().size(), query.point.x, query.point.y)
+      .point;
+}
+
+/// For polygons, polygons with holes and shapes.
+template <class Region>
+PlanarPoint nearestOfRings(const Region& region, const Query& query) {
+  NearestOnRing nearest{s_nowhere, std::numeric_limits<omReal64>::infinity(), 0};
+  RingCrossings crossings;
+  detail::visitRings(region, [&](const auto* xy, std::size_t nbPoints) {
+    if (!query.isOfBoundary) crossings += ringCrossings(xy, nbPoints, query.point.x, query.point.y);
+    const NearestOnRing onRing = nearestOnRing(xy, nbPoints, query.point.x, query.point.y);
+    if (onRing.distance < nearest.distance) nearest = onRing;
+  });
+  const bool isInside = crossings.isOnBoundary || crossings.isOdd;
+  return isInside ? query.point : nearest.point;
+}
+template <class T>
+PlanarPoint nearestOf(const Polygon2d<T>& polygon, const Query& query) {
+  return nearestOfRings(polygon, query);
+}
+template <class T>
+PlanarPoint nearestOf(const PolygonWithHoles2d<T>& polygon, const Query& query) {
+  return nearestOfRings(polygon, query);
+}
+PlanarPoint nearestOf(const Shape2d& shape, const Query& query) { return nearestOfRings(shape, query); }
+
+/// Of the upright rectangle |x| <= halfX, |y| <= halfY.
+PlanarPoint nearestOfHalfSizes(PlanarPoint p, omReal64 halfX, omReal64 halfY, bool isOfBoundary) {
+  const bool isInside = std::abs(p.x) < halfX && std::abs(p.y) < halfY;
+  if (!isInside) return {std::clamp(p.x, -halfX, halfX), std::clamp(p.y, -halfY, halfY)};
+  if (!isOfBoundary) return p;
+  if (halfX - std::abs(p.x) < halfY - std::abs(p.y)) return {std::copysign(halfX, p.x), p.y};
+  return {p.x, std::copysign(halfY, p.y)};
+}
+
+/// Calls `nearest` with the point in a frame at the centre, turned by an angle, and brings its answer back; a point
+/// that is its own nearest point there stays as it is.
+template <class T, class Nearest>
+PlanarPoint inFrame(const Point2dData<T>& center, omReal64 angle, const PlanarPoint& p, Nearest&& nearest) {
+  const omReal64 c = std::cos(angle);
+  const omReal64 s = std::sin(angle);
+  const omReal64 x = p.x - omReal64(center.getX());
+  const omReal64 y = p.y - omReal64(center.getY());
+  const PlanarPoint local{x * c + y * s, y * c - x * s};
+  const PlanarPoint found = nearest(local);
+  if (found.x == local.x && found.y == local.y) return p;
+  return {omReal64(center.getX()) + (found.x * c - found.y * s), omReal64(center.getY()) + (found.x * s + found.y * c)};
+}
+
+template <class T>
+PlanarPoint nearestOf(const BoundingBox2d<T>& box, const Query& query) {
+  const auto [xMin, xMax] = std::minmax({omReal64(box.getXMin()), omReal64(box.getXMax())});
+  const auto [yMin, yMax] = std::minmax({omReal64(box.getYMin()), omReal64(box.getYMax())});
+  const PlanarPoint& p = query.point;
+  PlanarPoint result{std::clamp(p.x, xMin, xMax), std::clamp(p.y, yMin, yMax)};
+  if (!query.isOfBoundary || result.x != p.x || result.y != p.y) return result;
+  const omReal64 toX = std::min(p.x - xMin, xMax - p.x);
+  const omReal64 toY = std::min(p.y - yMin, yMax - p.y);
+  if (toX < toY)
+    result.x = p.x - xMin < xMax - p.x ? xMin : xMax;
+  else
+    result.y = p.y - yMin < yMax - p.y ? yMin : yMax;
+  return result;
+}
+template <class T>
+PlanarPoint nearestOf(const Square2d<T>& square, const Query& query) {
+  const omReal64 half = std::abs(omReal64(square.getHalfLength()));
+  return inFrame(square.center(), square.getOrientation(), query.point,
+                 [&](const PlanarPoint& p) { return nearestOfHalfSizes(p, half, half, query.isOfBoundary); });
+}
+template <class T>
+PlanarPoint nearestOf(const Rectangle2d<T>& rectangle, const Query& query) {
+  const omReal64 halfX = std::abs(omReal64(rectangle.getHalfLength()));
+  const omReal64 halfY = std::abs(omReal64(rectangle.getHalfWidth()));
+  return inFrame(rectangle.center(), rectangle.getOrientation(), query.point,
+                 [&](const PlanarPoint& p) { return nearestOfHalfSizes(p, halfX, halfY, query.isOfBoundary); });
+}
+
+template <class T>
+PlanarPoint nearestOf(const Circle2d<T>& circle, const Query& query) {
+  const omReal64 radius = std::abs(omReal64(circle.getRadius()));
+  const PlanarPoint center = toPlanarPoint(circle.centerX(), circle.centerY());
+  const omReal64 dx = query.point.x - center.x;
+  const omReal64 dy = query.point.y - center.y;
+  const omReal64 distance = std::hypot(dx, dy);
+  if (!query.isOfBoundary && distance <= radius) return query.point;
+  if (distance == 0) return {center.x + radius, center.y};
+  return {center.x + dx / distance * radius, center.y + dy / distance * radius};
+}
+
+/// Of the ellipse with the radii a >= b along the axes: the foot of the perpendicular solves
+/// (a x / (t + a^2))^2 + (b y / (t + b^2))^2 = 1 for t > -b^2 (Eberly2013); in multiples of b^2, s = t / b^2, the left
+/// side falls from the lower bound to the upper one, and is halved down to neighbouring numbers.
+PlanarPoint nearestOfRadii(const PlanarPoint& p, omReal64 a, omReal64 b, bool isOfBoundary) {
+  if (b == 0) return {std::clamp(p.x, -a, a), 0};
+  const omReal64 x = std::abs(p.x) / a;
+  const omReal64 y = std::abs(p.y) / b;
+  if (!isOfBoundary && x * x + y * y <= 1) return p;
+  const omReal64 ratio = (a / b) * (a / b);
+  const auto excess = [&](omReal64 s) {
+    const omReal64 u = ratio * x / (s + ratio);
+    const omReal64 v = y / (s + 1);
+    return u * u + v * v - 1;
+  };
+  PlanarPoint foot{0, 0};
+  if (y == 0 && ratio * x < ratio - 1) {
+    // On the larger axis between the centres of curvature: two feet, of which the upper is taken.
+    foot.x = a * (ratio * x / (ratio - 1));
+    const omReal64 share = foot.x / a;
+    foot.y = b * std::sqrt(std::max(0.0, 1 - share * share));
+  } else {
+    omReal64 low = std::max(y - 1, -1.0);
+    omReal64 high = std::hypot(ratio * x, y) - 1;
+    for (int step = 0; step < 1100; ++step) {
+      const omReal64 middle = 0.5 * (low + high);
+      if (middle <= low || middle >= high) break;
+      (excess(middle) > 0 ? low : high) = middle;
+    }
+    foot = {a * (ratio * x / (high + ratio)), b * (y / (high + 1))};
+  }
+  return {std::copysign(std::min(foot.x, a), p.x), std::copysign(std::min(foot.y, b), p.y)};
+}
+template <class T>
+PlanarPoint nearestOf(const Ellipse2d<T>& ellipse, const Query& query) {
+  const omReal64 a = std::abs(omReal64(ellipse.getMajorRadius()));
+  const omReal64 b = std::abs(omReal64(ellipse.getMinorRadius()));
+  return inFrame(ellipse.center(), ellipse.getTheta(), query.point, [&](const PlanarPoint& p) -> PlanarPoint {
+    if (a >= b) return nearestOfRadii(p, a, b, query.isOfBoundary);
+    const PlanarPoint exchanged = nearestOfRadii({p.y, p.x}, b, a, query.isOfBoundary);
+    return {exchanged.y, exchanged.x};
+  });
+}
+
+PlanarPoint nearestOf(const Line2d&, const Query&) { return s_nowhere; }
+PlanarPoint nearestOf(const Parabola2d&, const Query&) { return s_nowhere; }
+PlanarPoint nearestOf(const Vector2d&, const Query&) { return s_nowhere; }
+
+Point2d<omReal64> nearestOrThrow(const BaseGeometryEntity2d& entity, const Query& query) {
+  PlanarPoint result = s_nowhere;
+  const bool isFinite = std::isfinite(query.point.x) && std::isfinite(query.point.y);
+  forEachClass(PlanarEntityList(), [&](auto tag) {
+    using Class = typename decltype(tag)::Type;
+    if (const auto* const typed = isFinite ? dynamic_cast<const Class*>(&entity) : nullptr)
+      result = nearestOf(*typed, query);
+  });
+  if (!std::isfinite(result.x) || !std::isfinite(result.y))
+    logAndThrow("No point of geometry entity " + std::string(toString(entity.getEntity2dType())) +
+                    " is nearest to the point {" + std::to_string(query.point.x) + ", " +
+                    std::to_string(query.point.y) + "}",
+                __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return {result.x, result.y};
+}
+
+}  // namespace
+
+Point2d<omReal64> nearestPoint(const BaseGeometryEntity2d& entity, const Point2dData<omReal64>& point) {
+  return nearestOrThrow(entity, {{point.getX(), point.getY()}, false});
+}
+
+Point2d<omReal64> nearestBoundaryPoint(const BaseGeometryEntity2d& entity, const Point2dData<omReal64>& point) {
+  return nearestOrThrow(entity, {{point.getX(), point.getY()}, true});
+}
+
+}  // namespace ormix::geom
