@@ -32,6 +32,7 @@
 #include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
+#include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
 #include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/Archive/CborIArchive.h>
 #include <ORMIXSerialization/Archive/CborOArchive.h>
@@ -82,6 +83,14 @@ template <>
 struct RingMeasures<float> : OrmixRingMeasures<float> {};
 template <>
 struct RingMeasures<std::int32_t> : OrmixRingMeasures<std::int32_t> {};
+
+/// Simplification by Douglas and Peucker's method alone, as the other libraries' rows do it but those that keep topology.
+template <>
+struct Simplify<double> : OrmixRing<double> {
+  static Ring simplify(const Ring& ring, double tolerance) {
+    return ormix::geom::SimplifyTransform2d::simplify(ring, tolerance, ormix::ePS_EachAlone);
+  }
+};
 
 /// Reading one ring in the syntax of Well-Known-Text.
 template <>
