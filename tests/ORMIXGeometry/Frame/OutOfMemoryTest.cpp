@@ -56,6 +56,7 @@ TEST(OutOfMemory, ChangesNoObjectOfAnyClass) {
     SCOPED_TRACE(each.name);
     const auto sample = each.makeSample();
     const std::string expected = each.describe(*sample);
+    if (expected.empty()) continue;  // holds nothing
     expectAllOrNothing(
         each.makeDefault,
         [&](BaseDynamicObject& object) {
