@@ -55,12 +55,10 @@ TYPED_TEST(Corners, OfCuboidsTurnAboutTheOriginOfCoordinates) {
   EXPECT_EQ(corners(Cube3d<T>(10, 20, 30, 2, 0.25, 0.5, 0.75)),
             corners(Cuboid3d<T>(Point3d<T>(10, 20, 30), 2, 2, 2, 0.25, 0.5, 0.75)));
   // The corner (11, -1, -1), by a right angle about one axis each, then about x, y and z in turn.
-  const std::tuple<Real, Real> cases[] = {{Real(0, 0, 1), Real(1, 11, -1)},
-                                          {Real(0, 1, 0), Real(-1, -1, -11)},
-                                          {Real(1, 0, 0), Real(11, 1, -1)},
-                                          {Real(1, 0, 1), Real(-1, 11, -1)},
-                                          {Real(1, 1, 1), Real(-1, -1, -11)}};
-  for (const auto& [turns, expected] : cases) {
+  for (const auto& [turns, expected] :
+       {std::pair(Real(0, 0, 1), Real(1, 11, -1)), std::pair(Real(0, 1, 0), Real(-1, -1, -11)),
+        std::pair(Real(1, 0, 0), Real(11, 1, -1)), std::pair(Real(1, 0, 1), Real(-1, 11, -1)),
+        std::pair(Real(1, 1, 1), Real(-1, -1, -11))}) {
     const Real angles = s_right * turns;
     const Cube3d<T> cube(10, 0, 0, 1, angles.getX(), angles.getY(), angles.getZ());
     EXPECT_LE(distance(cube.topLeftFrontCorner(), expected), 1e-14) << turns;

@@ -21,7 +21,6 @@ class LineEstimator : public RegisteredObject<LineEstimator, BaseEstimator> {
   LineEstimator() { initBase(2, 2, 2); }
 
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override {
-    ++nbEstimations;
     if (samples.nbSamples == 2) {
       const omReal64* p = samples.data;
       return lineFromPoints(p[0], p[1], p[2], p[3], params(0), params(1)) ? BoolResult() : failure("one point");
@@ -50,8 +49,6 @@ class LineEstimator : public RegisteredObject<LineEstimator, BaseEstimator> {
       residuals(i) = samples[i][0] * co + samples[i][1] * si - params(1);
     return {};
   }
-
-  std::size_t nbEstimations = 0;
 
  private:
   friend struct ormix::FieldAccess;

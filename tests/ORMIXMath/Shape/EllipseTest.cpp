@@ -91,11 +91,17 @@ TEST(Ellipse, BoundaryPointsSatisfyTheEquation) {
 }
 
 TEST(Ellipse, RadiusIsDefinedForFlatOnesAndPoints) {
-  const std::array<omReal64, 4> cases[] = {{5, 3, 0, 5},        {5, 3, s_pi / 2, 3}, {3, 5, s_pi / 2, 5},
-                                           {5, 0, 0, 5},        {5, 0, s_pi, 5},     {5, 0, 0.1, 0},
-                                           {0, 5, s_pi / 2, 5}, {0, 0, 1, 0},        {1e300, 1e-300, 0, 1e300},
-                                           {-5, 3, 0, 5}};
-  for (const auto& [a, b, angle, radius] : cases) EXPECT_DOUBLE_EQ(ellipseRadius(a, b, angle), radius) << a << ' ' << b;
+  for (const auto& [a, b, angle, radius] : {std::array<omReal64, 4>{5, 3, 0, 5},
+                                            {5, 3, s_pi / 2, 3},
+                                            {3, 5, s_pi / 2, 5},
+                                            {5, 0, 0, 5},
+                                            {5, 0, s_pi, 5},
+                                            {5, 0, 0.1, 0},
+                                            {0, 5, s_pi / 2, 5},
+                                            {0, 0, 1, 0},
+                                            {1e300, 1e-300, 0, 1e300},
+                                            {-5, 3, 0, 5}})
+    EXPECT_DOUBLE_EQ(ellipseRadius(a, b, angle), radius) << a << ' ' << b;
 }
 
 TEST(Ellipse, NaNComesThrough) {

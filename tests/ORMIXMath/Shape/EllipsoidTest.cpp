@@ -75,13 +75,13 @@ TEST(Ellipsoid, AreaAgreesWithQuadratureInSixtyDigits) {
 
 TEST(Ellipsoid, AreaAtTheEndsOfTheRange) {
   const omReal64 inf = support::s_infinity, nan = std::nan("");
-  const std::array<omReal64, 4> cases[] = {{3, 3, 3, 36 * s_pi},
-                                           {0, 3, 2, 12 * s_pi},
-                                           {1e-100, 3, 2, 12 * s_pi},
-                                           {1e100, 1e-100, 1e-100, s_pi * s_pi},
-                                           {1e300, 1e-320, 0, s_twoPi * 1e300 * 1e-320},
-                                           {1e-150, 1e-150, 1e-150, 4 * s_pi * 1e-300}};
-  for (const auto& [a, b, c, expected] : cases) EXPECT_DOUBLE_EQ(ellipsoidArea(a, b, c), expected);
+  for (const auto& [a, b, c, expected] : {std::array<omReal64, 4>{3, 3, 3, 36 * s_pi},
+                                          {0, 3, 2, 12 * s_pi},
+                                          {1e-100, 3, 2, 12 * s_pi},
+                                          {1e100, 1e-100, 1e-100, s_pi * s_pi},
+                                          {1e300, 1e-320, 0, s_twoPi * 1e300 * 1e-320},
+                                          {1e-150, 1e-150, 1e-150, 4 * s_pi * 1e-300}})
+    EXPECT_DOUBLE_EQ(ellipsoidArea(a, b, c), expected);
   EXPECT_EQ(ellipsoidArea(5, 0, 0) + ellipsoidArea(0, inf, 0) + ellipsoidArea(0, 0, 0), 0);
   for (const auto& [a, b, c] : {std::array{1e200, 1e200, 1.0}, {-inf, 1.0, 1.0}, {inf, inf, inf}})
     EXPECT_EQ(ellipsoidArea(a, b, c), inf);
@@ -126,21 +126,21 @@ TEST(Ellipsoid, SurfacePointsSatisfyTheEquationInTheTurnedAxes) {
 }
 
 TEST(Ellipsoid, RadiusIsDefinedForFlatOnesNeedlesAndPoints) {
-  const Matrix3x3 m = aboutZ(1);
   const omReal64 right = s_pi / 2;
-  EXPECT_EQ(ellipsoidRadius(5, 3, 2, m, 0, 0.3), 2);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(5, 3, 2, m, right, 0), 5);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(5, -3, 2, m, right, right), 3);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(5, 3, 0, m, right, 0.4), ellipseRadius(5, 3, 0.4));
-  EXPECT_EQ(ellipsoidRadius(5, 3, 0, m, right + 0.1, 0.4), 0);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(5, 0, 2, m, 0.7, s_pi), ellipseRadius(2, 5, 0.7));
-  EXPECT_EQ(ellipsoidRadius(0, 0, 2, m, s_pi, 0.4), 2);
-  EXPECT_EQ(ellipsoidRadius(0, 0, 2, m, 0.1, 0.4), 0);
-  EXPECT_EQ(ellipsoidRadius(0, 7, 0, m, right, right), 7);
-  EXPECT_EQ(ellipsoidRadius(0, 0, 0, m, 1, 1), 0);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(1e300, 1e-300, 1, m, right, right), 1e-300);
-  EXPECT_DOUBLE_EQ(ellipsoidRadius(1e300, 1e-310, 1e300, m, right, 0), 1e300);
-  EXPECT_TRUE(std::isnan(ellipsoidRadius(1, 2, 3, m, std::nan(""), 0)));
+  for (const auto& [a, b, c, theta, phi, radius] : {std::array<omReal64, 6>{5, 3, 2, 0, 0.3, 2},
+                                                    {5, 3, 2, right, 0, 5},
+                                                    {5, -3, 2, right, right, 3},
+                                                    {5, 3, 0, right + 0.1, 0.4, 0},
+                                                    {0, 0, 2, s_pi, 0.4, 2},
+                                                    {0, 0, 2, 0.1, 0.4, 0},
+                                                    {0, 7, 0, right, right, 7},
+                                                    {0, 0, 0, 1, 1, 0},
+                                                    {1e300, 1e-300, 1, right, right, 1e-300},
+                                                    {1e300, 1e-310, 1e300, right, 0, 1e300},
+                                                    {5, 3, 0, right, 0.4, ellipseRadius(5, 3, 0.4)},
+                                                    {5, 0, 2, 0.7, s_pi, ellipseRadius(2, 5, 0.7)}})
+    EXPECT_DOUBLE_EQ(ellipsoidRadius(a, b, c, aboutZ(1), theta, phi), radius) << a << ' ' << b << ' ' << c;
+  EXPECT_TRUE(std::isnan(ellipsoidRadius(1, 2, 3, aboutZ(1), std::nan(""), 0)));
 }
 
 }  // namespace
