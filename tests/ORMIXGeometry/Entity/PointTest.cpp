@@ -45,31 +45,18 @@ TYPED_TEST_SUITE(PointTest, support::Scalars);
 
 template <class P>
 void expectArithmetic() {
+  using Points = std::vector<P>;
   const ScalarOf<P> two = 2;
-  const P a = at<P>(8, 6, 10), b = at<P>(2, 3, 5), both = at<P>(2, 2, 2);
-  const auto along3 = along<P>(3);
+  const auto vector = along<P>(3);
+  const P a = at<P>(8, 6, 10), b = at<P>(2, 3, 5), twos = at<P>(2, 2, 2), ahead = end<P>(3);
+  EXPECT_EQ((Points{a + b, a - b, a * b, a / b}),
+            (Points{at<P>(10, 9, 15), at<P>(6, 3, 5), at<P>(16, 18, 50), at<P>(4, 2, 2)}));
+  EXPECT_EQ((Points{a + two, a - two, a * two, two * a, a / two}),
+            (Points{a + twos, a - twos, a * twos, a * twos, a / twos}));
+  EXPECT_EQ((Points{a + vector, a - vector, a * vector}), (Points{a + ahead, a - ahead, a * ahead}));
   P p = a;
-  for (const auto& [result, expected] : {std::pair(a + b, at<P>(10, 9, 15)),
-                                         std::pair(a - b, at<P>(6, 3, 5)),
-                                         std::pair(a * b, at<P>(16, 18, 50)),
-                                         std::pair(a / b, at<P>(4, 2, 2)),
-                                         std::pair(a + two, a + both),
-                                         std::pair(a - two, a - both),
-                                         std::pair(a * two, a * both),
-                                         std::pair(two * a, a * both),
-                                         std::pair(a / two, a / both),
-                                         std::pair(a + along3, a + end<P>(3)),
-                                         std::pair(a - along3, a - end<P>(3)),
-                                         std::pair(a * along3, a * end<P>(3)),
-                                         std::pair(p += b, a + b),
-                                         std::pair(p -= b, a),
-                                         std::pair(p *= b, a * b),
-                                         std::pair(p /= b, a),
-                                         std::pair(p += along3, a + end<P>(3)),
-                                         std::pair(p -= along3, a),
-                                         std::pair(p *= along3, a * end<P>(3)),
-                                         std::pair(p -= p, P())})
-    EXPECT_EQ(result, expected);
+  EXPECT_EQ((Points{p += b, p -= b, p *= b, p /= b}), (Points{a + b, a, a * b, a}));
+  EXPECT_EQ((Points{p += vector, p -= vector, p *= vector, p -= p}), (Points{a + ahead, a, a * ahead, P()}));
 }
 
 TYPED_TEST(PointTest, ArithmeticWorksComponentByComponent) {

@@ -2,8 +2,6 @@
 
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
-#include <map>
-
 #include "support/ArchiveFormats.h"
 #include "support/EstimationSamples.h"
 
@@ -24,21 +22,19 @@ TYPED_TEST_SUITE(AnyEstimator, TypesOf<EstimatorList>::Type);
 
 /// Samples that determine a model, its parameters, and the values of a sample.
 using Sizes = std::array<std::size_t, 3>;
-const std::map<std::string, Sizes> s_sizes{{"Circle2d", {3, 3, 2}},
-                                           {"Ellipse2d", {5, 5, 2}},
-                                           {"Line2d", {2, 2, 2}},
-                                           {"Line2dIntersection", {2, 3, 2}},
-                                           {"TranslationTransform2d", {2, 2, 4}},
-                                           {"RigidTransform2d", {2, 3, 4}},
-                                           {"SimilarityTransform2d", {2, 4, 4}},
-                                           {"HomographyTransform2d", {4, 9, 4}},
-                                           {"Plan3d", {3, 3, 3}},
-                                           {"Sphere3d", {4, 4, 3}},
-                                           {"Ellipsoid3d", {9, 9, 3}},
-                                           {"TranslationTransform3d", {3, 6, 6}},
-                                           {"RigidTransform3d", {3, 6, 6}},
-                                           {"SimilarityTransform3d", {3, 7, 6}},
-                                           {"HomographyTransform3d", {5, 16, 6}}};
+Sizes sizesOf(const std::string& name) {
+  for (const auto& [each, minimal, params, dimension] :
+       {std::tuple("Circle2d", 3, 3, 2), std::tuple("Ellipse2d", 5, 5, 2), std::tuple("Line2d", 2, 2, 2),
+        std::tuple("Line2dIntersection", 2, 3, 2), std::tuple("TranslationTransform2d", 2, 2, 4),
+        std::tuple("RigidTransform2d", 2, 3, 4), std::tuple("SimilarityTransform2d", 2, 4, 4),
+        std::tuple("HomographyTransform2d", 4, 9, 4), std::tuple("Plan3d", 3, 3, 3), std::tuple("Sphere3d", 4, 4, 3),
+        std::tuple("Ellipsoid3d", 9, 9, 3), std::tuple("TranslationTransform3d", 3, 6, 6),
+        std::tuple("RigidTransform3d", 3, 6, 6), std::tuple("SimilarityTransform3d", 3, 7, 6),
+        std::tuple("HomographyTransform3d", 5, 16, 6)})
+    if (name == std::string("ormix::geom::") + each + "Estimator")
+      return {std::size_t(minimal), std::size_t(params), std::size_t(dimension)};
+  return {};
+}
 
 /// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
 template <class Estimator>
@@ -76,7 +72,7 @@ Values samplesOf(std::size_t count, bool hasOutliers = false) {
 }
 
 TYPED_TEST(AnyEstimator, StatesItsSizesAndIsRegisteredAndCopied) {
-  const std::string name = TypeParam::s_className, prefix = "ormix::geom::", suffix = "Estimator";
+  const std::string name = TypeParam::s_className;
   const auto created = DynamicObjectFactory::getInstance().createShared(name);
   EXPECT_EQ(created->getClassName(), name);
   ASSERT_TRUE(created->hasCopySupport());
@@ -84,7 +80,7 @@ TYPED_TEST(AnyEstimator, StatesItsSizesAndIsRegisteredAndCopied) {
   ASSERT_TRUE(duplicate);
   EXPECT_NO_THROW(duplicate->copy(*created));
   EXPECT_EQ((Sizes{duplicate->getMinimalDataSize(), duplicate->getNbParams(), duplicate->getSampleDimension()}),
-            s_sizes.at(name.substr(prefix.size(), name.size() - prefix.size() - suffix.size())));
+            sizesOf(name));
   EXPECT_SUCCESS(support::readInto<support::Json>(support::archived<support::Json>(*duplicate), *duplicate));
 }
 

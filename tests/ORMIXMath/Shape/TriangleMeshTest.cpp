@@ -53,16 +53,10 @@ TYPED_TEST(TriangleMeshOf, BoxesHaveTheirAreaVolumeAndInertia) {
   EXPECT_EQ(meshLocalVolume(mesh.view()), 48);
   MeshMoments m;
   ASSERT_TRUE(meshMoments(mesh.view(), m));
-  const omReal64 errors[] = {m.volume - 48,
-                             m.centroid.x - 11,
-                             m.centroid.y - 22,
-                             m.centroid.z - 33,
-                             m.inertiaXX - 4 * (16 + 36),
-                             m.inertiaYY - 4 * (4 + 36),
-                             m.inertiaZZ - 4 * (4 + 16),
-                             m.inertiaXY,
-                             m.inertiaYZ};
-  for (const omReal64 error : errors) EXPECT_NEAR(error, 0, 1e-11);
+  for (const omReal64 error :
+       {m.volume - 48, m.centroid.x - 11, m.centroid.y - 22, m.centroid.z - 33, m.inertiaXX - 4 * (16 + 36),
+        m.inertiaYY - 4 * (4 + 36), m.inertiaZZ - 4 * (4 + 16), m.inertiaXY, m.inertiaYZ})
+    EXPECT_NEAR(error, 0, 1e-11);
 }
 
 // A single triangle fills no vector, so that this compares widths too.
@@ -133,9 +127,9 @@ TEST(TriangleMesh, MomentsFollowRotationAndIgnoreTheOrientation) {
   for (const auto& view : {mesh.view(), turned.view()}) {
     MeshMoments m;
     ASSERT_TRUE(meshMoments(view, m));
-    const omReal64 errors[] = {m.volume - 1.0 / 6, m.centroid.y - 0.25, m.inertiaYY - 1.0 / 80, m.inertiaXY - 1.0 / 480,
-                               m.inertiaXZ - 1.0 / 480};
-    for (const omReal64 error : errors) EXPECT_NEAR(error, 0, 1e-16);
+    for (const omReal64 error : {m.volume - 1.0 / 6, m.centroid.y - 0.25, m.inertiaYY - 1.0 / 80,
+                                 m.inertiaXY - 1.0 / 480, m.inertiaXZ - 1.0 / 480})
+      EXPECT_NEAR(error, 0, 1e-16);
   }
 }
 
