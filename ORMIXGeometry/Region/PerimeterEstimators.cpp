@@ -140,7 +140,8 @@ Crossings crossingsOf(const RowIntersections& pixels) {
 }  // namespace
 
 omReal64 detail::pixelDiskPerimeter(const PixelSpacing& spacing) {
-  return 4 * std::max(spacing.x, spacing.y) / 2 * std::comp_ellint_2(ellipseExcentricity(spacing.x, spacing.y));
+  if (spacing.x == spacing.y) return s_pi * spacing.x;
+  return 2 * std::max(spacing.x, spacing.y) * std::comp_ellint_2(ellipseExcentricity(spacing.x, spacing.y));
 }
 
 omReal64 detail::cornerCountPerimeter(const ContourRings& contours, const PixelSpacing& spacing) {

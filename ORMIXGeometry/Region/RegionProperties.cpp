@@ -48,12 +48,36 @@ Moments2dO3 scaledMoments(const Moments2dO3& moments, const PixelSpacing& spacin
   return Moments2dO3(scaled.about[0] < 0 ? -scaled : scaled);
 }
 
+void setSize(omReal64 area, const Point2dData<omReal64>& centroid, RegionProperties& p) {
+  if (!(area > 0) || !std::isfinite(area)) refuse("the area is " + std::to_string(area));
+  p.area = area;
+  p.centroid = centroid;
+  p.equivalentDiameter = 2 * std::sqrt(area / s_pi);
+}
+
+/// Size of pixels alone: less than half of what their moments take.
+void setSize(const RowIntersections& pixels, const PixelSpacing& spacing, RegionProperties& p) {
+  // Twice the sums relative to the first pixel; exact up to 2^53, as nearly always.
+  const omReal64 x0 = pixels.getRunColl().front().begin;
+  omReal64 sumX = 0, sumY = 0;
+  for (omUInt64 y = pixels.getStartRow(); y < pixels.getEndRow(); ++y) {
+    const omReal64 height = 2 * static_cast<omReal64>(y - pixels.getStartRow()) + 1;
+    for (const PixelRun& run : pixels.getRow(y)) {
+      const omReal64 begin = run.begin - x0, end = run.end - x0;
+      sumX += (end - begin) * (end + begin);
+      sumY += (end - begin) * height;
+    }
+  }
+  const auto count = static_cast<omReal64>(p.nbPixels);
+  setSize(count * spacing.x * spacing.y,
+          {(x0 + 0.5 * sumX / count) * spacing.x,
+           (static_cast<omReal64>(pixels.getStartRow()) + 0.5 * sumY / count) * spacing.y},
+          p);
+}
+
 /// Moments and what follows from them, size among them.
 void setMoments(const Moments2dO3& moments, const RegionOptions& options, RegionProperties& p) {
-  p.area = moments.getMoment(0, 0);
-  if (!(p.area > 0) || !std::isfinite(p.area)) refuse("the area is " + std::to_string(p.area));
-  p.centroid = moments.getCentroid().getCoords();
-  p.equivalentDiameter = 2 * std::sqrt(p.area / s_pi);
+  setSize(moments.getMoment(0, 0), moments.getCentroid().getCoords(), p);
   if (!options.moments) return;
   p.moments = moments;
   p.huMoments = HuMoments2dO3(moments);
@@ -186,34 +210,9 @@ bool isEllipse(const BaseGeometryEntity2d& entity) {
   return result;
 }
 
-}  // namespace
-
-RegionProperties regionProperties(const RowIntersections& pixels, const PixelSpacing& spacing,
-                                  const RegionOptions& options) {
-  checkSpacing(spacing);
-  if (pixels.getRunColl().empty()) refuse("there are no pixels");
-  RegionProperties p;
-  p.nbPixels = pixels.getNbPixels();
-  setMoments(scaledMoments(moments(pixels), spacing), options, p);
-  const detail::ContourRings contours = detail::traceRings(pixels, options.connectivity);
-  const RegionRings rings = ringsOf(contours, spacing);
-  setBoxAndHoles(rings, p);
-  p.perimeter = detail::cornerCountPerimeter(contours, spacing);
-  if (options.allPerimeters) {
-    p.polygonPerimeter = edgePerimeter(pixels, spacing);
-    p.croftonPerimeter = croftonPerimeter(pixels, spacing);
-    p.minimumLengthPerimeter = detail::minimumLengthPerimeter(contours, spacing);
-  }
-  setHullAndCircles(rings, options, p);
-  if (options.hull) p.convexPerimeter = convexPerimeterOf(pixels, spacing);
-  setQuotients(p);
-  return p;
-}
-
-RegionProperties regionProperties(const BaseGeometryEntity2d& entity, const PixelSpacing& spacing,
-                                  const RegionOptions& options) {
-  if (const auto* const shape = dynamic_cast<const Shape2d*>(&entity); shape && shape->getNbPixels() > 0)
-    return regionProperties(shape->getRowIntersections(), spacing, options);
+/// Of entities that have no pixels.
+RegionProperties propertiesOfEntity(const BaseGeometryEntity2d& entity, const PixelSpacing& spacing,
+                                    const RegionOptions& options) {
   checkSpacing(spacing);
   Moments2dO3 moments;
   const std::optional<RegionRings> rings = detail::ringsOf(entity, spacing);
@@ -230,6 +229,45 @@ RegionProperties regionProperties(const BaseGeometryEntity2d& entity, const Pixe
   setHullAndCircles(*rings, options, p);
   setQuotients(p);
   return p;
+}
+
+}  // namespace
+
+RegionProperties regionProperties(const RowIntersections& pixels, const PixelSpacing& spacing,
+                                  const RegionOptions& options) {
+  checkSpacing(spacing);
+  if (pixels.getRunColl().empty()) refuse("there are no pixels");
+  RegionProperties p;
+  p.nbPixels = pixels.getNbPixels();
+  if (options.moments)
+    setMoments(scaledMoments(moments(pixels), spacing), options, p);
+  else
+    setSize(pixels, spacing, p);
+  const detail::ContourRings contours = detail::traceRings(pixels, options.connectivity);
+  const RegionRings rings = ringsOf(contours, spacing);
+  setBoxAndHoles(rings, p);
+  p.perimeter = detail::cornerCountPerimeter(contours, spacing);
+  if (options.allPerimeters) {
+    p.polygonPerimeter = edgePerimeter(pixels, spacing);
+    p.croftonPerimeter = croftonPerimeter(pixels, spacing);
+    p.minimumLengthPerimeter = detail::minimumLengthPerimeter(contours, spacing);
+  }
+  setHullAndCircles(rings, options, p);
+  if (options.hull) p.convexPerimeter = convexPerimeterOf(pixels, spacing);
+  setQuotients(p);
+  return p;
+}
+
+RegionProperties regionProperties(const Shape2d& shape, const PixelSpacing& spacing, const RegionOptions& options) {
+  if (!shape.getRowIntersections().getRunColl().empty())
+    return regionProperties(shape.getRowIntersections(), spacing, options);
+  return propertiesOfEntity(shape, spacing, options);
+}
+
+RegionProperties regionProperties(const BaseGeometryEntity2d& entity, const PixelSpacing& spacing,
+                                  const RegionOptions& options) {
+  const auto* const shape = dynamic_cast<const Shape2d*>(&entity);
+  return shape ? regionProperties(*shape, spacing, options) : propertiesOfEntity(entity, spacing, options);
 }
 
 }  // namespace ormix::geom

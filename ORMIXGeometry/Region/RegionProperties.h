@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Entity/2d/PlanarClasses.h>
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
@@ -114,8 +115,12 @@ ORMIX_GEOMETRY_API RegionProperties regionProperties(const RowIntersections& pix
 /// counts as turned.
 /// \throw ORMIXGeometryException, logged first, when the class has no area, the area is zero or not finite, or the spacing
 /// is not positive and finite
+/// @{
 ORMIX_GEOMETRY_API RegionProperties regionProperties(const BaseGeometryEntity2d& entity,
                                                      const PixelSpacing& spacing = {},
                                                      const RegionOptions& options = {});
+ORMIX_GEOMETRY_API RegionProperties regionProperties(const Shape2d& shape, const PixelSpacing& spacing = {},
+                                                     const RegionOptions& options = {});
+/// @}
 
 }  // namespace ormix::geom

@@ -107,6 +107,8 @@ std::vector<RingView> RegionRings::views() const {
 
 RegionRings ringsOf(const ContourRings& contours, const PixelSpacing& spacing) {
   RegionRings result;
+  result.rings.reserve(contours.rings.size());
+  result.xy.reserve(2 * (contours.rings.empty() ? 0 : contours.rings.back().end) + 2 * contours.rings.size());
   RingCollector collector(result, spacing);
   for (const ContourRings::Ring& ring : contours.rings) {
     collector.begin(ring.isHole, ring.parent == ContourRings::s_noParent);
