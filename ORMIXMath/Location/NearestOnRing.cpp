@@ -22,7 +22,7 @@ using Reals4 = Reals<s_nbLanes>;
 
 /// The squared distance from the origin to the segments from a to b; of one of length 0 to a.
 template <class Real>
-[[gnu::always_inline]] inline Real squaredDistance(Real ax, Real ay, Real bx, Real by) {
+[[gnu::always_inline]] inline Real squaredDistance(const Real& ax, const Real& ay, const Real& bx, const Real& by) {
   const Real dx = bx - ax;
   const Real dy = by - ay;
   Real t = -(ax * dx + ay * dy) / (dx * dx + dy * dy);

@@ -30,9 +30,9 @@ class SegmentDistances {
 
   /// \tparam Real omReal64 or a vector of it
   template <class Real>
-  [[gnu::always_inline]] inline Real squared(Real x, Real y) const {
-    x -= _ax;
-    y -= _ay;
+  [[gnu::always_inline]] inline Real squared(const Real& px, const Real& py) const {
+    Real x = px - _ax;
+    Real y = py - _ay;
     Real t = (x * _dx + y * _dy) * _inverse;
     t = t > 0.0 ? t : Real{};
     t = t < 1.0 ? t : Real{} + 1.0;
