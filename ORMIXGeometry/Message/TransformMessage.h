@@ -16,8 +16,8 @@ struct ORMIX_GEOMETRY_API eTransformMessage {
   enum eId {
     eTM_Point2dFailed,               ///< a planar point has no finite image
     eTM_Point3dFailed,               ///< a point of space has no finite image
-    eTM_SelfIntersectionTable,       ///< not used yet
-    eTM_SelfIntersectionRefinement,  ///< not used yet
+    eTM_SelfIntersectionTable,       ///< vertices to simplify are not finite, or too many
+    eTM_SelfIntersectionRefinement,  ///< edges to simplify cross each other
     eTM_TransformFailed,             ///< the entity is not supported, or has no image
     eTM_TransformNotSupported        ///< a transform of ORMIXMath without a counterpart for entities
   };
