@@ -121,7 +121,9 @@ std::string supportOf(const ClassCase& each) {
     copied += image ? '1' : '0';
     EXPECT_EQ(each.describe(*sample), before);
     EXPECT_TRUE(image || !result) << name;
-    if (image && result) {
+    // A new shape under a scale that is not the same along x and y has no pixels.
+    const bool losesPixels = each.name == Shape2d::s_className && name == AnisotropicScaleTransform2d::s_className;
+    if (image && result && !losesPixels) {
       EXPECT_EQ(each.describe(*image), each.describe(*entity)) << name;
     }
   }
