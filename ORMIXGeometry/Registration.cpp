@@ -27,8 +27,8 @@
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
-#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/HomographyTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RigidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/RotationTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ScaleTransform2d.h>
@@ -39,8 +39,8 @@
 #include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
-#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/HomographyTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RigidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/RotationTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/ScaleTransform3d.h>
