@@ -31,12 +31,12 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
-#include <ORMIXMath/Moments/PlanarMoments.h>
-#include <ORMIXMath/Moments/PointMoments.h>
 #include <ORMIXMath/Hull/RotatingCalipers.h>
 #include <ORMIXMath/Location/NearestOnRing.h>
 #include <ORMIXMath/Location/PreparedRings.h>
 #include <ORMIXMath/Location/RingCrossings.h>
+#include <ORMIXMath/Moments/PlanarMoments.h>
+#include <ORMIXMath/Moments/PointMoments.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXMath/Scalar/Cast.h>
 #include <ORMIXMath/Scalar/Compare.h>

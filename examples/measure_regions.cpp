@@ -103,8 +103,7 @@ std::vector<Region> regionsOf(const Image& image, std::vector<omUInt8> mask) {
   pixels = erode(dilate(pixels, radius), radius);
   pixels = dilate(erode(pixels, radius), radius);
   std::vector<Region> regions;
-  for (const Shape2dPtr& shape : labelShapes(pixels))
-    regions.push_back({shape, measure(*shape)});
+  for (const Shape2dPtr& shape : labelShapes(pixels)) regions.push_back({shape, measure(*shape)});
   std::stable_sort(regions.begin(), regions.end(),
                    [](const Region& a, const Region& b) { return a.properties.area > b.properties.area; });
   return regions;

@@ -23,8 +23,8 @@ constexpr PlanarDerivations noPlanarDerivations() {
 }  // namespace detail
 
 /// What can be derived from an entity: a table with a row for each entity of the plane. A missing row does not compile;
-/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything; a vector has
-/// no place.
+/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything; a vector
+/// has no place.
 template <class Entity>
 inline constexpr PlanarDerivations s_planarDerivationsOf = detail::noPlanarDerivations<Entity>();
 // clang-format off
