@@ -30,7 +30,7 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
     eEM_NullPointer,                 ///< a null pointer instead of an entity
     eEM_ParabolaSegmentNotFound,     ///< not used yet
     eEM_PolygonMismatch,             ///< not used yet
-    eEM_SimplificationFailed,        ///< not used yet
+    eEM_SimplificationFailed,        ///< the boundary of pixels cannot be simplified
     eEM_ShapeInternalError,          ///< not used yet
     eEM_Shape2dNotInitialized,       ///< a constructor of shapes is used after its end
     eEM_Shape3dNotInitialized,       ///< not used yet

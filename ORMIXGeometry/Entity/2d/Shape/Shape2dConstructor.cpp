@@ -9,12 +9,13 @@ namespace ormix::geom {
 
 struct Shape2dConstructor::State {
   ePixelConnectivity connectivity;
+  omReal64 tolerance;
   detail::OpenComponents components;
 
   Shape2dPtrColl shapes(std::vector<RowIntersections> regions) const {
     Shape2dPtrColl result;
     result.reserve(regions.size());
-    for (RowIntersections& region : regions) result.push_back(makeShape(std::move(region), connectivity));
+    for (RowIntersections& region : regions) result.push_back(makeShape(std::move(region), connectivity, tolerance));
     return result;
   }
 };
@@ -25,8 +26,8 @@ std::string notInitialized() { return formatMessage<eEntityMessage>(eEntityMessa
 
 }  // namespace
 
-Shape2dConstructor::Shape2dConstructor(ePixelConnectivity connectivity)
-    : _state(new State{connectivity, detail::OpenComponents(connectivity)}) {}
+Shape2dConstructor::Shape2dConstructor(ePixelConnectivity connectivity, omReal64 tolerance)
+    : _state(new State{connectivity, tolerance, detail::OpenComponents(connectivity)}) {}
 Shape2dConstructor::~Shape2dConstructor() = default;
 Shape2dConstructor::Shape2dConstructor(Shape2dConstructor&&) noexcept = default;
 Shape2dConstructor& Shape2dConstructor::operator=(Shape2dConstructor&&) noexcept = default;

@@ -12,7 +12,8 @@ namespace ormix::geom {
 class ORMIX_GEOMETRY_API Shape2dConstructor {
  public:
   /// Waits for the first row.
-  explicit Shape2dConstructor(ePixelConnectivity connectivity = ePC_8);
+  /// \param tolerance of the polygons, see makeShape()
+  explicit Shape2dConstructor(ePixelConnectivity connectivity = ePC_8, omReal64 tolerance = 0);
   ~Shape2dConstructor();
   /// The other constructor is then as after finish().
   /// @{

@@ -118,6 +118,19 @@ TEST(Shape2dConstructor, RefusesWhatIsOutOfOrder) {
   EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { constructor.finish(); }), text);
 }
 
+TEST(LabelShapes, SimplifyBoundariesWhereAsked) {
+  RowIntersections stairs;
+  for (omUInt32 y = 0; y < 40; ++y) EXPECT_TRUE(stairs.addRun(y, 0, y + 1));
+  const auto exact = labelShapes(stairs), rough = labelShapes(stairs, ePC_8, 1);
+  EXPECT_EQ(exact[0]->getNbTotPoints(), 82u + 1);
+  EXPECT_LE(rough[0]->getNbTotPoints(), 5u);
+  EXPECT_EQ(rough[0]->getRowIntersections(), stairs);
+  EXPECT_NEAR(AreaMsr2d::measure(*rough[0]), 820, 40);
+  for (const omReal64 tolerance : {-1.0, support::s_nan})
+    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { labelShapes(stairs, ePC_4, tolerance); }),
+              "Polygon simplification failed while processing shape 2d construction");
+}
+
 TEST(Shape2d, MovesItsPolygonsAndKeepsItsPixels) {
   RowIntersections pixels;
   EXPECT_TRUE(pixels.addRun(3, 1, 5));
