@@ -2,6 +2,7 @@
 #include <ORMIXMath/Location/NearestOnRing.h>
 #include <ORMIXMath/Transform/CoordinateVectors.h>
 
+#include <cmath>
 #include <limits>
 
 namespace ormix {
@@ -15,17 +16,24 @@ constexpr omReal64 s_nan = std::numeric_limits<omReal64>::quiet_NaN();
 
 // Squares below this may have lost digits to underflow.
 constexpr omReal64 s_leastSafeSquare = 0x1p-900;
+// Where no edge is longer than 2^500 and the least distance is below that, no product of an edge overflows that could
+// be nearest: its ends are at most 2^501 away.
+constexpr omReal64 s_largestSafeSquare = 0x1p1000;
 
 constexpr std::size_t s_nbLanes = 4;
 constexpr std::size_t s_lanesInOrder[s_nbLanes] = {0, 2, 1, 3};
 using Reals4 = Reals<s_nbLanes>;
 
-/// The squared distance from the origin to the segments from a to b; of one of length 0 to a.
+/// The squared distance from the origin to the segments from a to b; of one of length 0 to a. Adds their squared
+/// lengths to `lengths`.
 template <class Real>
-[[gnu::always_inline]] inline Real squaredDistance(const Real& ax, const Real& ay, const Real& bx, const Real& by) {
+[[gnu::always_inline]] inline Real squaredDistance(const Real& ax, const Real& ay, const Real& bx, const Real& by,
+                                                   Real& lengths) {
   const Real dx = bx - ax;
   const Real dy = by - ay;
-  Real t = -(ax * dx + ay * dy) / (dx * dx + dy * dy);
+  const Real length = dx * dx + dy * dy;
+  lengths += length;
+  Real t = -(ax * dx + ay * dy) / length;
   t = t > 0.0 ? t : Real{};
   t = t < 1.0 ? t : Real{} + 1.0;
   const Real x = ax + t * dx;
@@ -37,6 +45,7 @@ template <class Real>
 struct Least {
   omReal64 square;
   std::size_t index;
+  omReal64 lengths = 0;  // the sum of the squared lengths of all edges
 };
 
 /// Four points, x and y apart, in the order 0, 2, 1, 3, relative to p.
@@ -62,13 +71,14 @@ template <bool areEdges, class T>
   Reals4 smallest = Reals4{} + s_infinity;
   Reals4 steps{};
   Reals4 step{};
+  Reals4 lengths{};
   std::size_t i = 0;
   for (; i + s_nbLanes <= nbItems; i += s_nbLanes) {
     const FourPoints<T> from(xy + 2 * i, p);
     Reals4 square;
     if constexpr (areEdges) {
       const FourPoints<T> to(xy + 2 * i + 2, p);
-      square = squaredDistance<Reals4>(from.x, from.y, to.x, to.y);
+      square = squaredDistance<Reals4>(from.x, from.y, to.x, to.y, lengths);
     } else {
       square = from.x * from.x + from.y * from.y;
     }
@@ -82,11 +92,12 @@ template <bool areEdges, class T>
     if (smallest[lane] < least.square || (smallest[lane] == least.square && index < least.index))
       least = {smallest[lane], index};
   }
+  least.lengths = (lengths[0] + lengths[1]) + (lengths[2] + lengths[3]);
   const auto add = [&](std::size_t a, std::size_t b) {
     const PlanarPoint from = toPlanarPoint(xy[2 * a], xy[2 * a + 1]);
     const PlanarPoint to = toPlanarPoint(xy[2 * b], xy[2 * b + 1]);
-    const omReal64 square = squaredDistance(from.x - p.x, from.y - p.y, to.x - p.x, to.y - p.y);
-    if (square < least.square) least = {square, a};
+    const omReal64 square = squaredDistance(from.x - p.x, from.y - p.y, to.x - p.x, to.y - p.y, least.lengths);
+    if (square < least.square) least = {square, a, least.lengths};
   };
   for (; i < nbItems; ++i) add(i, areEdges ? i + 1 : i);
   if (areEdges) add(nbPoints - 1, 0);
@@ -119,8 +130,11 @@ NearestOnRing nearest(const T* xy, std::size_t nbPoints, const PlanarPoint& p) {
 #endif
     least = leastSquare<areEdges>(xy, nbPoints, p);
   consider(least.index);
-  const bool isSafe = least.square >= s_leastSafeSquare && least.square < s_infinity;
-  if (isSafe || result.distance == 0) return result;
+  const bool isSafe = least.square >= s_leastSafeSquare && least.square < s_largestSafeSquare;
+  const bool areShort = least.lengths < s_largestSafeSquare;
+  if (areShort && (isSafe || result.distance == 0)) return result;
+  for (std::size_t at = 0; at < 2 * nbPoints; ++at)
+    if (!std::isfinite(static_cast<omReal64>(xy[at]))) return {{s_nan, s_nan}, s_infinity, 0};
   for (std::size_t i = 0; i < nbPoints; ++i) consider(i);
   return result;
 }

@@ -17,7 +17,7 @@ struct NearestOnRing {
 /// The point nearest to (x, y) on the edges of a ring of `nbPoints` vertices, of which the last one need not repeat the
 /// first; as pointSegmentDistance() answers for the nearest edge. Of edges whose distances are equal up to rounding
 /// any may be taken. None when there are no vertices or a coordinate is not finite. Linear, several edges at a time;
-/// coordinates beyond 2^500 in magnitude, and distances below 2^-450, are compared one by one.
+/// edges and distances beyond 2^500, and distances below 2^-450, are compared one by one.
 template <class T>
 ORMIX_MATH_API NearestOnRing nearestOnRing(const T* xy, std::size_t nbPoints, omReal64 x, omReal64 y);
 
