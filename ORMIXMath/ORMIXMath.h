@@ -32,6 +32,7 @@
 #include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 #include <ORMIXMath/Hull/RotatingCalipers.h>
+#include <ORMIXMath/Location/NearestEdges.h>
 #include <ORMIXMath/Location/NearestOnRing.h>
 #include <ORMIXMath/Location/PreparedRings.h>
 #include <ORMIXMath/Location/RingCrossings.h>

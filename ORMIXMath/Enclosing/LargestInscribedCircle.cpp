@@ -1,4 +1,5 @@
 #include <ORMIXMath/Enclosing/LargestInscribedCircle.h>
+#include <ORMIXMath/Location/RingEdgeTree.h>
 
 #include <algorithm>
 #include <array>
@@ -6,8 +7,6 @@
 #include <limits>
 #include <queue>
 #include <string>
-
-#include "RingEdgeTree.h"
 
 namespace ormix {
 

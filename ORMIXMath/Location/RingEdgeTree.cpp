@@ -1,4 +1,4 @@
-#include "RingEdgeTree.h"
+#include <ORMIXMath/Location/RingEdgeTree.h>
 
 #include <algorithm>
 #include <array>

@@ -10,11 +10,11 @@
 
 namespace ormix::detail {
 
-/// A directed edge of a ring; not of length 0.
+/// A directed edge of a ring; of length 0 only where addPoint() made it.
 struct RingEdge {
   PlanarPoint start;
   PlanarPoint along;       ///< to its end
-  omReal64 inverseSquare;  ///< of its length
+  omReal64 inverseSquare;  ///< of its length; 0 of length 0
 
   /// The point of the edge that is nearest to p, as a part of it in [0, 1].
   omReal64 nearestPart(const PlanarPoint& p) const {
@@ -39,6 +39,8 @@ class RingEdgeTree {
 
   /// Adds the edge; those of a ring one after the other, before build().
   void add(const PlanarPoint& start, const PlanarPoint& end);
+  /// Adds an edge of length 0, for nearest edges only.
+  void addPoint(const PlanarPoint& point) { _edges.push_back({point, {0, 0}, 0}); }
   /// Makes the boxes. Linear.
   void build();
 

@@ -198,4 +198,44 @@ Point2d<omReal64> nearestBoundaryPoint(const BaseGeometryEntity2d& entity, const
   return nearestOrThrow(entity, {{point.getX(), point.getY()}, true});
 }
 
+template <class Entity>
+void PreparedBoundary2d::prepare(const Entity& entity) {
+  bool hasVertices = false;
+  detail::visitRings(entity, [&](const auto* xy, std::size_t nbPoints) {
+    _edges.add(xy, nbPoints);
+    hasVertices = true;
+  });
+  if (!hasVertices || !_edges.build())
+    logAndThrow("A boundary cannot be prepared: it has no vertices, or a coordinate is not finite", __PRETTY_FUNCTION__,
+                __FILE__, __LINE__);
+}
+
+template <class T>
+PreparedBoundary2d::PreparedBoundary2d(const Polygon2d<T>& polygon) {
+  prepare(polygon);
+}
+template <class T>
+PreparedBoundary2d::PreparedBoundary2d(const PolygonWithHoles2d<T>& polygon) {
+  prepare(polygon);
+}
+PreparedBoundary2d::PreparedBoundary2d(const Shape2d& shape) { prepare(shape); }
+
+Point2d<omReal64> PreparedBoundary2d::nearestPoint(const Point2dData<omReal64>& point) const {
+  const PlanarPoint nearest = _edges.nearest(point.getX(), point.getY()).point;
+  if (!std::isfinite(nearest.x) || !std::isfinite(nearest.y))
+    logAndThrow("No point of a boundary is nearest to the point {" + std::to_string(point.getX()) + ", " +
+                    std::to_string(point.getY()) + "}",
+                __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return {nearest.x, nearest.y};
+}
+
+#define ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY(T)                                             \
+  template ORMIX_GEOMETRY_API PreparedBoundary2d::PreparedBoundary2d(const Polygon2d<T>&); \
+  template ORMIX_GEOMETRY_API PreparedBoundary2d::PreparedBoundary2d(const PolygonWithHoles2d<T>&);
+ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY(omInt32)
+ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY(omUInt32)
+ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY(omReal32)
+ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY(omReal64)
+#undef ORMIX_GEOMETRY_INSTANTIATE_BOUNDARY
+
 }  // namespace ormix::geom

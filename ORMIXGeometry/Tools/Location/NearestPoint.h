@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/2d/PlanarClasses.h>
 #include <ORMIXGeometry/Entity/2d/Point/Point2d.h>
+#include <ORMIXMath/Location/NearestEdges.h>
 
 namespace ormix::geom {
 
@@ -38,5 +39,30 @@ Point2d<omReal64> nearestBoundaryPoint(const BaseGeometryEntity2d& entity, const
   return nearestBoundaryPoint(entity, Point2dData<omReal64>(point.getX(), point.getY()));
 }
 /// @}
+
+/// The boundary of a polygon, of a polygon with its holes, or of a shape, sorted so that it can be asked for its
+/// nearest point to many points; answers are those of nearestBoundaryPoint(). Made in linear time; NearestEdges says
+/// what a question costs. Several threads may ask at once.
+class ORMIX_GEOMETRY_API PreparedBoundary2d {
+ public:
+  /// \throw ORMIXGeometryException, logged first, when there are no vertices or a coordinate is not finite
+  /// @{
+  template <class T>
+  explicit PreparedBoundary2d(const Polygon2d<T>& polygon);
+  template <class T>
+  explicit PreparedBoundary2d(const PolygonWithHoles2d<T>& polygon);
+  explicit PreparedBoundary2d(const Shape2d& shape);
+  /// @}
+
+  /// The nearest point of the boundary.
+  /// \throw ORMIXGeometryException, logged first, when the point is not finite
+  Point2d<omReal64> nearestPoint(const Point2dData<omReal64>& point) const;
+
+ private:
+  template <class Entity>
+  void prepare(const Entity& entity);
+
+  NearestEdges _edges;
+};
 
 }  // namespace ormix::geom

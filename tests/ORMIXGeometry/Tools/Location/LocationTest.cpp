@@ -101,4 +101,30 @@ TEST(NearestPoint, OfFiguresWithCorners) {
   EXPECT_THROW(nearestPoint(polygon, Point2d<omReal64>(std::nan(""), 0)), ORMIXGeometryException);
 }
 
+TEST(PreparedBoundary, AnswersAsTheBoundaryItself) {
+  support::Random random(23);
+  const auto number = [&](omReal64 size) { return size * (static_cast<omReal64>(random() % 20001) / 10000 - 1); };
+  for (int round = 0; round < 300; ++round) {
+    // Small and large, near and far, with vertices that repeat.
+    const omReal64 scale = std::ldexp(1, round % 3 == 0 ? 0 : int(random() % 1200) - 600);
+    Polygon2d<omReal64> polygon;
+    for (std::size_t count = 1 + random() % 40; count > 0; --count) {
+      polygon.getPointColl().push_back({scale * number(1), scale * number(1)});
+      if (random() % 4 == 0) polygon.getPointColl().push_back(polygon.getPointColl().back());
+    }
+    const PreparedBoundary2d prepared(polygon);
+    for (int at = 0; at < 20; ++at) {
+      const Point2dData<omReal64> point(scale * number(2), scale * number(2));
+      const auto expected = nearestBoundaryPoint(polygon, point).getCoords(),
+                 found = prepared.nearestPoint(point).getCoords();
+      EXPECT_LE(std::abs(distance(point, found) - distance(point, expected)), 1e-14 * scale) << polygon << point;
+    }
+    EXPECT_THROW(prepared.nearestPoint({std::nan(""), 0}), ORMIXGeometryException);
+  }
+  EXPECT_THROW(PreparedBoundary2d{Polygon2d<omReal32>()}, ORMIXGeometryException);
+  Polygon2d<omReal64> endless;
+  endless.getPointColl() = {{0, 0}, {INFINITY, 0}};
+  EXPECT_THROW(PreparedBoundary2d{endless}, ORMIXGeometryException);
+}
+
 }  // namespace
