@@ -20,10 +20,10 @@ enum ePointLocation {
 };
 
 /// Where a point is to the region of a polygon, of a polygon with its holes and their islands, or of the boundaries of
-/// a shape: inside where it is inside an odd number of rings. Rings count whether they are closed or not, orientations
-/// and roles do not matter, and null holes and boundaries are ignored. Exact for every type of coordinate: no rounded
-/// number decides. What has no vertices, and a point that is not finite, is outside. Linear in the number of vertices;
-/// for many points see PreparedPolygon2d.
+/// a shape (of its pixels where it has no boundaries): inside where it is inside an odd number of rings. Rings count
+/// whether they are closed or not, orientations and roles do not matter, and null holes and boundaries are ignored.
+/// Exact for every type of coordinate: no rounded number decides. What has no vertices, and a point that is not finite,
+/// is outside. Linear in the number of vertices; for many points see PreparedPolygon2d.
 /// @{
 template <class T>
 ORMIX_GEOMETRY_API ePointLocation locate(const Polygon2d<T>& polygon, const Point2dData<omReal64>& point);

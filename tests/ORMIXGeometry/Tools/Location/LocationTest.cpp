@@ -34,6 +34,11 @@ TYPED_TEST(LocationOf, PolygonsWithHolesAndIslands) {
                                      boost::make_shared<PolygonWithHoles2d<omReal32>>(cast<omReal32>(polygon))};
   EXPECT_EQ(locate(shape, Point2dData<T>(22, 22)), ePL_Inside);
   EXPECT_EQ(toString(ePL_Boundary), "ePL_Boundary");
+  shape.clear();
+  EXPECT_TRUE(shape.getRowIntersections().addRun(2, 3, 6));
+  EXPECT_EQ(locate(shape, Point2dData<T>(4, 3)), ePL_Boundary);
+  EXPECT_EQ(locate(shape, Point2dData<omReal64>(4, 2.5)), ePL_Inside);
+  EXPECT_EQ(nearestPoint(shape, Point2dData<T>(9, 9)), Point2d<omReal64>(6, 3));
 }
 
 TEST(PreparedPolygon2d, RefusesWhatIsNotFinite) {
