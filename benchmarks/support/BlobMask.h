@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -9,12 +9,15 @@
 
 namespace ormix::benchmarks {
 
-/// The pixels of 10⁴ discs and rings at fixed places of 4096² pixels: about 170,000 runs and 7,000 regions, many of
-/// them of several discs, some with holes and islands in these.
-inline geom::RowIntersections blobRows() {
-  constexpr int side = 4096;
-  std::vector<char> mask(static_cast<std::size_t>(side) * side);
-  std::mt19937 engine(77);
+constexpr std::size_t blobMaskSide = 4096;  ///< columns and rows of a mask
+
+/// A mask of 4096² pixels with 10⁴ discs and rings at fixed places: about 170,000 runs and 7,000 regions, many of them
+/// of several discs, some with holes and islands in these.
+template <class T>
+std::vector<T> blobMask(unsigned seed = 77) {
+  constexpr int side = blobMaskSide;
+  std::vector<T> mask(blobMaskSide * blobMaskSide);
+  std::mt19937 engine(seed);
   const auto below = [&engine](unsigned bound) { return static_cast<int>(engine() % bound); };
   for (int blob = 0; blob < 10000; ++blob) {
     const int centerX = below(side), centerY = below(side), radius = 3 + below(13);
@@ -22,21 +25,16 @@ inline geom::RowIntersections blobRows() {
     for (int y = std::max(0, centerY - radius); y <= std::min(side - 1, centerY + radius); ++y)
       for (int x = std::max(0, centerX - radius); x <= std::min(side - 1, centerX + radius); ++x) {
         const int square = (x - centerX) * (x - centerX) + (y - centerY) * (y - centerY);
-        if (square <= radius * radius && square >= hole * hole) mask[static_cast<std::size_t>(y * side + x)] = 1;
+        if (square <= radius * radius && square >= hole * hole) mask[static_cast<std::size_t>(y * side + x)] = 255;
       }
   }
-  geom::RowIntersections rows;
-  for (int y = 0; y < side; ++y) {
-    const auto row = mask.begin() + static_cast<std::ptrdiff_t>(y) * side;
-    for (auto end = row; end != row + side;) {
-      const auto begin = std::find(end, row + side, 1);
-      end = std::find(begin, row + side, 0);
-      if (begin != end)
-        (void)rows.addRun(static_cast<omUInt64>(y), static_cast<omUInt32>(begin - row),
-                          static_cast<omUInt32>(end - row));
-    }
-  }
-  return rows;
+  return mask;
+}
+
+/// Its pixels.
+inline geom::RowIntersections blobRows() {
+  const std::vector<omUInt8> mask = blobMask<omUInt8>();
+  return toRowIntersections(geom::MaskView<const omUInt8>{mask.data(), blobMaskSide, blobMaskSide, blobMaskSide});
 }
 
 }  // namespace ormix::benchmarks

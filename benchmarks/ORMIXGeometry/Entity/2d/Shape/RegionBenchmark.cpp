@@ -5,10 +5,9 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowMorphology.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <benchmark/benchmark.h>
+#include <benchmarks/support/BlobMask.h>
 
-#include <algorithm>
 #include <cstring>
-#include <random>
 #include <vector>
 
 namespace ormix::benchmarks {
@@ -16,26 +15,7 @@ namespace {
 
 using namespace geom;
 
-constexpr std::size_t side = 4096;
-
-/// A mask of 4096² pixels with 10⁴ discs and rings at fixed places, about 7,000 regions of 170,000 runs.
-template <class T>
-std::vector<T> blobs(unsigned seed) {
-  std::vector<T> mask(side * side);
-  std::mt19937 engine(seed);
-  const auto below = [&engine](unsigned bound) { return static_cast<int>(engine() % bound); };
-  const auto row = [](int y) { return static_cast<std::size_t>(y) * side; };
-  for (int blob = 0; blob < 10000; ++blob) {
-    const int centerX = below(side), centerY = below(side), radius = 3 + below(13);
-    const int hole = below(10) < 3 ? radius / 2 : 0;
-    for (int y = std::max(0, centerY - radius); y <= std::min<int>(side - 1, centerY + radius); ++y)
-      for (int x = std::max(0, centerX - radius); x <= std::min<int>(side - 1, centerX + radius); ++x) {
-        const int square = (x - centerX) * (x - centerX) + (y - centerY) * (y - centerY);
-        if (square <= radius * radius && square >= hole * hole) mask[row(y) + static_cast<std::size_t>(x)] = 255;
-      }
-  }
-  return mask;
-}
+constexpr std::size_t side = blobMaskSide;
 
 template <class T>
 MaskView<const T> viewOf(const std::vector<T>& mask) {
@@ -45,7 +25,7 @@ MaskView<const T> viewOf(const std::vector<T>& mask) {
 /// The limit: every pixel is read once.
 template <class T>
 void regionsMaskRead(benchmark::State& state) {
-  const std::vector<T> mask = blobs<T>(77);
+  const std::vector<T> mask = blobMask<T>(77);
   for (auto _ : state) {
     omUInt64 sum = 0;
     for (std::size_t i = 0; i < mask.size(); i += 8 / sizeof(T)) {
@@ -59,15 +39,15 @@ void regionsMaskRead(benchmark::State& state) {
 
 template <class T>
 void regionsMaskToRuns(benchmark::State& state) {
-  const std::vector<T> mask = blobs<T>(77);
+  const std::vector<T> mask = blobMask<T>(77);
   for (auto _ : state) benchmark::DoNotOptimize(toRowIntersections(viewOf(mask)));
 }
 
 /// Measures `operation(a, b)` of two sets of blobs.
 template <class Operation>
 void measureOfRuns(benchmark::State& state, Operation operation) {
-  const RowIntersections a = toRowIntersections(viewOf(blobs<omUInt8>(77)));
-  const RowIntersections b = toRowIntersections(viewOf(blobs<omUInt8>(78)));
+  const RowIntersections a = toRowIntersections(viewOf(blobMask<omUInt8>(77)));
+  const RowIntersections b = toRowIntersections(viewOf(blobMask<omUInt8>(78)));
   for (auto _ : state) benchmark::DoNotOptimize(operation(a, b));
   state.counters["runs"] = static_cast<double>(a.getRunColl().size());
   state.counters["regions"] = static_cast<double>(componentsOf(a, ePC_8).nbComponents);
@@ -108,7 +88,7 @@ void regionsErodeDisc(benchmark::State& state) {
 
 /// From the mask to the components.
 void regionsMaskToComponents(benchmark::State& state) {
-  const std::vector<omUInt8> mask = blobs<omUInt8>(77);
+  const std::vector<omUInt8> mask = blobMask<omUInt8>(77);
   for (auto _ : state) benchmark::DoNotOptimize(componentsOf(toRowIntersections(viewOf(mask)), ePC_8));
 }
 
@@ -116,7 +96,7 @@ void regionsMaskToComponents(benchmark::State& state) {
 void regionsOfLabels(benchmark::State& state) {
   std::vector<omInt32> labels(side * side);
   omInt32 label = 0;
-  for (const RowIntersections& region : connectedComponents(toRowIntersections(viewOf(blobs<omUInt8>(77))), ePC_8)) {
+  for (const RowIntersections& region : connectedComponents(toRowIntersections(viewOf(blobMask<omUInt8>(77))), ePC_8)) {
     ++label;
     for (omUInt64 y = region.getStartRow(); y < region.getEndRow(); ++y)
       for (const PixelRun& run : region.getRow(y))
