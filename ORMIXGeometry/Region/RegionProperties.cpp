@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PixelMoments.h>
@@ -7,6 +8,8 @@
 #include <ORMIXGeometry/Region/PerimeterEstimators.h>
 #include <ORMIXGeometry/Region/RegionProperties.h>
 #include <ORMIXGeometry/Region/RegionRings.h>
+#include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
+#include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXMath/Enclosing/SmallestBall.h>
 #include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Scalar/Constants.h>
@@ -132,10 +135,10 @@ void setHull(const std::vector<omReal64>& hull, RegionProperties& p) {
   const std::size_t nbVertices = hull.size() / 2 - 1;
   p.convexArea = ringSignedArea(hull.data(), nbVertices + 1);
   p.convexPerimeter = pathLength(hull.data(), nbVertices + 1);
-  p.greatestFeret = greatestFeretDiameter(hull.data(), nbVertices);
-  p.leastFeret = leastFeretDiameter(hull.data(), nbVertices);
-  p.feretAcross = feretDiameterAt(hull.data(), nbVertices, p.greatestFeret.angle + s_pi / 2);
-  const OrientedRectangle rectangle = smallestRectangle(hull.data(), nbVertices, eRectangleSize::Area);
+  p.greatestFeret = ormix::greatestFeretDiameter(hull.data(), nbVertices);
+  p.leastFeret = ormix::leastFeretDiameter(hull.data(), nbVertices);
+  p.feretAcross = ormix::feretDiameterAt(hull.data(), nbVertices, p.greatestFeret.angle + s_pi / 2);
+  const OrientedRectangle rectangle = ormix::smallestRectangle(hull.data(), nbVertices, eRectangleSize::Area);
   p.smallestRectangle = {
       {rectangle.center.x, rectangle.center.y}, rectangle.halfLength, rectangle.halfWidth, rectangle.angle};
 }
@@ -149,7 +152,7 @@ void setHullAndCircles(const RegionRings& rings, const RegionOptions& options, R
   require(smallestEnclosingCircle(hull.data(), hull.size() / 2 - 1, around));
   p.enclosingCircle = {{around.center[0], around.center[1]}, around.radius};
   InscribedCircle inside;
-  require(largestInscribedCircle(rings.views(), inside));
+  require(ormix::largestInscribedCircle(rings.views(), inside));
   p.inscribedCircle = {{inside.center.x, inside.center.y}, inside.radius};
 }
 
@@ -174,10 +177,7 @@ RegionProperties propertiesOf(const Moments2dO3& moments, const RegionOptions& o
   setMoments(moments, options, p);
   const Ellipse2d<omReal64> ellipse = equivalentEllipse(moments);
   const omReal64 a = ellipse.getMajorRadius(), b = ellipse.getMinorRadius();
-  const omReal64 x = ellipse.centerX(), y = ellipse.centerY();
-  const omReal64 cosTheta = ellipse.getCosTheta(), sinTheta = ellipse.getSinTheta();
-  const omReal64 halfX = std::hypot(a * cosTheta, b * sinTheta), halfY = std::hypot(a * sinTheta, b * cosTheta);
-  p.box = {x - halfX, y - halfY, x + halfX, y + halfY};
+  p.box = EnvelopeTransform2d::envelope(ellipse);
   p.nbParts = 1;
   p.eulerNumber = 1;
   p.holeArea = 0;
@@ -185,29 +185,20 @@ RegionProperties propertiesOf(const Moments2dO3& moments, const RegionOptions& o
   if (options.hull) {
     p.convexArea = p.area;
     p.convexPerimeter = p.perimeter;
-    const PlanarPoint along{a * cosTheta, a * sinTheta}, across{-b * sinTheta, b * cosTheta};
-    const omReal64 theta = ellipse.getTheta();
-    p.greatestFeret = {2 * a, theta, {x - along.x, y - along.y}, {x + along.x, y + along.y}};
-    p.leastFeret = {2 * b,
-                    theta > 0 ? theta - s_pi / 2 : theta + s_pi / 2,
-                    {x - across.x, y - across.y},
-                    {x + across.x, y + across.y}};
-    p.feretAcross = p.leastFeret;
-    p.smallestRectangle = {{x, y}, a, b, theta};
+    p.greatestFeret = greatestFeretDiameter(ellipse);
+    p.leastFeret = p.feretAcross = leastFeretDiameter(ellipse);
+    p.smallestRectangle = smallestRectangle(ellipse);
   }
   if (options.circles) {
-    p.enclosingCircle = {{x, y}, a};
-    p.inscribedCircle = {{x, y}, b};
+    p.enclosingCircle = {ellipse.center(), a};
+    p.inscribedCircle = {ellipse.center(), b};
   }
   setQuotients(p);
   return p;
 }
 
 bool isEllipse(const BaseGeometryEntity2d& entity) {
-  bool result = false;
-  forEachClass(ScalarClassList<Circle2d, Ellipse2d>(),
-               [&](auto tag) { result = result || dynamic_cast<const typename decltype(tag)::Type*>(&entity); });
-  return result;
+  return detail::callTyped(ScalarClassList<Circle2d, Ellipse2d>(), entity, [](const auto&) { return true; });
 }
 
 /// Of entities that have no pixels.

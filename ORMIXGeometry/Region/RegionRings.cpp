@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Region/RegionRings.h>
 
 namespace ormix::geom::detail {
@@ -123,12 +124,8 @@ RegionRings ringsOf(const ContourRings& contours, const PixelSpacing& spacing) {
 std::optional<RegionRings> ringsOf(const BaseGeometryEntity2d& entity, const PixelSpacing& spacing) {
   RegionRings result;
   RingCollector collector(result, spacing);
-  bool hasRings = false;
-  forEachClass(PlanarEntityList(), [&](auto tag) {
-    using Entity = typename decltype(tag)::Type;
-    if (hasRings) return;
-    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) hasRings = collect(collector, *typed);
-  });
+  const bool hasRings =
+      callTyped(PlanarEntityList(), entity, [&](const auto& typed) { return collect(collector, typed); });
   if (!hasRings) return std::nullopt;
   return result;
 }

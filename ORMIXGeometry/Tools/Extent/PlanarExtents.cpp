@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
@@ -66,17 +67,6 @@ bool takeHull(const Entity& entity, Hull& hull) {
   }
 }
 
-/// Calls `take(typed)` with the entity as what it is; false where it is none of the library's.
-template <class Take>
-bool takeTyped(const BaseGeometryEntity2d& entity, Take take) {
-  bool isTaken = false;
-  forEachClass(PlanarEntityList(), [&](auto tag) {
-    using Entity = typename decltype(tag)::Type;
-    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) isTaken = take(*typed);
-  });
-  return isTaken;
-}
-
 [[noreturn]] void throwNone(const BaseGeometryEntity2d& entity, const std::string& what, const char* function,
                             int line) {
   logAndThrow(formatMessage<eTransformMessage>(eTransformMessage::eTM_TransformFailed, what,
@@ -86,7 +76,7 @@ bool takeTyped(const BaseGeometryEntity2d& entity, Take take) {
 
 Hull hullOf(const BaseGeometryEntity2d& entity) {
   Hull hull;
-  if (!takeTyped(entity, [&hull](const auto& typed) { return takeHull(typed, hull); }))
+  if (!detail::callTyped(PlanarEntityList(), entity, [&hull](const auto& typed) { return takeHull(typed, hull); }))
     throwNone(entity, ConvexHullTransform2d::getTypeName(), __PRETTY_FUNCTION__, __LINE__);
   return hull;
 }
@@ -156,7 +146,7 @@ FeretDiameter feretDiameterAt(const BaseGeometryEntity2d& entity, omReal64 angle
 
 Circle2d<omReal64> largestInscribedCircle(const BaseGeometryEntity2d& entity, omReal64* excess) {
   std::deque<std::vector<omReal64>> rings;
-  if (takeTyped(entity, [&rings](const auto& typed) { return takeRings(typed, rings); })) {
+  if (detail::callTyped(PlanarEntityList(), entity, [&rings](const auto& typed) { return takeRings(typed, rings); })) {
     std::vector<RingView> views;
     for (const std::vector<omReal64>& ring : rings) views.push_back({ring.data(), ring.size() / 2});
     InscribedCircle found;
@@ -166,7 +156,8 @@ Circle2d<omReal64> largestInscribedCircle(const BaseGeometryEntity2d& entity, om
     return {{found.center.x, found.center.y}, found.radius};
   }
   Hull hull;
-  if (!takeTyped(entity, [&hull](const auto& typed) { return takeHull(typed, hull); }) || hull.round.b == 0)
+  if (!detail::callTyped(PlanarEntityList(), entity, [&hull](const auto& typed) { return takeHull(typed, hull); }) ||
+      hull.round.b == 0)
     throwNone(entity, "largestInscribedCircle", __PRETTY_FUNCTION__, __LINE__);
   if (excess) *excess = 0;
   return {hull.round.center, hull.round.b};

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
@@ -78,11 +79,8 @@ bool takeBox(const Entity& entity, OrientedBox& box) {
 
 Cuboid3d<omReal64> smallestBox(const BaseGeometryEntity3d& entity) {
   OrientedBox box;
-  bool isTaken = false;
-  forEachClass(SpatialEntityList(), [&](auto tag) {
-    using Entity = typename decltype(tag)::Type;
-    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) isTaken = takeBox(*typed, box);
-  });
+  const bool isTaken =
+      detail::callTyped(SpatialEntityList(), entity, [&box](const auto& typed) { return takeBox(typed, box); });
   if (!isTaken)
     logAndThrow(
         formatMessage<eTransformMessage>(eTransformMessage::eTM_TransformFailed, EnvelopeTransform3d::getTypeName(),

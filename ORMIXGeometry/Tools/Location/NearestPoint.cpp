@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
@@ -174,12 +175,11 @@ PlanarPoint nearestOf(const Vector2d&, const Query&) { return s_nowhere; }
 
 Point2d<omReal64> nearestOrThrow(const BaseGeometryEntity2d& entity, const Query& query) {
   PlanarPoint result = s_nowhere;
-  const bool isFinite = std::isfinite(query.point.x) && std::isfinite(query.point.y);
-  forEachClass(PlanarEntityList(), [&](auto tag) {
-    using Class = typename decltype(tag)::Type;
-    if (const auto* const typed = isFinite ? dynamic_cast<const Class*>(&entity) : nullptr)
-      result = nearestOf(*typed, query);
-  });
+  if (std::isfinite(query.point.x) && std::isfinite(query.point.y))
+    detail::callTyped(PlanarEntityList(), entity, [&](const auto& typed) {
+      result = nearestOf(typed, query);
+      return true;
+    });
   if (!std::isfinite(result.x) || !std::isfinite(result.y))
     logAndThrow("No point of geometry entity " + std::string(toString(entity.getEntity2dType())) +
                     " is nearest to the point {" + std::to_string(query.point.x) + ", " +

@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
+#include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Tools/Svg/SvgShape.h>
 
 #include <algorithm>
@@ -154,10 +155,9 @@ struct AddToExtent {
 
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity) {
   std::optional<SvgShape> shape;
-  forEachClass(PlanarEntityList(), [&](auto tag) {
-    using Entity = typename decltype(tag)::Type;
-    if (shape) return;
-    if (const auto* const typed = dynamic_cast<const Entity*>(&entity)) shape = shapeOf(*typed);
+  callTyped(PlanarEntityList(), entity, [&shape](const auto& typed) {
+    shape = shapeOf(typed);
+    return true;
   });
   return shape;
 }
