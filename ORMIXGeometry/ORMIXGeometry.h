@@ -83,6 +83,7 @@
 #include <ORMIXGeometry/Region/RegionProperties.h>
 #include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
+#include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>

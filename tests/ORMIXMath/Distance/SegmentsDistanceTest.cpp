@@ -1,3 +1,4 @@
+#include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 
 #include "DistanceOracle.h"
@@ -44,6 +45,11 @@ TEST(SegmentsDistance, ScalesWithTheCoordinates) {
     EXPECT_EQ(segmentsDistance({{0, 0}, {4 * unit, 4 * unit}}, {{0, 4 * unit}, {4 * unit, 0}}, a, b), 0) << exponent;
     EXPECT_EQ(a.x, 2 * unit);
     EXPECT_EQ(segmentsDistance({{0, 0}, {8 * unit, 0}}, {{unit, 4 * unit}, {unit, 3 * unit}}, a, b), 3 * unit);
+    const PlanarNearestPair pair =
+        nearestOnSegments(PlanarSegment{{0, 0}, {8 * unit, 0}}, {{unit, 4 * unit}, {unit, 3 * unit}});
+    EXPECT_TRUE(pair.distance == 3 * unit && pair.onA.x == a.x && pair.onA.y == a.y && pair.onB.y == b.y);
+    const PlanarNearestPair ofPoint = nearestOnSegments(PlanarPoint{unit, 3 * unit}, {{0, 0}, {8 * unit, 0}});
+    EXPECT_TRUE(ofPoint.distance == 3 * unit && ofPoint.onA.y == 3 * unit && ofPoint.onB.x == unit);
   }
 }
 

@@ -1,3 +1,4 @@
+#include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>
 
 #include "DistanceOracle.h"
@@ -88,6 +89,8 @@ TEST(SpatialSegmentsDistance, ScalesWithTheCoordinates) {
               3 * unit)
         << exponent;
     EXPECT_TRUE(same(a, {2 * unit, 2 * unit, 0}) && same(b, {2 * unit, 2 * unit, 3 * unit}));
+    const SpatialNearestPair pair = nearestOnSegments(SpatialPoint{unit, 0, 5 * unit}, {{0, 0, 0}, {8 * unit, 0, 0}});
+    EXPECT_TRUE(pair.distance == 5 * unit && same(pair.onA, {unit, 0, 5 * unit}) && same(pair.onB, {unit, 0, 0}));
     EXPECT_EQ(pointSegmentDistance({unit, unit, unit}, {{0, 0, 0}, {2 * unit, 2 * unit, 2 * unit}}, a), 0) << exponent;
   }
   // Segments far shorter than their distance, whose squares would underflow.
