@@ -23,8 +23,10 @@
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2dConstructor.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexTriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Entity/BaseGeometryEntity.h>

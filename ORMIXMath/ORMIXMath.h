@@ -50,6 +50,7 @@
 #include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXMath/Shape/Ellipsoid.h>
 #include <ORMIXMath/Shape/EllipsoidQuadric.h>
+#include <ORMIXMath/Shape/IndexTriangle.h>
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXMath/Shape/ShortestLoop.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>

@@ -1,17 +1,14 @@
 #pragma once
 
 #include <ORMIXMath/Export.h>
+#include <ORMIXMath/Shape/IndexTriangle.h>
 #include <ORMIXUtil/ProcessingResult.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
-#include <array>
 #include <cstddef>
 #include <vector>
 
 namespace ormix {
-
-/// A triangle as the indices of its three points.
-using IndexTriangle = std::array<omUInt32, 3>;
 
 /// The boundary of the convex hull of points in space, given as `nbPoints` interleaved triples x0, y0, z0, x1, ...
 ///

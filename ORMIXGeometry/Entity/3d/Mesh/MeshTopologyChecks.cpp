@@ -162,6 +162,11 @@ BoolResult detail::invalidVertex(std::size_t vertexIdx, std::size_t nbVertices) 
   return failure(formatMessage<Message>(Message::eEM_InvalidVertexIndex, vertexIdx, nbVertices));
 }
 
+BoolResult detail::invalidCorner(std::size_t triangleIdx, std::size_t vertexIdx, std::size_t nbVertices) {
+  return failure("Triangle with index " + std::to_string(triangleIdx) + ": " +
+                 invalidVertex(vertexIdx, nbVertices).getMessage());
+}
+
 BoolResult detail::tooManyTriangles() {
   return failure("A mesh holds at most " + std::to_string(MeshTopology::s_maxNbTriangles) + " triangles");
 }

@@ -23,5 +23,7 @@ BoolResult invalidVertex(std::size_t vertexIdx, std::size_t nbVertices);
 BoolResult tooManyTriangles();
 BoolResult tooManyVertices();
 /// @}
+/// The same as `invalidVertex`, for a vertex of the triangle with this index.
+BoolResult invalidCorner(std::size_t triangleIdx, std::size_t vertexIdx, std::size_t nbVertices);
 
 }  // namespace ormix::geom::detail
