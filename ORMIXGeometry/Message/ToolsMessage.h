@@ -7,12 +7,34 @@
 
 namespace ormix::geom {
 
-/// Message domain of the tools; it has no messages yet.
+/// Message domain of the tools: ids and texts.
 struct ORMIX_GEOMETRY_API eToolsMessage {
   /// Tag whose run-time type name is the name of the domain in the catalogue.
   struct ORMIX_GEOMETRY_API domain {};
 
-  static constexpr std::array<MessageText, 0> texts{};  ///< the texts by id
+  /// Ids of the messages, in the order of `texts`.
+  enum eId {
+    eTM_ItemNotFinite,     ///< an item of an index with a coordinate that is NaN or infinite
+    eTM_NoSuchItem,        ///< the index of an item that was never there
+    eTM_ItemRemoved,       ///< the index of an item that is there no more
+    eTM_EmptyIndex,        ///< something that an index without items does not have
+    eTM_NegativeDistance,  ///< a distance to search within that is negative or NaN
+    eTM_NoNeighbours,      ///< the 0 nearest items
+    eTM_SearchNotFinite,   ///< a place to search at with a coordinate that is NaN, or infinite where it may not be
+    eTM_NoDirection        ///< a ray whose direction is the zero vector
+  };
+
+  /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
+  static constexpr std::array<MessageText, 8> texts{{
+      {eTM_ItemNotFinite, "Item %d of an index has a coordinate that is not finite"},
+      {eTM_NoSuchItem, "Item %d is not available, the index has given out %d indices"},
+      {eTM_ItemRemoved, "Item %d has been removed from the index"},
+      {eTM_EmptyIndex, "An index without items has no %s"},
+      {eTM_NegativeDistance, "A distance to search within must be at least 0, %g was given"},
+      {eTM_NoNeighbours, "At least 1 nearest item must be asked for, %d were"},
+      {eTM_SearchNotFinite, "The %s of a search has a coordinate that is not finite"},
+      {eTM_NoDirection, "A ray needs a direction that is not the zero vector"},
+  }};
 
   /// The message catalogue of the library, "ORMIXGeometry".
   static LogMessageManager& manager();
