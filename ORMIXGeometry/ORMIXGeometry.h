@@ -29,6 +29,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
+#include <ORMIXGeometry/Entity/3d/Triangle/LightTriangle3d.h>
 #include <ORMIXGeometry/Entity/BaseGeometryEntity.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dCostFunction.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
