@@ -18,6 +18,9 @@
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 #include <ORMIXMath/Distance/SpatialSegment.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>
+#include <ORMIXMath/Distance/SpatialTriangle.h>
+#include <ORMIXMath/Distance/TrianglesDistance.h>
+#include <ORMIXMath/Distance/TrianglesMeet.h>
 #include <ORMIXMath/Enclosing/LargestInscribedCircle.h>
 #include <ORMIXMath/Enclosing/OrientedBox.h>
 #include <ORMIXMath/Enclosing/SmallestBall.h>
