@@ -21,11 +21,14 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
     eTM_NegativeDistance,  ///< a distance to search within that is negative or NaN
     eTM_NoNeighbours,      ///< the 0 nearest items
     eTM_SearchNotFinite,   ///< a place to search at with a coordinate that is NaN, or infinite where it may not be
-    eTM_NoDirection        ///< a ray whose direction is the zero vector
+    eTM_NoDirection,       ///< a ray whose direction is the zero vector
+    eTM_NoPoints,          ///< a distance to what has no points
+    eTM_EntityNotFinite,   ///< a distance to what has a coordinate or size that is NaN or infinite
+    eTM_NotBounded         ///< a distance to what is not bounded, where that is not defined
   };
 
   /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
-  static constexpr std::array<MessageText, 8> texts{{
+  static constexpr std::array<MessageText, 11> texts{{
       {eTM_ItemNotFinite, "Item %d of an index has a coordinate that is not finite"},
       {eTM_NoSuchItem, "Item %d is not available, the index has given out %d indices"},
       {eTM_ItemRemoved, "Item %d has been removed from the index"},
@@ -34,6 +37,9 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
       {eTM_NoNeighbours, "At least 1 nearest item must be asked for, %d were"},
       {eTM_SearchNotFinite, "The %s of a search has a coordinate that is not finite"},
       {eTM_NoDirection, "A ray needs a direction that is not the zero vector"},
+      {eTM_NoPoints, "No distance is defined to a %s without points"},
+      {eTM_EntityNotFinite, "No distance is defined to a %s with a coordinate or size that is not finite"},
+      {eTM_NotBounded, "No distance is defined to a %s, which is not bounded"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".
