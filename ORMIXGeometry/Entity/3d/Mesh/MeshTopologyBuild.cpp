@@ -1,4 +1,4 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DirectedEdges.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
@@ -41,26 +41,27 @@ MeshTopology::HalfEdgeColl makeHalfEdges(const IndexColl& vertexIndexColl) {
 /// the links along these edges are not to be used.
 std::vector<Repeat> linkOpposites(std::size_t nbVertices, const IndexColl& vertexIndexColl,
                                   MeshTopology::HalfEdgeColl& halfEdges) {
-  const detail::DirectedEdges edges(nbVertices, [&vertexIndexColl](auto visit) {
-    const omUInt32* corners = vertexIndexColl.data();
-    const auto nbHalfEdges = static_cast<omUInt32>(vertexIndexColl.size());
-    for (omUInt32 first = 0; first < nbHalfEdges; first += 3, corners += 3) {
-      if (detail::hasEqualCorners(corners)) continue;
-      visit(first, corners[0], corners[1]);
-      visit(first + 1, corners[1], corners[2]);
-      visit(first + 2, corners[2], corners[0]);
-    }
-  });
+  using Side = detail::EdgeIndex::Side;
   std::vector<Repeat> repeats;
   HalfEdge* all = halfEdges.data();
-  edges.match([all](omUInt32 halfEdgeIdx) { return all[halfEdgeIdx].startVertexIdx; },
-              [all](omUInt32 a, omUInt32 b) {
-                all[a].oppositeHalfEdgeIdx = b;
-                all[b].oppositeHalfEdgeIdx = a;
-              },
-              [&repeats](omUInt32 first, omUInt32 again) {
-                repeats.push_back({first, again});
-              });
+  detail::EdgeIndex edges(nbVertices, vertexIndexColl.data(), vertexIndexColl.size() / 3);
+  edges.visitEdges([&](omUInt32 lower, const Side* first, const Side* last) {
+    if (last - first == 1) return;
+    const auto ascends = [all, lower](const Side* side) { return all[side->sideIdx].startVertexIdx == lower; };
+    if (last - first == 2 && ascends(first) != ascends(first + 1)) {
+      all[first[0].sideIdx].oppositeHalfEdgeIdx = first[1].sideIdx;
+      all[first[1].sideIdx].oppositeHalfEdgeIdx = first[0].sideIdx;
+      return;
+    }
+    std::array<const Side*, 2> firsts{};  // of each direction
+    for (const Side* side = first; side != last; ++side) {
+      const Side*& firstAlike = firsts[ascends(side) ? 0 : 1];
+      if (firstAlike)
+        repeats.push_back({firstAlike->sideIdx, side->sideIdx});
+      else
+        firstAlike = side;
+    }
+  });
   return repeats;
 }
 

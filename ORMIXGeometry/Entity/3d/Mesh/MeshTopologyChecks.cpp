@@ -1,4 +1,4 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DirectedEdges.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
@@ -111,22 +111,35 @@ class TopologyChecker {
   }
 
   std::string checkDirections() const {
-    const detail::DirectedEdges edges(_nbVertices, [this](auto visit) {
+    detail::EdgeIndex edges(_nbVertices, [this](auto visit) {
       for (std::size_t index = 0; index < _halfEdges.size(); ++index)
         visit(static_cast<omUInt32>(index), _halfEdges[index].startVertexIdx, endOf(_halfEdges[index]));
     });
-    std::string repeated;
-    std::string unlinked;
-    edges.match([this](omUInt32 halfEdgeIdx) { return _halfEdges[halfEdgeIdx].startVertexIdx; },
-                [&](omUInt32 a, omUInt32 b) {
-                  if (unlinked.empty() && _halfEdges[a].oppositeHalfEdgeIdx != b)
-                    unlinked = formatMessage<Message>(Message::eEM_HalfEdgesNotLinked, a, b);
-                },
-                [&](omUInt32 first, omUInt32 again) {
-                  if (repeated.empty())
-                    repeated = halfEdgeText(again, "runs as that with index ") + std::to_string(first) + " does";
-                });
-    return repeated.empty() ? unlinked : repeated;
+    // Of each kind the pair whose second half-edge comes first.
+    using Pair = std::array<omUInt32, 2>;
+    Pair repeated{s_noHalfEdge, s_noHalfEdge};
+    Pair unlinked{s_noHalfEdge, s_noHalfEdge};
+    const auto keepFirst = [](Pair& kept, const Pair& found) {
+      if (found[1] < kept[1]) kept = found;
+    };
+    using Side = detail::EdgeIndex::Side;
+    edges.visitEdges([&](omUInt32 lower, const Side* first, const Side* last) {
+      std::array<const Side*, 2> firsts{};  // of each direction
+      for (const Side* side = first; side != last; ++side) {
+        const Side*& alike = firsts[_halfEdges[side->sideIdx].startVertexIdx == lower ? 0 : 1];
+        if (alike)
+          keepFirst(repeated, {alike->sideIdx, side->sideIdx});
+        else
+          alike = side;
+      }
+      if (last - first == 2 && _halfEdges[first[0].sideIdx].oppositeHalfEdgeIdx != first[1].sideIdx)
+        keepFirst(unlinked, {first[0].sideIdx, first[1].sideIdx});
+    });
+    if (repeated[1] != s_noHalfEdge)
+      return halfEdgeText(repeated[1], "runs as that with index ") + std::to_string(repeated[0]) + " does";
+    if (unlinked[1] != s_noHalfEdge)
+      return formatMessage<Message>(Message::eEM_HalfEdgesNotLinked, unlinked[0], unlinked[1]);
+    return {};
   }
 
   const MeshTopology::HalfEdgeColl& _halfEdges;
