@@ -23,7 +23,9 @@
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2dConstructor.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexAdjTriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexTriMesh3d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
@@ -71,6 +73,7 @@
 #include <ORMIXGeometry/Measure/3d/BaseGeometryMeasure3d.h>
 #include <ORMIXGeometry/Measure/3d/BaseTypedGeometryMeasure3d.h>
 #include <ORMIXGeometry/Measure/3d/MeshMoments3d.h>
+#include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Measure/BaseGeometryMeasure.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
@@ -138,6 +141,7 @@
 #include <ORMIXGeometry/Transform/3d/SpatialDerivationTable.h>
 #include <ORMIXGeometry/Transform/3d/Transform3dTypes.h>
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/TriMeshTransforms.h>
 #include <ORMIXGeometry/Transform/BaseGeometryTransform.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.h>
 #include <ORMIXGeometry/Transform/GeometryTransform.h>

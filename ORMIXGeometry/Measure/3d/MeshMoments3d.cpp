@@ -1,21 +1,20 @@
-#include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
 #include <ORMIXGeometry/Measure/3d/MeshMoments3d.h>
 
 namespace ormix::geom {
 
 template <class T>
-omReal64 localVolume(const Mesh3d<T>& mesh) {
-  return meshLocalVolume(detail::triangleView(mesh));
+omReal64 localVolume(const TriMesh3d<T>& mesh) {
+  return meshLocalVolume<T>(mesh);
 }
 
 template <class T>
-bool moments(const Mesh3d<T>& mesh, MeshMoments& result) {
-  return meshMoments(detail::triangleView(mesh), result);
+bool moments(const TriMesh3d<T>& mesh, MeshMoments& result) {
+  return meshMoments<T>(mesh, result);
 }
 
-#define ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(T)                         \
-  template ORMIX_GEOMETRY_API omReal64 localVolume(const Mesh3d<T>&); \
-  template ORMIX_GEOMETRY_API bool moments(const Mesh3d<T>&, MeshMoments&);
+#define ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(T)                            \
+  template ORMIX_GEOMETRY_API omReal64 localVolume(const TriMesh3d<T>&); \
+  template ORMIX_GEOMETRY_API bool moments(const TriMesh3d<T>&, MeshMoments&);
 ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(omInt32)
 ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(omUInt32)
 ORMIX_GEOMETRY_INSTANTIATE_MOMENTS(omReal32)

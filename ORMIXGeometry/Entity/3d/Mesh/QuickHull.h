@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
@@ -27,6 +28,14 @@ BoolResult quickHull(const std::vector<Point3dData<T>>& points, Mesh3d<T>& mesh)
 template <class T>
 BoolResult quickHull(const PointCloud3d<T>& cloud, Mesh3d<T>& mesh) {
   return quickHull(cloud.getCollection(), mesh);
+}
+
+/// The convex hull of all vertices of a mesh, used or not. What it views may be the result itself.
+template <class T>
+BoolResult quickHull(const TriMesh3d<T>& mesh, Mesh3d<T>& hull);
+template <class Mesh, class T, class View = TriMesh3dOf<Mesh>>
+BoolResult quickHull(const Mesh& mesh, Mesh3d<T>& hull) {
+  return quickHull(View(mesh), hull);
 }
 
 }  // namespace ormix::geom
