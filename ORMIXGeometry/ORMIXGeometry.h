@@ -94,6 +94,8 @@
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
+#include <ORMIXGeometry/Tools/Mesh/Components.h>
+#include <ORMIXGeometry/Tools/Mesh/Shells.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>

@@ -1,37 +1,14 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
 #include <ORMIXGeometry/Tools/Stl/TripleTable.h>
 
 #include <algorithm>
-#include <numeric>
 
 namespace ormix::geom {
 
 namespace {
-
-/// Union-find with path halving.
-class DisjointSets {
- public:
-  explicit DisjointSets(std::size_t nbElements) : _parents(nbElements) {
-    std::iota(_parents.begin(), _parents.end(), omUInt32(0));
-  }
-
-  /// Unites the sets of two elements; true when they were different.
-  bool unite(omUInt32 a, omUInt32 b) {
-    a = root(a);
-    b = root(b);
-    _parents[std::max(a, b)] = std::min(a, b);
-    return a != b;
-  }
-
- private:
-  omUInt32 root(omUInt32 element) {
-    while (_parents[element] != element) element = _parents[element] = _parents[_parents[element]];
-    return element;
-  }
-  std::vector<omUInt32> _parents;
-};
 
 /// Counts the triangles with the same three corners as an earlier one, in any order.
 std::size_t countDuplicates(const std::vector<omUInt32>& vertexIndexColl, std::size_t nbProper) {
@@ -55,7 +32,7 @@ TriangleDefects findDefects(std::size_t nbVertices, const std::vector<omUInt32>&
   const std::size_t nbProper = nbTriangles - defects.nbDegenerate;
   defects.nbDuplicate = countDuplicates(vertexIndexColl, nbProper);
   defects.nbComponents = nbProper;
-  DisjointSets triangles(nbTriangles), vertices(nbVertices);
+  detail::DisjointSets triangles(nbTriangles), vertices(nbVertices);
   std::vector<bool> isOnBoundary(nbVertices);
   using Side = detail::EdgeIndex::Side;
   const auto ascends = [&vertexIndexColl](const Side& side) {

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
 
 namespace ormix::geom {
@@ -59,30 +60,14 @@ std::size_t getNbComponents(const MeshTopology& topology) {
 }
 
 std::size_t labelComponents(const MeshTopology& topology, std::vector<omUInt32>& labels) {
-  constexpr omUInt32 unlabelled = s_noHalfEdge;
   const auto& halfEdges = topology.getHalfEdgeColl();
-  labels.assign(topology.getNbTriangles(), unlabelled);
-  omUInt32 nbComponents = 0;
-  std::vector<omUInt32> pending;
-  for (omUInt32 seed = 0; seed < labels.size(); ++seed) {
-    if (labels[seed] != unlabelled) continue;
-    labels[seed] = nbComponents;
-    pending.push_back(seed);
-    while (!pending.empty()) {
-      omUInt32 halfEdgeIdx = topology.getTriangleToHalfEdgeColl()[pending.back()];
-      pending.pop_back();
-      for (int corner = 0; corner < 3; ++corner, halfEdgeIdx = halfEdges[halfEdgeIdx].nextHalfEdgeIdx) {
-        const omUInt32 opposite = halfEdges[halfEdgeIdx].oppositeHalfEdgeIdx;
-        if (opposite == s_noHalfEdge) continue;
-        const omUInt32 neighbour = halfEdges[opposite].triangleIdx;
-        if (labels[neighbour] != unlabelled) continue;
-        labels[neighbour] = nbComponents;
-        pending.push_back(neighbour);
-      }
-    }
-    ++nbComponents;
+  detail::DisjointSets triangles(topology.getNbTriangles());
+  for (omUInt32 halfEdgeIdx = 0; halfEdgeIdx < halfEdges.size(); ++halfEdgeIdx) {
+    const HalfEdge& halfEdge = halfEdges[halfEdgeIdx];
+    if (halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge || halfEdge.oppositeHalfEdgeIdx < halfEdgeIdx) continue;
+    triangles.unite(halfEdge.triangleIdx, halfEdges[halfEdge.oppositeHalfEdgeIdx].triangleIdx);
   }
-  return nbComponents;
+  return triangles.number(labels);
 }
 
 }  // namespace ormix::geom

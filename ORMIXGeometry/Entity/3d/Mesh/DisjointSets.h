@@ -1,0 +1,55 @@
+#pragma once
+
+#include <ORMIXUtil/ScalarTypes.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <vector>
+
+/// \file
+/// Sets of vertices and triangles that are connected; not installed.
+
+namespace ormix::geom::detail {
+
+/// Sets of the numbers from 0 on, which grow together: union-find with path halving. The lowest number of a set stands
+/// for it, so that the outcome does not depend on the order of the unions. O(log n) a union, amortised.
+class DisjointSets {
+ public:
+  /// Each number a set of its own.
+  explicit DisjointSets(std::size_t nbElements) : _parents(nbElements) {
+    std::iota(_parents.begin(), _parents.end(), omUInt32(0));
+  }
+
+  /// Unites the sets of two numbers; true when they were different.
+  bool unite(omUInt32 a, omUInt32 b) {
+    a = lowest(a);
+    b = lowest(b);
+    _parents[std::max(a, b)] = std::min(a, b);
+    return a != b;
+  }
+
+  /// The lowest number of a set.
+  omUInt32 lowest(omUInt32 element) {
+    while (_parents[element] != element) element = _parents[element] = _parents[_parents[element]];
+    return element;
+  }
+
+  /// Numbers the sets from 0 in order of their lowest numbers.
+  /// \param labels set to the number of the set of each element
+  /// \return the number of sets
+  std::size_t number(std::vector<omUInt32>& labels) {
+    labels.resize(_parents.size());
+    omUInt32 nbSets = 0;
+    for (omUInt32 element = 0; element < _parents.size(); ++element) {
+      const omUInt32 first = lowest(element);
+      labels[element] = first == element ? nbSets++ : labels[first];
+    }
+    return nbSets;
+  }
+
+ private:
+  std::vector<omUInt32> _parents;
+};
+
+}  // namespace ormix::geom::detail
