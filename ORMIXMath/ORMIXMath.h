@@ -9,6 +9,7 @@
 #include <ORMIXMath/Algebra/QrDecomposition.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXMath/Distance/NearestOnEllipse.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/NearestPair.h>
 #include <ORMIXMath/Distance/Orientation.h>

@@ -4,6 +4,7 @@
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
 #include <ORMIXGeometry/Tools/Location/RingsOf.h>
+#include <ORMIXMath/Distance/NearestOnEllipse.h>
 #include <ORMIXMath/Location/NearestOnRing.h>
 
 #include <algorithm>
@@ -126,46 +127,13 @@ PlanarPoint nearestOf(const Circle2d<T>& circle, const Query& query) {
   return {center.x + dx / distance * radius, center.y + dy / distance * radius};
 }
 
-/// Of the ellipse with the radii a >= b along the axes: the foot of the perpendicular solves
-/// (a x / (t + a^2))^2 + (b y / (t + b^2))^2 = 1 for t > -b^2 (Eberly2013); in multiples of b^2, s = t / b^2, the left
-/// side falls from the lower bound to the upper one, and is halved down to neighbouring numbers.
-PlanarPoint nearestOfRadii(const PlanarPoint& p, omReal64 a, omReal64 b, bool isOfBoundary) {
-  if (b == 0) return {std::clamp(p.x, -a, a), 0};
-  const omReal64 x = std::abs(p.x) / a;
-  const omReal64 y = std::abs(p.y) / b;
-  if (!isOfBoundary && x * x + y * y <= 1) return p;
-  const omReal64 ratio = (a / b) * (a / b);
-  const auto excess = [&](omReal64 s) {
-    const omReal64 u = ratio * x / (s + ratio);
-    const omReal64 v = y / (s + 1);
-    return u * u + v * v - 1;
-  };
-  PlanarPoint foot{0, 0};
-  if (y == 0 && ratio * x < ratio - 1) {
-    // On the larger axis between the centres of curvature: two feet, of which the upper is taken.
-    foot.x = a * (ratio * x / (ratio - 1));
-    const omReal64 share = foot.x / a;
-    foot.y = b * std::sqrt(std::max(0.0, 1 - share * share));
-  } else {
-    omReal64 low = std::max(y - 1, -1.0);
-    omReal64 high = std::hypot(ratio * x, y) - 1;
-    for (int step = 0; step < 1100; ++step) {
-      const omReal64 middle = 0.5 * (low + high);
-      if (middle <= low || middle >= high) break;
-      (excess(middle) > 0 ? low : high) = middle;
-    }
-    foot = {a * (ratio * x / (high + ratio)), b * (y / (high + 1))};
-  }
-  return {std::copysign(std::min(foot.x, a), p.x), std::copysign(std::min(foot.y, b), p.y)};
-}
 template <class T>
 PlanarPoint nearestOf(const Ellipse2d<T>& ellipse, const Query& query) {
   const omReal64 a = std::abs(omReal64(ellipse.getMajorRadius()));
   const omReal64 b = std::abs(omReal64(ellipse.getMinorRadius()));
-  return inFrame(ellipse.center(), ellipse.getTheta(), query.point, [&](const PlanarPoint& p) -> PlanarPoint {
-    if (a >= b) return nearestOfRadii(p, a, b, query.isOfBoundary);
-    const PlanarPoint exchanged = nearestOfRadii({p.y, p.x}, b, a, query.isOfBoundary);
-    return {exchanged.y, exchanged.x};
+  return inFrame(ellipse.center(), ellipse.getTheta(), query.point, [&](const PlanarPoint& p) {
+    const bool isInside = a > 0 && b > 0 && std::hypot(p.x / a, p.y / b) <= 1;
+    return isInside && !query.isOfBoundary ? p : nearestOnEllipse(p, a, b);
   });
 }
 
