@@ -90,6 +90,8 @@
 #include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
+#include <ORMIXGeometry/Tools/Distance/ParabolaArc2d.h>
+#include <ORMIXGeometry/Tools/Distance/PlanarDistance.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>

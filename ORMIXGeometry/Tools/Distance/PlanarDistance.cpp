@@ -1,0 +1,95 @@
+#include <ORMIXGeometry/Message/ToolsMessage.h>
+#include <ORMIXGeometry/Tools/Distance/PlanarDistance.h>
+#include <ORMIXGeometry/Tools/Distance/PlanarFigure.h>
+#include <ORMIXMath/Distance/ConvexArcDistance.h>
+#include <ORMIXMath/Distance/SegmentSet.h>
+
+#include <limits>
+#include <utility>
+
+namespace ormix::geom {
+
+namespace {
+
+using detail::PlanarFigure;
+using ormix::detail::ConvexArc;
+using ormix::detail::SegmentSet;
+
+PlanarNearestPair exchanged(const PlanarNearestPair& pair) { return {pair.distance, pair.onB, pair.onA}; }
+
+/// Of an arc and edges: vertices first, so that most edges are passed over.
+PlanarNearestPair nearestOfArc(const ConvexArc& arc, const std::vector<PlanarSegment>& segments) {
+  PlanarNearestPair best{std::numeric_limits<omReal64>::infinity(), {0, 0}, {0, 0}};
+  const PlanarSegment* before = nullptr;
+  for (const PlanarSegment& segment : segments) {
+    if (!before || before->p1.x != segment.p0.x || before->p1.y != segment.p0.y) updateByVertex(arc, segment.p0, best);
+    updateByVertex(arc, segment.p1, best);
+    before = &segment;
+  }
+  for (const PlanarSegment& segment : segments) updateByEdge(arc, segment, best);
+  return best;
+}
+
+/// Of the boundaries. An entity is either an arc or segments, and these are taken out of the figures.
+PlanarNearestPair nearestOfBoundaries(PlanarFigure& a, PlanarFigure& b) {
+  if (a.arc && b.arc) return nearestOfArcs(*a.arc, *b.arc);
+  if (a.arc) return nearestOfArc(*a.arc, b.segments);
+  if (b.arc) return exchanged(nearestOfArc(*b.arc, a.segments));
+  return nearestOfSegments(SegmentSet(std::move(a.segments), a.order), SegmentSet(std::move(b.segments), b.order));
+}
+
+/// A common point of a region and another figure whose boundaries do not meet: one of the figure's parts is inside.
+bool findCommon(const PlanarFigure& region, const PlanarFigure& other, PlanarPoint& common) {
+  if (region.ringEnds.empty() && !region.arc) return false;
+  const std::vector<PlanarPoint> points = other.representatives();
+  const std::size_t found = region.findInside(points);
+  if (found == points.size()) return false;
+  common = points[found];
+  return true;
+}
+
+PlanarNearestPair nearestOfFigures(PlanarFigure& a, PlanarFigure& b, eInteriorPolicy policy) {
+  PlanarPoint common;
+  if (policy == eIP_Filled && (findCommon(a, b, common) || findCommon(b, a, common))) return {0, common, common};
+  return nearestOfBoundaries(a, b);
+}
+
+/// The factor that brings all lengths to where their products and quotients stay in range: 1 for most.
+omReal64 scaleFor(omReal64 magnitude) {
+  constexpr omReal64 s_largest = 0x1p400, s_smallest = 0x1p-400;
+  if (magnitude > s_largest) return 0x1p-700;
+  return magnitude < s_smallest && magnitude > 0 ? 0x1p700 : 1.0;
+}
+
+PlanarNearestPoints nearest(PlanarFigure a, PlanarFigure b, eInteriorPolicy policy) {
+  if (a.isUnbounded && b.isUnbounded)
+    detail::refuse(eToolsMessage::eTM_NotBounded, a.className, __PRETTY_FUNCTION__, __LINE__);
+  const omReal64 scale = scaleFor(std::max(a.magnitude(), b.magnitude()));
+  if (scale != 1) {
+    a.scale(scale);
+    b.scale(scale);
+  }
+  if (a.isUnbounded) bound(a, b);
+  if (b.isUnbounded) bound(b, a);
+  const PlanarNearestPair pair =
+      isBefore(b, a) ? exchanged(nearestOfFigures(b, a, policy)) : nearestOfFigures(a, b, policy);
+  return {pair.distance / scale, {pair.onA.x / scale, pair.onA.y / scale}, {pair.onB.x / scale, pair.onB.y / scale}};
+}
+
+}  // namespace
+
+PlanarNearestPoints nearestPoints(const BaseGeometryEntity2d& a, const BaseGeometryEntity2d& b,
+                                  eInteriorPolicy policy) {
+  return nearest(detail::figureOf(a), detail::figureOf(b), policy);
+}
+PlanarNearestPoints nearestPoints(const ParabolaArc2d& a, const BaseGeometryEntity2d& b, eInteriorPolicy policy) {
+  return nearest(detail::figureOf(a), detail::figureOf(b), policy);
+}
+PlanarNearestPoints nearestPoints(const BaseGeometryEntity2d& a, const ParabolaArc2d& b, eInteriorPolicy policy) {
+  return nearest(detail::figureOf(a), detail::figureOf(b), policy);
+}
+PlanarNearestPoints nearestPoints(const ParabolaArc2d& a, const ParabolaArc2d& b) {
+  return nearest(detail::figureOf(a), detail::figureOf(b), eIP_Boundary);
+}
+
+}  // namespace ormix::geom
