@@ -98,6 +98,8 @@
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
 #include <ORMIXGeometry/Tools/Mesh/Components.h>
 #include <ORMIXGeometry/Tools/Mesh/Shells.h>
+#include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
+#include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>

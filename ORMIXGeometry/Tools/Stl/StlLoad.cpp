@@ -11,6 +11,10 @@ void detail::logUnreadable(const std::string& path, const std::string& why) {
   logMessage(getORMIXGeometryLogger(), s_errorLogLevel, "Cannot read a mesh from \"" + path + "\": " + why);
 }
 
+std::string detail::placeText(omUInt64 offset, omUInt64 line) {
+  return ", at byte " + std::to_string(offset) + (line != 0 ? " (line " + std::to_string(line) + ")" : "");
+}
+
 std::string detail::stopText(const StlTriangles& triangles) {
   static constexpr std::array<const char*, 7> texts{
       "all was read",
@@ -21,10 +25,7 @@ std::string detail::stopText(const StlTriangles& triangles) {
       "it has more triangles than a mesh can hold",
       "reading failed",
   };
-  std::string text = texts[triangles.stop];
-  text += ", at byte " + std::to_string(triangles.stopOffset);
-  if (triangles.stopLine != 0) text += " (line " + std::to_string(triangles.stopLine) + ")";
-  return text;
+  return texts[triangles.stop] + placeText(triangles.stopOffset, triangles.stopLine);
 }
 
 namespace {

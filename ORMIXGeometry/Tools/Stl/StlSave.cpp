@@ -65,7 +65,7 @@ template <class T>
 BoolResult saveAscii(const std::string& path, const detail::StlMeshes<T>& meshes, const std::string& name) {
   return detail::saveStl(path, [&](std::ostream& stream) {
     writeStLAsciiHeader(stream, name);
-    writeAscii(stream, meshes, detail::stlOffsets(meshes));
+    writeAscii(stream, meshes, detail::stlOffsets<T>(meshes));
     writeStLAsciiFooter(stream, name);
   });
 }
@@ -74,7 +74,7 @@ template <class T>
 BoolResult saveBinary(const std::string& path, const detail::StlMeshes<T>& meshes) {
   return detail::saveStl(path, [&](std::ostream& stream) {
     writeStLBinaryHeader(stream, countTriangles(meshes));
-    writeBinary(stream, meshes, detail::stlOffsets(meshes));
+    writeBinary(stream, meshes, detail::stlOffsets<T>(meshes));
   });
 }
 

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Tools/MeshFiles/NumberText.h>
 #include <ORMIXGeometry/Tools/Stl/StlWords.h>
 
 #include <algorithm>
@@ -16,10 +17,6 @@ constexpr std::size_t s_padding = 16;
 /// The block is refilled before a number is parsed if it has fewer characters left, so that most numbers are in one
 /// piece.
 constexpr std::ptrdiff_t s_usualNumber = 64;
-
-constexpr bool isBlank(char character) {
-  return character == ' ' || static_cast<unsigned char>(character - '\t') < 5;  // \t \n \v \f \r
-}
 
 constexpr bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
@@ -61,37 +58,10 @@ const char* endOfNumberText(const char* at, const char* end) {
   return at;
 }
 
-/// Whether a decimal number outside the range of omReal32 is too large rather than too small.
-bool isTooLarge(std::string_view text) {
-  const std::size_t exponentAt = std::min(text.find_first_of("eE"), text.size());
-  const std::string_view mantissa = text.substr(0, exponentAt);
-  const std::size_t first = mantissa.find_first_of("123456789");
-  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-  omInt64 exponent = 0;
-  if (exponentAt < text.size()) {
-    std::string_view digits = text.substr(exponentAt + 1);
-    const bool negative = digits[0] == '-';
-    if (digits[0] == '+') digits.remove_prefix(1);
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-    if (result.ec != std::errc()) return !negative;
-    constexpr omInt64 maxExponent = omInt64(1) << 60;
-    exponent = std::clamp(exponent, -maxExponent, maxExponent);
-  }
-  // The value is about 10^(point - first + exponent). As it is out of range, this exponent is far from 0; its sign
-  // decides.
-  return static_cast<omInt64>(point) - static_cast<omInt64>(first) > -exponent;
-}
-
 /// Parses a text that is a number as a whole; a number below the range of omReal32 is a zero with its sign.
 bool parseNumber(std::string_view text, omReal32& number) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  if (text.empty() || text.front() == '+' || text == "-") return false;
-  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (rest != text.data() + text.size()) return false;
-  if (error == std::errc()) return true;
-  if (error != std::errc::result_out_of_range || isTooLarge(text)) return false;
-  number = text.front() == '-' ? -0.0f : 0.0f;
-  return true;
+  const char* end = text.data() + text.size();
+  return !text.empty() && parseReal(text.data(), end, number) == end;
 }
 
 }  // namespace
