@@ -14,6 +14,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
 #include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
 #include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
+#include <ORMIXGeometry/Entity/2d/Shape/OpenParts.h>
 #include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Rasterize.h>
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>

@@ -14,7 +14,7 @@ struct RunComponents {
 };
 
 /// The components of the pixels. Nearly linear in the runs and linear in the rows, by union and find over runs.
-/// \throw ORMIXGeometryException, logged, if there are 2³² runs or more
+/// \throw ORMIXGeometryException, logged, if there are 2³² - 1 runs or more
 ORMIX_GEOMETRY_API RunComponents componentsOf(const RowIntersections& rows, ePixelConnectivity connectivity);
 
 /// Each component as a set of its own, in order of their first pixel, row by row. Together they have as many rows as
