@@ -31,6 +31,13 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
+#include <ORMIXGeometry/Entity/3d/Shape/ConnectedVoxels.h>
+#include <ORMIXGeometry/Entity/3d/Shape/LabelShapes3d.h>
+#include <ORMIXGeometry/Entity/3d/Shape/Shape3dConstructor.h>
+#include <ORMIXGeometry/Entity/3d/Shape/SurfaceNets.h>
+#include <ORMIXGeometry/Entity/3d/Shape/VolumeView.h>
+#include <ORMIXGeometry/Entity/3d/Shape/VoxelConnectivity.h>
+#include <ORMIXGeometry/Entity/3d/Shape/VoxelSurfaces.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Entity/3d/Triangle/LightTriangle3d.h>
 #include <ORMIXGeometry/Entity/BaseGeometryEntity.h>
