@@ -37,7 +37,9 @@
 #include <ORMIXGeometry/Entity/3d/Shape/SurfaceNets.h>
 #include <ORMIXGeometry/Entity/3d/Shape/VolumeView.h>
 #include <ORMIXGeometry/Entity/3d/Shape/VoxelConnectivity.h>
+#include <ORMIXGeometry/Entity/3d/Shape/VoxelGrid.h>
 #include <ORMIXGeometry/Entity/3d/Shape/VoxelSurfaces.h>
+#include <ORMIXGeometry/Entity/3d/Shape/Voxelize.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Entity/3d/Triangle/LightTriangle3d.h>
 #include <ORMIXGeometry/Entity/BaseGeometryEntity.h>
