@@ -55,12 +55,15 @@
 #include <ORMIXMath/Shape/Ellipsoid.h>
 #include <ORMIXMath/Shape/EllipsoidQuadric.h>
 #include <ORMIXMath/Shape/IndexTriangle.h>
+#include <ORMIXMath/Shape/Parabola.h>
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXMath/Shape/ShortestLoop.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
 #include <ORMIXMath/Simplification/DouglasPeucker.h>
 #include <ORMIXMath/Simplification/SimplifyPaths.h>
 #include <ORMIXMath/Simplification/VisvalingamWhyatt.h>
+#include <ORMIXMath/Skeleton/AxisCurve.h>
+#include <ORMIXMath/Skeleton/MedialAxis.h>
 #include <ORMIXMath/Transform/2d/Affine2d.h>
 #include <ORMIXMath/Transform/2d/AffineTransform2d.h>
 #include <ORMIXMath/Transform/2d/AnisotropicScale2d.h>
