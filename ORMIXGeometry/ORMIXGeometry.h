@@ -22,6 +22,8 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowSetOperations.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2dConstructor.h>
+#include <ORMIXGeometry/Entity/2d/Skeleton/Skeleton2d.h>
+#include <ORMIXGeometry/Entity/2d/Skeleton/SkeletonVertex2d.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/BaseTypedGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexAdjTriMesh3d.h>
@@ -111,6 +113,11 @@
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
+#include <ORMIXGeometry/Tools/Skeleton/ComputeSkeleton.h>
+#include <ORMIXGeometry/Tools/Skeleton/PruneSkeleton.h>
+#include <ORMIXGeometry/Tools/Skeleton/SkeletonPaths.h>
+#include <ORMIXGeometry/Tools/Skeleton/SkeletonRegion.h>
+#include <ORMIXGeometry/Tools/Skeleton/SkeletonWidths.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
 #include <ORMIXGeometry/Tools/Stl/StlInput.h>

@@ -28,7 +28,7 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
     eEM_MeshFileNotWritten,          ///< the file of a mesh could not be opened or written
     eEM_MethodNotImplemented,        ///< not used yet
     eEM_NullPointer,                 ///< a null pointer instead of an entity
-    eEM_ParabolaSegmentNotFound,     ///< not used yet
+    eEM_ParabolaSegmentNotFound,     ///< no edge of a skeleton between two vertices is an arc
     eEM_PolygonMismatch,             ///< not used yet
     eEM_SimplificationFailed,        ///< the boundary of pixels cannot be simplified
     eEM_ShapeInternalError,          ///< not used yet

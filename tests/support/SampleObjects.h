@@ -102,6 +102,15 @@ inline Shape2d sampleOf(ClassTag<Shape2d>) {
   shape.getPolygonWithHolesColl().push_back(boost::make_shared<Node>(TypedSamples<omReal32>::of(ClassTag<Node>())));
   return shape;
 }
+/// The branch around a reflex corner at (1, 1): a segment, and an arc of a parabola.
+inline Skeleton2d sampleOf(ClassTag<Skeleton2d>) {
+  MedialAxis axis;
+  axis.vertices = {{{0.5, 3.5}, 0.5}, {{0.5, 1}, 0.5}, {{0.75, 0.625}, 0.75}};
+  axis.edges = {{{0, 1}, {1, 2}}, {{1, 2}, {1, 0}}};
+  axis.parts = {{{1, 1}, {1, 1}, 0, 3, true}, {{0, 4}, {0, 0}, 0, 5, false}, {{1, 1}, {1, 4}, 1, 2, false}};
+  return Skeleton2d(axis);
+}
+inline SkeletonVertex2d sampleOf(ClassTag<SkeletonVertex2d>) { return {Point2dData<omReal64>(1, 2), 0.5, {3, 4}}; }
 /// Three rows in the first of two slices, the second of them without pixels, and a surface.
 inline Shape3d sampleOf(ClassTag<Shape3d>) {
   using Node = MeshWithHoles3d<omReal32>;
@@ -204,6 +213,10 @@ void printWhole(std::ostream& stream, const X& object) {
       stream << node.getNbHoles() << ' ';
       return true;
     });
+  if constexpr (std::is_same_v<X, Skeleton2d>)
+    for (const AxisPart& part : object.getPartColl())
+      stream << part.start.x << ' ' << part.start.y << ' ' << part.end.x << ' ' << part.end.y << ' ' << part.ringIdx << ' '
+             << part.pointIdx << ' ' << part.isVertex << ' ';
   if constexpr (std::is_same_v<X, Shape2d>) printRows(stream, object.getRowIntersections());
   if constexpr (std::is_same_v<X, Shape3d>) {
     stream << object.getRowIntersections().zOffset << ": ";

@@ -23,7 +23,7 @@ enum eEntity2dType {
   eE2DT_Rectangle,         ///< Rectangle2d
   eE2DT_Line,              ///< Line2d
   eE2DT_Parabola,          ///< Parabola2d
-  eE2DT_Skeleton,          ///< medial axis; no class yet
+  eE2DT_Skeleton,          ///< Skeleton2d, and also SkeletonVertex2d
   eE2DT_Segment            ///< Segment2d
 };
 

@@ -34,6 +34,8 @@ class ORMIX_GEOMETRY_API Square2d;
 class ORMIX_GEOMETRY_API Line2d;
 class ORMIX_GEOMETRY_API Parabola2d;
 class ORMIX_GEOMETRY_API Shape2d;
+class ORMIX_GEOMETRY_API Skeleton2d;
+class ORMIX_GEOMETRY_API SkeletonVertex2d;
 class ORMIX_GEOMETRY_API Vector2d;
 /// @}
 
@@ -67,7 +69,7 @@ class ORMIX_GEOMETRY_API HuMoments2dO3;
 /// says what else a new entity needs.
 using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, Ellipse2d, Point2d, PointCloud2d,
                                                      Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
-                                     ClassList<Line2d, Parabola2d, Shape2d, Vector2d>>;
+                                     ClassList<Line2d, Parabola2d, Shape2d, Skeleton2d, SkeletonVertex2d, Vector2d>>;
 
 /// All transforms of planar entities that are defined: those that own a map, those that derive a geometry,
 /// and all.

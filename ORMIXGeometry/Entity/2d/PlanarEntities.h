@@ -15,5 +15,6 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
 #include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
+#include <ORMIXGeometry/Entity/2d/Skeleton/Skeleton2d.h>
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>

@@ -42,6 +42,8 @@ template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Polygon2d<
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PolygonWithHoles2d<T>> {true,  true,     true};
 template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud2d<T>>       {false, false,    true};
 template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Shape2d>               {true,  true,     true};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Skeleton2d>            {false, false,    false};
+template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<SkeletonVertex2d>      {false, false,    false};
 /// @}
 // clang-format on
 

@@ -102,6 +102,17 @@ SvgShape shapeOf(const Shape2d& shape) {
     if (polygon) appendRings(*polygon, path);
   return path;
 }
+SvgShape shapeOf(const SkeletonVertex2d& vertex) { return SvgDots{{vertex.getPoint()}}; }
+SvgShape shapeOf(const Skeleton2d& skeleton) {
+  SvgCurves shape;
+  shape.curves.reserve(skeleton.getNbEdges());
+  for (std::size_t e = 0; e < skeleton.getNbEdges(); ++e) {
+    const AxisCurve curve = skeleton.getCurve(e);
+    const PlanarPoint start = curve.point(0), control = curve.control(), end = curve.point(1);
+    shape.curves.push_back({{{start.x, start.y}, {control.x, control.y}, {end.x, end.y}}});
+  }
+  return shape;
+}
 SvgShape shapeOf(const Vector2d& vector) { return svgArrow(vector, {}); }
 SvgShape shapeOf(const Line2d& line) {
   return SvgLine{line.getNearestPointFromOrigin(), {-line.getSinTheta(), line.getCosTheta()}};
@@ -123,6 +134,11 @@ struct AddToExtent {
   void operator()(const SvgPath& path) const {
     for (const auto& run : path.runs)
       for (const SvgPoint& point : run) extent.add(point);
+  }
+  void operator()(const SvgCurves& shape) const {
+    // The control points may lie outside of the box of the curves, by little.
+    for (const auto& curve : shape.curves)
+      for (const SvgPoint& point : curve) extent.add(point);
   }
   void operator()(const SvgDots& dots) const {
     for (const SvgPoint& point : dots.points) extent.add(point);

@@ -5,6 +5,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,10 @@ using SvgPoint = Point2dData<omReal64>;  ///< a point in the coordinates of the 
 /// Polylines that form one path.
 struct SvgPath {
   std::vector<std::vector<SvgPoint>> runs;  ///< vertices; a polyline that ends where it starts is closed
+};
+/// Segments and arcs of parabolas, each a quadratic Bézier curve, with its control point in the middle of a segment.
+struct SvgCurves {
+  std::vector<std::array<SvgPoint, 3>> curves;  ///< start, control point, end
 };
 /// Points drawn as dots.
 struct SvgDots {
@@ -50,7 +55,7 @@ struct SvgParabola {
 };
 
 /// The curve, region or points that are drawn for an entity, in the coordinates of the entity.
-using SvgShape = std::variant<SvgPath, SvgDots, SvgEllipse, SvgImage, SvgLine, SvgParabola>;
+using SvgShape = std::variant<SvgPath, SvgCurves, SvgDots, SvgEllipse, SvgImage, SvgLine, SvgParabola>;
 
 /// The shape of an entity of any planar class; nothing when its class is not supported. Linear in its points.
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity);

@@ -22,6 +22,15 @@ class ShapeWriter {
     return middleOf(path);
   }
 
+  std::optional<SvgPoint> operator()(const SvgCurves& shape) const {
+    _element << "<path d=\"";
+    for (const auto& [start, control, end] : shape.curves)
+      _element << "M" << _frame.toPixels(start) << "Q" << _frame.toPixels(control) << " " << _frame.toPixels(end);
+    _element << "\"";
+    writeStyle();
+    return middleOf(shape);
+  }
+
   std::optional<SvgPoint> operator()(const SvgDots& dots) const {
     _element << "<g fill=\"";
     _element.escaped(_style.stroke) << "\">";

@@ -21,6 +21,8 @@ template <class T> inline constexpr eMapRequirement s_mapRequirement<Polygon2d<T
 template <class T> inline constexpr eMapRequirement s_mapRequirement<PolygonWithHoles2d<T>> = eMR_StraightLines;
 template <class T> inline constexpr eMapRequirement s_mapRequirement<PointCloud2d<T>>       = eMR_StraightLines;
 template <>        inline constexpr eMapRequirement s_mapRequirement<Shape2d>               = eMR_StraightLines;
+template <>        inline constexpr eMapRequirement s_mapRequirement<Skeleton2d>            = eMR_Angles;
+template <>        inline constexpr eMapRequirement s_mapRequirement<SkeletonVertex2d>      = eMR_Angles;
 
 template <class T> inline constexpr bool s_isRunOfPoints<PointCloud2d<T>> = true;
 template <class T> inline constexpr bool s_isRunOfPoints<Polygon2d<T>> = true;

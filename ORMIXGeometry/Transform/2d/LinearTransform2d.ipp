@@ -12,6 +12,7 @@
 #include <ORMIXGeometry/Entity/2d/Rectangle/Rectangle2d.h>
 #include <ORMIXGeometry/Entity/2d/Segment/Segment2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
+#include <ORMIXGeometry/Entity/2d/Skeleton/Skeleton2d.h>
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
@@ -114,6 +115,37 @@ bool mapInSitu(const Map& map, Parabola2d& parabola) {
   parabola.setDirectrix(directrix);
   return true;
 }
+
+/// Radii stay positive, whatever the sign of the scale.
+/// @{
+template <class Map>
+bool mapInSitu(const Map& map, SkeletonVertex2d& vertex) {
+  Point2dData<omReal64> point = vertex.getPoint();
+  omReal64 radius = vertex.getRadius();
+  if (!mapPoint(map, point) || !mapLength(map, radius)) return false;
+  vertex.setPoint(point);
+  vertex.setRadius(std::abs(radius));
+  return true;
+}
+template <class Map>
+bool mapInSitu(const Map& map, Skeleton2d& skeleton) {
+  MedialAxis axis = skeleton.toMedialAxis();
+  const auto mapPlace = [&map](PlanarPoint& place) {
+    Point2dData<omReal64> point(place.x, place.y);
+    const bool isMapped = mapPoint(map, point);
+    place = {point.getX(), point.getY()};
+    return isMapped;
+  };
+  for (AxisVertex& vertex : axis.vertices) {
+    if (!mapPlace(vertex.point) || !mapLength(map, vertex.radius)) return false;
+    vertex.radius = std::abs(vertex.radius);
+  }
+  for (AxisPart& part : axis.parts)
+    if (!mapPlace(part.start) || !mapPlace(part.end)) return false;
+  skeleton = Skeleton2d(axis);
+  return true;
+}
+/// @}
 
 /// \name Runs of points and trees of them.
 /// @{

@@ -45,6 +45,8 @@ template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Poly
 template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PolygonWithHoles2d<T>> {true,     true,       true,     true};
 template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<PointCloud2d<T>>       {true,     true,       true,     true};
 template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Shape2d>               {true,     true,       true,     true};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Skeleton2d>            {false,    false,      false,    false};
+template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<SkeletonVertex2d>      {false,    false,      false,    false};
 /// @}
 // clang-format on
 

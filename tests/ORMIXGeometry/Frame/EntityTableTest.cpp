@@ -54,6 +54,10 @@ TEST(EntityTable, OfThePlane) {
   expectEntities<Rectangle2d>(10, "eE2DT_Rectangle", "[center=[1, 2], length=8, width=4, theta=0.5]");
   expectEntity<Line2d>(11, "eE2DT_Line", "[rho=1.25, theta=0.5]", false);
   expectEntity<Parabola2d>(12, "eE2DT_Parabola", "[focus=[1, 2], directrix=[rho=-1.5, theta=0.75]]");
+  expectEntity<Skeleton2d>(13, "eE2DT_Skeleton",
+                           "[vertices=[[point=[0.5, 3.5], radius=0.5, edges=[0]], [point=[0.5, 1], radius=0.5, "
+                           "edges=[0, 1]], [point=[0.75, 0.625], radius=0.75, edges=[1]]], edges=[[0, 1], [1, 2]]]");
+  expectEntity<SkeletonVertex2d>(13, "eE2DT_Skeleton", "[point=[1, 2], radius=0.5, edges=[3, 4]]");
   expectEntities<Segment2d>(14, "eE2DT_Segment", "[p0=[1, 2], p1=[7, 5]]");
 }
 

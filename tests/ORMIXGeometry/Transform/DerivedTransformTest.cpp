@@ -39,8 +39,9 @@ struct Space {
 
 /// Which samples have a centroid, a convex hull, an envelope and a smallest ball, by class; all unless named.
 const std::map<std::string, std::string> s_support{
-    {"Vector2d", "0000"}, {"Line2d", "0000"},    {"Parabola2d", "0000"}, {"Vector3d", "0000"},    {"Plan3d", "0000"},
-    {"Point3d", "1011"},  {"Segment3d", "1011"}, {"Triangle3d", "1011"}, {"PointCloud3d", "1011"}};
+    {"Vector2d", "0000"},  {"Line2d", "0000"},     {"Parabola2d", "0000"},       {"Vector3d", "0000"},
+    {"Plan3d", "0000"},    {"Skeleton2d", "0000"}, {"SkeletonVertex2d", "0000"}, {"Point3d", "1011"},
+    {"Segment3d", "1011"}, {"Triangle3d", "1011"}, {"PointCloud3d", "1011"}};
 
 template <class S, class... T>
 void expectSupport(ClassList<T...>) {

@@ -96,11 +96,12 @@ auto transforms() {
 /// In place and, after the bar, as a copy: which of the transforms accept the class, without its scalar type. The
 /// classes that are not named are accepted by all.
 const std::map<std::string, std::string> s_support{
-    {"BoundingBox2d", "1000101|1000101"}, {"Line2d", "0011001|0011001"},        {"Circle2d", "0011111|1011111"},
-    {"Ellipse2d", "0011111|0011111"},     {"Square2d", "0011111|0011111"},      {"Rectangle2d", "0011111|0011111"},
-    {"Parabola2d", "0011001|0011001"},    {"BoundingBox3d", "1000101|1000101"}, {"Triangle3d", "1011111|1011111"},
-    {"Plan3d", "0000000|0000000"},        {"Sphere3d", "0011111|1011111"},      {"Ellipsoid3d", "0011111|0011111"},
-    {"Cube3d", "0011111|0011111"},        {"Cuboid3d", "0011111|0011111"}};
+    {"BoundingBox2d", "1000101|1000101"}, {"Line2d", "0011001|0011001"},      {"Circle2d", "0011111|1011111"},
+    {"Ellipse2d", "0011111|0011111"},     {"Square2d", "0011111|0011111"},    {"Rectangle2d", "0011111|0011111"},
+    {"Parabola2d", "0011001|0011001"},    {"Skeleton2d", "0011111|0011111"},  {"SkeletonVertex2d", "0011111|0011111"},
+    {"BoundingBox3d", "1000101|1000101"}, {"Triangle3d", "1011111|1011111"},  {"Plan3d", "0000000|0000000"},
+    {"Sphere3d", "0011111|1011111"},      {"Ellipsoid3d", "0011111|0011111"}, {"Cube3d", "0011111|0011111"},
+    {"Cuboid3d", "0011111|0011111"}};
 
 /// Both ways give the same image; a refusal says what was refused and changes nothing.
 template <class S>

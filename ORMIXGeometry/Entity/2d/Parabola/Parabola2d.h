@@ -75,9 +75,7 @@ class ORMIX_GEOMETRY_API Parabola2d : public Entity2d<Parabola2d, BaseGeometryEn
   /// The point of the parabola at an abscissa; its coordinates are not finite when degenerated.
   Point2dData<omReal64> getPoint(omReal64 abscissa) const;
 
-  /// Length of the arc between two abscissas, in either order: the difference of t/2·√(1 + (t/2f)²) + f·asinh(t/2f) at
-  /// both, computed without cancellation. When degenerated, 0 between equal abscissas and infinite otherwise. Constant
-  /// time.
+  /// Length of the arc between two abscissas, in either order, see parabolaArcLength(). Constant time.
   omReal64 computeArcLength(omReal64 fromAbscissa, omReal64 toAbscissa) const;
 
   /// Points that divide the arc between two abscissas into parts of equal length, in order from the first abscissa; the
