@@ -100,6 +100,8 @@
 #include <ORMIXGeometry/Region/PixelSpacing.h>
 #include <ORMIXGeometry/Region/RegionProperties.h>
 #include <ORMIXGeometry/Region/RegionTable.h>
+#include <ORMIXGeometry/Tools/Contact/ContactLength.h>
+#include <ORMIXGeometry/Tools/Contact/RegionContacts.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
 #include <ORMIXGeometry/Tools/Distance/ParabolaArc2d.h>

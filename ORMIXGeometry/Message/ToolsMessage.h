@@ -24,11 +24,16 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
     eTM_NoDirection,       ///< a ray whose direction is the zero vector
     eTM_NoPoints,          ///< a distance to what has no points
     eTM_EntityNotFinite,   ///< a distance to what has a coordinate or size that is NaN or infinite
-    eTM_NotBounded         ///< a distance to what is not bounded, where that is not defined
+    eTM_NotBounded,        ///< a distance to what is not bounded, where that is not defined
+    eTM_NoContact,         ///< a contact of an entity without a boundary
+    eTM_RegionNotFinite,   ///< a contact of what has a coordinate that is NaN or infinite
+    eTM_NullRegion,        ///< contacts of a collection with a null pointer
+    eTM_NoSurface,         ///< a contact of a spatial shape that has voxels only
+    eTM_NotNegative        ///< a number that asks for contacts and is negative, NaN or infinite
   };
 
   /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
-  static constexpr std::array<MessageText, 11> texts{{
+  static constexpr std::array<MessageText, 16> texts{{
       {eTM_ItemNotFinite, "Item %d of an index has a coordinate that is not finite"},
       {eTM_NoSuchItem, "Item %d is not available, the index has given out %d indices"},
       {eTM_ItemRemoved, "Item %d has been removed from the index"},
@@ -40,6 +45,11 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
       {eTM_NoPoints, "No distance is defined to a %s without points"},
       {eTM_EntityNotFinite, "No distance is defined to a %s with a coordinate or size that is not finite"},
       {eTM_NotBounded, "No distance is defined to a %s, which is not bounded"},
+      {eTM_NoContact, "No contact is defined of a %s"},
+      {eTM_RegionNotFinite, "No contact is defined of boundaries with a coordinate that is not finite"},
+      {eTM_NullRegion, "Region %d of %d regions is null"},
+      {eTM_NoSurface, "A shape of %d voxels has no surface to be in contact"},
+      {eTM_NotNegative, "The %s of a contact must be finite and at least 0, %g was given"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".
