@@ -101,6 +101,7 @@
 #include <ORMIXGeometry/Region/RegionProperties.h>
 #include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXGeometry/Tools/Contact/ContactLength.h>
+#include <ORMIXGeometry/Tools/Contact/ContactSurface.h>
 #include <ORMIXGeometry/Tools/Contact/RegionContacts.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>

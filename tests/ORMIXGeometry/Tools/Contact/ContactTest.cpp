@@ -11,6 +11,7 @@ using namespace ormix;
 using namespace ormix::geom;
 using support::thrownBy;
 using Polygon = Polygon2d<omReal64>;
+using Mesh = Mesh3d<omReal64>;
 
 constexpr omReal64 s_pi = 3.14159265358979323846;
 
@@ -230,6 +231,82 @@ TEST(Contacts, RefuseBadInputByName) {
     EXPECT_EQ(contactLength(left, right, 0.4 * size), 0);
     EXPECT_NEAR(contacts(std::vector<Polygon>{left, right}, 1e308).contacts.at(0).length() / size, 3.5, 1e-12);
   }
+}
+
+Mesh hullOf(const std::vector<Point3dData<omReal64>>& points) {
+  Mesh mesh;
+  EXPECT_TRUE(quickHull(points, mesh));
+  return mesh;
+}
+
+Mesh cuboid(omReal64 x0, omReal64 x1, omReal64 size) {
+  std::vector<Point3dData<omReal64>> corners;
+  for (int k = 0; k < 8; ++k) corners.emplace_back(k & 1 ? x1 : x0, k & 2 ? size : 0, k & 4 ? size : 0);
+  return hullOf(corners);
+}
+
+// Faces that touch, with triangles that need not match; a plate, whose back is within the gap; a body in a cavity.
+TEST(ContactSurface, OfFacesPlatesAndCavities) {
+  Mesh left = cuboid(-10, 0, 10);
+  for (const bool isReversed : {false, true}) {
+    if (isReversed) left.reverseOrientation();
+    for (const auto& [right, gap, onA, onB] :
+         {std::tuple(cuboid(0, 5, 10), 0.0, 100.0, 100.0), std::tuple(cuboid(0, 5, 4), 0.0, 16.0, 16.0),
+          std::tuple(cuboid(1, 1.5, 10), 2.0, 100.0, 100.0), std::tuple(cuboid(1, 3, 10), 0.5, 0.0, 0.0)}) {
+      const ContactSurface found = contactSurface(left, right, gap, {1e-3, 200});
+      EXPECT_NEAR(found.onA.area, onA, found.onA.bound + 1e-9);
+      EXPECT_NEAR(found.onB.area, onB, found.onB.bound + 1e-9);
+      EXPECT_LE(found.bound, 1e-3 * found.area + 1e-9);
+      EXPECT_EQ(contactSurface(right, left, gap, {1e-3, 200}).area, found.area);
+    }
+  }
+  Shape3d shape;
+  shape.getMeshWithHolesColl() = {boost::make_shared<MeshWithHoles3d<omReal32>>()};
+  MeshWithHoles3d<omReal32>& body = *shape.getMeshWithHolesColl()[0];
+  cast(cuboid(-30, 30, 30), body.getExteriorMesh());
+  body.getMeshHoles() = {boost::make_shared<MeshWithHoles3d<omReal32>>()};
+  cast(cuboid(2, 12, 10), body.getMeshHoles()[0]->getExteriorMesh());
+  const Contact3d found = contact(cuboid(2, 12, 10), shape, 0);
+  EXPECT_NEAR(found.surface.area, 600, found.surface.bound + 1e-3);
+  EXPECT_NEAR(AreaMsr3d::measure(found.onA), 600, 2 * found.surface.bound + 1e-3);
+}
+
+TEST(ContactSurface, OfTangentSpheresIsWithinItsBound) {
+  const auto sphere = [](omReal64 x) {
+    std::vector<Point3dData<omReal64>> points;
+    for (int k = 0; k < 2000; ++k) {
+      const omReal64 z = 1 - (2 * k + 1) / 2000.0, angle = k * s_pi * (3 - std::sqrt(5.0)), r = std::sqrt(1 - z * z);
+      points.emplace_back(x + r * std::cos(angle), r * std::sin(angle), z);
+    }
+    return hullOf(points);
+  };
+  const Mesh a = sphere(0), b = sphere(2);
+  omReal64 finest = 0;
+  for (const omReal64 tolerance : {1e-3, 1e-2, 0.1}) {
+    const Contact3d found = contact(a, b, 0.1, {tolerance, 1e4});
+    EXPECT_NEAR(found.surface.area, 2 * s_pi * (1 - (5 - 1.1 * 1.1) / 4), 0.02 + found.surface.bound);
+    EXPECT_LE(found.surface.bound, tolerance * found.surface.area);
+    EXPECT_NEAR(AreaMsr3d::measure(found.onA), found.surface.onA.area, found.surface.onA.bound + 1e-12);
+    if (tolerance == 1e-3) finest = found.surface.onA.area;
+    EXPECT_NEAR(found.surface.onA.area, finest, found.surface.onA.bound + 1e-3 * finest);
+  }
+}
+
+TEST(ContactSurface, RefusesBadInputByName) {
+  const Mesh cube = cuboid(0, 1, 1);
+  EXPECT_EQ(refusal(cube, cube, support::s_nan), "The gap of a contact must be finite and at least 0, nan was given");
+  EXPECT_EQ(refusal(cube, Sphere3d<omReal64>(), 1), "No contact is defined of a eE3DT_Sphere");
+  Mesh damaged = cube;
+  damaged.getVertexColl()[3].setY(support::s_nan);
+  EXPECT_EQ(refusal(cube, damaged, 1), "No contact is defined of boundaries with a coordinate that is not finite");
+  Shape3d voxels;
+  voxels.getRowIntersections().rowIntersectionsColl.resize(1);
+  ASSERT_TRUE(voxels.getRowIntersections().rowIntersectionsColl[0].addRun(0, 0, 3));
+  EXPECT_EQ(refusal(cube, voxels, 1), "A shape of 3 voxels has no surface to be in contact");
+  EXPECT_EQ(contactSurface(cube, Mesh(), 1).area, 0);
+  for (const omReal64 size : {1e100, 1e-100})
+    EXPECT_NEAR(contactSurface(cuboid(-size, 0, size), cuboid(0, size, size), 0).area / size / size, 1, 0.01);
+  EXPECT_EQ(contactSurface(cuboid(0, 1e300, 1e300), cuboid(-1e300, 0, 1e300), 1e308).area, support::s_infinity);
 }
 
 }  // namespace
