@@ -61,7 +61,7 @@ std::vector<omUInt64> sectorsOf(const std::vector<BoundaryEdge>& edges) {
 
 omUInt64 FacingIndex::opposingSectors(const PlanarPoint& direction) { return s_opposing[sectorOf(direction)]; }
 
-FacingIndex::FacingIndex(std::vector<BoundaryEdge> edges)
-    : _edges(std::move(edges)), _tree(boxesOf(_edges), sectorsOf(_edges), eBO_Given) {}
+FacingIndex::FacingIndex(std::vector<BoundaryEdge> edges, eBoxOrder order)
+    : _edges(std::move(edges)), _tree(boxesOf(_edges), sectorsOf(_edges), order) {}
 
 }  // namespace ormix::detail

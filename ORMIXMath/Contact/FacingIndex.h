@@ -16,11 +16,12 @@ inline IndexBox<2> boxOf(const BoundaryEdge& edge) {
           {std::max(edge.start.x, edge.end.x), std::max(edge.start.y, edge.end.y)}};
 }
 
-/// Edges in the order of their rings, whose directions fall into 32 sectors.
+/// Edges, whose directions fall into 32 sectors.
 class FacingIndex {
  public:
-  /// Linear in the edges.
-  ORMIX_MATH_API explicit FacingIndex(std::vector<BoundaryEdge> edges);
+  /// \param order of the tree: that of the rings is made in no time and good for few of them; where many lie side by side,
+  /// boxes along the curve overlap less
+  ORMIX_MATH_API explicit FacingIndex(std::vector<BoundaryEdge> edges, eBoxOrder order = eBO_Given);
 
   const std::vector<BoundaryEdge>& edges() const { return _edges; }
   /// The edges, without which the index answers nothing any more.

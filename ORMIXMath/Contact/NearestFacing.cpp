@@ -160,7 +160,7 @@ void giveAway(const Envelope& envelope, omUInt32 region, RegionLengths& lengths)
 
 void divideToNearest(std::vector<BoundaryEdge> edges, const std::vector<omUInt32>& regions, omReal64 gap,
                      RegionLengths& lengths) {
-  const FacingIndex index(std::move(edges));
+  const FacingIndex index(std::move(edges), eBO_Curve);
   Envelope envelope;
   for (std::size_t i = 0; i < regions.size(); ++i) {
     const BoundaryEdge& edge = index.edges()[i];
