@@ -1,6 +1,7 @@
 // Finds the regions of images: thresholds each, measures its connected regions, writes them to a table and to an
-// archive that is read back and measured again, and draws them over the image. Usage: measure_regions OUTPUT_FOLDER
-// IMAGE.png... Exit status: 0 when all went well, 1 when an image or a step failed, 2 for wrong arguments.
+// archive that is read back and measured again, finds neighbours, and draws all over the image. Usage: measure_regions
+// OUTPUT_FOLDER IMAGE.png... Exit status: 0 when all went well, 1 when an image or a step failed, 2 for wrong
+// arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include <png.h>
@@ -122,6 +123,28 @@ void printTable(const std::vector<Region>& regions, std::size_t most) {
   }
 }
 
+/// The largest distance in pixels at which regions count as neighbours.
+constexpr omReal64 s_neighbourGap = 10;
+
+/// Prints which regions face each other closely, and for how long.
+/// \return the parts of their contours that do, pair by pair
+std::vector<Contact2d> printNeighbours(const std::vector<Region>& regions) {
+  std::vector<boost::shared_ptr<Shape2d>> shapes;
+  for (const Region& region : regions) shapes.push_back(region.shape);
+  const RegionContacts graph = contacts(shapes, s_neighbourGap);
+  std::vector<Contact2d> result;
+  if (graph.contacts.empty()) return result;
+  std::cout << graph.contacts.size() << " pairs of regions are within " << s_neighbourGap << " pixels";
+  for (const RegionContact& pair : graph.contacts) {
+    if (result.size() < 10)
+      std::cout << (result.empty() ? ": " : ", ") << pair.first + 1 << " and " << pair.second + 1 << " for "
+                << pair.length();
+    result.push_back(contact(*shapes[pair.first], *shapes[pair.second], s_neighbourGap));
+  }
+  std::cout << "\n\n";
+  return result;
+}
+
 /// Writes the regions to an archive, reads them by the names of their classes and measures them again.
 void checkArchive(const std::vector<Region>& regions, const std::string& path) {
   SerializationObjectPtrColl objects;
@@ -141,8 +164,10 @@ void checkArchive(const std::vector<Region>& regions, const std::string& path) {
   if (identical != regions.size()) throw std::runtime_error(path + ": not everything was measured as before");
 }
 
-/// The contours over the image; of the ten largest regions their numbers, ellipses and least Feret diameters.
-void draw(const std::string& bytes, const Image& image, const std::vector<Region>& regions, const std::string& path) {
+/// The contours over the image; of the ten largest regions their numbers, ellipses and least Feret diameters; what
+/// faces a neighbour.
+void draw(const std::string& bytes, const Image& image, const std::vector<Region>& regions,
+          const std::vector<Contact2d>& neighbours, const std::string& path) {
   SvgWriter writer(900);
   writer.setYAxis(eSYA_Down);
   const BoundingBox2d<omReal64> all(0, 0, static_cast<omReal64>(image.width), static_cast<omReal64>(image.height));
@@ -158,6 +183,10 @@ void draw(const std::string& bytes, const Image& image, const std::vector<Region
     const Segment2d<omReal64> across(least.from.x, least.from.y, least.to.x, least.to.y);
     require(writer.draw(across, {"#ffd020", "none", 1.5, ""}));
   }
+  for (const Contact2d& pair : neighbours)
+    for (const ContactSide2d* side : {&pair.onA, &pair.onB})
+      for (const ContactPiece2d& piece : side->pieces)
+        for (const Segment2d<omReal64>& segment : piece) require(writer.draw(segment, {"#40ff60", "none", 3, ""}));
   require(writer.write(path));
   std::cout << path << ": drawn\n";
 }
@@ -171,13 +200,14 @@ void processImage(const std::string& path, const std::filesystem::path& folder) 
             << regions.size() << " regions, the largest:\n\n";
   printTable(regions, 10);
   std::cout << '\n';
+  const std::vector<Contact2d> neighbours = printNeighbours(regions);
   std::filesystem::create_directories(folder);
   std::vector<RegionProperties> properties;
   for (const Region& region : regions) properties.push_back(region.properties);
   require(writeRegionTable((folder / "regions.csv").string(), properties));
   std::cout << (folder / "regions.csv").string() << ": all that was measured\n";
   checkArchive(regions, (folder / "regions.cbor").string());
-  draw(bytes, image, regions, (folder / "regions.svg").string());
+  draw(bytes, image, regions, neighbours, (folder / "regions.svg").string());
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Finds and measures the regions of photographs, measures the world's coastlines, fits shapes to published points, and
-# inspects the models of Debian's assimp-testmodels. With a PNG image, an STL file or a file of rings as argument, measures
-# that alone.
+# Finds and measures the regions of photographs, finds out which cells of a tissue touch, measures the world's coastlines,
+# fits shapes to published points, and inspects the models of Debian's assimp-testmodels. With a PNG image, an STL file or a
+# file of rings as argument, measures that alone.
 # Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]
-#        (default output: build/regions, build/contours, build/fits and build/models)
+#        (default output: build/regions, build/contacts, build/contours, build/fits and build/models)
 # Exit status: 0 when all went well, else that of the first program that failed.
 set -euo pipefail
 here=$PWD
@@ -66,6 +66,8 @@ else
   photographs=(examples/data/blobs.png)
 fi
 run "$build/bin/measure_regions" build/regions "${photographs[@]}"
+echo
+run "$build/bin/find_contacts" build/contacts
 echo
 if ! coastlines=$(find_in_package gnuplot-doc usr/share/doc/gnuplot/examples/world.dat); then
   echo "demo.sh: the coastlines cannot be had (no network?); measuring the contours that come with the project" >&2
