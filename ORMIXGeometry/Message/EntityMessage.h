@@ -33,7 +33,7 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
     eEM_SimplificationFailed,        ///< the boundary of pixels cannot be simplified
     eEM_ShapeInternalError,          ///< not used yet
     eEM_Shape2dNotInitialized,       ///< a constructor of shapes is used after its end
-    eEM_Shape3dNotInitialized,       ///< not used yet
+    eEM_Shape3dNotInitialized,       ///< a constructor of spatial shapes is used after its end
     eEM_RowIndexMismatch,            ///< rows of an image do not ascend
     eEM_HalfEdgesNotLinked           ///< two half-edges of one edge are not linked as opposite
   };

@@ -1,5 +1,7 @@
 #include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
 #include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
+#include <ORMIXGeometry/Entity/3d/Shape/VoxelSurfaces.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
 #include <ORMIXGeometry/Tools/Stl/StlFacets.h>
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
@@ -78,20 +80,33 @@ BoolResult saveBinary(const std::string& path, const detail::StlMeshes<T>& meshe
   });
 }
 
-/// Saves the surfaces of shapes by `saveMeshes(meshes)`. Fails for a shape with voxels and without triangles, whose
-/// file would be empty.
+using SurfaceColl = Shape3d::MeshWithHolesColl;
+
+/// Appends the meshes of the surfaces.
+/// \return whether there are triangles
+bool collect(const SurfaceColl& surfaces, bool withHoles, detail::StlMeshes<omReal32>& meshes) {
+  const std::size_t nbBefore = countTriangles(meshes);
+  for (const auto& surface : surfaces)
+    if (surface) collect(*surface, withHoles, meshes);
+  return countTriangles(meshes) != nbBefore;
+}
+
+/// Saves the surfaces of shapes by `saveMeshes(meshes)`, of a shape with voxels and without triangles the faces of
+/// these.
 template <class Save>
 BoolResult saveShapes(const std::string& path, const std::vector<const Shape3d*>& shapes, bool withHoles,
                       Save saveMeshes) {
   detail::StlMeshes<omReal32> meshes;
+  std::vector<SurfaceColl> facesOfVoxels;
   for (const Shape3d* shape : shapes) {
-    if (shape == nullptr) continue;
-    const std::size_t nbBefore = countTriangles(meshes);
-    for (const auto& mesh : shape->getMeshWithHolesColl())
-      if (mesh) collect(*mesh, withHoles, meshes);
-    if (shape->getNbVoxels() != 0 && countTriangles(meshes) == nbBefore)
-      return detail::meshFileNotWritten(
-          path, "a shape of " + std::to_string(shape->getNbVoxels()) + " voxels has no surface");
+    if (shape == nullptr || collect(shape->getMeshWithHolesColl(), withHoles, meshes) || shape->getNbVoxels() == 0)
+      continue;
+    try {
+      facesOfVoxels.push_back(voxelSurfaces<omReal32>(shape->getRowIntersections(), eVC_26));
+    } catch (const ORMIXGeometryException& exception) {
+      return detail::meshFileNotWritten(path, exception.what());
+    }
+    collect(facesOfVoxels.back(), withHoles, meshes);
   }
   return saveMeshes(meshes);
 }

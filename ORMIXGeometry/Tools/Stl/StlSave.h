@@ -55,9 +55,10 @@ void writeStLBinary(std::ostream& stream, const MeshWithHoles3d<T>& mesh, bool w
 /// which the smallest coordinate is 0 or less, the offset is 1.0f minus that coordinate as an omReal32, otherwise 0.
 ///
 /// An existing file is replaced only after everything has been written, as by `save` of an archive. Fails with message
-/// eEM_MeshFileNotWritten when the file cannot be opened or not everything can be written. A shape with voxels but
-/// without a triangle fails as well, and nothing is written: surfaces are not derived from voxels.
-/// `name` is the name of the solid, written unchanged; `withHoles` says whether holes are written too.
+/// eEM_MeshFileNotWritten when the file cannot be opened or not everything can be written. Of a shape with voxels but
+/// without a triangle the faces of the voxels are written, see voxelSurfaces() with eVC_26; it fails as well where
+/// these have coordinates that omReal32 does not hold. `name` is the name of the solid, written unchanged; `withHoles`
+/// says whether holes are written too.
 /// @{
 template <class T>
 BoolResult saveToStLAscii(const std::string& path, const Mesh3d<T>& mesh, const std::string& name);

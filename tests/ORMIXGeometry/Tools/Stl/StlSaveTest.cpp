@@ -160,24 +160,32 @@ TEST(StlSave, shapesAreWrittenAsOneFile) {
   EXPECT_EQ(file.bytes(), "solid \nendsolid \n");
 }
 
-TEST(StlSave, voxelsWithoutASurfaceAreAFailure) {
+TEST(StlSave, voxelsWithoutASurfaceAreWrittenByTheirFaces) {
   const TemporaryFile file("old");
   const auto voxels = boost::make_shared<Shape3d>(), both = boost::make_shared<Shape3d>();
   for (const auto& shape : {voxels, both}) {
-    shape->getRowIntersections().rowIntersectionsColl.resize(1);
-    EXPECT_TRUE(shape->getRowIntersections().rowIntersectionsColl[0].addRun(0, 3, 8));
+    // A box of 3 × 3 × 3 voxels around a cavity.
+    auto& slices = shape->getRowIntersections().rowIntersectionsColl;
+    slices.resize(3);
+    for (RowIntersections& slice : slices) EXPECT_TRUE(slice.setRows(0, {1, 1, 1}, {{0, 3}, {0, 3}, {0, 3}}));
+    EXPECT_TRUE(slices[1].setRows(0, {1, 2, 1}, {{0, 3}, {0, 1}, {2, 3}, {0, 3}}));
   }
   voxels->getMeshWithHolesColl() = {nullptr, boost::make_shared<MeshWithHoles3d<omReal32>>()};
   both->getMeshWithHolesColl() = {node(3)};
-  for (const BoolResult& saved :
-       {saveToStLAscii(file.path, *voxels, true, "p"), saveToStLBinary(file.path, *voxels, true),
-        saveToStLAscii(file.path, {both, voxels}, true, "p"), saveToStLBinary(file.path, {both, voxels}, true)}) {
-    EXPECT_FALSE(saved);
-    EXPECT_EQ(saved.getMessage(),
-              "Failed to write mesh 3d data to file " + file.path + ": a shape of 5 voxels has no surface");
-  }
-  EXPECT_EQ(file.bytes(), "old");
-  EXPECT_TRUE(saveToStLBinary(file.path, *both, true));
+  const auto nbTriangles = [&file](const BoolResult& saved) {
+    EXPECT_TRUE(saved);
+    return (file.bytes().size() - 84) / 50;
+  };
+  EXPECT_EQ(nbTriangles(saveToStLBinary(file.path, *voxels, true)), 108u + 12u);
+  EXPECT_EQ(nbTriangles(saveToStLBinary(file.path, *voxels, false)), 108u);
+  EXPECT_EQ(nbTriangles(saveToStLBinary(file.path, {both, voxels}, true)), 1u + 108u + 12u);
+  EXPECT_TRUE(saveToStLAscii(file.path, *voxels, true, "p"));
+  const std::string before = file.bytes();
+  EXPECT_EQ(std::count(before.begin(), before.end(), '\n'), 7 * 120 + 2);
+  EXPECT_TRUE(voxels->getRowIntersections().rowIntersectionsColl[1].addRun(5, 16777216, 16777217));
+  EXPECT_EQ(saveToStLAscii(file.path, *voxels, true, "p").getMessage().substr(0, 43 + file.path.size()),
+            "Failed to write mesh 3d data to file " + file.path + ": Surf");
+  EXPECT_EQ(file.bytes(), before);
 }
 
 TEST(StlSave, whatCannotBeWrittenIsAFailureWithThePath) {
