@@ -18,7 +18,8 @@ using WidePoint = std::array<Wide, 3>;
 
 /// A whole number, moved by a power of 2^-12; so small numbers of it are computed exactly.
 Wide moved(omInt64 value, int power = 0) {
-  return (Wide{value} << 36) + (power == 0 ? 0 : Wide{1} << (36 - 12 * power));
+  const auto powerOfTwo = [](int exponent) { return Wide{1} << exponent; };
+  return value * powerOfTwo(36) + (power == 0 ? 0 : powerOfTwo(36 - 12 * power));
 }
 
 Wide crossAlongX(const WidePoint& a, const WidePoint& b, const WidePoint& c) {
