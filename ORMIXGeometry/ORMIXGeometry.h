@@ -121,6 +121,12 @@
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonPaths.h>
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonRegion.h>
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonWidths.h>
+#include <ORMIXGeometry/Tools/RTree/CreateRTree.h>
+#include <ORMIXGeometry/Tools/RTree/RTree.h>
+#include <ORMIXGeometry/Tools/RTree/RTreeClasses.h>
+#include <ORMIXGeometry/Tools/RTree/RTreeItem.h>
+#include <ORMIXGeometry/Tools/RTree/SearchPlace.h>
+#include <ORMIXGeometry/Tools/RTree/TreeDistance.h>
 #include <ORMIXGeometry/Tools/Stl/MeshFile.h>
 #include <ORMIXGeometry/Tools/Stl/ScientificText.h>
 #include <ORMIXGeometry/Tools/Stl/StlInput.h>

@@ -23,6 +23,7 @@
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/Tools/RTree/RTree.h>
 #include <ORMIXGeometry/Transform/2d/AnisotropicScaleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
@@ -63,6 +64,7 @@ const Registrators<JoinedLists<PlanarEntityList, SpatialEntityList>> g_entities;
 const Registrators<JoinedLists<PlanarMeasureList, PlanarMeasureResultList, SpatialMeasureList>> g_measures;
 const Registrators<JoinedLists<PlanarTransformList, SpatialTransformList>> g_transforms;
 const Registrators<EstimatorList> g_estimators;
+const Registrators<RTreeList> g_indexes;
 
 }  // namespace
 

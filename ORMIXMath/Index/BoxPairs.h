@@ -3,6 +3,7 @@
 #include <ORMIXMath/Index/BoxTree.h>
 
 #include <algorithm>
+#include <type_traits>
 #include <vector>
 
 /// \file
@@ -40,7 +41,9 @@ class BoxPairs {
   static constexpr std::size_t s_mostWaiting = BoxTree<D>::s_maxNbLevels * s_width * s_width;
 
   /// One tree stands for the pairs of its own items, each once.
-  BoxPairs(const BoxTree<D>& treeA, const BoxTree<D>& treeB) : _a(treeA), _b(treeB), _isSelf(&treeA == &treeB) {}
+  BoxPairs(const BoxTree<D>& treeA, const BoxTree<D>& treeB) : BoxPairs(treeA, treeB, &treeA == &treeB) {}
+  /// The same, where it is said whether the items of both are the same: two indexes may share a tree.
+  BoxPairs(const BoxTree<D>& treeA, const BoxTree<D>& treeB, bool isSelf) : _a(treeA), _b(treeB), _isSelf(isSelf) {}
 
   bool isEmpty() const { return _a.size() == 0 || _b.size() == 0; }
   /// The roots; there must be some.
@@ -100,36 +103,43 @@ class BoxPairs {
 
 /// A pair of items, one of each tree, with the least `squareOfPair(itemA, itemB)` below `squareBound`, which may be
 /// infinite. The function answers the square of the distance of the items, at least that of their boxes, or infinity
-/// for items that do not count; 0 ends the search. Nearest nodes first, both trees at once: the time is that of the
-/// pairs of boxes which are nearer to each other than the answer, and the memory that of the pairs of nodes that wait.
-///
-/// The same tree twice stands for the pairs of different items of this tree, each once.
+/// for items that do not count; 0 ends the search. It may take a third argument, the least square until now, and answer
+/// anything larger for what is not below it. Nearest nodes first, both trees at once: the time is that of the pairs of
+/// boxes which are nearer to each other than the answer, and the memory that of the pairs of nodes that wait.
 template <std::size_t D, class Square>
-NearestItems nearestPair(const BoxTree<D>& treeA, const BoxTree<D>& treeB, omReal64 squareBound,
-                         Square&& squareOfPair) {
+NearestItems nearestPair(const BoxPairs<D>& pairs, omReal64 squareBound, Square&& squareOfPair) {
   NearestItems found{BoxTree<D>::s_none, BoxTree<D>::s_none, squareBound};
-  const BoxPairs<D> pairs(treeA, treeB);
   if (pairs.isEmpty()) return found;
+  const auto onItems = [&](std::size_t itemA, std::size_t itemB, omReal64 boxSquare) {
+    if (!(boxSquare < found.square)) return true;
+    omReal64 square = 0;
+    if constexpr (std::is_invocable_v<Square&, std::size_t, std::size_t, omReal64>)
+      square = squareOfPair(itemA, itemB, found.square);
+    else
+      square = squareOfPair(itemA, itemB);
+    if (square < found.square) found = {itemA, itemB, square};
+    return found.square > 0;
+  };
   std::vector<NodePair> waiting{pairs.roots()};
+  const auto onNodes = [&](const NodePair& below) {
+    if (!(below.square < found.square)) return;
+    waiting.push_back(below);
+    std::push_heap(waiting.begin(), waiting.end());
+  };
   while (!waiting.empty() && waiting.front().square < found.square) {
     const NodePair at = waiting.front();
     std::pop_heap(waiting.begin(), waiting.end());
     waiting.pop_back();
-    pairs.expand(
-        at,
-        [&](std::size_t itemA, std::size_t itemB, omReal64 boxSquare) {
-          if (!(boxSquare < found.square)) return true;
-          const omReal64 square = squareOfPair(itemA, itemB);
-          if (square < found.square) found = {itemA, itemB, square};
-          return found.square > 0;
-        },
-        [&](const NodePair& below) {
-          if (!(below.square < found.square)) return;
-          waiting.push_back(below);
-          std::push_heap(waiting.begin(), waiting.end());
-        });
+    pairs.expand(at, onItems, onNodes);
   }
   return found;
+}
+
+/// Of two trees. The same tree twice stands for the pairs of different items of this tree, each once.
+template <std::size_t D, class Square>
+NearestItems nearestPair(const BoxTree<D>& treeA, const BoxTree<D>& treeB, omReal64 squareBound,
+                         Square&& squareOfPair) {
+  return nearestPair(BoxPairs<D>(treeA, treeB), squareBound, squareOfPair);
 }
 
 /// Of one tree: the nearest pair of two of its items.

@@ -114,10 +114,12 @@ class BoxTree {
         visit);
   }
 
-  /// The same for each item whose box has a point origin + t direction, 0 <= t <= maxParam, and perhaps for some that
-  /// are missed by a few units in the last place. maxParam may be infinite. In no order.
+  /// The same for each item whose box, widened by a margin on each side, has a point origin + t direction,
+  /// 0 <= t <= maxParam, and perhaps for some that are missed by a few units in the last place. maxParam may be
+  /// infinite. In no order.
   template <class Visit>
-  bool visitAlong(const IndexPoint<D>& origin, const IndexPoint<D>& direction, omReal64 maxParam, Visit&& visit) const {
+  bool visitAlong(const IndexPoint<D>& origin, const IndexPoint<D>& direction, omReal64 maxParam, Visit&& visit,
+                  omReal64 margin = 0) const {
     IndexPoint<D> inverse;
     for (std::size_t d = 0; d < D; ++d) inverse[d] = 1 / direction[d];
     return visitChildren(
@@ -128,7 +130,7 @@ class BoxTree {
             enter[k] = 0;
             leave[k] = maxParam;
           }
-          for (std::size_t d = 0; d < D; ++d) clipAlong(node, d, origin[d], inverse[d], enter, leave);
+          for (std::size_t d = 0; d < D; ++d) clipAlong(node, d, origin[d], inverse[d], margin, enter, leave);
           unsigned mask = 0;
           for (std::size_t k = 0; k < s_width; ++k) mask |= static_cast<unsigned>(enter[k] <= leave[k]) << k;
           return mask;
@@ -189,7 +191,7 @@ class BoxTree {
   }
 
   /// Clips the part of a line inside each child by the sides across one axis. Rounding outward by Ize2013.
-  static void clipAlong(const BoxNode<D>& node, std::size_t d, omReal64 origin, omReal64 inverse,
+  static void clipAlong(const BoxNode<D>& node, std::size_t d, omReal64 origin, omReal64 inverse, omReal64 margin,
                         omReal64 (&enter)[s_width], omReal64 (&leave)[s_width]) {
     const bool isUpward = inverse > 0;
     const auto& nearSides = isUpward ? node.low[d] : node.high[d];
@@ -197,12 +199,13 @@ class BoxTree {
     constexpr omReal64 s_outward = 1 + 4 * std::numeric_limits<omReal64>::epsilon();
     if (!(inverse - inverse == 0)) {  // along the sides
       for (std::size_t k = 0; k < s_width; ++k)
-        if (!(node.low[d][k] <= origin && origin <= node.high[d][k])) leave[k] = -1;
+        if (!(node.low[d][k] - margin <= origin && origin <= node.high[d][k] + margin)) leave[k] = -1;
       return;
     }
+    const omReal64 outward = isUpward ? margin : -margin;
     for (std::size_t k = 0; k < s_width; ++k) {
-      const omReal64 in = (nearSides[k] - origin) * inverse;
-      const omReal64 out = (farSides[k] - origin) * inverse * s_outward;
+      const omReal64 in = (nearSides[k] - outward - origin) * inverse;
+      const omReal64 out = (farSides[k] + outward - origin) * inverse * s_outward;
       enter[k] = in > enter[k] ? in : enter[k];
       leave[k] = out < leave[k] ? out : leave[k];
     }

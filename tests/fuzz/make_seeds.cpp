@@ -16,7 +16,7 @@ using namespace ormix;
 bool writeSeed(const std::string& folder, const std::string& name, const BaseSerializationObject& object) {
   std::string file = name;
   for (char& c : file)
-    if (c == ':' || c == '<' || c == '>') c = '_';
+    if (c == ':' || c == '<' || c == '>' || c == ' ') c = '_';
   for (const char* format : {"cbor", "json"}) {
     // A seed has no ending; the format is chosen by one that is taken off again.
     const std::string path = folder + "/" + format + "/" + file;

@@ -130,6 +130,27 @@ inline Moments2dO3 sampleOf(ClassTag<Moments2dO3>) {
 inline HuMoments2dO3 sampleOf(ClassTag<HuMoments2dO3>) {
   return HuMoments2dO3({0.25, 0.125, 0.01, 0.002, -1e-5, 3e-4, 2e-6});
 }
+/// Three items, of which the second was removed.
+template <class Item>
+RTree<Item> sampleOf(ClassTag<RTree<Item>>) {
+  using Kept = RTreeItem<Item>;
+  std::vector<Item> items;
+  for (int i = 0; i < 3; ++i) {
+    typename Kept::Points points;
+    for (std::size_t k = 0; k < points.size(); ++k) {
+      using T = typename Kept::Coordinate;
+      const T at = T(8 * i) + T(2 * k);
+      if constexpr (Kept::s_dimension == 2)
+        points[k] = {at, at + T(0.5)};
+      else
+        points[k] = {at, at + T(0.5), T(3 - k)};
+    }
+    items.push_back(Kept::fromPoints(points));
+  }
+  RTree<Item> tree(items);
+  tree.remove(1);
+  return tree;
+}
 template <class X, class = void>
 constexpr bool hasHolePolicy = false;
 template <class X>
@@ -171,7 +192,10 @@ X makeSample(ClassTag<X> type) {
 }
 template <template <class> class Class, class T>
 Class<T> makeSample(ClassTag<Class<T>> type) {
-  return TypedSamples<T>::of(type);
+  if constexpr (std::is_arithmetic_v<T>)
+    return TypedSamples<T>::of(type);
+  else
+    return sampleOf(type);
 }
 template <class X>
 struct Sample {
@@ -182,7 +206,7 @@ using AllLinearTransforms = JoinedLists<PlanarLinearTransformList, SpatialLinear
 using AllTransforms = JoinedLists<PlanarTransformList, SpatialTransformList>;
 /// Every class with samples; estimators have none, as they hold nothing.
 using AllClasses = JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList,
-                               SpatialMeasureList, PlanarMeasureResultList>;
+                               SpatialMeasureList, PlanarMeasureResultList, RTreeList>;
 
 template <template <class> class Class, class X>
 constexpr bool isOf = false;

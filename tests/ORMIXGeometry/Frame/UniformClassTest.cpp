@@ -38,7 +38,7 @@ class UniformClass : public ::testing::TestWithParam<ClassCase> {
 };
 /// The class's name without what a file's or a test's name may not hold.
 std::string fileName(std::string name) {
-  const auto isOther = [](char c) { return c == ':' || c == '<' || c == '>'; };
+  const auto isOther = [](char c) { return c == ':' || c == '<' || c == '>' || c == ' '; };
   std::replace_if(name.begin(), name.end(), isOther, '_');
   return name;
 }
