@@ -103,6 +103,8 @@
 #include <ORMIXGeometry/Tools/Contact/ContactLength.h>
 #include <ORMIXGeometry/Tools/Contact/ContactSurface.h>
 #include <ORMIXGeometry/Tools/Contact/RegionContacts.h>
+#include <ORMIXGeometry/Tools/Distance/Hausdorff2d.h>
+#include <ORMIXGeometry/Tools/Distance/HausdorffPoints.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
 #include <ORMIXGeometry/Tools/Distance/ParabolaArc2d.h>

@@ -54,21 +54,10 @@ PlanarNearestPair nearestOfFigures(PlanarFigure& a, PlanarFigure& b, eInteriorPo
   return nearestOfBoundaries(a, b);
 }
 
-/// The factor that brings all lengths to where their products and quotients stay in range: 1 for most.
-omReal64 scaleFor(omReal64 magnitude) {
-  constexpr omReal64 s_largest = 0x1p400, s_smallest = 0x1p-400;
-  if (magnitude > s_largest) return 0x1p-700;
-  return magnitude < s_smallest && magnitude > 0 ? 0x1p700 : 1.0;
-}
-
 PlanarNearestPoints nearest(PlanarFigure a, PlanarFigure b, eInteriorPolicy policy) {
   if (a.isUnbounded && b.isUnbounded)
     detail::refuse(eToolsMessage::eTM_NotBounded, a.className, __PRETTY_FUNCTION__, __LINE__);
-  const omReal64 scale = scaleFor(std::max(a.magnitude(), b.magnitude()));
-  if (scale != 1) {
-    a.scale(scale);
-    b.scale(scale);
-  }
+  const omReal64 scale = scaleTogether(a, b);
   if (a.isUnbounded) bound(a, b);
   if (b.isUnbounded) bound(b, a);
   const PlanarNearestPair pair =

@@ -4,7 +4,6 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Distance/PlanarFigure.h>
 #include <ORMIXGeometry/Tools/Location/RingsOf.h>
-#include <ORMIXMath/Location/PreparedRings.h>
 #include <ORMIXMath/Location/RingCrossings.h>
 
 #include <algorithm>
@@ -251,6 +250,18 @@ std::vector<PlanarPoint> PlanarFigure::representatives() const {
   return points;
 }
 
+PreparedRings PlanarFigure::rings() const {
+  PreparedRings prepared;
+  std::size_t start = 0;
+  for (const std::size_t end : ringEnds) {
+    prepared.add(ringCoordinates.data() + start, (end - start) / 2);
+    start = end;
+  }
+  if (!prepared.build())
+    logAndThrow("A region cannot be prepared: it has 2^28 edges or more", __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return prepared;
+}
+
 std::size_t PlanarFigure::findInside(const std::vector<PlanarPoint>& points) const {
   if (arc)
     return static_cast<std::size_t>(
@@ -260,15 +271,8 @@ std::size_t PlanarFigure::findInside(const std::vector<PlanarPoint>& points) con
   if (ringEnds.empty()) return points.size();
   // From here on it is worth to sort the edges first.
   constexpr std::size_t s_fewPoints = 16;
-  PreparedRings prepared;
-  if (points.size() > s_fewPoints) {
-    std::size_t start = 0;
-    for (const std::size_t end : ringEnds) {
-      prepared.add(ringCoordinates.data() + start, (end - start) / 2);
-      start = end;
-    }
-  }
-  const bool isPrepared = points.size() > s_fewPoints && prepared.build();
+  const bool isPrepared = points.size() > s_fewPoints;
+  const PreparedRings prepared = isPrepared ? rings() : PreparedRings();
   for (std::size_t i = 0; i < points.size(); ++i) {
     const RingCrossings crossings =
         isPrepared ? prepared.crossings(points[i].x, points[i].y) : crossingsOf(*this, points[i]);
@@ -327,6 +331,16 @@ void bound(PlanarFigure& parabola, const PlanarFigure& other) {
   arc.to = std::min(halfWidth + least, byHeight) * s_slack;
   arc.from = -arc.to;
   parabola.isUnbounded = false;
+}
+
+omReal64 scaleTogether(PlanarFigure& a, PlanarFigure& b) {
+  constexpr omReal64 s_largest = 0x1p400, s_smallest = 0x1p-400;
+  const omReal64 magnitude = std::max(a.magnitude(), b.magnitude());
+  if (magnitude == 0 || (magnitude >= s_smallest && magnitude <= s_largest)) return 1;
+  const omReal64 factor = magnitude > s_largest ? 0x1p-700 : 0x1p700;
+  a.scale(factor);
+  b.scale(factor);
+  return factor;
 }
 
 bool isBefore(const PlanarFigure& a, const PlanarFigure& b) {

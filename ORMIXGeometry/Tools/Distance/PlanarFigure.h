@@ -6,6 +6,7 @@
 #include <ORMIXMath/Distance/ConvexArc.h>
 #include <ORMIXMath/Distance/PlanarSegment.h>
 #include <ORMIXMath/Index/BoxTree.h>
+#include <ORMIXMath/Location/PreparedRings.h>
 
 #include <optional>
 #include <vector>
@@ -34,7 +35,10 @@ struct PlanarFigure {
   omReal64 magnitude() const;
   /// A point of each connected part.
   std::vector<PlanarPoint> representatives() const;
-  /// Whether each of the points is in the region or on its boundary; stops at the first that is.
+  /// The rings of the region, for questions of where points are.
+  /// \throw ORMIXGeometryException, logged first, when there are 2^28 edges or more
+  PreparedRings rings() const;
+  /// Finds a point that is in the region or on its boundary.
   /// \return the index of the first, or the number of points
   std::size_t findInside(const std::vector<PlanarPoint>& points) const;
 };
@@ -53,6 +57,11 @@ PlanarFigure figureOf(const ParabolaArc2d& arc);
 /// Makes a whole parabola an arc with all of its points that may be nearest to a point of the other figure, which is
 /// bounded. A point that is nearest to q is not farther from q than the vertex is from any point of the other figure.
 void bound(PlanarFigure& parabola, const PlanarFigure& other);
+
+/// Multiplies the lengths of both figures by the power of two that brings them to where products and quotients stay in
+/// range; mostly 1.
+/// \return the factor
+omReal64 scaleTogether(PlanarFigure& a, PlanarFigure& b);
 
 /// An order of figures that depends on their numbers only, for answers that are the same both ways.
 bool isBefore(const PlanarFigure& a, const PlanarFigure& b);
