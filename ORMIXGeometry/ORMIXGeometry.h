@@ -114,9 +114,11 @@
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
 #include <ORMIXGeometry/Tools/Mesh/Components.h>
+#include <ORMIXGeometry/Tools/Mesh/SelfIntersections.h>
 #include <ORMIXGeometry/Tools/Mesh/Shells.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
+#include <ORMIXGeometry/Tools/Mesh/Validation.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Skeleton/ComputeSkeleton.h>
 #include <ORMIXGeometry/Tools/Skeleton/PruneSkeleton.h>
