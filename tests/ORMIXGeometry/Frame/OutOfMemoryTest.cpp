@@ -1,5 +1,7 @@
 // What happens where memory ends: each allocation of an operation fails once, and nothing has changed then.
 
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
+#include <ORMIXGeometry/Transform/3d/TriMeshTransforms.h>
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
 #include <cstdlib>
@@ -117,6 +119,42 @@ TEST(OutOfMemory, ChangesNoMeshThatTakesAnothersParts) {
                        return true;
                      },
                      text, text(cast<omInt32>(mesh)));
+}
+
+TEST(OutOfMemory, ChangesNoMeshThatIsNoEntity) {
+  const auto mesh = Sample<Mesh3d<omReal64>>::make();
+  using FaceVertex = FaceVertexAdjTriMesh3d<omReal64>;
+  const FaceVertex neighbours = toFaceVertexAdjTriMesh3d(mesh);
+  const auto text = [](const auto& each) { return support::printed(each); };
+  const auto textWithNeighbours = [&](const FaceVertex& each) {
+    std::string all = text(each);
+    for (const auto& triple : each.getNeighbourColl())
+      for (const omUInt32 neighbour : triple) all += " " + std::to_string(neighbour);
+    return all;
+  };
+  const auto makeEmpty = [] { return boost::make_shared<FaceVertex>(); };
+  expectAllOrNothing(
+      makeEmpty,
+      [&](FaceVertex& object) {
+        object = neighbours;
+        return true;
+      },
+      textWithNeighbours, textWithNeighbours(neighbours));
+  expectAllOrNothing(
+      makeEmpty,
+      [&](FaceVertex& object) {
+        return static_cast<bool>(object.build(neighbours.getVertexColl(), neighbours.getTriangleColl()));
+      },
+      textWithNeighbours, textWithNeighbours(neighbours));
+  expectAllOrNothing([] { return boost::make_shared<Mesh3d<omReal64>>(); },
+                     [&](Mesh3d<omReal64>& object) { return static_cast<bool>(toMesh3d(neighbours, object)); }, text,
+                     text(mesh));
+  FaceVertex moved = neighbours;
+  const TranslationTransform3d transform(3, 5, 7);
+  ASSERT_TRUE(applyInSitu(transform, moved));
+  expectAllOrNothing([&] { return boost::make_shared<FaceVertex>(neighbours); },
+                     [&](FaceVertex& object) { return static_cast<bool>(applyInSitu(transform, object)); }, text,
+                     text(moved));
 }
 
 /// Every slice has memory for the runs of the other shape but the last.
