@@ -119,6 +119,10 @@
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
 #include <ORMIXGeometry/Tools/Mesh/Validation.h>
+#include <ORMIXGeometry/Tools/Mesh/Repair.h>
+#include <ORMIXGeometry/Tools/Mesh/Shells.h>
+#include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
+#include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/Skeleton/ComputeSkeleton.h>
 #include <ORMIXGeometry/Tools/Skeleton/PruneSkeleton.h>

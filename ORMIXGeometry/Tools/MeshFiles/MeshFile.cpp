@@ -83,9 +83,10 @@ void describe(const detail::IndexedFaces<Real>& faces, const detail::CutFaces& c
     report.message = faces.why + detail::placeText(faces.stopOffset, faces.stopLine);
   else if (cut.nbSkipped != 0)
     report.message =
-        std::to_string(cut.nbSkipped) + " faces have fewer than three corners or an index without a vertex";
+        "faces with fewer than three corners or an index without a vertex: " + std::to_string(cut.nbSkipped);
   else if (cut.nbFanned != 0)
-    report.message = std::to_string(cut.nbFanned) + " polygons cross themselves or have too many corners to be cut";
+    report.message =
+        "polygons that cross themselves or have too many corners to be cut: " + std::to_string(cut.nbFanned);
 }
 
 template <class T>

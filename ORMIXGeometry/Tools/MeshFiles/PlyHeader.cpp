@@ -112,8 +112,6 @@ std::string readPlyHeader(TextLines& lines, PlyHeader& header) {
       wrong = readElement(lines, header);
     } else if (word == "property") {
       wrong = readProperty(lines, header);
-    } else if (word != "comment" && word != "obj_info") {
-      wrong = "its header has an unknown word";
     }
     if (!wrong.empty()) return wrong;
   }

@@ -44,7 +44,7 @@ struct PlyHeader {
   std::vector<PlyElement> elements;        ///< in order of the file
 };
 
-/// Reads the header up to the line "end_header".
+/// Reads the header up to the line "end_header". Comments and lines of unknown words are passed over.
 /// \return what is wrong; empty when it was read
 std::string readPlyHeader(TextLines& lines, PlyHeader& header);
 
