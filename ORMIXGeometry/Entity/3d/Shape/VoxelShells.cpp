@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <boost/smart_ptr/make_shared_object.hpp>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -156,18 +157,31 @@ class ShellMaker {
     return {&line.at(x), line.plane, {x, _y + dy, _rows.z(_slice) + dz}};
   }
 
-  /// Adds the two triangles of a face, or more where there are vertices in the middle of its edges.
+  /// Adds the two triangles of a face.
   /// \param corners by du + 2·dv
   void addFace(const FaceSide& side, const std::array<FaceCorner, 4>& corners, VoxelShell<T>& shell) {
+    std::array<FaceCorner, 4> inOrder;
+    std::array<omUInt32, 4> vertices;
+    unsigned doubleEdges = 0;
+    for (std::size_t index = 0; index < 4; ++index) {
+      inOrder[index] = corners[side.du(index) + 2 * side.dv(index)];
+      vertices[index] = vertexOf(inOrder[index], side.slotAt(index), shell);
+      doubleEdges |= _fans[inOrder[index].corner->pattern].doubleEdges;
+    }
+    if (doubleEdges != 0) return addDividedFace(side, inOrder, vertices, shell);
+    const omUInt32 triangles[] = {vertices[0], vertices[1], vertices[2], vertices[0], vertices[2], vertices[3]};
+    shell.indices.insert(shell.indices.end(), std::begin(triangles), std::end(triangles));
+  }
+
+  /// The same of a face that may have vertices in the middle of its edges: then the triangles are around one of these.
+  void addDividedFace(const FaceSide& side, const std::array<FaceCorner, 4>& corners,
+                      const std::array<omUInt32, 4>& vertices, VoxelShell<T>& shell) {
     std::array<omUInt32, 8> polygon;
     std::size_t nbVertices = 0;
-    std::size_t start = 0;  // a vertex in the middle of an edge, where there is one
+    std::size_t start = 0;
     for (std::size_t index = 0; index < 4; ++index) {
-      const std::size_t next = (index + 1) % 4;
-      const FaceCorner& from = corners[side.du(index) + 2 * side.dv(index)];
-      const FaceCorner& to = corners[side.du(next) + 2 * side.dv(next)];
-      polygon[nbVertices++] = vertexOf(from, side.slotAt(index), shell);
-      const omUInt32 middle = middleOf(side, index, from, to, shell);
+      polygon[nbVertices++] = vertices[index];
+      const omUInt32 middle = middleOf(side, index, corners[index], corners[(index + 1) % 4], shell);
       if (middle == CornerPlane::s_noVertex) continue;
       start = nbVertices;
       polygon[nbVertices++] = middle;
