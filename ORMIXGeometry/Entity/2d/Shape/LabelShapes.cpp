@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Contours.h>
 #include <ORMIXGeometry/Entity/2d/Shape/LabelShapes.h>
+#include <ORMIXGeometry/Entity/MakeShapes.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
@@ -21,18 +22,15 @@ Shape2dPtr makeShape(RowIntersections pixels, ePixelConnectivity connectivity, o
 }
 
 Shape2dPtrColl labelShapes(const RowIntersections& pixels, ePixelConnectivity connectivity, omReal64 tolerance) {
-  std::vector<RowIntersections> regions = connectedComponents(pixels, connectivity);
-  Shape2dPtrColl shapes;
-  shapes.reserve(regions.size());
-  for (RowIntersections& region : regions) shapes.push_back(makeShape(std::move(region), connectivity, tolerance));
-  return shapes;
+  return detail::makeShapes(connectedComponents(pixels, connectivity), [&](RowIntersections&& region) {
+    return makeShape(std::move(region), connectivity, tolerance);
+  });
 }
 
 Shape2dPtrColl shapesOfLabels(std::vector<LabelledRows> labels, ePixelConnectivity connectivity, omReal64 tolerance) {
-  Shape2dPtrColl shapes;
-  shapes.reserve(labels.size());
-  for (LabelledRows& label : labels) shapes.push_back(makeShape(std::move(label.rows), connectivity, tolerance));
-  return shapes;
+  return detail::makeShapes(std::move(labels), [&](LabelledRows&& label) {
+    return makeShape(std::move(label.rows), connectivity, tolerance);
+  });
 }
 
 }  // namespace ormix::geom

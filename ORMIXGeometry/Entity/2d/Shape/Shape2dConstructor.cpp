@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/Shape/OpenComponents.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2dConstructor.h>
+#include <ORMIXGeometry/Entity/MakeShapes.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 
@@ -13,10 +14,9 @@ struct Shape2dConstructor::State {
   detail::OpenComponents components;
 
   Shape2dPtrColl shapes(std::vector<RowIntersections> regions) const {
-    Shape2dPtrColl result;
-    result.reserve(regions.size());
-    for (RowIntersections& region : regions) result.push_back(makeShape(std::move(region), connectivity, tolerance));
-    return result;
+    return detail::makeShapes(std::move(regions), [this](RowIntersections&& region) {
+      return makeShape(std::move(region), connectivity, tolerance);
+    });
   }
 };
 

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Entity/3d/Shape/LabelShapes3d.h>
 #include <ORMIXGeometry/Entity/3d/Shape/SurfaceNets.h>
 #include <ORMIXGeometry/Entity/3d/Shape/VoxelSurfaces.h>
+#include <ORMIXGeometry/Entity/MakeShapes.h>
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <utility>
@@ -17,11 +18,9 @@ Shape3dPtr makeShape(RowIntersections3d voxels, eShapeSurface surface, eVoxelCon
 }
 
 Shape3dPtrColl labelShapes3d(const RowIntersections3d& voxels, eVoxelConnectivity connectivity, eShapeSurface surface) {
-  std::vector<RowIntersections3d> regions = connectedComponents(voxels, connectivity);
-  Shape3dPtrColl shapes;
-  shapes.reserve(regions.size());
-  for (RowIntersections3d& region : regions) shapes.push_back(makeShape(std::move(region), surface, connectivity));
-  return shapes;
+  return detail::makeShapes(connectedComponents(voxels, connectivity), [&](RowIntersections3d&& region) {
+    return makeShape(std::move(region), surface, connectivity);
+  });
 }
 
 }  // namespace ormix::geom

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/Shape/OpenVoxelComponents.h>
 #include <ORMIXGeometry/Entity/3d/Shape/Shape3dConstructor.h>
+#include <ORMIXGeometry/Entity/MakeShapes.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 
@@ -13,10 +14,9 @@ struct Shape3dConstructor::State {
   detail::OpenVoxelComponents components;
 
   Shape3dPtrColl shapes(std::vector<RowIntersections3d> regions) const {
-    Shape3dPtrColl result;
-    result.reserve(regions.size());
-    for (RowIntersections3d& region : regions) result.push_back(makeShape(std::move(region), surface, connectivity));
-    return result;
+    return detail::makeShapes(std::move(regions), [this](RowIntersections3d&& region) {
+      return makeShape(std::move(region), surface, connectivity);
+    });
   }
 };
 
