@@ -21,18 +21,15 @@ BoolResult OpenComponents::addRow(omUInt64 y, const RowIntersections::Row& runs)
   if (y == std::numeric_limits<omUInt64>::max()) return tooManyRows();
   if (BoolResult sound = checkRuns(runs); !sound) return sound;
   if (_hasRows && y - _lastRow > 1) {
-    _parts.closeUntouched(y, _lastParts);
+    _parts.closeAll(y);
     _lastRuns.clear();
-    _lastParts.clear();
   }
   if (_connectivity == ePC_4)
     linkRow<ePC_4>(y, runs);
   else
     linkRow<ePC_8>(y, runs);
-  _parts.endLayer(y, _lastParts, _newParts);
+  _parts.endLayer(y);
   _lastRuns.assign(runs.begin(), runs.end());
-  _lastParts.swap(_newParts);
-  _newParts.clear();
   _lastRow = y;
   _hasRows = true;
   return {};
@@ -41,31 +38,28 @@ BoolResult OpenComponents::addRow(omUInt64 y, const RowIntersections::Row& runs)
 std::vector<RowIntersections> OpenComponents::takeFinished() { return _parts.takeClosed(); }
 
 std::vector<RowIntersections> OpenComponents::finish() {
-  _parts.closeUntouched(std::numeric_limits<omUInt64>::max(), _lastParts);
+  _parts.closeAll(std::numeric_limits<omUInt64>::max());
   _hasRows = false;
   _lastRuns.clear();
-  _lastParts.clear();
   return takeFinished();
 }
 
 /// Gives each run of the row its component, made of all components above that it touches.
 template <ePixelConnectivity Connectivity>
 void OpenComponents::linkRow(omUInt64 y, const RowIntersections::Row& runs) {
-  const auto partOf = [this](const PixelRun& run) {
-    return _parts.rootOf(_lastParts[static_cast<std::size_t>(&run - _lastRuns.data())]);
+  const auto partAbove = [this](const PixelRun& run) {
+    return _parts.partOfLast(static_cast<std::size_t>(&run - _lastRuns.data()));
   };
+  const auto indexOf = [&runs](const PixelRun& run) { return static_cast<std::size_t>(&run - runs.begin()); };
   matchRuns<Connectivity>(
       {_lastRuns.data(), _lastRuns.data() + _lastRuns.size()}, runs,
       [&](const PixelRun& run, const PixelRun* touched) {
         const bool isAdjacent = &run != runs.begin() && (&run)[-1].end == run.begin;
-        std::size_t part = isAdjacent ? _parts.rootOf(_newParts.back()) : _parts.s_none;
-        if (touched != nullptr) part = _parts.join(part, partOf(*touched));
-        if (part == _parts.s_none) part = _parts.open({y, run});
-        _parts.add(part, {y, run});
-        _newParts.push_back(part);
+        const std::size_t part = isAdjacent ? _parts.partOfNew(indexOf(run) - 1) : _parts.s_none;
+        _parts.add(touched != nullptr ? _parts.join(part, partAbove(*touched)) : part, {y, run});
       },
-      [&](const PixelRun&, const PixelRun& further) {
-        _newParts.back() = _parts.join(_newParts.back(), partOf(further));
+      [&](const PixelRun& run, const PixelRun& further) {
+        _parts.join(_parts.partOfNew(indexOf(run)), partAbove(further));
       });
 }
 

@@ -51,8 +51,6 @@ class ORMIX_GEOMETRY_API OpenComponents {
   bool _hasRows = false;
   omUInt64 _lastRow = 0;
   RowIntersections::RunColl _lastRuns;
-  std::vector<std::size_t> _lastParts;  // of the runs of the last row
-  std::vector<std::size_t> _newParts;   // of the runs of the row that is being added
   OpenParts<RowRun, RowIntersections> _parts;
 };
 

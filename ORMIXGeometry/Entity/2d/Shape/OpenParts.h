@@ -21,34 +21,31 @@ class OpenParts {
  public:
   static constexpr std::size_t s_none = static_cast<std::size_t>(-1);  ///< no part
 
-  /// The part that this one was joined to, itself where it was not.
+  /// The part that a run of the last layer belongs to.
+  std::size_t partOfLast(std::size_t run) { return rootOf(_lastParts[run]); }
+  /// The part that a run of the current layer belongs to, of those added so far.
+  std::size_t partOfNew(std::size_t run) { return rootOf(_newParts[run]); }
+
+  /// The part that this one, which may be `s_none`, was joined to.
   std::size_t rootOf(std::size_t part) {
+    if (part == s_none) return part;
     while (_parts[part].parent != part) part = _parts[part].parent = _parts[_parts[part].parent].parent;
     return part;
   }
 
-  /// A part without runs, of which this run will be the first.
-  std::size_t open(const PlacedRun& first) {
-    if (_freeParts.empty()) {
-      _parts.emplace_back();
-      _freeParts.push_back(_parts.size() - 1);
-    }
-    const std::size_t index = _freeParts.back();
-    _freeParts.pop_back();
-    _parts[index] = {index, {}, first, first.layer(), true};
-    return index;
+  /// Adds a run of the current layer, behind all of them so far, to a part, or for `s_none` to a new one.
+  void add(std::size_t part, const PlacedRun& run) {
+    part = part == s_none ? open(run) : rootOf(part);
+    _parts[part].runs.push_back(run);
+    _parts[part].lastLayer = run.layer();
+    _newParts.push_back(part);
   }
 
-  /// Adds a run of the current layer, behind all of them so far, to a root.
-  void add(std::size_t root, const PlacedRun& run) {
-    _parts[root].runs.push_back(run);
-    _parts[root].lastLayer = run.layer();
-  }
-
-  /// Joins two roots, one of which may be `s_none`, to the one that is answered. The runs of the smaller part move to
+  /// Joins two parts, one of which may be `s_none`, to the one that is answered. The runs of the smaller part move to
   /// the larger one: each run moves as often as the logarithm of their number says at most. They are put in order when
   /// the component is closed.
-  std::size_t join(std::size_t a, std::size_t b) {
+  std::size_t join(std::size_t first, std::size_t second) {
+    std::size_t a = rootOf(first), b = rootOf(second);
     if (a == b || b == s_none) return a;
     if (a == s_none) return b;
     if (_parts[a].runs.size() < _parts[b].runs.size()) std::swap(a, b);
@@ -64,24 +61,20 @@ class OpenParts {
     return a;
   }
 
-  /// Ends a layer: closes the parts of the layer before that have no runs in this one.
-  /// \param formerParts the parts of the runs of the layer before
-  /// \param parts those of this layer, which become roots
-  void endLayer(omUInt64 layer, const std::vector<std::size_t>& formerParts, std::vector<std::size_t>& parts) {
-    closeUntouched(layer, formerParts);
-    for (std::size_t& part : parts) part = rootOf(part);
+  /// Ends the current layer, which is the last one then: closes the parts of the layer before that have no runs in it.
+  void endLayer(omUInt64 layer) {
+    closeUntouched(layer);
+    for (std::size_t& part : _newParts) part = rootOf(part);
     _freeParts.insert(_freeParts.end(), _joinedParts.begin(), _joinedParts.end());
     _joinedParts.clear();
+    _lastParts.swap(_newParts);
+    _newParts.clear();
   }
 
-  /// Closes those of the parts that have no runs in the layer.
-  void closeUntouched(omUInt64 layer, const std::vector<std::size_t>& parts) {
-    for (const std::size_t part : parts) {
-      const std::size_t root = rootOf(part);
-      if (_parts[root].lastLayer == layer) continue;
-      close(root);
-      _parts[root].lastLayer = layer;  // closed once, however many runs it has
-    }
+  /// Closes all parts: the layers up to this one have no runs.
+  void closeAll(omUInt64 layer) {
+    closeUntouched(layer);
+    _lastParts.clear();
   }
 
   /// Takes out the closed components, in order of their first pixels.
@@ -95,6 +88,28 @@ class OpenParts {
   }
 
  private:
+  /// A part without runs, of which this run will be the first.
+  std::size_t open(const PlacedRun& first) {
+    if (_freeParts.empty()) {
+      _parts.emplace_back();
+      _freeParts.push_back(_parts.size() - 1);
+    }
+    const std::size_t index = _freeParts.back();
+    _freeParts.pop_back();
+    _parts[index] = {index, {}, first, first.layer(), true};
+    return index;
+  }
+
+  /// Closes the parts of the last layer that have no runs in this one.
+  void closeUntouched(omUInt64 layer) {
+    for (const std::size_t part : _lastParts) {
+      const std::size_t root = rootOf(part);
+      if (_parts[root].lastLayer == layer) continue;
+      close(root);
+      _parts[root].lastLayer = layer;  // closed once, however many runs it has
+    }
+  }
+
   /// A component, or what was one before it was joined to another.
   struct Part {
     std::size_t parent;           // index of the part that it was joined to, its own where it was not
@@ -134,6 +149,8 @@ class OpenParts {
   }
 
   std::vector<Part> _parts;
+  std::vector<std::size_t> _lastParts;    // of the runs of the last layer
+  std::vector<std::size_t> _newParts;     // of the runs of the layer that is being added
   std::vector<std::size_t> _freeParts;    // indices of parts to be used again
   std::vector<std::size_t> _joinedParts;  // joined to others in the layer that is being added
   std::vector<Closed> _closed;

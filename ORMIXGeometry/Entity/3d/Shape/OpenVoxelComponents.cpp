@@ -14,28 +14,24 @@ BoolResult OpenVoxelComponents::addSlice(omUInt64 z, const RowIntersections& sli
   if (z == std::numeric_limits<omUInt64>::max())
     return failure("Slice " + std::to_string(z) + " cannot be added: there is no number behind it");
   if (_hasSlices && z - _lastZ > 1) {
-    _parts.closeUntouched(z, _lastParts);
+    _parts.closeAll(z);
     _lastSlice.clear();
-    _lastParts.clear();
   }
   if (_connectivity == eVC_6)
     linkSlice<ePC_4>(z, slice);
   else
     linkSlice<ePC_8>(z, slice);
-  _parts.endLayer(z, _lastParts, _newParts);
+  _parts.endLayer(z);
   _lastSlice = slice;
-  _lastParts.swap(_newParts);
-  _newParts.clear();
   _lastZ = z;
   _hasSlices = true;
   return {};
 }
 
 std::vector<RowIntersections3d> OpenVoxelComponents::finish() {
-  _parts.closeUntouched(std::numeric_limits<omUInt64>::max(), _lastParts);
+  _parts.closeAll(std::numeric_limits<omUInt64>::max());
   _hasSlices = false;
   _lastSlice.clear();
-  _lastParts.clear();
   return takeFinished();
 }
 
@@ -44,22 +40,21 @@ void OpenVoxelComponents::linkSlice(omUInt64 z, const RowIntersections& slice) {
   for (omUInt64 y = slice.getStartRow(); y < slice.getEndRow(); ++y) {
     const RowIntersections::Row row = slice.getRow(y);
     _rowParts.assign(row.size(), _parts.s_none);
-    joinRow<InSlice>(slice, _newParts, y - 1, row);
+    joinRow<InSlice>(slice, y - 1, row, [this](std::size_t run) { return _parts.partOfNew(run); });
     for (omUInt64 k = InSlice == ePC_4 ? 1 : 0; k < (InSlice == ePC_4 ? 2u : 3u); ++k)
-      joinRow<InSlice>(_lastSlice, _lastParts, y + k - 1, row);
-    addRow(z, y, row);
+      joinRow<InSlice>(_lastSlice, y + k - 1, row, [this](std::size_t run) { return _parts.partOfLast(run); });
+    addRow(z, y, slice);
   }
 }
 
-/// Joins the parts of the runs that they touch in the row y of a slice.
-/// \param parts those of the runs of that slice
-template <ePixelConnectivity InSlice>
-void OpenVoxelComponents::joinRow(const RowIntersections& slice, const PartColl& parts, omUInt64 y,
-                                  const RowIntersections::Row& row) {
+/// Joins the parts of the runs that those of the row touch in the row y of a slice.
+/// \param partOf that of a run of the slice, by its index
+template <ePixelConnectivity InSlice, class PartOf>
+void OpenVoxelComponents::joinRow(const RowIntersections& slice, omUInt64 y, const RowIntersections::Row& row,
+                                  PartOf partOf) {
   const auto join = [&](const PixelRun& run, const PixelRun& touched) {
     std::size_t& part = _rowParts[static_cast<std::size_t>(&run - row.begin())];
-    const std::size_t former = part == _parts.s_none ? part : _parts.rootOf(part);
-    part = _parts.join(former, _parts.rootOf(parts[static_cast<std::size_t>(&touched - slice.getRunColl().data())]));
+    part = _parts.join(part, partOf(static_cast<std::size_t>(&touched - slice.getRunColl().data())));
   };
   matchRuns<InSlice>(
       rowOrNone(slice, y), row,
@@ -70,14 +65,13 @@ void OpenVoxelComponents::joinRow(const RowIntersections& slice, const PartColl&
 }
 
 /// Adds the runs to the parts that they were joined to, or to new ones.
-void OpenVoxelComponents::addRow(omUInt64 z, omUInt64 y, const RowIntersections::Row& row) {
-  for (std::size_t index = 0; index < row.size(); ++index) {
-    const VoxelRun run{z, y, row[index]};
-    std::size_t part = _rowParts[index] == _parts.s_none ? _parts.s_none : _parts.rootOf(_rowParts[index]);
-    if (index > 0 && row[index - 1].end == row[index].begin) part = _parts.join(part, _parts.rootOf(_newParts.back()));
-    if (part == _parts.s_none) part = _parts.open(run);
-    _parts.add(part, run);
-    _newParts.push_back(part);
+void OpenVoxelComponents::addRow(omUInt64 z, omUInt64 y, const RowIntersections& slice) {
+  const RowIntersections::Row row = slice.getRow(y);
+  for (const PixelRun& run : row) {
+    std::size_t part = _rowParts[static_cast<std::size_t>(&run - row.begin())];
+    const auto index = static_cast<std::size_t>(&run - slice.getRunColl().data());
+    if (&run != row.begin() && (&run)[-1].end == run.begin) part = _parts.join(part, _parts.partOfNew(index - 1));
+    _parts.add(part, {z, y, run});
   }
 }
 

@@ -32,22 +32,17 @@ class OpenVoxelComponents {
   std::vector<RowIntersections3d> finish();
 
  private:
-  /// The parts of the runs of a slice, by their index.
-  using PartColl = std::vector<std::size_t>;
-
   template <ePixelConnectivity InSlice>
   void linkSlice(omUInt64 z, const RowIntersections& slice);
-  template <ePixelConnectivity InSlice>
-  void joinRow(const RowIntersections& slice, const PartColl& parts, omUInt64 y, const RowIntersections::Row& row);
-  void addRow(omUInt64 z, omUInt64 y, const RowIntersections::Row& row);
+  template <ePixelConnectivity InSlice, class PartOf>
+  void joinRow(const RowIntersections& slice, omUInt64 y, const RowIntersections::Row& row, PartOf partOf);
+  void addRow(omUInt64 z, omUInt64 y, const RowIntersections& slice);
 
   eVoxelConnectivity _connectivity;
   bool _hasSlices = false;
   omUInt64 _lastZ = 0;
   RowIntersections _lastSlice;
-  PartColl _lastParts;
-  PartColl _newParts;  // of the slice that is being added
-  PartColl _rowParts;  // of the row that is being added, or none
+  std::vector<std::size_t> _rowParts;  // of the row that is being added, or none
   OpenParts<VoxelRun, RowIntersections3d> _parts;
 };
 
