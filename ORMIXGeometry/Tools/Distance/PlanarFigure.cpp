@@ -149,6 +149,12 @@ void addEntity(PlanarFigure& figure, const Line2d&) {
 void addEntity(PlanarFigure& figure, const Vector2d&) {
   refuse(eToolsMessage::eTM_NotBounded, figure.className, __PRETTY_FUNCTION__, __LINE__);
 }
+void addEntity(PlanarFigure& figure, const SkeletonVertex2d& vertex) {
+  addPoint(figure, toPlanarPoint(vertex.getPoint().getX(), vertex.getPoint().getY()));
+}
+void addEntity(PlanarFigure& figure, const Skeleton2d&) {
+  refuse(eToolsMessage::eTM_NoDistance, figure.className, __PRETTY_FUNCTION__, __LINE__);
+}
 
 PlanarFigure checked(PlanarFigure figure) {
   if (figure.segments.empty() && !figure.arc)
