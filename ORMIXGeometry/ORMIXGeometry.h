@@ -128,6 +128,7 @@
 #include <ORMIXGeometry/Tools/RTree/SearchPlace.h>
 #include <ORMIXGeometry/Tools/RTree/TreeDistance.h>
 #include <ORMIXGeometry/Tools/Skeleton/ComputeSkeleton.h>
+#include <ORMIXGeometry/Tools/Skeleton/DrawSkeleton.h>
 #include <ORMIXGeometry/Tools/Skeleton/PruneSkeleton.h>
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonPaths.h>
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonRegion.h>

@@ -1,7 +1,7 @@
 // Finds the regions of images: thresholds each, measures its connected regions, writes them to a table and to an
-// archive that is read back and measured again, finds neighbours, and draws all over the image. Usage: measure_regions
-// OUTPUT_FOLDER IMAGE.png... Exit status: 0 when all went well, 1 when an image or a step failed, 2 for wrong
-// arguments.
+// archive that is read back and measured again, finds neighbours, draws all over the image, and the skeletons of
+// elongated regions. Usage: measure_regions OUTPUT_FOLDER IMAGE.png... Exit status: 0 when all went well, 1 when an
+// image or a step failed, 2 for wrong arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include <png.h>
@@ -145,6 +145,29 @@ std::vector<Contact2d> printNeighbours(const std::vector<Region>& regions) {
   return result;
 }
 
+/// Draws the skeletons of the largest elongated regions, without the branches that the steps of the mask make, and
+/// prints how long and wide these regions are.
+void drawSkeletons(const std::vector<Region>& regions, const std::string& path) {
+  constexpr omReal64 greatestCircularity = 0.5, pruning = 1.5;
+  SvgWriter writer(900);
+  writer.setYAxis(eSYA_Down);
+  bool isAnyDrawn = false;
+  for (std::size_t index = 0; index < std::min<std::size_t>(10, regions.size()); ++index) {
+    const auto& [shape, p] = regions[index];
+    if (p.circularity > greatestCircularity) continue;
+    const Skeleton2d skeleton = pruneSkeleton(computeSkeleton(*shape), pruning);
+    const SkeletonPath path = longestPath(skeleton);
+    std::cout << "region " << index + 1 << ": skeleton of length " << countsOf(skeleton).length << ", longest path "
+              << path.length << ", mean width along it " << widthsAlong(skeleton, path).mean << '\n';
+    require(writer.draw(*shape, {"#404040", "#f0f0f0", 1, std::to_string(index + 1)}));
+    require(drawSkeleton(writer, skeleton, {2, 0, 12}));
+    isAnyDrawn = true;
+  }
+  if (!isAnyDrawn) return;
+  require(writer.write(path));
+  std::cout << path << ": skeletons\n";
+}
+
 /// Writes the regions to an archive, reads them by the names of their classes and measures them again.
 void checkArchive(const std::vector<Region>& regions, const std::string& path) {
   SerializationObjectPtrColl objects;
@@ -208,6 +231,7 @@ void processImage(const std::string& path, const std::filesystem::path& folder) 
   std::cout << (folder / "regions.csv").string() << ": all that was measured\n";
   checkArchive(regions, (folder / "regions.cbor").string());
   draw(bytes, image, regions, neighbours, (folder / "regions.svg").string());
+  drawSkeletons(regions, (folder / "skeletons.svg").string());
 }
 
 }  // namespace

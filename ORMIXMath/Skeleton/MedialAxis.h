@@ -59,19 +59,28 @@ struct MedialAxisOptions {
   omReal64 mergeLength = 4;
 };
 
+/// A vertex of a ring, or the edge that starts there.
+struct BoundaryPlace {
+  omUInt32 ringIdx;   ///< index of the ring
+  omUInt32 pointIdx;  ///< index of the vertex in its ring
+};
+
 /// What medialAxis() found and did.
 struct MedialAxisReport {
-  omReal64 gridUnit = 0;           ///< distance of neighbours of the grid, in the unit of the coordinates
-  std::size_t nbMovedPoints = 0;   ///< vertices that are not on the grid
-  omReal64 greatestMove = 0;       ///< how far at most one was moved by snapping
-  std::size_t nbMergedPoints = 0;  ///< vertices that repeated their predecessor, mostly after snapping
-  std::size_t nbLostEdges = 0;     ///< edges of parts that are thinner than the grid: they cover each other
-  std::size_t nbSplitEdges = 0;    ///< edges that were divided where vertices of others lie on them
-  std::size_t nbMergedEdges = 0;   ///< edges of the axis that were shrunk
-  std::size_t nbComponents = 0;    ///< connected parts of the region's interior
-  std::size_t nbCycles = 0;        ///< cycles of the axis before parts that meet in a vertex are joined
-  std::size_t nbAttempts = 0;      ///< diagrams that were made until one passed all checks
-  omReal64 areaError = 0;          ///< relative difference of the area of all cells and the area of the rings
+  omReal64 gridUnit = 0;          ///< distance of neighbours of the grid, in the unit of the coordinates
+  std::size_t nbMovedPoints = 0;  ///< vertices that are not on the grid
+  omReal64 greatestMove = 0;      ///< how far at most one was moved by snapping
+  /// Vertices that fall on their predecessor, in the given coordinates or on the grid.
+  std::vector<BoundaryPlace> mergedPoints;
+  /// Edges that bound no area on the grid, as they cover each other from both sides, and of rings that shrink to a
+  /// line.
+  std::vector<BoundaryPlace> lostEdges;
+  std::size_t nbSplitEdges = 0;   ///< edges that were divided where vertices of others lie on them
+  std::size_t nbMergedEdges = 0;  ///< edges of the axis that were shrunk
+  std::size_t nbComponents = 0;   ///< connected parts of the region's interior
+  std::size_t nbCycles = 0;       ///< cycles of the axis before parts that meet in a vertex are joined
+  std::size_t nbAttempts = 0;     ///< diagrams that were made until one passed all checks
+  omReal64 areaError = 0;         ///< relative difference of the area of all cells and the area of the rings
 };
 
 /// The medial axis of a region, exact for the boundary after its vertices are rounded to a grid of at least 2^30 × 2^30

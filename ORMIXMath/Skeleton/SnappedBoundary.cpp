@@ -55,7 +55,8 @@ BoolResult findBox(const std::vector<BoundaryRing>& rings, PlanarPoint& low, Pla
 }
 
 /// The vertices of a ring on the grid without those that repeat their predecessor, with the region to the left.
-std::vector<SnappedPoint> snapRing(const BoundaryRing& ring, const SnapGrid& grid, MedialAxisReport& report) {
+std::vector<SnappedPoint> snapRing(const BoundaryRing& ring, omUInt32 ringIdx, const SnapGrid& grid,
+                                   MedialAxisReport& report) {
   std::vector<SnappedPoint> points;
   const std::size_t nb = nbVertices(ring.vertices);
   points.reserve(nb);
@@ -65,11 +66,14 @@ std::vector<SnappedPoint> snapRing(const BoundaryRing& ring, const SnapGrid& gri
     const omReal64 move = std::hypot(exact.x - point.x, exact.y - point.y);
     if (move > 0) ++report.nbMovedPoints;
     report.greatestMove = std::max(report.greatestMove, move);
-    if (!points.empty() && points.back().point == point) continue;
+    if (!points.empty() && points.back().point == point) {
+      report.mergedPoints.push_back({ringIdx, static_cast<omUInt32>(i)});
+      continue;
+    }
     points.push_back({point, static_cast<omUInt32>(i)});
   }
-  while (points.size() > 1 && points.back().point == points.front().point) points.pop_back();
-  report.nbMergedPoints += nb - points.size();
+  for (; points.size() > 1 && points.back().point == points.front().point; points.pop_back())
+    report.mergedPoints.push_back({ringIdx, points.back().pointIdx});
 
   long double area = 0;
   for (std::size_t i = 2; i < points.size(); ++i)
@@ -82,7 +86,7 @@ std::vector<SnappedPoint> snapRing(const BoundaryRing& ring, const SnapGrid& gri
 void appendEdges(const std::vector<SnappedPoint>& points, omUInt32 ringIdx, MedialAxisReport& report,
                  std::vector<GridEdge>& edges) {
   if (points.size() < 3) {
-    report.nbLostEdges += points.size();
+    for (const SnappedPoint& point : points) report.lostEdges.push_back({ringIdx, point.pointIdx});
     return;
   }
   const auto first = static_cast<omUInt32>(edges.size());
@@ -246,11 +250,12 @@ BoolResult cancelEdges(SnappedBoundary& boundary, MedialAxisReport& report) {
   std::vector<GridEdge> kept;
   kept.reserve(edges.size());
   for (std::size_t i = 0; i < edges.size(); ++i)
-    if (!isLost[i]) {
+    if (isLost[i]) {
+      report.lostEdges.push_back({edges[i].ringIdx, edges[i].pointIdx});
+    } else {
       newIndex[i] = static_cast<omUInt32>(kept.size());
       kept.push_back(edges[i]);
     }
-  report.nbLostEdges += edges.size() - kept.size();
   for (GridEdge& edge : kept) {
     omUInt32 next = edge.next;
     while (isLost[next]) next = edges[next].next;
@@ -298,7 +303,8 @@ BoolResult snapBoundary(const std::vector<BoundaryRing>& rings, omReal64 angle, 
   boundary.edges.clear();
   report.gridUnit = boundary.grid.getUnit();
   for (std::size_t r = 0; r < rings.size(); ++r)
-    appendEdges(snapRing(rings[r], boundary.grid, report), static_cast<omUInt32>(r), report, boundary.edges);
+    appendEdges(snapRing(rings[r], static_cast<omUInt32>(r), boundary.grid, report), static_cast<omUInt32>(r), report,
+                boundary.edges);
   report.greatestMove = boundary.grid.lengthFromGrid(report.greatestMove);
   if (const BoolResult divided = divideEdges(boundary, report); !divided) return divided;
   if (const BoolResult cancelled = cancelEdges(boundary, report); !cancelled) return cancelled;

@@ -4,24 +4,67 @@
 #include <ORMIXGeometry/Tools/Skeleton/ComputeSkeleton.h>
 #include <ORMIXGeometry/Tools/Skeleton/PruneSkeleton.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace ormix::geom {
 
 namespace {
 
+/// Appends the axis of a polygon whose first ring has this index among all rings.
+void append(const MedialAxis& axis, omUInt32 firstRingIdx, MedialAxis& all) {
+  const auto firstVertex = static_cast<omUInt32>(all.vertices.size()),
+             firstPart = static_cast<omUInt32>(all.parts.size());
+  all.vertices.insert(all.vertices.end(), axis.vertices.begin(), axis.vertices.end());
+  for (AxisPart part : axis.parts) {
+    part.ringIdx += firstRingIdx;
+    all.parts.push_back(part);
+  }
+  for (AxisEdge edge : axis.edges) {
+    for (omUInt32& vertex : edge.vertices) vertex += firstVertex;
+    for (omUInt32& part : edge.parts) part += firstPart;
+    all.edges.push_back(edge);
+  }
+}
+void append(const SkeletonReport& report, omUInt32 firstRingIdx, SkeletonReport& all) {
+  for (const auto places : {&SkeletonReport::mergedPoints, &SkeletonReport::lostEdges})
+    for (const BoundaryPlace& place : report.*places)
+      (all.*places).push_back({place.ringIdx + firstRingIdx, place.pointIdx});
+  for (const auto sum : {&SkeletonReport::nbMovedPoints, &SkeletonReport::nbSplitEdges, &SkeletonReport::nbMergedEdges,
+                         &SkeletonReport::nbComponents, &SkeletonReport::nbCycles})
+    all.*sum += report.*sum;
+  for (const auto greatest : {&SkeletonReport::gridUnit, &SkeletonReport::greatestMove, &SkeletonReport::areaError})
+    all.*greatest = std::max(all.*greatest, report.*greatest);
+  all.nbAttempts = std::max(all.nbAttempts, report.nbAttempts);
+}
+
+/// Polygon by polygon: each has a grid of its own, and the memory of a diagram is that of one polygon.
 BoolResult skeletonOf(const detail::RegionRings& region, const SkeletonOptions& options, Skeleton2d& skeleton,
                       SkeletonReport* report) {
   if (!(options.pruning >= 0)) return failure("The threshold of pruning is not a number of at least 0");
   const std::vector<RingView> views = region.views();
-  std::vector<BoundaryRing> rings;
-  rings.reserve(views.size());
-  for (std::size_t r = 0; r < views.size(); ++r) rings.push_back({views[r], region.rings[r].isHole});
+  SkeletonReport all;
   MedialAxis axis;
-  const BoolResult found = medialAxis(rings, options.axis, axis, report);
-  if (!found) return failure("Failed to compute the skeleton: " + found.getMessage());
-  skeleton = options.pruning > 0 ? pruneSkeleton(Skeleton2d(axis), options.pruning) : Skeleton2d(axis);
-  return true;
+  std::vector<BoundaryRing> rings;
+  BoolResult found = failure("Failed to compute the skeleton: The rings bound no area");
+  for (std::size_t first = 0, last = 0; first < views.size(); first = last) {
+    rings.clear();
+    for (; last < views.size() && (last == first || !region.rings[last].isOutermost); ++last)
+      rings.push_back({views[last], region.rings[last].isHole});
+    MedialAxis ofPolygon;
+    SkeletonReport done;
+    found = medialAxis(rings, options.axis, ofPolygon, &done);
+    append(done, static_cast<omUInt32>(first), all);
+    if (!found) {
+      const std::string from = first > 0 ? "from ring " + std::to_string(first) + " on: " : "";
+      found = failure("Failed to compute the skeleton: " + from + found.getMessage());
+      break;
+    }
+    append(ofPolygon, static_cast<omUInt32>(first), axis);
+  }
+  if (report) *report = std::move(all);
+  if (found) skeleton = options.pruning > 0 ? pruneSkeleton(Skeleton2d(axis), options.pruning) : Skeleton2d(axis);
+  return found;
 }
 
 template <class Region>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/2d/Shape/RowIntersections.h>
+#include <ORMIXGeometry/Entity/2d/Shape/MaskView.h>
+#include <ORMIXGeometry/Entity/2d/Shape/PixelConnectivity.h>
 #include <ORMIXGeometry/Entity/2d/Skeleton/Skeleton2d.h>
 
 /// \file
@@ -8,9 +9,9 @@
 /// set of pixels. Indices of rings are those in order of the polygons, each before its holes. Of a shape its polygons
 /// count, and where it has none, the boundary of its pixels along their edges, so that nothing depends on a raster.
 ///
-/// The result is exact for the boundary after its vertices are rounded to a grid of at least 2^30 points across, which
-/// moves neither pixels nor integers; the report says how far vertices were moved, see medialAxis(). About 20 µs and
-/// 1 KB a vertex; O(n log n).
+/// The polygons of a shape are taken one by one, and are expected not to overlap. The result is exact for the boundary
+/// after its vertices are rounded to a grid of at least 2^30 points across, which moves neither pixels nor integers;
+/// the report says how far vertices were moved, see medialAxis(). About 20 µs and 1 KB a vertex; O(n log n).
 
 namespace ormix::geom {
 
@@ -23,7 +24,8 @@ struct SkeletonOptions {
   ePixelConnectivity connectivity = ePC_8;
 };
 
-/// What computeSkeleton() found and did.
+/// What computeSkeleton() found and did: the sums over all polygons, the greatest grid unit, move, area error and
+/// number of attempts, with the indices of rings among those of all polygons.
 using SkeletonReport = MedialAxisReport;
 
 /// The skeleton of a region.
@@ -45,5 +47,13 @@ ORMIX_GEOMETRY_API BoolResult computeSkeleton(const BaseGeometryEntity2d& region
 ORMIX_GEOMETRY_API BoolResult computeSkeleton(const RowIntersections& pixels, const SkeletonOptions& options,
                                               Skeleton2d& skeleton, SkeletonReport* report = nullptr);
 /// @}
+
+/// The skeleton of the pixels of a mask that are not 0.
+/// \throw ORMIXGeometryException, logged first, as above and for a view that is not valid
+template <class T>
+Skeleton2d computeSkeleton(const MaskView<T>& mask, const SkeletonOptions& options = {},
+                           SkeletonReport* report = nullptr) {
+  return computeSkeleton(toRowIntersections(mask), options, report);
+}
 
 }  // namespace ormix::geom

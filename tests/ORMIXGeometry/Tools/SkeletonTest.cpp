@@ -245,6 +245,12 @@ TEST(Skeleton, HostileRegions) {
   EXPECT_EQ(errorOf(polygonOf({{1, 1}, {1, 1}, {1, 1}})), start + "The rings bound no area");
   EXPECT_EQ(errorOf(polygonOf({{0, 0}, {1, 1}, {2, 2}})), start + "The rings bound no area");
   EXPECT_EQ(errorOf(Circle2d<omReal64>({0, 0}, 1)), start + "ormix::geom::Circle2d<ormix::omReal64> bounds no polygon");
+  SkeletonReport report;
+  const auto antenna = polygonOf({{0, 0}, {4, 0}, {4, 0}, {4, 4}, {2, 4}, {2, 6}, {2, 4}, {0, 4}});
+  EXPECT_EQ(computeSkeleton(antenna, {}, &report).getNbEdges(), 4u);
+  ASSERT_TRUE(report.mergedPoints.size() == 1 && report.lostEdges.size() == 2);
+  EXPECT_EQ(report.mergedPoints[0].pointIdx, 2u);
+  EXPECT_EQ(report.lostEdges[0].pointIdx + report.lostEdges[1].pointIdx, 9u);
   EXPECT_NE(errorOf(regionWith({{0, 0}, {1, 0}, {0, 1}}, {{{5, 5}, {6, 5}, {5, 6}}})), "");
   EXPECT_NE(errorOf(Polygon2d<omReal64>()), "");
   // What is thinner than the grid, repeated and collinear vertices, holes that touch, the ends of the range.
