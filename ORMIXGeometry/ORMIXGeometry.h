@@ -120,6 +120,7 @@
 #include <ORMIXGeometry/Tools/Mesh/Validation.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFormat.h>
+#include <ORMIXGeometry/Tools/MeshSimplification/MeshSimplification.h>
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
 #include <ORMIXGeometry/Tools/RTree/CreateRTree.h>
 #include <ORMIXGeometry/Tools/RTree/RTree.h>

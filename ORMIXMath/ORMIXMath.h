@@ -42,6 +42,9 @@
 #include <ORMIXMath/Location/NearestOnRing.h>
 #include <ORMIXMath/Location/PreparedRings.h>
 #include <ORMIXMath/Location/RingCrossings.h>
+#include <ORMIXMath/MeshSimplification/MeshSides.h>
+#include <ORMIXMath/MeshSimplification/MeshSimplificationOptions.h>
+#include <ORMIXMath/MeshSimplification/SimplifyTriangles.h>
 #include <ORMIXMath/Moments/PlanarMoments.h>
 #include <ORMIXMath/Moments/PointMoments.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
