@@ -27,11 +27,11 @@ ORMIX_MATH_API void updateByEdge(const ConvexArc& arc, const PlanarSegment& edge
 /// that have a normal in common. Those are all found: with outward unit normals n and sn, s being 1 or -1, at points
 /// p(n) and q(sn), the number D = n (p - q) is a function of the angle of n, whose derivative is the component of p - q
 /// across n. So normals in common are the zeros of D', and |D| is the distance there. As D'' + D is the difference
-/// (s = 1) or the sum (s = -1) of the two radii of curvature, of which there are bounds R in an interval of angles,
-/// D(m + e) and D'(m + e) lie between D(m) cos e + D'(m) sin e + R (1 - cos e) and
-/// -D(m) sin e + D'(m) cos e + R sin e for the least and the greatest R (variation of constants). An interval is left
-/// where these exclude a zero of D' or a |D| below the least distance known; where D'' has one sign in it, the zero of
-/// D' is found by halving; else it is halved. Nothing depends on a start.
+/// (s = 1) or the sum (s = -1) of the two radii of curvature (Schneider2014), of which there are bounds R in an
+/// interval of angles, D(m + e) and D'(m + e) lie between D(m) cos e + D'(m) sin e + R (1 - cos e) and -D(m) sin e +
+/// D'(m) cos e + R sin e for the least and the greatest R (variation of constants). An interval is left where these
+/// exclude a zero of D' or a |D| below the least distance known; where D'' has one sign in it, the zero of D' is found
+/// by halving; else it is halved. Nothing depends on a start.
 ORMIX_MATH_API PlanarNearestPair nearestOfArcs(const ConvexArc& a, const ConvexArc& b);
 
 }  // namespace ormix::detail

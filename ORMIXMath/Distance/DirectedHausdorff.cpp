@@ -1,4 +1,5 @@
 #include <ORMIXMath/Distance/DirectedHausdorff.h>
+#include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/PointSegmentDistance.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
@@ -106,9 +107,9 @@ class BoundarySearch {
   }
 
  private:
-  enum eTask { eT_Node, eT_Part, eT_PartlyInside };
-  /// A node of the tree with the segment of b that is nearest to its centre, or a part of a segment of a, an end of
-  /// which may be inside b.
+  enum eTask { eT_Node, eT_Part, eT_Crossed };
+  /// A node of the tree with the segment of b that is nearest to its centre, or a part of a segment of a, which
+  /// may cross the boundary of b to the inside.
   struct Task {
     omReal64 upper;
     eTask type;
@@ -116,6 +117,7 @@ class BoundarySearch {
     std::size_t index;
     Place from;
     Place to;
+    omReal64 crossing;
 
     friend bool operator<(const Task& s, const Task& r) { return s.upper < r.upper; }
   };
@@ -132,7 +134,7 @@ class BoundarySearch {
     // The segment guessed may do.
     if (!_best.isAbove(distanceTo(_b.boundary, guess, centre) + reach)) return;
     const Place place = placeAt(_b.boundary, centre, guess);
-    push({place.distance + reach, eT_Node, static_cast<omUInt32>(level), index, place, place});
+    push({place.distance + reach, eT_Node, static_cast<omUInt32>(level), index, place, place, 0});
   }
 
   void expand(const Task& task) {
@@ -163,19 +165,42 @@ class BoundarySearch {
   }
 
   void pushPart(const Place& from, const Place& to) {
-    const bool isFromInside = isInside(_b, from.point);
-    const bool isToInside = isInside(_b, to.point);
-    const omReal64 length = std::hypot(to.point.x - from.point.x, to.point.y - from.point.y);
-    // What is as near to an inner point as the boundary of b is inside.
-    if ((isFromInside ? from.distance : 0) + (isToInside ? to.distance : 0) >= length && (isFromInside || isToInside))
-      return;
-    push({upperOf(from, to), isFromInside || isToInside ? eT_PartlyInside : eT_Part, 0, 0, from, to});
+    Task task{upperOf(from, to), eT_Part, 0, 0, from, to, 0.5};
+    if (!_best.isAbove(task.upper)) return;
+    if (isInside(_b, from.point) || isInside(_b, to.point)) {
+      // Inside b there is no distance: what is outside begins where the boundary of b is crossed.
+      task.crossing = partAtCrossing({from.point, to.point});
+      const bool isCrossed = task.crossing > 0;
+      if (!isCrossed && isInside(_b, between(from.point, to.point, 0.5))) return;
+      if (isCrossed) task.type = eT_Crossed;
+    }
+    push(task);
+  }
+
+  /// The crossing of a part with the boundary of b that is farthest from the ends; 0 where there is none but at them.
+  omReal64 partAtCrossing(const PlanarSegment& part) const {
+    const omReal64 length = std::hypot(part.p1.x - part.p0.x, part.p1.y - part.p0.y);
+    IndexBox<2> box;
+    box.add(IndexPoint<2>{part.p0.x, part.p0.y});
+    box.add(IndexPoint<2>{part.p1.x, part.p1.y});
+    omReal64 found = 0, deepest = 4e-16 * (_a.magnitude() + _b.boundary.magnitude()) / length;
+    _b.boundary.tree().visitIntersecting(box, [&](std::size_t item) {
+      const PlanarNearestPair pair = nearestOnSegments(part, _b.boundary[item]);
+      if (pair.distance > 0) return true;
+      const omReal64 at = std::hypot(pair.onA.x - part.p0.x, pair.onA.y - part.p0.y) / length;
+      if (std::min(at, 1 - at) > deepest) {
+        found = at;
+        deepest = std::min(at, 1 - at);
+      }
+      return true;
+    });
+    return found;
   }
 
   void split(const Task& task) {
     const Place& from = task.from;
     const Place& to = task.to;
-    const omReal64 part = task.type == eT_Part ? partEquallyFar(from, to) : 0.5;
+    const omReal64 part = task.type == eT_Part ? partEquallyFar(from, to) : task.crossing;
     const PlanarPoint point = between(from.point, to.point, part);
     // Neither part is shorter than the whole where rounding ends the halving.
     if (isSame(point, from.point) || isSame(point, to.point)) return;
@@ -235,6 +260,7 @@ class InteriorSearch {
   static constexpr std::size_t s_nbAngles = 96;
   static constexpr std::size_t s_nbSectors = 6;
   static constexpr std::size_t s_mostNear = 4096;
+  static constexpr std::size_t s_longestChain = 32;
 
   /// A square by its centre and half its side.
   struct Square {
@@ -269,10 +295,58 @@ class InteriorSearch {
     const bool isInsideA = isInside(_a, centre);
     if (!isInsideA && placeAt(_a.boundary, centre, 0).distance >= reach) return;
     if (isInsideA && !isInsideB && square.place.distance > _best.value()) _best.set(square.place);
-    if (square.place.distance > 4 * reach && !boundByNear(square, reach)) return;
+    if (square.place.distance > 4 * reach ? !boundByNear(square, reach) : hasOneChain(square, reach)) return;
     if (!_best.isAbove(square.upper, s_tolerance)) return;
     _waiting.push_back(square);
     std::push_heap(_waiting.begin(), _waiting.end());
+  }
+
+  /// Whether the segments that may be nearest somewhere in the square are one, or two with a common end that do not
+  /// overlap, or a chain without ends near by and with directions less than an eighth of a turn off that of its first
+  /// one. Then the distance has no maximum in the square. That of the two would be at the middle of two feet, which a
+  /// wedge does not have; beside the chain, which is a graph over its first direction, all feet are on one side.
+  bool hasOneChain(const Square& square, omReal64 reach) const {
+    const PlanarPoint& centre = square.place.point;
+    const omReal64 radius = square.place.distance + 2 * reach;
+    std::array<std::size_t, s_longestChain> items;
+    std::size_t nb = 0;
+    const auto add = [&](std::size_t item) {
+      if (distanceTo(_b.boundary, item, centre) > radius) return true;
+      if (nb == s_longestChain) return false;
+      items[nb++] = item;
+      return true;
+    };
+    if (!_b.boundary.tree().visitWithin(IndexPoint<2>{centre.x, centre.y}, radius, add)) return false;
+    if (nb == 1) return true;
+    std::sort(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(nb));
+    // Along a ring, which may begin inside the chain.
+    const auto follows = [&](std::size_t i, std::size_t j) {
+      const PlanarPoint& end = _b.boundary[items[i]].p1;
+      const PlanarPoint& start = _b.boundary[items[j]].p0;
+      return end.x == start.x && end.y == start.y;
+    };
+    std::size_t nbLinks = 0, first = 0;
+    for (std::size_t i = 0; i < nb; ++i) {
+      const std::size_t next = i + 1 < nb ? i + 1 : 0;
+      if (follows(i, next))
+        ++nbLinks;
+      else
+        first = next;
+    }
+    if (nbLinks + 1 != nb) return false;
+    const PlanarSegment& start = _b.boundary[items[first]];
+    const PlanarSegment& end = _b.boundary[items[(first + nb - 1) % nb]];
+    const PlanarPoint along{start.p1.x - start.p0.x, start.p1.y - start.p0.y};
+    const auto component = [&along](const PlanarSegment& segment) {
+      const PlanarPoint v{segment.p1.x - segment.p0.x, segment.p1.y - segment.p0.y};
+      return PlanarPoint{v.x * along.x + v.y * along.y, v.y * along.x - v.x * along.y};
+    };
+    if (nb == 2) return component(end).x > 0 || component(end).y != 0;
+    const auto isFar = [&](const PlanarPoint& p) { return std::hypot(p.x - centre.x, p.y - centre.y) > radius; };
+    if (!isFar(start.p0) || !isFar(end.p1)) return false;
+    for (std::size_t i = 0; i < nb; ++i)
+      if (const PlanarPoint v = component(_b.boundary[items[i]]); !(std::abs(v.y) < 0.9 * v.x)) return false;
+    return true;
   }
 
   /// Lowers the bound by the segments that may be the nearest somewhere in the square.

@@ -20,16 +20,18 @@ struct PlanarSet {
 /// Branch and bound, the largest upper bound first: of the nodes of a tree over the segments of a, then of segments,
 /// then of parts of segments. The distance to one segment of b is convex, so on a part its maximum is at an end, and
 /// the least of these maxima, of the segments nearest to both ends, bounds the distance to b. A part is split where its
-/// ends' nearest segments are equally far, which is where the distance to both is largest; so a part is done after as
-/// many splits as it has nearest segments. The answer is right to 1e-14 of itself and the rounding errors of distances.
+/// ends' nearest segments are equally far: the distance is largest there or at a vertex (Alt1995), and a part is done
+/// after as many splits as it has nearest segments. Where a part begins inside b it is split at crossings instead. The
+/// answer is right to 1e-14 of itself and the rounding errors of distances.
 ///
 /// Where a has a region the distance may be largest inside of it, at a point that is equally far from several segments
-/// of b. Such points are searched in squares: one is left where its bound, of the convex combinations of the distances
-/// to near segments the least, is not above the largest distance known, where it is outside of a or inside of b, and
-/// where the directions from all segments that may be nearest lie in a half plane: there the distance has no maximum.
-/// This is right to 1e-12 of the answer; if s_mostSquares are not enough, `excess` says how much larger it may be.
+/// of b. Such points are searched in squares. One is left where its bound, the least of the convex combinations of
+/// distances to near segments at its corners, is not above the largest distance known, where it is outside of a or
+/// inside of b, and where the distance has no maximum: the directions from all segments that may be nearest lie in a
+/// half plane, or these are a nearly straight chain. This is right to 1e-12 of the answer; if s_mostSquares are not
+/// enough, `excess` says how much larger it may be.
 struct DirectedHausdorff {
-  static constexpr std::size_t s_mostSquares = 30000;
+  static constexpr std::size_t s_mostSquares = 100000;
 
   PlanarNearestPair farthest;
   omReal64 excess = 0;

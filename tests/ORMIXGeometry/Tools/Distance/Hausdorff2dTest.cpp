@@ -133,6 +133,16 @@ TEST(Hausdorff2d, OfKnownSets) {
               1e-12);
   EXPECT_NEAR(hausdorff(Circle2d<omReal64>({0, 0}, 1), Ellipse2d<omReal64>({0, 0}, 3, 1, 0.4)).distance, 2, 1e-7);
   EXPECT_NEAR(hausdorff(Circle2d<omReal64>({0, 0}, 2), Circle2d<omReal64>({0, 0}, 1)).distance, 1, 1e-7);
+  // Regions that are nearly the same: what is inside both costs nothing, nor the places along both boundaries.
+  std::vector<P2> inner, outer;
+  for (int i = 0; i < 3000; ++i) {
+    inner.emplace_back(std::cos(i * s_twoPi / 3000), std::sin(i * s_twoPi / 3000));
+    outer.emplace_back(1.0000001 * std::cos(i * s_twoPi / 2999), 1.0000001 * std::sin(i * s_twoPi / 2999));
+  }
+  outer.pop_back();
+  const PlanarHausdorff near = directedHausdorff(polygonOf(inner), polygonOf(outer), eIP_Filled);
+  EXPECT_NEAR(near.distance, 1 - 1.0000001 * std::cos(s_pi / 2999), 1e-10);
+  EXPECT_EQ(near.excess, 0);
   for (const omReal64 unit : {1e300, 1e-300})
     EXPECT_NEAR(hausdorff(Segment2d<omReal64>(0, 0, 8 * unit, 0), Point2d<omReal64>(0, 6 * unit)).distance / unit, 10,
                 1e-14);
