@@ -51,7 +51,10 @@ bool findCommon(const PlanarFigure& region, const PlanarFigure& other, PlanarPoi
 PlanarNearestPair nearestOfFigures(PlanarFigure& a, PlanarFigure& b, eInteriorPolicy policy) {
   PlanarPoint common;
   if (policy == eIP_Filled && (findCommon(a, b, common) || findCommon(b, a, common))) return {0, common, common};
-  return nearestOfBoundaries(a, b);
+  PlanarNearestPair pair = nearestOfBoundaries(a, b);
+  // Where curves touch, their points differ by rounding.
+  if (pair.distance == 0) pair.onB = pair.onA;
+  return pair;
 }
 
 PlanarNearestPoints nearest(PlanarFigure a, PlanarFigure b, eInteriorPolicy policy) {

@@ -192,6 +192,8 @@ TEST(PlanarDistance, OfAllClassesAndArcs) {
   EXPECT_NEAR(distance(Point2d<omInt32>(0, 10), ParabolaArc2d{parabola, at(2), at(-2)}), std::hypot(2, 9), 1e-14);
   EXPECT_NEAR(distance(ParabolaArc2d{parabola, at(1), at(2)}, ParabolaArc2d{parabola, at(-3), at(-1)}), 2, 1e-14);
   EXPECT_EQ(distance(ParabolaArc2d{parabola, at(1), at(2)}, Square2d<omInt32>({0, 0}, 1, 0)), 0);
+  const PlanarNearestPoints touching = nearestPoints(Circle2d<omInt32>({0, 0}, 3), Circle2d<omInt32>({3, 4}, 2));
+  EXPECT_TRUE(touching.distance == 0 && touching.onA == touching.onB);
   PolygonWithHoles2d<omInt32> annulus = samples::makeSample(ClassTag<PolygonWithHoles2d<omInt32>>());
   EXPECT_EQ(distance(annulus, Circle2d<omReal64>({15, 15}, 1)), 4);
   EXPECT_EQ(distance(annulus, Ellipse2d<omReal64>({22, 22}, 1, 1.5, 0)), 0);
