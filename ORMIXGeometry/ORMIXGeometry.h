@@ -109,6 +109,7 @@
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
 #include <ORMIXGeometry/Tools/Distance/ParabolaArc2d.h>
 #include <ORMIXGeometry/Tools/Distance/PlanarDistance.h>
+#include <ORMIXGeometry/Tools/Distance/SpatialDistance.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>

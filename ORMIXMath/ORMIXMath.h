@@ -10,6 +10,7 @@
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Distance/NearestOnEllipse.h>
+#include <ORMIXMath/Distance/EllipsoidDistance.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/NearestPair.h>
 #include <ORMIXMath/Distance/Orientation.h>
