@@ -1,11 +1,24 @@
 #include <ORMIXMath/Contact/ContactIntervals.h>
 
+#include <algorithm>
+
 namespace ormix::detail {
 
 namespace {
 
 bool covers(const EdgeInterval& interval, const BoundaryEdge& edge) {
   return interval.low <= 0 && interval.high >= edge.length;
+}
+
+/// Looks for an edge that covers all of an edge, near the one that covered the edge before: mostly one does.
+/// \return its index, or the number of the others where there is none
+std::size_t coveringNear(const BoundaryEdge& edge, const std::vector<BoundaryEdge>& others, std::size_t last,
+                         omReal64 gap) {
+  constexpr std::size_t reach = 2;
+  const std::size_t end = std::min(last + reach + 1, others.size());
+  for (std::size_t i = last < reach ? 0 : last - reach; i < end; ++i)
+    if (isFacing(edge, others[i]) && covers(facingInterval(edge, others[i], gap), edge)) return i;
+  return others.size();
 }
 
 }  // namespace
@@ -16,11 +29,11 @@ std::vector<ContactInterval> contactIntervals(const std::vector<BoundaryEdge>& e
   if (others.edges().empty()) return result;
   std::vector<EdgeInterval> intervals;
   const omReal64 squareGap = gap * gap;
-  std::size_t guess = 0;  // the edge that covered the last one: mostly it covers the next one, too
+  std::size_t covering = 0;
   for (std::size_t i = 0; i < edges.size(); ++i) {
     const BoundaryEdge& edge = edges[i];
-    const BoundaryEdge& last = others.edges()[guess];
-    if (gap > 0 && isFacing(edge, last) && covers(facingInterval(edge, last, gap), edge)) {
+    if (const std::size_t near = coveringNear(edge, others.edges(), covering, gap); near < others.edges().size()) {
+      covering = near;
       result.push_back({i, {0, edge.length}});
       continue;
     }
@@ -30,7 +43,7 @@ std::vector<ContactInterval> contactIntervals(const std::vector<BoundaryEdge>& e
       if (interval.empty()) return bound;
       uniteInterval(intervals, interval);
       if (!covers(intervals.front(), edge)) return bound;
-      guess = other;
+      covering = other;
       return -1.0;
     });
     for (const EdgeInterval& interval : intervals) result.push_back({i, interval});

@@ -39,47 +39,135 @@ int rootsOf(const Quadratic& f, omReal64 (&roots)[2]) {
   return 2;
 }
 
-/// The lower envelope of squares of distances along one edge: which region is nearest from where to where.
+/// Where a region is nearest to an edge, and the square of its distance there.
+struct Piece {
+  EdgeInterval range;
+  Quadratic square;
+  omUInt32 region;
+
+  bool continues(const Piece& before) const {
+    return before.range.high == range.low && before.region == region && before.square.a == square.a &&
+           before.square.b == square.b && before.square.c == square.c;
+  }
+};
+
+/// A lower envelope that is appended to others: its pieces begin at a place of a vector, ascend, and are apart.
+struct AppendedEnvelope {
+  std::vector<Piece>& pieces;
+  std::size_t begin;
+
+  /// Appends a part of a piece, as one with the last piece where it goes on.
+  void append(const EdgeInterval& range, const Piece& whole) {
+    if (range.empty()) return;
+    const Piece part{range, whole.square, whole.region};
+    if (pieces.size() > begin && part.continues(pieces.back()))
+      pieces.back().range.high = range.high;
+    else
+      pieces.push_back(part);
+  }
+  void appendLower(const EdgeInterval& range, const Piece& p, const Piece& q);
+  void appendBoth(const Piece* p, const Piece* pEnd, const Piece* q, const Piece* qEnd);
+};
+
+/// Appends what is lower of two pieces on an interval that both have.
+void AppendedEnvelope::appendLower(const EdgeInterval& range, const Piece& p, const Piece& q) {
+  const Quadratic difference{q.square.a - p.square.a, q.square.b - p.square.b, q.square.c - p.square.c};
+  omReal64 roots[2];
+  const int nbRoots = rootsOf(difference, roots);
+  omReal64 low = range.low;
+  for (int k = 0; k <= nbRoots; ++k) {
+    const omReal64 high = k < nbRoots ? std::clamp(roots[k], low, range.high) : range.high;
+    const omReal64 sign = difference(0.5 * (low + high));
+    const bool isLower = sign < 0 || (sign == 0 && q.region < p.region);
+    append({low, high}, isLower ? q : p);
+    low = high;
+  }
+}
+
+/// Appends the lower envelope of two envelopes. Linear.
+void AppendedEnvelope::appendBoth(const Piece* p, const Piece* pEnd, const Piece* q, const Piece* qEnd) {
+  constexpr omReal64 infinity = std::numeric_limits<omReal64>::infinity();
+  omReal64 at = -infinity;  // up to here all is done
+  while (p != pEnd || q != qEnd) {
+    const omReal64 pLow = p != pEnd ? std::max(at, p->range.low) : infinity;
+    const omReal64 qLow = q != qEnd ? std::max(at, q->range.low) : infinity;
+    const omReal64 pHigh = p != pEnd ? p->range.high : infinity;
+    const omReal64 qHigh = q != qEnd ? q->range.high : infinity;
+    if (pLow < qLow) {
+      at = std::min(pHigh, qLow);
+      append({pLow, at}, *p);
+    } else if (qLow < pLow) {
+      at = std::min(qHigh, pLow);
+      append({qLow, at}, *q);
+    } else {
+      at = std::min(pHigh, qHigh);
+      appendLower({pLow, at}, *p, *q);
+    }
+    if (at >= pHigh) ++p;
+    if (at >= qHigh) ++q;
+  }
+}
+
+/// The lower envelope of squares of distances along one edge: which region is nearest from where to where. Pieces are
+/// collected until there are as many as the envelope has, and then merged with each other in pairs, pairs of these, and
+/// so on: O(n log^2 n) for n pieces.
 class Envelope {
  public:
-  struct Piece {
-    EdgeInterval range;
-    Quadratic square;
-    omUInt32 region;
-  };
-
   void start(omReal64 length) {
     _length = length;
+    _highest = std::numeric_limits<omReal64>::infinity();
     _pieces.clear();
+    _added.clear();
   }
 
   /// Lets the envelope be no higher than a function on an interval of the edge.
   void lower(const EdgeInterval& range, const Quadratic& square, omUInt32 region) {
     if (range.empty()) return;
-    _next.clear();
-    omReal64 at = range.low;  // from here on the function has not been compared
-    for (const Piece& piece : _pieces) {
-      if (at < range.high && at < piece.range.low) {
-        const omReal64 to = std::min(piece.range.low, range.high);
-        append({at, to}, square, region);
-        at = to;
-      }
-      const EdgeInterval common{std::max(piece.range.low, at), std::min(piece.range.high, range.high)};
-      if (common.empty()) {
-        append(piece.range, piece.square, piece.region);
-        continue;
-      }
-      append({piece.range.low, common.low}, piece.square, piece.region);
-      appendLower(common, piece, {common, square, region});
-      append({common.high, piece.range.high}, piece.square, piece.region);
-      at = common.high;
-    }
-    append({at, range.high}, square, region);
-    std::swap(_pieces, _next);
+    _added.push_back({range, square, region});
+    if (_added.size() >= _pieces.size()) merge();
   }
 
-  /// The highest square on the whole edge; infinite where there is no piece.
-  omReal64 highest() const {
+  /// At least the highest square on the whole edge; infinite where there is no piece.
+  omReal64 highest() const { return _highest; }
+  omReal64 length() const { return _length; }
+
+  /// Ascending and apart.
+  const std::vector<Piece>& pieces() {
+    merge();
+    return _pieces;
+  }
+
+ private:
+  /// Merges what was added with the envelope.
+  void merge() {
+    if (_added.empty()) return;
+    _ends.clear();
+    for (std::size_t i = 1; i <= _added.size(); ++i) _ends.push_back(i);
+    while (_ends.size() > 1) mergePairs();
+    _merged.clear();
+    AppendedEnvelope{_merged, 0}.appendBoth(_pieces.data(), _pieces.data() + _pieces.size(), _added.data(),
+                                            _added.data() + _added.size());
+    _added.clear();
+    std::swap(_pieces, _merged);
+    _highest = highestOfPieces();
+  }
+
+  /// Merges the first two of the envelopes that were added, the next two, and so on.
+  void mergePairs() {
+    _merged.clear();
+    std::size_t begin = 0, nbMerged = 0;
+    for (std::size_t i = 0; i < _ends.size(); i += 2) {
+      const Piece* const first = _added.data() + begin;
+      const Piece* const second = _added.data() + _ends[i];
+      begin = _ends[std::min(i + 1, _ends.size() - 1)];
+      AppendedEnvelope{_merged, _merged.size()}.appendBoth(first, second, second, _added.data() + begin);
+      _ends[nbMerged++] = _merged.size();
+    }
+    _ends.resize(nbMerged);
+    std::swap(_added, _merged);
+  }
+
+  omReal64 highestOfPieces() const {
     omReal64 at = 0, result = 0;
     for (const Piece& piece : _pieces) {
       if (piece.range.low > at) break;
@@ -90,32 +178,12 @@ class Envelope {
     return at >= _length ? result : std::numeric_limits<omReal64>::infinity();
   }
 
-  omReal64 length() const { return _length; }
-  const std::vector<Piece>& pieces() const { return _pieces; }
-
- private:
-  void append(const EdgeInterval& range, const Quadratic& square, omUInt32 region) {
-    if (!range.empty()) _next.push_back({range, square, region});
-  }
-
-  void appendLower(const EdgeInterval& range, const Piece& old, const Piece& added) {
-    const Quadratic difference{added.square.a - old.square.a, added.square.b - old.square.b,
-                               added.square.c - old.square.c};
-    omReal64 roots[2];
-    const int nbRoots = rootsOf(difference, roots);
-    omReal64 low = range.low;
-    for (int k = 0; k <= nbRoots; ++k) {
-      const omReal64 high = k < nbRoots ? std::clamp(roots[k], low, range.high) : range.high;
-      const omReal64 sign = difference(0.5 * (low + high));
-      const bool isLower = sign < 0 || (sign == 0 && added.region < old.region);
-      append({low, high}, isLower ? added.square : old.square, isLower ? added.region : old.region);
-      low = high;
-    }
-  }
-
   omReal64 _length = 0;
-  std::vector<Piece> _pieces;  // ascending and apart
-  std::vector<Piece> _next;
+  omReal64 _highest = 0;
+  std::vector<Piece> _pieces;      // the envelope of all but what was added
+  std::vector<Piece> _added;       // envelopes one after the other
+  std::vector<std::size_t> _ends;  // of these envelopes, while they are merged
+  std::vector<Piece> _merged;
 };
 
 /// Lowers the envelope by the distance from another edge, where that is within the gap.
@@ -137,7 +205,7 @@ void lowerBy(Envelope& envelope, const BoundaryEdge& edge, const BoundaryEdge& o
 
 /// Gives the pieces of the edge of an envelope to their regions. A sliver, which rounding may have made, goes with the
 /// piece before it, so that it makes no neighbours.
-void giveAway(const Envelope& envelope, omUInt32 region, RegionLengths& lengths) {
+void giveAway(Envelope& envelope, omUInt32 region, RegionLengths& lengths) {
   const omReal64 sliver = 1e-12 * envelope.length();
   omReal64 at = 0;
   omUInt32 last = region;
@@ -148,7 +216,7 @@ void giveAway(const Envelope& envelope, omUInt32 region, RegionLengths& lengths)
     else
       lengths.give(region, last, length);
   };
-  for (const Envelope::Piece& piece : envelope.pieces()) {
+  for (const Piece& piece : envelope.pieces()) {
     if (piece.range.low > at) give(region, piece.range.low - at);
     give(piece.region, piece.range.high - piece.range.low);
     at = piece.range.high;
