@@ -110,7 +110,7 @@ void AppendedEnvelope::appendBoth(const Piece* p, const Piece* pEnd, const Piece
 
 /// The lower envelope of squares of distances along one edge: which region is nearest from where to where. Pieces are
 /// collected until there are as many as the envelope has, and then merged with each other in pairs, pairs of these, and
-/// so on: O(n log^2 n) for n pieces.
+/// so on (Sharir1995): O(n log^2 n) for n pieces.
 class Envelope {
  public:
   void start(omReal64 length) {

@@ -26,7 +26,7 @@ struct RegionBorder {
   omReal64 freeLength = 0;  ///< of the parts that are not in contact with any other region
 };
 
-/// Which regions touch, and for how long: a graph with the regions as nodes.
+/// Which regions touch, and for how long: a graph with the regions as nodes (Rosenfeld1974).
 struct RegionContacts {
   std::vector<RegionContact> contacts;  ///< the edges, ascending by first and second; their lengths are not both 0
   std::vector<RegionBorder> borders;    ///< one for each region
