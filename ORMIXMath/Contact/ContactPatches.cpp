@@ -34,24 +34,22 @@ class Subdivision {
   void add(const SurfaceTriangle& triangle) {
     _total += triangle.area;
     if (isCoveredByLast(triangle)) return take(triangle.corners, triangle.area);
-    if (_nbTests >= _limits.maxNbTests) {
-      _abandoned += triangle.area;
-      return;
-    }
     const std::size_t begin = _candidates.size();
     bool isCovered = false;
+    bool isAbandoned = false;
     const Ball ball(triangle.corners);
     _others.visitFacing(triangle, _squareGap, [&](std::size_t other, omReal64 bound) {
+      isAbandoned = _nbTests >= _limits.maxNbTests;
+      if (isAbandoned) return -1.0;
       const eNearness nearness = nearnessOf(triangle.corners, ball, other);
       if (nearness == eN_Near) _candidates.push_back(static_cast<omUInt32>(other));
       isCovered = nearness == eN_Covered;
       if (isCovered) _last = other;
-      return isCovered ? -1 : bound;
+      return isCovered ? -1.0 : bound;
     });
-    if (isCovered) {
-      _candidates.resize(begin);
-      return take(triangle.corners, triangle.area);
-    }
+    if (isCovered || isAbandoned) _candidates.resize(begin);
+    if (isCovered) return take(triangle.corners, triangle.area);
+    if (isAbandoned) _abandoned += triangle.area;
     if (_candidates.size() > begin) _pieces.push_back({triangle.corners, triangle.area, begin, _candidates.size()});
   }
 

@@ -27,8 +27,9 @@ struct Contact2d {
 
 /// The length along which two regions are in contact: the mean of the lengths of those parts of the boundary of a that
 /// lie within the gap of a part of the boundary of b that faces them, and the reverse. Parts face each other where
-/// their directions oppose, that is, where the tangents of both boundaries, each with its region on the same side, are
-/// at more than a right angle, as along the border of neighbours: so the back of a thin sheet is not in contact.
+/// their directions oppose: the tangents of both boundaries, each with its region on the same side, are at more than a
+/// right angle, as along the border of neighbours. So the back of a sheet beside a thick region is not in contact with
+/// it.
 ///
 /// Regions are polygons, polygons with holes, or shapes, of any type of coordinate, and may be of different classes.
 /// Rings count as closed and must not cross themselves; orientations and roles do not matter. A shape without
@@ -39,9 +40,11 @@ struct Contact2d {
 /// between a pixel of the one and a pixel of the other. A gap above 0 counts as wider by the rounding of coordinates
 /// (9e-16 of the largest), so that regions which are exactly the gap apart are in contact.
 ///
-/// The same bits both ways; never more than a perimeter, up to rounding. Right to about 1e-15 of the largest coordinate
-/// for each end of a part, and at a grazing angle to the root of the gap times that. About O(n log n) for n edges, see
-/// detail::contactIntervals(); memory linear in n.
+/// The same bits both ways; never more than a perimeter, up to rounding. Each end of a part is right to about 1e-15 of
+/// the largest coordinate, and where boundaries graze the gap to the root of the gap times that.
+///
+/// About O(n log n) for n edges, where each is covered by few edges of the other region. An edge that is not covered
+/// takes time for all that face it within the gap: at worst O(n^2). Memory is linear in n.
 /// \throw ORMIXGeometryException, logged first, when the gap is negative or not finite, when a coordinate is not finite,
 /// and for entities of other classes
 ORMIX_GEOMETRY_API omReal64 contactLength(const BaseGeometryEntity2d& a, const BaseGeometryEntity2d& b, omReal64 gap);

@@ -7,8 +7,8 @@ namespace ormix::geom {
 
 /// How exact areas of contact are to be.
 struct ContactSurfaceOptions {
-  omReal64 tolerance = 0.01;  ///< the bound of the error wanted, as a share of the area; at least 0
-  omReal64 effort = 200;      ///< distances computed per triangle, on average: more than that are not spent, but 1e7
+  omReal64 tolerance = 0.01;  ///< the bound of the error that is wanted, as a share of the area; at least 0
+  omReal64 effort = 200;      ///< the most distances computed, per triangle on average, but 1e6 in any case; at least 0
 };
 
 /// An area that is right to a bound.
@@ -36,7 +36,7 @@ struct Contact3d {
 
 /// The area along which two bodies are in contact: the mean of the area of that part of the surface of a that lies
 /// within the gap of parts of the surface of b which face it, and the reverse. Triangles face each other where their
-/// normals are at more than a right angle: so the back of a thin body is not in contact.
+/// normals are at more than a right angle: so the back of a plate beside a thick body is not in contact with it.
 ///
 /// Bodies are meshes, meshes with holes, or spatial shapes with surfaces, and may be of different classes. A closed
 /// mesh is turned, where it has to be, so that its normals point out of the body; what is not closed counts as it is
