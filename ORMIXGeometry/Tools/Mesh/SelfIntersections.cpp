@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Mesh/SelfIntersections.h>
 #include <ORMIXGeometry/Tools/Mesh/TriangleBoxes.h>
+#include <ORMIXMath/Distance/Orientation3d.h>
 #include <ORMIXMath/Distance/TrianglesMeet.h>
 #include <ORMIXMath/Index/MeetingPairs.h>
 
@@ -11,18 +12,39 @@ namespace ormix::geom {
 
 namespace {
 
-/// Corners that both triangles have; of triangles with three different ones.
-int nbCommonCorners(const IndexTriangle& a, const IndexTriangle& b) {
-  int nb = 0;
-  for (const omUInt32 corner : a)
-    for (const omUInt32 other : b) nb += corner == other ? 1 : 0;
-  return nb;
-}
-
 template <class T>
 SpatialTriangle triangleAt(const TriMesh3d<T>& mesh, std::size_t triangleIdx) {
   const std::array<SpatialPoint, 3> corners = detail::spatialCorners(mesh, triangleIdx);
   return {corners[0], corners[1], corners[2]};
+}
+
+/// The corners that two triangles have in common, by their places in the first and the second.
+struct CommonCorners {
+  CommonCorners(const IndexTriangle& a, const IndexTriangle& b) {
+    for (unsigned i = 0; i < 3; ++i)
+      for (unsigned k = 0; k < 3; ++k)
+        if (a[i] == b[k]) {
+          ++count;
+          inA |= 1u << i;
+          inB |= 1u << k;
+        }
+  }
+  int count = 0;
+  unsigned inA = 0;  ///< bits
+  unsigned inB = 0;  ///< bits
+};
+
+/// Whether the corners of b that it does not share, bits of `shared`, all lie strictly on one side of the plane of a.
+bool isOnOneSide(const SpatialTriangle& a, const SpatialTriangle& b, unsigned shared) {
+  int side = 0;
+  const std::array<const SpatialPoint*, 3> corners{&b.p0, &b.p1, &b.p2};
+  for (unsigned k = 0; k < 3; ++k) {
+    if ((shared >> k & 1) != 0) continue;
+    const int next = orientation3d(a.p0, a.p1, a.p2, *corners[k]);
+    if (next == 0 || next + side == 0) return false;
+    side = next;
+  }
+  return true;
 }
 
 template <class T>
@@ -51,8 +73,13 @@ SelfIntersections findSelfIntersections(const TriMesh3d<T>& mesh, const SelfInte
   found.isComplete = ormix::detail::visitMeetingPairs(tree, [&](std::size_t a, std::size_t b) {
     if (++nbTested > maxNbTested) return false;
     const IndexTriangle cornersOfA = mesh.getTriangleVertexIndices(a), cornersOfB = mesh.getTriangleVertexIndices(b);
-    if (nbCommonCorners(cornersOfA, cornersOfB) == 3) return true;
-    if (!trianglesCrossBeyondShared(triangleAt(mesh, a), cornersOfA, triangleAt(mesh, b), cornersOfB)) return true;
+    const CommonCorners common(cornersOfA, cornersOfB);
+    if (common.count == 3) return true;
+    const SpatialTriangle triangleA = triangleAt(mesh, a), triangleB = triangleAt(mesh, b);
+    // Most pairs are neighbours that are told apart by one plane.
+    if (isOnOneSide(triangleA, triangleB, common.inB)) return true;
+    if (common.count < 2 && isOnOneSide(triangleB, triangleA, common.inA)) return true;
+    if (!trianglesCrossBeyondShared(triangleA, cornersOfA, triangleB, cornersOfB)) return true;
     const auto [first, second] = std::minmax(a, b);
     ++found.nbPairs;
     found.pairColl.push_back({static_cast<omUInt32>(first), static_cast<omUInt32>(second)});
