@@ -24,7 +24,7 @@ enum eMeshConnectivity {
   eMC_ManifoldEdges  ///< an edge that these two have and no other, so that bodies that touch in an edge are separate
 };
 
-/// Sets `labels` to the number of the component of each triangle. Linear, but for unions (see DisjointSets).
+/// Sets `labels` to the number of the component of each triangle. O(n log n), nearly linear as a rule.
 /// \return the number of components
 /// \throw ORMIXGeometryException, logged, for invalid indices; `labels` is then unchanged, as when memory runs out
 template <class T>

@@ -7,6 +7,7 @@
 #include <ORMIXMath/Index/MeetingPairs.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace ormix::geom {
 
@@ -56,6 +57,12 @@ std::vector<ormix::detail::IndexBox<3>> boxesOf(const TriMesh3d<T>& mesh) {
   return boxes;
 }
 
+/// Sorts the pairs and drops those beyond a number.
+void keepFirst(std::vector<std::array<omUInt32, 2>>& pairs, std::size_t maxNb) {
+  std::sort(pairs.begin(), pairs.end());
+  if (pairs.size() > maxNb) pairs.resize(maxNb);
+}
+
 }  // namespace
 
 template <class T>
@@ -83,10 +90,10 @@ SelfIntersections findSelfIntersections(const TriMesh3d<T>& mesh, const SelfInte
     const auto [first, second] = std::minmax(a, b);
     ++found.nbPairs;
     found.pairColl.push_back({static_cast<omUInt32>(first), static_cast<omUInt32>(second)});
+    if (found.pairColl.size() / 2 > options.maxNbListed) keepFirst(found.pairColl, options.maxNbListed);
     return true;
   });
-  std::sort(found.pairColl.begin(), found.pairColl.end());
-  if (found.pairColl.size() > options.maxNbListed) found.pairColl.resize(options.maxNbListed);
+  keepFirst(found.pairColl, options.maxNbListed);
   return found;
 }
 

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstddef>
-#include <limits>
 #include <vector>
 
 namespace ormix::geom {
@@ -20,7 +19,7 @@ struct SelfIntersections {
 
 /// How much findSelfIntersections() does.
 struct SelfIntersectionOptions {
-  std::size_t maxNbListed = std::numeric_limits<std::size_t>::max();  ///< most pairs that are listed
+  std::size_t maxNbListed = 1000000;  ///< most pairs that are listed; all are counted
   /// Most pairs of triangles that are tested, beside 10^6: so many for each triangle. In surfaces the boxes of about
   /// ten others meet that of a triangle, but on a crafted edge of 10^6 triangles all of them do.
   std::size_t maxNbTestedATriangle = 200;

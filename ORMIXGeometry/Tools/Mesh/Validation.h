@@ -14,8 +14,8 @@
 
 namespace ormix::geom {
 
-/// What keeps triangles from being the surface of bodies. A triangle is counted where its kind is named, and takes part
-/// in what follows only if it has three different corners that exist; from `eMD_NonManifoldVertex` on, nothing follows.
+/// What keeps triangles from being the surface of bodies. Only triangles with three different valid indices take part
+/// in the kinds from `eMD_CollinearCorners` on.
 enum eMeshDefect {
   eMD_InvalidIndex,       ///< a triangle with an index that is not that of a vertex
   eMD_NotFiniteVertex,    ///< a vertex with a coordinate that is NaN or infinite
