@@ -1,6 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
-#include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
+#include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Shape/Ellipsoid.h>
@@ -59,7 +59,7 @@ omReal64 areaOf(const Triangle3d<T>& triangle) {
 
 template <class T>
 omReal64 areaOf(const Mesh3d<T>& mesh) {
-  return meshArea(detail::triangleView(mesh));
+  return area(mesh);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
-#include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
+#include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXMath/Scalar/Constants.h>
@@ -58,7 +58,7 @@ omReal64 volumeOf(const Triangle3d<T>&) {
 
 template <class T>
 omReal64 volumeOf(const Mesh3d<T>& mesh) {
-  return std::abs(meshSignedVolume(detail::triangleView(mesh)));
+  return volume(mesh);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-#include <ORMIXGeometry/Measure/3d/MeshMeasure.h>
+#include <ORMIXGeometry/Measure/3d/MeshMoments3d.h>
+#include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
@@ -81,21 +82,21 @@ bool visitMeshes(const Shape3d& shape, eHoleMsrPolicy policy, Visit visit) {
 template <class Entity>
 bool centroidOfMeshes(const Entity& entity, eHoleMsrPolicy policy, Centroid& centroid) {
   bool isClosed = true;
-  omReal64 area = 0;
+  omReal64 surfaceArea = 0;
   detail::GrowingBox<CoordinateOf<Entity>, 3> box;
   Mean volume;
   const bool isWhole = visitMeshes(entity, policy, [&](const auto& mesh, omReal64 sign) {
     box.includeRun(coordinates(mesh.getVertexColl()), mesh.getNbVertices());
-    area += meshArea(detail::triangleView(mesh));
+    surfaceArea += area(mesh);
     isClosed = isClosed && mesh.getNbTriangles() > 0 && mesh.isClosed();
-    MeshMoments moments;
-    if (!isClosed || !meshMoments(detail::triangleView(mesh), moments)) return;
-    const omReal64 place[] = {moments.centroid.x, moments.centroid.y, moments.centroid.z};
-    volume.add(sign * moments.volume, volume.offsetOf(place));
+    MeshMoments body;
+    if (!isClosed || !moments(mesh, body)) return;
+    const omReal64 place[] = {body.centroid.x, body.centroid.y, body.centroid.z};
+    volume.add(sign * body.volume, volume.offsetOf(place));
   });
   if (!isWhole || !box.hasAnswer()) return false;
   detail::Offset<3> center{};
-  if (isClosed && std::abs(volume.weight()) > detail::s_flatness * area * box.extent() && volume.mean(center) &&
+  if (isClosed && std::abs(volume.weight()) > detail::s_flatness * surfaceArea * box.extent() && volume.mean(center) &&
       box.contains(center))
     return setTo(centroid, center[0], center[1], center[2]);
   Mean surface;
