@@ -1,5 +1,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Mesh/SelfIntersections.h>
 #include <ORMIXGeometry/Tools/Mesh/Shells.h>
 #include <ORMIXGeometry/Tools/Mesh/TriangleBoxes.h>
@@ -233,6 +235,10 @@ std::size_t MeshValidation::getNb() const { return std::accumulate(counts.begin(
 
 template <class T>
 MeshValidation validate(const TriMesh3d<T>& mesh, const MeshValidationOptions& options) {
+  if (mesh.getNbVertices() > MeshTopology::s_maxNbVertices)
+    logAndThrow(detail::tooManyVertices().getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  if (mesh.getNbTriangles() > MeshTopology::s_maxNbTriangles)
+    logAndThrow(detail::tooManyTriangles().getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
   return Validator<T>(mesh, options).run();
 }
 

@@ -78,6 +78,7 @@ struct MeshValidation {
 /// Finds every defect of a mesh, counts them by kind and lists the first of each kind. Nothing is taken for granted:
 /// indices may be invalid and coordinates NaN. A mesh without defects is closed. O(n log n) plus that of
 /// findSelfIntersections().
+/// \throw ORMIXGeometryException, logged, for more vertices or triangles than a mesh holds, see `checkIndices`
 template <class T>
 ORMIX_GEOMETRY_API MeshValidation validate(const TriMesh3d<T>& mesh, const MeshValidationOptions& options = {});
 template <class Mesh, class View = TriMesh3dOf<Mesh>>

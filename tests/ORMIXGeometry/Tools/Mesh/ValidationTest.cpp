@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Mesh/SelfIntersections.h>
 #include <ORMIXGeometry/Tools/Mesh/Validation.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
@@ -249,6 +250,7 @@ TEST(Validation, EndsOnWhateverItIsGiven) {
   EXPECT_EQ(nonsense.getNb(eMD_InvalidIndex), 2u);
   EXPECT_EQ(nonsense.getNb(eMD_EqualCorners), 1u);
   EXPECT_EQ(nonsense.getNb(eMD_NotFiniteVertex), 1u);
+  EXPECT_THROW(validate(TriMesh3d<omReal64>(&nowhere, 1, indices, std::size_t{1} << 40)), ORMIXGeometryException);
   EXPECT_EQ(validate(TriMesh3d<omReal64>(&nowhere, 0, indices, 3)).getNb(eMD_InvalidIndex), 3u);
 }
 
