@@ -135,9 +135,12 @@ class Nesting {
   bool isSmaller(std::size_t a, std::size_t b) const {
     const omReal64 extentA = extentOf(a), extentB = extentOf(b);
     if (extentA != extentB) return extentA < extentB;
-    const omReal64 volumeA = std::abs(_shells[a].volume), volumeB = std::abs(_shells[b].volume);
+    const omReal64 volumeA = sizeOf(a), volumeB = sizeOf(b);
     return volumeA != volumeB ? volumeA < volumeB : a < b;
   }
+
+  // A shell without a box has a volume that is not finite, and no order.
+  omReal64 sizeOf(std::size_t shell) const { return _boxes[shell].empty() ? 0 : std::abs(_shells[shell].volume); }
 
   bool isInBox(std::size_t inner, std::size_t outer) const {
     for (std::size_t axis = 0; axis < 3; ++axis)

@@ -175,7 +175,7 @@ TEST(Validation, FindsWhatWasBroken) {
 TEST(SelfIntersections, AreThoseOfAllPairs) {
   support::Random random(1533);
   std::size_t nbFound = 0;
-  for (int trial = 0; trial < 200; ++trial) {
+  for (int trial = 0; trial < 100; ++trial) {
     const omUInt32 nbVertices = 3 + random.below(40);
     FaceVertexTriMesh3d<omInt32> mesh;  // on a coarse grid, for pairs that touch and overlap
     const omUInt32 size = trial % 2 == 0 ? 4 : 1000;
@@ -209,7 +209,7 @@ TEST(SelfIntersections, AreThoseOfAllPairs) {
     EXPECT_EQ(first.pairColl, expected);
     nbFound += found.nbPairs;
   }
-  EXPECT_GT(nbFound, 1000u);
+  EXPECT_GT(nbFound, 500u);
 }
 
 TEST(Validation, EndsOnWhateverItIsGiven) {
@@ -228,8 +228,8 @@ TEST(Validation, EndsOnWhateverItIsGiven) {
   // Many triangles on one edge: counted, few of them listed, and the search for pairs is cut short.
   Mesh::VertexColl vertices{{0, 0, 0}, {0, 0, 1}};
   Mesh::TriangleColl triangles;
-  for (omUInt32 i = 0; i < 20000; ++i) {
-    vertices.push_back({std::cos(i * 3e-4), std::sin(i * 3e-4), 0.5});
+  for (omUInt32 i = 0; i < 5000; ++i) {
+    vertices.push_back({std::cos(i * 1e-3), std::sin(i * 1e-3), 0.5});
     triangles.push_back({0, 1, i + 2});
   }
   Mesh book;
@@ -238,9 +238,9 @@ TEST(Validation, EndsOnWhateverItIsGiven) {
   options.maxNbListed = 3;
   options.maxNbTestedATriangle = 1;
   const MeshValidation found = validate(book, options);
-  EXPECT_EQ(found.getNb(eMD_BoundaryEdge), 40000u);
+  EXPECT_EQ(found.getNb(eMD_BoundaryEdge), 10000u);
   EXPECT_EQ(found.getNb(eMD_NonManifoldEdge), 1u);
-  EXPECT_EQ(found.getNb(), 40001u);
+  EXPECT_EQ(found.getNb(), 10001u);
   EXPECT_EQ(found.defectColl.size(), 4u);
   EXPECT_FALSE(found.allPairsTested);
   // Nothing but nonsense.
