@@ -65,10 +65,14 @@ BoolResult repairSteps(RepairMesh& mesh, const RepairOptions& options, RepairRep
     detail::orientNeighbours(mesh, report);
   else
     detail::cutTurnedNeighbours(mesh);
-  if (options.dropsTriangles) detail::dropSingleTriangles(mesh, report);
+  if (options.dropsTriangles) {
+    detail::dropSingleTriangles(mesh, report);
+    detail::removeFlatTriangles(mesh, report);
+  }
   if (options.fillsLoops && options.orientsTriangles) {
     const BoolResult filled = detail::fillLoops(mesh, options.longestLoop, report);
     if (!filled) return filled;
+    if (options.dropsTriangles && report.nbFilledLoops != 0) detail::removeFlatTriangles(mesh, report);
   }
   if (options.splitsVertices) {
     detail::splitVertices(mesh, report);
@@ -98,6 +102,7 @@ void writeLog(RepairReport& report) {
   add(report.nbCutEdges, "edges cut open, as no orientation agrees there");
   add(report.nbSingle, "triangles dropped, as no other is joined to them");
   add(report.nbTurned, "triangles turned");
+  add(report.nbFlat, "flat triangles taken out");
   add(report.nbFilledLoops, "boundary loops filled");
   add(report.nbAddedTriangles, "triangles added");
   add(report.nbSplitVertices, "vertices added where sheets touch");

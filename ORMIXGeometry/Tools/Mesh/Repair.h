@@ -14,9 +14,9 @@ namespace ormix::geom {
 
 /// Which steps `repair` takes; by default all, without moving a vertex.
 struct RepairOptions {
-  bool mergesVertices = true;    ///< merge the vertices of open edges that are equal, or at most `tolerance` apart
-  omReal64 tolerance = 0;        ///< greatest distance of vertices that are merged, at least 0, in the mesh's unit
-  bool dropsTriangles = true;    ///< drop degenerate, duplicate and not finite triangles, fins and single triangles
+  bool mergesVertices = true;  ///< merge the vertices of open edges that are equal, or at most `tolerance` apart
+  omReal64 tolerance = 0;      ///< greatest distance of vertices that are merged, at least 0, in the mesh's unit
+  bool dropsTriangles = true;  ///< drop degenerate, duplicate, flat and not finite triangles, fins and single triangles
   bool orientsTriangles = true;  ///< orient neighbours consistently, and closed shells outwards
   bool splitsVertices = true;    ///< give the sheets that meet in an edge or a vertex vertices of their own
   bool fillsLoops = true;        ///< close boundary loops; only where triangles are oriented
@@ -33,6 +33,7 @@ struct RepairReport {
   std::size_t nbDuplicate = 0;       ///< triangles dropped: the corners of an earlier one, in any order
   std::size_t nbFins = 0;            ///< triangles dropped: joined only by edges of three triangles and more
   std::size_t nbSingle = 0;          ///< triangles dropped: joined to none, in a mesh of mostly joined ones
+  std::size_t nbFlat = 0;            ///< triangles taken out: corners on one line, exactly
   std::size_t nbTurned = 0;          ///< triangles turned to agree with their neighbours or to face outwards
   std::size_t nbCutEdges = 0;        ///< edges cut open since no orientation agrees there, as on a Moebius strip
   std::size_t nbSeparatedEdges = 0;  ///< edges of three triangles and more, whose triangles were paired by angle
@@ -60,6 +61,8 @@ struct RepairReport {
 /// 3. Where an edge has more than two triangles, those are dropped that are joined by such edges alone. The others are
 ///    paired by their angles around the edge, such that the wedges between them are inside (Gueziec2001).
 /// 4. Neighbours are oriented like most of their component. Where that contradicts itself the surface is cut open.
+///    Triangles whose corners lie on one line, exactly, are taken out: the edge that a corner lies on is flipped, and
+///    one without length becomes a vertex, where that leaves the surface manifold; the shape stays.
 /// 5. Boundary loops are filled: up to 12 edges by cutting ears, those with the greatest least angle first; up to 128
 ///    edges by the triangulation of least area (BarequetSharir1995); longer ones by cutting ears. Diagonals that are
 ///    edges already are avoided. The loop of a single triangle is left open.

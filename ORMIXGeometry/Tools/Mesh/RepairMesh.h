@@ -71,6 +71,7 @@ void joinSides(RepairMesh& mesh, RepairReport& report);
 void cutTurnedNeighbours(RepairMesh& mesh);
 void orientNeighbours(RepairMesh& mesh, RepairReport& report);
 void dropSingleTriangles(RepairMesh& mesh, RepairReport& report);
+void removeFlatTriangles(RepairMesh& mesh, RepairReport& report);
 BoolResult fillLoops(RepairMesh& mesh, std::size_t longestLoop, RepairReport& report);
 void splitVertices(RepairMesh& mesh, RepairReport& report);
 void splitRepeatedEdges(RepairMesh& mesh, RepairReport& report);

@@ -3,11 +3,11 @@
 #include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Tools/Mesh/Repair.h>
 #include <ORMIXGeometry/Tools/Mesh/Shells.h>
-#include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
+#include <ORMIXGeometry/Tools/Mesh/Validation.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
+#include <sstream>
 
 #include "support/Random.h"
 
@@ -31,12 +31,18 @@ void append(const Mesh& part, Mesh& mesh) {
   for (const IndexTriangle& t : part.getTriangleColl()) mesh.addTriangle(first + t[0], first + t[1], first + t[2]);
 }
 
+/// Halves of sums are exact on this grid, so that corners can lie on an edge exactly.
+Point3dData<omReal64> onGrid(omReal64 x, omReal64 y, omReal64 z) {
+  const auto rounded = [](omReal64 value) { return std::ldexp(std::round(std::ldexp(value, 20)), -20); };
+  return {rounded(x), rounded(y), rounded(z)};
+}
+
 /// The hull of points on a sphere.
 Mesh ball(support::Random& random, std::size_t nbPoints, omReal64 x = 0, omReal64 radius = 1) {
   std::vector<Point3dData<omReal64>> points;
   for (std::size_t at = 0; at < nbPoints; ++at) {
     const omReal64 a = random.noise(), b = random.noise(), c = random.noise(), size = std::hypot(a, b, c) / radius;
-    points.emplace_back(x + a / size, b / size, c / size);
+    points.push_back(onGrid(x + a / size, b / size, c / size));
   }
   Mesh3d<omReal64> hull;
   EXPECT_TRUE(quickHull(points, hull));
@@ -49,7 +55,7 @@ Mesh torus(omUInt32 n, omUInt32 m, bool isTwisted = false) {
   Triangles triangles;
   for (omUInt32 at = 0; at < n * m; ++at) {
     const omReal64 u = 6.283185307 * (at / m) / n, v = 6.283185307 * (at % m) / m;
-    vertices.emplace_back((2 + std::cos(v)) * std::cos(u), (2 + std::cos(v)) * std::sin(u), std::sin(v));
+    vertices.push_back(onGrid((2 + std::cos(v)) * std::cos(u), (2 + std::cos(v)) * std::sin(u), std::sin(v)));
   }
   for (omUInt32 i = 0; i < n; ++i)
     for (omUInt32 j = 0; j < m; ++j) {
@@ -85,7 +91,7 @@ void damage(support::Random& random, Mesh& mesh) {
   const auto anyVertex = [&] { return random.below(static_cast<omUInt32>(vertices.size())); };
   IndexTriangle& any = triangles[random.below(static_cast<omUInt32>(triangles.size()))];
   const IndexTriangle copy = any;
-  switch (random.below(12)) {
+  switch (random.below(14)) {
     case 0:
       any = triangles.back(), triangles.pop_back();
       break;
@@ -128,6 +134,17 @@ void damage(support::Random& random, Mesh& mesh) {
         for (omUInt32& corner : triangle) corner = corner == from ? to : corner;
       break;
     }
+    case 11:
+    case 12: {  // a vertex on an edge, or at its end, that the triangle beyond does not have
+      const auto &a = vertices[copy[0]], &b = vertices[copy[1]];
+      const auto middle = onGrid((a.getX() + b.getX()) / 2, (a.getY() + b.getY()) / 2, (a.getZ() + b.getZ()) / 2);
+      const auto added = static_cast<omUInt32>(vertices.size());
+      vertices.push_back(random.below(4) == 0 ? Point3dData<omReal64>(a) : middle);
+      any[1] = added;
+      triangles.push_back({added, copy[1], copy[2]});
+      if (random.below(2) == 0) triangles.push_back({copy[0], copy[1], added});
+      break;
+    }
     default:
       for (std::size_t at = triangles.size() / 2; at < triangles.size(); ++at)
         std::swap(triangles[at][1], triangles[at][2]);
@@ -135,46 +152,14 @@ void damage(support::Random& random, Mesh& mesh) {
   mesh = meshOf(std::move(vertices), std::move(triangles));
 }
 
-/// What a good mesh does not have, as text.
+/// What a good mesh does not have, but for self-intersections, as text.
 std::string defectsOf(const Mesh& mesh) {
-  std::vector<omUInt32> indices;
-  for (const IndexTriangle& t : mesh.getTriangleColl()) indices.insert(indices.end(), t.begin(), t.end());
-  const TriangleDefects found = findDefects(mesh.getNbVertices(), indices);
-  std::string text;
-  const auto add = [&text](std::size_t nb, const char* what) {
-    if (nb != 0) text += std::to_string(nb) + ' ' + what + ", ";
-  };
-  add(found.nbDegenerate, "degenerate");
-  add(found.nbDuplicate, "duplicate");
-  add(found.nbBoundaryEdges, "boundary edges");
-  add(found.nbNonManifoldEdges, "non-manifold edges");
-  add(found.nbFlippedNeighbours, "flipped neighbours");
-  // A closed surface whose vertices have one fan each, and none is without.
-  Mesh3d<omReal64> built;
-  if (!built.build(mesh.getVertexColl(), indices)) return text + "not manifold";
-  std::vector<std::size_t> nbCorners(mesh.getNbVertices());
-  for (const omUInt32 vertex : indices) ++nbCorners[vertex];
-  std::vector<bool> isSeen(mesh.getNbVertices());
-  for (const omUInt32 halfEdge : built.getTriangleToHalfEdgeColl()) {
-    omUInt32 around = halfEdge;
-    for (int corner = 0; corner < 3; ++corner, around = built.getHalfEdge(around).nextHalfEdgeIdx) {
-      const omUInt32 vertex = built.getHalfEdge(around).startVertexIdx;
-      if (isSeen[vertex] || !text.empty()) continue;
-      isSeen[vertex] = true;
-      std::size_t nbInFan = 0;
-      omUInt32 at = around;
-      do {
-        ++nbInFan;
-        at = built.getHalfEdge(built.getHalfEdge(at).oppositeHalfEdgeIdx).nextHalfEdgeIdx;
-      } while (at != around);
-      add(nbInFan != nbCorners[vertex], "vertex of two fans");
-    }
-  }
-  for (const std::size_t nb : nbCorners) add(nb == 0, "unused vertex");
-  if (!mesh.isEmpty())
-    for (const MeshShell& shell : findShells(mesh).shells)
-      add(shell.orientation == (shell.depth % 2 == 0 ? eSO_Inward : eSO_Outward), "shell inside out");
-  return text;
+  MeshValidationOptions options;
+  options.findsSelfIntersections = false;
+  const MeshValidation found = validate(mesh, options);
+  std::ostringstream text;
+  text << found;
+  return found.isClean() ? "" : text.str();
 }
 
 }  // namespace
