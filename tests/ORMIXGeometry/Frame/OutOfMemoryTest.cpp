@@ -1,6 +1,7 @@
 // What happens where memory ends: each allocation of an operation fails once, and nothing has changed then.
 
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
+#include <ORMIXGeometry/Tools/Mesh/Repair.h>
 #include <ORMIXGeometry/Transform/3d/TriMeshTransforms.h>
 #include <ORMIXSerialization/ORMIXSerialization.h>
 
@@ -155,6 +156,22 @@ TEST(OutOfMemory, ChangesNoMeshThatIsNoEntity) {
   expectAllOrNothing([&] { return boost::make_shared<FaceVertex>(neighbours); },
                      [&](FaceVertex& object) { return static_cast<bool>(applyInSitu(transform, object)); }, text,
                      text(moved));
+}
+
+TEST(OutOfMemory, RepairsNoMeshByHalves) {
+  using FaceVertex = FaceVertexTriMesh3d<omReal64>;
+  FaceVertex broken = toFaceVertexTriMesh3d(Sample<Mesh3d<omReal64>>::make());
+  auto triangles = broken.getTriangleColl();
+  triangles.erase(triangles.begin());
+  triangles.push_back(triangles.front());
+  ASSERT_TRUE(broken.build(broken.getVertexColl(), triangles));
+  RepairReport report;
+  const auto repaired = [&](FaceVertex& object) { return static_cast<bool>(repair(object, {}, report)); };
+  FaceVertex whole = broken;
+  ASSERT_TRUE(repaired(whole));
+  ASSERT_EQ(report.nbDuplicate, 1u);
+  expectAllOrNothing([&] { return boost::make_shared<FaceVertex>(broken); }, repaired,
+                     [](const FaceVertex& each) { return support::printed(each); }, support::printed(whole));
 }
 
 /// Every slice has memory for the runs of the other shape but the last.
