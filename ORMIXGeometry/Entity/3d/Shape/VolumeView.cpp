@@ -3,8 +3,13 @@
 #include <ORMIXGeometry/Entity/3d/Shape/VoxelRuns.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace ormix::geom {
 
@@ -32,33 +37,62 @@ void checkView(const VolumeView<T>& view) {
   take(view.depth, view.sliceStride);
 }
 
-/// The slices as masks, copied where they are none.
+/// The slices as masks. Where their rows are not contiguous, they are copied: one by one, or as many together as share
+/// lines of the cache where the voxels of neighbouring slices are nearest in memory.
 template <class T>
 class Slices {
  public:
   explicit Slices(const VolumeView<const T>& view) : _view(view) {
-    const bool isMask = view.columnStride == 1 && view.rowStride >= static_cast<std::ptrdiff_t>(view.width);
-    if (!isMask) _copy.resize(view.width * view.height);
+    // Steps that are never taken may be anything.
+    if (view.width == 1) _view.columnStride = 1;
+    if (view.height == 1) _view.rowStride = static_cast<std::ptrdiff_t>(view.width);
+    if (view.depth == 1) _view.sliceStride = 0;
+    if (_view.columnStride == 1 && _view.rowStride >= static_cast<std::ptrdiff_t>(view.width)) return;
+    const auto nearest = std::min(std::abs(_view.columnStride), std::abs(_view.rowStride));
+    _nbTogether = std::abs(_view.sliceStride) < nearest ? std::min<std::size_t>(view.depth, 64) : 1;
+    // Slices that are apart by a power of two would share few lines of the cache.
+    _sliceSize = view.width * view.height + 64;
+    _copy.resize(_nbTogether * _sliceSize);
   }
 
+  /// The slice z, of slices that are asked for in ascending order.
   MaskView<const T> at(std::size_t z) {
-    const T* const slice = _view.data + static_cast<std::ptrdiff_t>(z) * _view.sliceStride;
-    if (_copy.empty()) return {slice, _view.width, _view.height, static_cast<std::size_t>(_view.rowStride)};
-    // Along the axis whose voxels are nearer in memory.
-    const bool isAlongRows = std::abs(_view.columnStride) <= std::abs(_view.rowStride);
-    const std::size_t nbOuter = isAlongRows ? _view.height : _view.width;
-    const std::size_t nbInner = isAlongRows ? _view.width : _view.height;
-    const std::ptrdiff_t outerStride = isAlongRows ? _view.rowStride : _view.columnStride;
-    const std::ptrdiff_t innerStride = isAlongRows ? _view.columnStride : _view.rowStride;
-    for (std::size_t outer = 0; outer < nbOuter; ++outer)
-      for (std::size_t inner = 0; inner < nbInner; ++inner)
-        _copy[isAlongRows ? outer * _view.width + inner : inner * _view.width + outer] =
-            slice[static_cast<std::ptrdiff_t>(outer) * outerStride + static_cast<std::ptrdiff_t>(inner) * innerStride];
-    return {_copy.data(), _view.width, _view.height, _view.width};
+    if (_copy.empty())
+      return {_view.data + static_cast<std::ptrdiff_t>(z) * _view.sliceStride, _view.width, _view.height,
+              static_cast<std::size_t>(_view.rowStride)};
+    if (z % _nbTogether == 0) copyFrom(z);
+    return {_copy.data() + z % _nbTogether * _sliceSize, _view.width, _view.height, _view.width};
   }
 
  private:
+  struct Axis {
+    std::size_t size;
+    std::ptrdiff_t from;  // stride in the view
+    std::size_t to;       // stride in the copy
+  };
+
+  /// In the order of the view's memory, but with rows of the copy not outermost.
+  void copyFrom(std::size_t z) {
+    std::array<Axis, 3> axes{Axis{_view.width, _view.columnStride, 1}, Axis{_view.height, _view.rowStride, _view.width},
+                             Axis{std::min(_nbTogether, _view.depth - z), _view.sliceStride, _sliceSize}};
+    std::sort(axes.begin(), axes.end(),
+              [](const Axis& a, const Axis& b) { return std::abs(a.from) > std::abs(b.from); });
+    if (axes[0].to == 1) std::swap(axes[0], axes[1]);
+    const T* const first = _view.data + static_cast<std::ptrdiff_t>(z) * _view.sliceStride;
+    const auto offset = [&axes](std::size_t axis, std::size_t index) {
+      return static_cast<std::ptrdiff_t>(index) * axes[axis].from;
+    };
+    for (std::size_t i = 0; i < axes[0].size; ++i)
+      for (std::size_t j = 0; j < axes[1].size; ++j) {
+        const T* const from = first + (offset(0, i) + offset(1, j));
+        T* const to = _copy.data() + i * axes[0].to + j * axes[1].to;
+        for (std::size_t k = 0; k < axes[2].size; ++k) to[k * axes[2].to] = from[offset(2, k)];
+      }
+  }
+
   VolumeView<const T> _view;
+  std::size_t _nbTogether = 0;
+  std::size_t _sliceSize = 0;
   std::vector<T> _copy;
 };
 

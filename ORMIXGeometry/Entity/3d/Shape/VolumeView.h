@@ -33,7 +33,7 @@ struct VolumeView {
 };
 
 /// The voxels of a volume that are not zero, without slices before the first and after the last of them. Linear in the
-/// voxels of the view; a slice is copied where its rows are not contiguous.
+/// voxels of the view; where the rows of slices are not contiguous, up to 64 slices are copied at a time.
 /// \throw ORMIXGeometryException, logged, for a view that cannot be one, see VolumeView
 /// @{
 ORMIX_GEOMETRY_API RowIntersections3d toRowIntersections3d(const VolumeView<const omUInt8>& volume);
