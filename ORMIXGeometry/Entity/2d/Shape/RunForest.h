@@ -68,6 +68,17 @@ void matchRuns(const RowIntersections::Row& above, const RowIntersections::Row& 
   }
 }
 
+/// Calls visit(run, touched) for each run of a row with each run of another row that it touches, in order.
+template <ePixelConnectivity Connectivity, class Visit>
+void visitTouching(const RowIntersections::Row& above, const RowIntersections::Row& row, Visit visit) {
+  matchRuns<Connectivity>(
+      above, row,
+      [&visit](const PixelRun& run, const PixelRun* touched) {
+        if (touched != nullptr) visit(run, *touched);
+      },
+      visit);
+}
+
 /// Adds the runs of a row, in the trees of those of the row above that they touch and of adjacent ones.
 /// \param indexOf the index of a run of either row in the forest
 template <ePixelConnectivity Connectivity, class IndexOf>

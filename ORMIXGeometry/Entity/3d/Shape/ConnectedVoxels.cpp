@@ -15,15 +15,9 @@ using detail::VoxelRun;
 /// Joins the trees of the runs of two rows that touch.
 template <ePixelConnectivity Connectivity>
 void joinRows(const NumberedRow& former, const NumberedRow& row, detail::RunForest& forest) {
-  const auto join = [&](const PixelRun& run, const PixelRun& touched) {
+  detail::visitTouching<Connectivity>(former.runs, row.runs, [&](const PixelRun& run, const PixelRun& touched) {
     forest.join(former.indexOf(touched), row.indexOf(run));
-  };
-  detail::matchRuns<Connectivity>(
-      former.runs, row.runs,
-      [&join](const PixelRun& run, const PixelRun* touched) {
-        if (touched != nullptr) join(run, *touched);
-      },
-      join);
+  });
 }
 
 template <eVoxelConnectivity Connectivity>

@@ -52,16 +52,10 @@ void OpenVoxelComponents::linkSlice(omUInt64 z, const RowIntersections& slice) {
 template <ePixelConnectivity InSlice, class PartOf>
 void OpenVoxelComponents::joinRow(const RowIntersections& slice, omUInt64 y, const RowIntersections::Row& row,
                                   PartOf partOf) {
-  const auto join = [&](const PixelRun& run, const PixelRun& touched) {
+  visitTouching<InSlice>(rowOrNone(slice, y), row, [&](const PixelRun& run, const PixelRun& touched) {
     std::size_t& part = _rowParts[static_cast<std::size_t>(&run - row.begin())];
     part = _parts.join(part, partOf(static_cast<std::size_t>(&touched - slice.getRunColl().data())));
-  };
-  matchRuns<InSlice>(
-      rowOrNone(slice, y), row,
-      [&join](const PixelRun& run, const PixelRun* touched) {
-        if (touched != nullptr) join(run, *touched);
-      },
-      join);
+  });
 }
 
 /// Adds the runs to the parts that they were joined to, or to new ones.

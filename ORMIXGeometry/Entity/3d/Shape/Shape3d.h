@@ -12,7 +12,8 @@ ORMIX_GEOMETRY_ENTITY3D_LEVELS(extern, Shape3d, BaseGeometryEntity3d)
 namespace ormix::geom {
 
 /// A volume in two representations: its voxels, and the surfaces of its connected parts. Neither is derived from the
-/// other, and nothing checks that they agree; measures and transforms use the surfaces.
+/// other by itself (makeShape() makes surfaces of voxels, voxelize() the reverse), and nothing checks that they agree;
+/// measures and transforms use the surfaces.
 ///
 /// Copies are deep: the meshes are copied too. A mesh may be null: counts ignore it, measures fail on it, and a shape
 /// with it cannot be archived.

@@ -64,15 +64,9 @@ class SliceGaps {
 template <ePixelConnectivity InSlice>
 void joinGaps(const SliceGaps::GapRow& a, const SliceGaps::GapRow& b, RunForest& forest) {
   if (a.gaps.size() < 3 && b.gaps.size() < 3) return;  // none is bounded
-  const auto join = [&](const PixelRun& gap, const PixelRun& touched) {
+  visitTouching<InSlice>(a.gaps, b.gaps, [&](const PixelRun& gap, const PixelRun& touched) {
     forest.join(b.nodeOf(gap), a.nodeOf(touched));
-  };
-  matchRuns<InSlice>(
-      a.gaps, b.gaps,
-      [&join](const PixelRun& gap, const PixelRun* touched) {
-        if (touched != nullptr) join(gap, *touched);
-      },
-      join);
+  });
 }
 
 template <ePixelConnectivity InSlice>
