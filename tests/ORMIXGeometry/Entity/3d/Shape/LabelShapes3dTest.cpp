@@ -115,6 +115,10 @@ TEST(VolumeView, HasItsAxesInAnyOrder) {
   constexpr std::ptrdiff_t lowest = std::numeric_limits<std::ptrdiff_t>::min();
   EXPECT_EQ(labelShapes3d(VolumeView<const omUInt8>{&voxel, 1, 1, 1, lowest, lowest, lowest}).size(), 1u);
   EXPECT_TRUE(labelShapes3d(VolumeView<const omUInt8>{nullptr, 5, 0, 7, 0, 0}).empty());
+  EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] {
+              measureComponents(voxels, {1, {}});
+            }),
+            "Components of voxels: their numbers are not those of the runs");
   const auto refused = [](const VolumeView<const omUInt8>& view) {
     return support::thrownBy<ORMIXGeometryException>([&view] { toRowIntersections3d(view); });
   };
@@ -160,13 +164,6 @@ TEST(Shape3dConstructor, RefusesWhatIsOutOfOrder) {
   EXPECT_EQ(constructor.addSlice(7, slice).getMessage(), text);
   EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { constructor.takeFinished(); }), text);
   EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { constructor.finish(); }), text);
-}
-
-TEST(MeasureComponents, RefusesNumbersOfOtherVoxels) {
-  const RowIntersections3d voxels = support::blockOfEight(1).runs();
-  for (const RunComponents& components : {RunComponents{1, {}}, RunComponents{1, {1}}})
-    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { measureComponents(voxels, components); }),
-              "Components of voxels: their numbers are not those of the runs");
 }
 
 }  // namespace

@@ -81,10 +81,7 @@ void expectNets(const MeshColl<omReal64>& nets, const MeshColl<omReal64>& faces)
       farthest = std::max(farthest, (net.getVertex(vertex) - face.getVertex(vertex)).normL2());
     EXPECT_LE(farthest, 0.5 + 1e-12);
     EXPECT_GT(farthest, 0.1);
-    MeshColl<omReal64> netHoles, faceHoles;
-    for (const auto& hole : nets[index]->getMeshHoles()) netHoles.push_back(hole);
-    for (const auto& hole : faces[index]->getMeshHoles()) faceHoles.push_back(hole);
-    expectNets(netHoles, faceHoles);
+    expectNets(nets[index]->getMeshHoles(), faces[index]->getMeshHoles());
   }
 }
 
