@@ -9,8 +9,8 @@
 #include <ORMIXMath/Algebra/QrDecomposition.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
-#include <ORMIXMath/Distance/NearestOnEllipse.h>
 #include <ORMIXMath/Distance/EllipsoidDistance.h>
+#include <ORMIXMath/Distance/NearestOnEllipse.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/NearestPair.h>
 #include <ORMIXMath/Distance/Orientation.h>
