@@ -1,6 +1,7 @@
-// Opens STL files: says what is in them and what is wrong, measures the meshes, fits shapes to their points, moves
-// them, and saves their convex hulls and pictures. Usage: inspect_meshes OUTPUT_FOLDER FILE... Exit status: 0 when all
-// went well, 1 when a file or a step failed, 2 for wrong arguments.
+// Opens STL, OBJ, PLY and OFF files: says what is in them and what is wrong, repairs the meshes, measures them, fits
+// shapes to their points, moves them, and saves what became of them, their convex hulls and pictures.
+// Usage: inspect_meshes OUTPUT_FOLDER FILE... Exit status: 0 when all went well, 1 when a file or a step failed, 2 for
+// wrong arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
@@ -26,6 +27,7 @@ struct Model {
   std::filesystem::path path;
   MeshReport report;
   boost::shared_ptr<Mesh> mesh;
+  Mesh repaired;
   std::string name() const { return path.stem().string(); }
 };
 
@@ -44,15 +46,40 @@ std::string complaints(const MeshReport& report) {
   return text.tellp() > 0 ? text.str() : "nothing";
 }
 
+const char* formatName(eMeshFileFormat format) {
+  static constexpr std::array<const char*, 7> names{"ASCII", "binary", "OBJ", "ASCII", "binary", "binary", "OFF"};
+  return names[format];
+}
+
 void printReport(const Model& model) {
   const BoundingBox3d<omReal64> box = pointsBoundingBox(model.mesh->getVertexColl());
   std::ostringstream size;
   size << std::setprecision(4) << box.sizeX() << " x " << box.sizeY() << " x " << box.sizeZ();
-  std::cout << std::left << std::setw(26) << model.name() << std::setw(8)
-            << (model.report.format == eMFF_StlAscii ? "ASCII" : "binary") << std::right << std::setw(9)
-            << model.report.nbTriangles << std::setw(9) << model.report.nbVertices << std::setw(7)
-            << model.report.defects.nbComponents << std::setw(8) << (model.mesh->isClosed() ? "yes" : "no") << "  "
-            << std::left << std::setw(26) << size.str() << complaints(model.report) << '\n';
+  std::cout << std::left << std::setw(26) << model.name() << std::setw(8) << formatName(model.report.format)
+            << std::right << std::setw(9) << model.report.nbTriangles << std::setw(9) << model.report.nbVertices
+            << std::setw(7) << model.report.defects.nbComponents << std::setw(8)
+            << (model.mesh->isClosed() ? "yes" : "no") << "  " << std::left << std::setw(26) << size.str()
+            << complaints(model.report) << '\n';
+}
+
+/// Components, defects and what repair did about them; saves the repaired mesh.
+void printRepair(Model& model, const std::filesystem::path& folder) {
+  MeshReport file;
+  RepairReport report;
+  std::vector<omUInt32> labels;
+  const auto triangles = readFaceVertexTriMesh<omReal64>(model.path.string(), {}, file);
+  const MeshValidation found = validate(triangles);
+  std::cout << '\n' << model.name() << ": " << labelComponents(triangles, labels) << " components";
+  for (std::size_t kind = 0; kind < s_nbMeshDefects; ++kind)
+    if (found.counts[kind] > 0)
+      std::cout << ", " << found.counts[kind] << ' ' << toString(static_cast<eMeshDefect>(kind)).substr(4);
+  require(repair(triangles, model.repaired, {}, report));
+  std::cout << '\n';
+  for (const std::string& line : report.log) std::cout << "  " << line << '\n';
+  std::cout << "  repaired: " << (report.isClosed ? "closed" : "open") << ", " << model.repaired.getNbTriangles()
+            << " triangles, area " << report.areaBefore << " -> " << report.areaAfter << ", volume "
+            << report.volumeBefore << " -> " << report.volumeAfter << '\n';
+  require(writeMesh((folder / (model.name() + "-repaired.ply")).string(), model.repaired));
 }
 
 /// Writes the mesh in a format and reads it again.
@@ -137,10 +164,10 @@ void printFits(const Model& model) {
   }
 }
 
-void saveView(const Model& model, const std::filesystem::path& folder) {
+void saveView(const Mesh& mesh, const std::string& stem) {
   SvgWriter writer(600);
-  require(drawMesh(writer, *model.mesh));
-  require(writer.write((folder / (model.name() + ".svg")).string()));
+  require(drawMesh(writer, mesh));
+  require(writer.write(stem + ".svg"));
 }
 
 int run(const std::filesystem::path& folder, const std::vector<std::string>& paths) {
@@ -148,7 +175,8 @@ int run(const std::filesystem::path& folder, const std::vector<std::string>& pat
   std::vector<Model> models;
   std::cout << "model                     format  triangles vertices  parts  closed  size                      wrong\n";
   for (const std::string& path : paths) {
-    Model model{path, {}, {}};
+    Model model;
+    model.path = path;
     model.mesh = readMesh<omReal64>(path, {}, model.report);
     if (model.report.nbTriangles == 0) {
       std::cout << path << ": " << model.report.message << '\n';
@@ -157,16 +185,22 @@ int run(const std::filesystem::path& folder, const std::vector<std::string>& pat
     printReport(model);
     models.push_back(model);
   }
+  for (Model& model : models) printRepair(model, folder);
   std::cout
       << "\nmodel                           area    volume  centroid                hull of  its volume  ASCII and\n"
          "                                                                      triangles              binary\n";
   for (const Model& model : models) printMeasures(model, folder);
-  for (const Model& model : models) saveView(model, folder);
+  for (const Model& model : models) {
+    const std::string stem = (folder / model.name()).string();
+    saveView(*model.mesh, stem);
+    if (!model.repaired.isEmpty()) saveView(model.repaired, stem + "-repaired");
+  }
   std::cout
       << "\nmodel                     points on a   on a sphere,        on an ellipsoid,              residual of\n"
          "                          plane         radius              radii                         a fitted move\n";
   for (const Model& model : models) printFits(model);
-  std::cout << '\n' << folder.string() << ": pictures, hulls, and the models in both formats\n";
+  std::cout << '\n'
+            << folder.string() << ": pictures, hulls, the repaired models, and those read in both formats of STL\n";
   return models.size() == paths.size() ? 0 : 1;
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Finds and measures the regions of photographs, finds out which cells of a tissue touch, measures the world's coastlines,
-# fits shapes to published points, and inspects the models of Debian's assimp-testmodels. With a PNG image, an STL file or a
-# file of rings as argument, measures that alone.
+# fits shapes to published points, and inspects and repairs the models of Debian's assimp-testmodels. With a PNG image, a
+# file of a mesh (STL, OBJ, PLY, OFF) or a file of rings as argument, measures that alone.
 # Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]
 #        (default output: build/regions, build/contacts, build/contours, build/fits and build/models)
 # Exit status: 0 when all went well, else that of the first program that failed.
@@ -38,7 +38,7 @@ find_in_package() {
 from_caller() { case $1 in /*) echo "$1" ;; *) echo "$here/$1" ;; esac; }
 
 case ${1:-} in
-  *.[sS][tT][lL])
+  *.[sS][tT][lL] | *.[oO][bB][jJ] | *.[pP][lL][yY] | *.[oO][fF][fF])
     output=build/models
     [ $# -lt 2 ] || output=$(from_caller "$2")
     exec "$build/bin/inspect_meshes" "$output" "$(from_caller "$1")"
