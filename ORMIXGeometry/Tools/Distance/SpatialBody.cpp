@@ -225,8 +225,8 @@ void addTo(SpatialBody& body, const Shape3d& shape) {
 
 template <class Message>
 [[noreturn]] void refuse(Message message, const BaseGeometryEntity3d& entity) {
-  logAndThrow(formatMessage<eToolsMessage>(message, std::string(entity.getClassName())),
-              __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  logAndThrow(formatMessage<eToolsMessage>(message, std::string(entity.getClassName())), __PRETTY_FUNCTION__, __FILE__,
+              __LINE__);
 }
 void addTo(SpatialBody&, const Vector3d& vector) { refuse(eToolsMessage::eTM_NotBounded, vector); }
 

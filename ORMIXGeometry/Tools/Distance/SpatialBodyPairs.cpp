@@ -151,8 +151,8 @@ SpatialNearestPair nearestPairToPlane(const SpatialBody& facets, const SpatialBo
   return pairToPlane(plane, facets.vertices[nearest], heights[nearest]);
 }
 
-/// Where they meet, the common point is one of the surface: in the frame where that is the unit sphere, on a great circle
-/// through the highest point.
+/// Where they meet, the common point is one of the surface: in the frame where that is the unit sphere, on a great
+/// circle through the highest point.
 SpatialNearestPair nearestPairToPlane(const SpatialEllipsoid& e, const SpatialBody& plane) {
   const SpatialPoint top = supportPoint(e, plane.normal), bottom = supportPoint(e, -1 * plane.normal);
   const omReal64 highest = heightOver(plane, top), lowest = heightOver(plane, bottom);
