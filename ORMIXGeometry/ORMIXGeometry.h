@@ -104,8 +104,8 @@
 #include <ORMIXGeometry/Tools/Contact/ContactSurface.h>
 #include <ORMIXGeometry/Tools/Contact/RegionContacts.h>
 #include <ORMIXGeometry/Tools/Distance/Hausdorff2d.h>
-#include <ORMIXGeometry/Tools/Distance/HausdorffPoints.h>
 #include <ORMIXGeometry/Tools/Distance/Hausdorff3d.h>
+#include <ORMIXGeometry/Tools/Distance/HausdorffPoints.h>
 #include <ORMIXGeometry/Tools/Distance/InteriorPolicy.h>
 #include <ORMIXGeometry/Tools/Distance/NearestPoints.h>
 #include <ORMIXGeometry/Tools/Distance/ParabolaArc2d.h>
