@@ -140,6 +140,10 @@ PlanarPoint nearestOf(const Ellipse2d<T>& ellipse, const Query& query) {
 PlanarPoint nearestOf(const Line2d&, const Query&) { return s_nowhere; }
 PlanarPoint nearestOf(const Parabola2d&, const Query&) { return s_nowhere; }
 PlanarPoint nearestOf(const Vector2d&, const Query&) { return s_nowhere; }
+PlanarPoint nearestOf(const Skeleton2d&, const Query&) { return s_nowhere; }
+PlanarPoint nearestOf(const SkeletonVertex2d& vertex, const Query&) {
+  return {vertex.getPoint().getX(), vertex.getPoint().getY()};
+}
 
 Point2d<omReal64> nearestOrThrow(const BaseGeometryEntity2d& entity, const Query& query) {
   PlanarPoint result = s_nowhere;
