@@ -230,7 +230,7 @@ class ShellMaker {
       _middles.erase(found);
       return vertex;
     }
-    if (std::max({lower[0], lower[1], lower[2]}) >= omUInt64{1} << (std::numeric_limits<T>::digits - 1))
+    if (lower[along] >= omUInt64{1} << (std::numeric_limits<T>::digits - 1))
       logAndThrow("Surfaces of voxels: the middle of an edge at " + std::to_string(lower[0]) + ", " +
                       std::to_string(lower[1]) + ", " + std::to_string(lower[2]) + " is not held exactly by " +
                       Mesh3d<T>().getClassName(),
