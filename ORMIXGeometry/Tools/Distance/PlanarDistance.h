@@ -25,13 +25,14 @@ using PlanarNearestPoints = NearestPoints<Point2dData<omReal64>>;
 ///
 /// Exactly 0, and both points the same, where the entities have a point in common. This is decided without rounding for
 /// all that has straight edges and corners as they are stored (squares and rectangles have computed ones), and for
-/// curves up to rounding. Other distances are right to a few units in the last place of the largest coordinate, between
-/// two curves to 1e-14 of their size, a hundred times that for ellipses of 1 : 1000 that cross. Coordinates may have
-/// any magnitude; a distance that exceeds the largest finite number is infinite.
+/// curves up to rounding: 1e-12 of the size for ellipses of 1 : 1000, less for rounder ones. Other distances are right
+/// to a few units in the last place of the largest coordinate, of two curves to 1e-13 of their size. Coordinates may
+/// have any magnitude; a distance that exceeds the largest finite number is infinite.
 ///
-/// Edges are in two trees of boxes, which are descended together: O(n log n) in general and for boundaries that are
-/// close along their whole length, mostly the time that it takes to read the entities. An edge at a smooth curve takes
-/// constant time, two curves some 10 microseconds. All local minima are looked at: nearestOfArcs() says how.
+/// Edges are in two trees of boxes, which are descended together: mostly the time that it takes to read the entities,
+/// more where boundaries are close along their whole length, and that of all pairs at worst, as of points around the
+/// centre of a circle of edges. An edge at a smooth curve takes constant time, two curves some 10 microseconds. All
+/// local minima are looked at: nearestOfArcs() says how.
 /// \throw ORMIXGeometryException, logged first, for lines and vectors, for two whole parabolas, a degenerated parabola,
 /// for what has no points, and where a coordinate or size is not finite
 /// @{
