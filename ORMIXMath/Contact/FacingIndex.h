@@ -19,8 +19,8 @@ inline IndexBox<2> boxOf(const BoundaryEdge& edge) {
 /// Edges, whose directions fall into 32 sectors.
 class FacingIndex {
  public:
-  /// \param order of the tree: that of the rings is made in no time and good for few of them; where many lie side by side,
-  /// boxes along the curve overlap less
+  /// \param order of the tree: that of the rings is made in no time and good for few of them; where many lie side by
+  /// side, boxes along the curve overlap less
   ORMIX_MATH_API explicit FacingIndex(std::vector<BoundaryEdge> edges, eBoxOrder order = eBO_Given);
 
   const std::vector<BoundaryEdge>& edges() const { return _edges; }

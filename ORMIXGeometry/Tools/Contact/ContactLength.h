@@ -45,8 +45,8 @@ struct Contact2d {
 ///
 /// About O(n log n) for n edges, where each is covered by few edges of the other region. An edge that is not covered
 /// takes time for all that face it within the gap: at worst O(n^2). Memory is linear in n.
-/// \throw ORMIXGeometryException, logged first, when the gap is negative or not finite, when a coordinate is not finite,
-/// and for entities of other classes
+/// \throw ORMIXGeometryException, logged first, when the gap is negative or not finite, when a coordinate is not
+/// finite, and for entities of other classes
 ORMIX_GEOMETRY_API omReal64 contactLength(const BaseGeometryEntity2d& a, const BaseGeometryEntity2d& b, omReal64 gap);
 
 /// The same with the parts themselves.

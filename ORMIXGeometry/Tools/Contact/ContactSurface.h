@@ -49,8 +49,8 @@ struct Contact3d {
 ///
 /// The same bits both ways. About O(n log n) for n triangles and the effort; at worst the effort times n. Memory
 /// likewise.
-/// \throw ORMIXGeometryException, logged first, when the gap or an option is negative or not finite, when a coordinate is
-/// not finite, for a shape that has voxels and no surfaces, and for entities of other classes
+/// \throw ORMIXGeometryException, logged first, when the gap or an option is negative or not finite, when a coordinate
+/// is not finite, for a shape that has voxels and no surfaces, and for entities of other classes
 ORMIX_GEOMETRY_API ContactSurface contactSurface(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
                                                  omReal64 gap, const ContactSurfaceOptions& options = {});
 
