@@ -2,9 +2,13 @@
 
 #include <ORMIXMath/Export.h>
 #include <ORMIXMath/Index/IndexBox.h>
+#include <ORMIXMath/Transform/CoordinateVectors.h>
 
 #include <algorithm>
 #include <vector>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 /// \file
 /// A packed tree of boxes, built once; not installed.
@@ -19,7 +23,7 @@ enum eBoxOrder {
 
 /// The boxes of the eight children of a node, coordinate by coordinate. Those that are missing are empty.
 template <std::size_t D>
-struct BoxNode {
+struct alignas(64) BoxNode {
   static constexpr std::size_t s_width = 8;
   omReal64 low[D][s_width];
   omReal64 high[D][s_width];
@@ -35,27 +39,57 @@ struct BoxNode {
 
   /// IndexBox::squareTo() of each child; of those that are missing infinite.
   void squaresTo(const IndexBox<D>& box, omReal64 (&squares)[s_width]) const {
-    for (std::size_t k = 0; k < s_width; ++k) squares[k] = 0;
-    for (std::size_t d = 0; d < D; ++d)
-      for (std::size_t k = 0; k < s_width; ++k) {
-        const omReal64 below = low[d][k] - box.high[d];
-        const omReal64 above = box.low[d] - high[d][k];
-        const omReal64 outside = below < above ? above : below;
-        const omReal64 gap = outside < 0 ? 0 : outside;
-        squares[k] += gap * gap;
+    for (std::size_t k = 0; k < s_width; k += 2) {
+      Reals<2> sum{};
+      for (std::size_t d = 0; d < D; ++d) {
+        const Reals<2> below = pairAt(low[d] + k) - box.high[d];
+        const Reals<2> above = box.low[d] - pairAt(high[d] + k);
+        const Reals<2> outside = below > above ? below : above;
+        const Reals<2> gap = outside > Reals<2>{} ? outside : Reals<2>{};
+        sum += gap * gap;
       }
+      *reinterpret_cast<StoredVector<omReal64, 2>*>(squares + k) = sum;
+    }
   }
 
   /// Bit k is set where child k meets the box; those of missing children may be.
   unsigned meeting(const IndexBox<D>& box) const {
     unsigned mask = 0;
-    for (std::size_t k = 0; k < s_width; ++k) {
-      unsigned meets = 1;
-      for (std::size_t d = 0; d < D; ++d)
-        meets &= static_cast<unsigned>(low[d][k] <= box.high[d]) & static_cast<unsigned>(box.low[d] <= high[d][k]);
-      mask |= meets << k;
+    for (std::size_t k = 0; k < s_width; k += 2) {
+      auto meets = pairAt(low[0] + k) <= box.high[0] && box.low[0] <= pairAt(high[0] + k);
+      for (std::size_t d = 1; d < D; ++d)
+        meets = meets && pairAt(low[d] + k) <= box.high[d] && box.low[d] <= pairAt(high[d] + k);
+      mask |= bitsOf(meets) << k;
     }
     return mask;
+  }
+
+  /// Bit k is set where `a[k] <= b[k]`, or `a[k] <= b`.
+  /// @{
+  static unsigned notGreater(const omReal64 (&a)[s_width], const omReal64 (&b)[s_width]) {
+    unsigned mask = 0;
+    for (std::size_t k = 0; k < s_width; k += 2) mask |= bitsOf(pairAt(a + k) <= pairAt(b + k)) << k;
+    return mask;
+  }
+  static unsigned notGreater(const omReal64 (&a)[s_width], omReal64 b) {
+    unsigned mask = 0;
+    for (std::size_t k = 0; k < s_width; k += 2) mask |= bitsOf(pairAt(a + k) <= b) << k;
+    return mask;
+  }
+  /// @}
+
+  // Two lanes are what every processor has; compilers make branches of the plain loops, which are two to three times
+  // slower.
+  static Reals<2> pairAt(const omReal64* numbers) {
+    return *reinterpret_cast<const StoredVector<omReal64, 2>*>(numbers);
+  }
+  template <class Lanes>
+  static unsigned bitsOf(const Lanes& lanes) {
+#if defined(__SSE2__)
+    return static_cast<unsigned>(_mm_movemask_pd(reinterpret_cast<const __m128d&>(lanes)));
+#else
+    return static_cast<unsigned>(lanes[0] & 1) | static_cast<unsigned>(lanes[1] & 2);
+#endif
   }
 };
 
@@ -107,9 +141,7 @@ class BoxTree {
         [&](const BoxNode<D>& node) {
           omReal64 squares[s_width];
           node.squaresTo(box, squares);
-          unsigned mask = 0;
-          for (std::size_t k = 0; k < s_width; ++k) mask |= static_cast<unsigned>(squares[k] <= square) << k;
-          return mask;
+          return BoxNode<D>::notGreater(squares, square);
         },
         visit);
   }
@@ -131,16 +163,14 @@ class BoxTree {
             leave[k] = maxParam;
           }
           for (std::size_t d = 0; d < D; ++d) clipAlong(node, d, origin[d], inverse[d], margin, enter, leave);
-          unsigned mask = 0;
-          for (std::size_t k = 0; k < s_width; ++k) mask |= static_cast<unsigned>(enter[k] <= leave[k]) << k;
-          return mask;
+          return BoxNode<D>::notGreater(enter, leave);
         },
         visit);
   }
 
   /// Calls `bound = visit(item, bound)` for items whose boxes are strictly nearer to a point or a box than the bound, a
-  /// square of a distance, in an order that lowers it soon: of the nodes below one the nearest comes first. It begins
-  /// as `squareBound`, which may be infinite, and ends the search at 0.
+  /// square of a distance, in an order that lowers it soon: of the children of a node the nearest comes first. It
+  /// begins as `squareBound`, which may be infinite, and ends the search at 0.
   template <class Place, class Visit>
   void visitNearest(const Place& place, omReal64 squareBound, Visit&& visit) const;
 
@@ -211,6 +241,22 @@ class BoxTree {
     }
   }
 
+  static std::size_t lowestBit(unsigned mask) { return static_cast<std::size_t>(__builtin_ctz(mask)); }
+  /// The child of the least square of those in the mask, which must not be 0.
+  static std::size_t leastOf(const omReal64 (&squares)[s_width], unsigned mask) {
+    std::size_t least = lowestBit(mask);
+    for (mask &= mask - 1; mask != 0; mask &= mask - 1)
+      if (const std::size_t k = lowestBit(mask); squares[k] < squares[least]) least = k;
+    return least;
+  }
+  /// The bits of the children that are not missing.
+  unsigned present(std::size_t level, std::size_t index) const { return (1u << nbChildren(level, index)) - 1; }
+  static void prefetch(const BoxNode<D>& node) {
+    constexpr std::size_t s_line = 64;
+    for (std::size_t at = 0; at < sizeof node; at += s_line)
+      __builtin_prefetch(reinterpret_cast<const char*>(&node) + at);
+  }
+
   template <class Choose, class Visit>
   bool visitChildren(Choose choose, Visit& visit) const {
     if (_size == 0) return true;
@@ -220,14 +266,16 @@ class BoxTree {
     while (nbWaiting > 0) {
       const Waiting at = waiting[--nbWaiting];
       const std::size_t first = s_width * at.index;
-      const std::size_t nbBits = nbChildren(at.level, at.index);
-      const unsigned mask = choose(node(at.level, at.index));
-      for (std::size_t k = 0; k < nbBits; ++k) {
-        if ((mask >> k & 1) == 0) continue;
-        if (at.level > 0)
-          waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(first + k)};
-        else if (!visit(itemAt(first + k)))
-          return false;
+      unsigned mask = choose(node(at.level, at.index)) & present(at.level, at.index);
+      if (at.level == 0) {
+        for (; mask != 0; mask &= mask - 1)
+          if (!visit(itemAt(first + lowestBit(mask)))) return false;
+        continue;
+      }
+      for (; mask != 0; mask &= mask - 1) {
+        const std::size_t child = first + lowestBit(mask);
+        prefetch(node(at.level - 1, child));
+        waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(child)};
       }
     }
     return true;
@@ -252,22 +300,27 @@ void BoxTree<D>::visitNearest(const Place& place, omReal64 squareBound, Visit&& 
     const WaitingNear at = waiting[--nbWaiting];
     if (!(at.square < squareBound)) continue;
     const std::size_t first = s_width * at.index;
-    const std::size_t nb = nbChildren(at.level, at.index);
     omReal64 squares[s_width];
     node(at.level, at.index).squaresTo(box, squares);
+    unsigned mask = BoxNode<D>::notGreater(squares, squareBound) & present(at.level, at.index);
     if (at.level == 0) {
-      for (std::size_t k = 0; k < nb; ++k)
-        if (squares[k] < squareBound) squareBound = visit(itemAt(first + k), squareBound);
+      // Nearest first: most of the others are then too far, and an item is memory that is not near.
+      while (mask != 0) {
+        const std::size_t k = leastOf(squares, mask);
+        if (!(squares[k] < squareBound)) break;
+        mask &= ~(1u << k);
+        squareBound = visit(itemAt(first + k), squareBound);
+      }
       continue;
     }
-    // Nearest last, as it is taken first.
-    const std::size_t start = nbWaiting;
-    for (std::size_t k = 0; k < nb; ++k) {
-      if (!(squares[k] < squareBound)) continue;
-      std::size_t to = nbWaiting++;
-      for (; to > start && waiting[to - 1].square < squares[k]; --to) waiting[to] = waiting[to - 1];
-      waiting[to] = {at.level - 1, static_cast<omUInt32>(first + k), squares[k]};
+    if (mask == 0) continue;
+    // The nearest last, as it is taken first; the others in no order, as most are too far when they are taken.
+    const std::size_t nearest = leastOf(squares, mask);
+    for (mask &= ~(1u << nearest); mask != 0; mask &= mask - 1) {
+      const std::size_t k = lowestBit(mask);
+      waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(first + k), squares[k]};
     }
+    waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(first + nearest), squares[nearest]};
   }
 }
 
