@@ -18,7 +18,8 @@ namespace ormix::detail {
 /// The order in which a tree takes its items.
 enum eBoxOrder {
   eBO_Given,  ///< As they are given, for items of which neighbours lie close together, as edges along a ring.
-  eBO_Curve   ///< Along a curve through the cells of a grid: Hilbert's in the plane, Morton's in space.
+  eBO_Curve   ///< Along a curve through the cells of a grid: Hilbert's in the plane (KamelFaloutsos1993), Morton's in
+              ///< space.
 };
 
 /// The boxes of the eight children of a node, coordinate by coordinate. Those that are missing are empty.

@@ -25,14 +25,15 @@
 #include <ORMIXGeometry/Measure/2d/PixelMoments.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/Tools/RTree/RTree.h>
 #include <ORMIXGeometry/Tools/Stl/StlLoad.h>
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2dUtils.h>
 #include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
+#include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
-#include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>
 #include <ORMIXMath/ORMIXMath.h>
 #include <ORMIXSerialization/Archive/CborIArchive.h>
 #include <ORMIXSerialization/Archive/CborOArchive.h>
@@ -45,6 +46,7 @@
 #include <cmath>
 #include <cstdint>
 #include <istream>
+#include <iterator>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -84,7 +86,8 @@ struct RingMeasures<float> : OrmixRingMeasures<float> {};
 template <>
 struct RingMeasures<std::int32_t> : OrmixRingMeasures<std::int32_t> {};
 
-/// Simplification by Douglas and Peucker's method alone, as the other libraries' rows do it but those that keep topology.
+/// Simplification by Douglas and Peucker's method alone, as the other libraries' rows do it but those that keep
+/// topology.
 template <>
 struct Simplify<double> : OrmixRing<double> {
   static Ring simplify(const Ring& ring, double tolerance) {
@@ -332,6 +335,39 @@ template <>
 struct Enclosing<float> : OrmixEnclosing<float> {};
 template <>
 struct Enclosing<std::int32_t> : OrmixEnclosing<std::int32_t> {};
+
+/// An index of boxes, made from the comparison's own.
+template <>
+struct Trees<double> {
+  static constexpr bool available = true;
+  using Box = ormix::geom::BoundingBox2d<double>;
+  using Tree = ormix::geom::RTree<Box>;
+  using Numbers = std::array<double, 4>;
+
+  static Tree build(const std::vector<Numbers>& boxes) {
+    return {Boxes{boxes.data()}, Boxes{boxes.data() + boxes.size()}};
+  }
+  static std::size_t query(const Tree& tree, const Numbers& box) {
+    return tree.query({{box[0], box[1]}, {box[2], box[3]}}).size();
+  }
+  static std::size_t nearest(const Tree& tree, double x, double y) { return tree.nearest({x, y})[0]; }
+
+ private:
+  /// Makes boxes as they are read.
+  struct Boxes {
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Box;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Box*;
+    using reference = Box;
+    const Numbers* at;
+
+    Box operator*() const { return {(*at)[0], (*at)[1], (*at)[2], (*at)[3]}; }
+    Boxes& operator++() { return ++at, *this; }
+    bool operator==(const Boxes& other) const { return at == other.at; }
+    bool operator!=(const Boxes& other) const { return at != other.at; }
+  };
+};
 
 /// Regions of a mask, from the mask: their runs are made first.
 template <>
