@@ -1,5 +1,7 @@
 #include <ORMIXGeometry/Tools/RTree/ChangingIndex.h>
 
+// Boost includes such itself.
+#define BOOST_ALLOW_DEPRECATED_HEADERS
 // g++ 12 does not see that an R*-tree has at least one entry where it sorts them.
 #pragma GCC diagnostic ignored "-Warray-bounds"
 
