@@ -262,7 +262,7 @@ class ItemGeometry<eRTI_Segment, D> {
     omReal64 square =
         std::min(std::min(squareTo(other._a), squareTo(other._b)), std::min(other.squareTo(_a), other.squareTo(_b)));
     if constexpr (D == 2) {
-      if (crosses(other)) return 0;
+      if (box().meets(other.box()) && crosses(other)) return 0;
     } else {
       square = std::min(square, squareInside(other));
     }

@@ -33,8 +33,8 @@ struct RTreeAccess;
 /// are removed, and is not given to another. Results are such indices: ascending where nothing else is said.
 ///
 /// Coordinates are finite, NaN and infinities are refused. A box that is inverted on an axis is empty: it keeps an
-/// index and is never found. Boxes, points in the plane and segments in the plane are met exactly; in space, and at a
-/// distance, up to a few units in the last place.
+/// index and is never found. What meets a box, or a segment at the distance 0, is decided exactly but for spatial boxes
+/// along a segment; distances are right to a few units in the last place.
 ///
 /// A tree that is made from a range is packed: its nodes lie in the order of a curve through the plane or space, or in
 /// that of the items where most of these continue the one before, as the segments of a ring. The first insert() or
