@@ -26,6 +26,7 @@
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/Tools/RTree/RTree.h>
+#include <ORMIXGeometry/Tools/MeshSimplification/MeshSimplification.h>
 #include <ORMIXGeometry/Tools/Stl/StlLoad.h>
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
@@ -258,6 +259,19 @@ template <>
 struct MeshMeasures<double> : OrmixMesh<double> {
   static double area(const Mesh& mesh) { return ormix::geom::AreaMsr3d::measure(mesh); }
   static double volume(const Mesh& mesh) { return ormix::geom::VolumeMsr3d::measure(mesh); }
+};
+
+/// Simplification of a mesh, which is copied first, with its volume kept.
+template <>
+struct Decimate<double> : OrmixMesh<double> {
+  static Mesh decimate(const Mesh& mesh, std::size_t nbTriangles) {
+    Mesh simplified = mesh;
+    ormix::MeshSimplificationOptions options;
+    options.nbTriangles = nbTriangles;
+    options.keepsVolume = true;
+    check(ormix::geom::MeshSimplification<double>::simplify(simplified, options));
+    return simplified;
+  }
 };
 
 /// Moments of a ring by way of the measure, Hu moments from moments at hand, and moments of a mask, its runs made
