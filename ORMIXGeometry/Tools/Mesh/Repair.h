@@ -61,8 +61,8 @@ struct RepairReport {
 /// 3. Where an edge has more than two triangles, those are dropped that are joined by such edges alone. The others are
 ///    paired by their angles around the edge, such that the wedges between them are inside (Gueziec2001).
 /// 4. Neighbours are oriented like most of their component. Where that contradicts itself the surface is cut open.
-///    Triangles whose corners lie on one line, exactly, are taken out: the edge that a corner lies on is flipped, and
-///    one without length becomes a vertex, where that leaves the surface manifold; the shape stays.
+///    Triangles whose corners lie on one line, exactly, are taken out: the edge that a corner lies on is flipped, and one
+///    without length becomes a vertex; the shape stays.
 /// 5. Boundary loops are filled: up to 12 edges by cutting ears, those with the greatest least angle first; up to 128
 ///    edges by the triangulation of least area (BarequetSharir1995); longer ones by cutting ears. Diagonals that are
 ///    edges already are avoided. The loop of a single triangle is left open.
