@@ -1,10 +1,13 @@
-// Opens STL, OBJ, PLY and OFF files: says what is in them and what is wrong, repairs the meshes, measures them, fits
-// shapes to their points, moves them, and saves what became of them, their convex hulls and pictures.
-// Usage: inspect_meshes OUTPUT_FOLDER FILE... Exit status: 0 when all went well, 1 when a file or a step failed, 2 for
+// Opens STL, OBJ, PLY and OFF files: says what is in them and what is wrong, repairs the meshes, simplifies them to a
+// number of triangles (a tenth without one), measures them, fits shapes to their points, moves them, and saves what
+// became of them, their convex hulls and pictures. Usage: inspect_meshes OUTPUT_FOLDER FILE... [--triangles NUMBER]
+// Exit status: 0 when all went well, 1 when a file or a step failed, 2 for
 // wrong arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
+#include <algorithm>
 #include <boost/smart_ptr/shared_ptr.hpp>
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <iomanip>
@@ -27,7 +30,7 @@ struct Model {
   std::filesystem::path path;
   MeshReport report;
   boost::shared_ptr<Mesh> mesh;
-  Mesh repaired;
+  Mesh repaired, simplified;
   std::string name() const { return path.stem().string(); }
 };
 
@@ -80,6 +83,19 @@ void printRepair(Model& model, const std::filesystem::path& folder) {
             << " triangles, area " << report.areaBefore << " -> " << report.areaAfter << ", volume "
             << report.volumeBefore << " -> " << report.volumeAfter << '\n';
   require(writeMesh((folder / (model.name() + "-repaired.ply")).string(), model.repaired));
+}
+
+/// Simplifies the repaired mesh and saves what is left.
+/// \param nbTriangles how many triangles to keep; 0 for a tenth
+void printSimplification(Model& model, std::size_t nbTriangles, const std::filesystem::path& folder) {
+  MeshSimplificationOptions options;
+  options.nbTriangles = nbTriangles != 0 ? nbTriangles : model.repaired.getNbTriangles() / 10;
+  MeshSimplificationReport report;
+  model.simplified = model.repaired;
+  require(MeshSimplification<omReal64>::simplify(model.simplified, options, &report));
+  std::cout << "  simplified: " << model.simplified.getNbTriangles() << " triangles, area "
+            << AreaMsr3d::measure(model.simplified) << ", volume " << VolumeMsr3d::measure(model.simplified) << '\n';
+  require(writeMesh((folder / (model.name() + "-simplified.ply")).string(), model.simplified));
 }
 
 /// Writes the mesh in a format and reads it again.
@@ -170,7 +186,7 @@ void saveView(const Mesh& mesh, const std::string& stem) {
   require(writer.write(stem + ".svg"));
 }
 
-int run(const std::filesystem::path& folder, const std::vector<std::string>& paths) {
+int run(const std::filesystem::path& folder, const std::vector<std::string>& paths, std::size_t nbTriangles) {
   std::filesystem::create_directories(folder);
   std::vector<Model> models;
   std::cout << "model                     format  triangles vertices  parts  closed  size                      wrong\n";
@@ -185,7 +201,10 @@ int run(const std::filesystem::path& folder, const std::vector<std::string>& pat
     printReport(model);
     models.push_back(model);
   }
-  for (Model& model : models) printRepair(model, folder);
+  for (Model& model : models) {
+    printRepair(model, folder);
+    if (!model.repaired.isEmpty()) printSimplification(model, nbTriangles, folder);
+  }
   std::cout
       << "\nmodel                           area    volume  centroid                hull of  its volume  ASCII and\n"
          "                                                                      triangles              binary\n";
@@ -194,22 +213,36 @@ int run(const std::filesystem::path& folder, const std::vector<std::string>& pat
     const std::string stem = (folder / model.name()).string();
     saveView(*model.mesh, stem);
     if (!model.repaired.isEmpty()) saveView(model.repaired, stem + "-repaired");
+    if (!model.simplified.isEmpty()) saveView(model.simplified, stem + "-simplified");
   }
   std::cout
       << "\nmodel                     points on a   on a sphere,        on an ellipsoid,              residual of\n"
          "                          plane         radius              radii                         a fitted move\n";
   for (const Model& model : models) printFits(model);
   std::cout << '\n'
-            << folder.string() << ": pictures, hulls, the repaired models, and those read in both formats of STL\n";
+            << folder.string()
+            << ": pictures, hulls, the repaired and the simplified models, and those read in both formats of STL\n";
   return models.size() == paths.size() ? 0 : 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3) return std::cerr << "usage: inspect_meshes OUTPUT_FOLDER FILE...\n", 2;
+  std::vector<std::string> words(argv + 1, argv + argc);
+  std::size_t nbTriangles = 0;
+  const auto option = std::find(words.begin(), words.end(), "--triangles");
+  bool isUnderstood = true;
+  if (option != words.end()) {
+    isUnderstood = option + 1 != words.end() &&
+                   std::from_chars(option[1].data(), option[1].data() + option[1].size(), nbTriangles).ptr ==
+                       option[1].data() + option[1].size() &&
+                   nbTriangles != 0;
+    words.erase(option, isUnderstood ? option + 2 : words.end());
+  }
+  if (!isUnderstood || words.size() < 2)
+    return std::cerr << "usage: inspect_meshes OUTPUT_FOLDER FILE... [--triangles NUMBER]\n", 2;
   try {
-    return run(argv[1], {argv + 2, argv + argc});
+    return run(words.front(), {words.begin() + 1, words.end()}, nbTriangles);
   } catch (const std::exception& error) {
     std::cerr << "inspect_meshes: " << error.what() << '\n';
     return 1;

@@ -1,11 +1,18 @@
 #!/usr/bin/env bash
 # Finds and measures the regions of photographs, finds out which cells of a tissue touch, measures the world's coastlines,
-# fits shapes to published points, and inspects and repairs the models of Debian's assimp-testmodels. With a PNG image, a
-# file of a mesh (STL, OBJ, PLY, OFF) or a file of rings as argument, measures that alone.
-# Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]]
+# fits shapes to published points, and inspects, repairs and simplifies the models of Debian's assimp-testmodels. With a
+# PNG image, a file of a mesh (STL, OBJ, PLY, OFF) or a file of rings as argument, measures that alone.
+# Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]] [--triangles NUMBER]
+#        (how many triangles simplified meshes keep; a tenth without it)
 #        (default output: build/regions, build/contacts, build/contours, build/fits and build/models)
 # Exit status: 0 when all went well, else that of the first program that failed.
 set -euo pipefail
+words=() simplification=()
+while [ $# -gt 0 ]; do
+  if [ "$1" = --triangles ] && [ $# -gt 1 ]; then simplification=(--triangles "$2") && shift; else words+=("$1"); fi
+  shift
+done
+set -- "${words[@]}"
 here=$PWD
 cd "$(dirname "$0")/.."
 build=$PWD/build/demo
@@ -41,7 +48,7 @@ case ${1:-} in
   *.[sS][tT][lL] | *.[oO][bB][jJ] | *.[pP][lL][yY] | *.[oO][fF][fF])
     output=build/models
     [ $# -lt 2 ] || output=$(from_caller "$2")
-    exec "$build/bin/inspect_meshes" "$output" "$(from_caller "$1")"
+    exec "$build/bin/inspect_meshes" "$output" "$(from_caller "$1")" "${simplification[@]}"
     ;;
   *.[pP][nN][gG])
     output=build/regions
@@ -83,5 +90,5 @@ else
   echo "demo.sh: the models cannot be had (no network?); inspecting the one that comes with the project" >&2
   models=(examples/data/part.stl)
 fi
-run "$build/bin/inspect_meshes" build/models "${models[@]}"
+run "$build/bin/inspect_meshes" build/models "${models[@]}" "${simplification[@]}"
 exit "$status"
