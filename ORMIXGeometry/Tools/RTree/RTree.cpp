@@ -65,10 +65,12 @@ void checkDistance(omReal64 distance, const char* function) {
   if (!(distance >= 0)) fail(eToolsMessage::eTM_NegativeDistance, function, distance);
 }
 
-/// Collects indices.
+/// What a query finds.
 template <class Query>
 std::vector<std::size_t> sorted(Query query) {
+  constexpr std::size_t s_usual = 16;  // to begin with: to grow from one on costs more than most queries
   std::vector<std::size_t> indices;
+  indices.reserve(s_usual);
   query([&indices](std::size_t index) {
     indices.push_back(index);
     return true;
@@ -293,9 +295,10 @@ typename RTree<Item>::IndexColl RTree<Item>::queryAlongRay(const Point& origin, 
   }
   if (!(part >= 0)) return {};
   Point end = origin;
+  constexpr omReal64 s_largest = std::numeric_limits<omReal64>::max();
   for (std::size_t d = 0; d < s_dimension; ++d)
-    end.coords[d] = std::clamp(origin.coords[d] + part * direction.coords[d], -std::numeric_limits<omReal64>::max(),
-                               std::numeric_limits<omReal64>::max());
+    if (direction.coords[d] != 0)
+      end.coords[d] = std::clamp(origin.coords[d] + part * direction.coords[d], -s_largest, s_largest);
   return queryAlong({origin, end}, distance);
 }
 

@@ -41,6 +41,9 @@ struct RTreeAccess;
 /// remove() changes over to a tree that can change (Boost.Geometry's R*-tree), in O(n log n). Copies share what is
 /// packed. Queries may run in several threads at once while none changes the tree.
 ///
+/// The coordinates of removed items are kept, 8 to 72 bytes each, so that indices stay; a tree that changes without end
+/// is made anew from its items now and then.
+///
 /// Queries take O(log n) and the time of what they find, as long as boxes overlap little, and O(n) at most; where
 /// coordinates exceed 2^500 in size, those that compute distances take O(n).
 /// \tparam Item Point2d, Segment2d, BoundingBox2d, Point3d, Segment3d, BoundingBox3d or LightTriangle3d, of omReal32 or
