@@ -91,15 +91,86 @@ bool findInside(const SpatialBody& solid, const SpatialBody& body, SpatialPoint&
   });
 }
 
+Box boxOf(const SpatialBody& body, std::size_t facet) {
+  Box box;
+  for (const SpatialPoint& p : body.corners(facet)) box.add(ormix::detail::IndexPoint<3>{p.x, p.y, p.z});
+  return box;
+}
+
+/// Calls `visit(itemA, itemB)` for the pairs of items whose boxes are nearer than a distance, which visits lower. Down
+/// first, with the nearer nodes before the others: from a bound that is nearly the answer this visits few more pairs
+/// than an order by distance, and none has to be kept in order.
+template <class Visit>
+void walkPairs(const ormix::detail::BoxTree<3>& treeA, const ormix::detail::BoxTree<3>& treeB, const omReal64& distance,
+               Visit&& visit) {
+  using ormix::detail::NodePair;
+  const ormix::detail::BoxPairs<3> pairs(treeA, treeB);
+  std::vector<NodePair> waiting{pairs.roots()};
+  while (!waiting.empty()) {
+    const NodePair at = waiting.back();
+    waiting.pop_back();
+    const omReal64 bound = distance * distance;
+    if (!(at.square < bound)) continue;
+    if (at.levelA > 0 || at.levelB > 0) {
+      const std::size_t first = waiting.size();
+      pairs.expand(
+          at, [](std::size_t, std::size_t, omReal64) { return true; },
+          [&](const NodePair& below) {
+            if (below.square < bound) waiting.push_back(below);
+          });
+      const auto nearest = std::max_element(waiting.begin() + std::ptrdiff_t(first), waiting.end());
+      if (nearest != waiting.end()) std::swap(*nearest, waiting.back());
+      continue;
+    }
+    const auto& nodeA = treeA.node(0, at.indexA);
+    const auto& nodeB = treeB.node(0, at.indexB);
+    constexpr std::size_t width = ormix::detail::BoxTree<3>::s_width;
+    const std::size_t nbA = treeA.nbChildren(0, at.indexA), nbB = treeB.nbChildren(0, at.indexB);
+    Box boxB;
+    for (std::size_t k = 0; k < nbB; ++k) boxB.add(nodeB.child(k));
+    for (std::size_t i = 0; i < nbA; ++i) {
+      const Box boxA = nodeA.child(i);
+      if (!(boxA.squareTo(boxB) < distance * distance)) continue;
+      omReal64 squares[width];
+      nodeB.squaresTo(boxA, squares);
+      for (std::size_t k = 0; k < nbB; ++k)
+        if (squares[k] < distance * distance)
+          visit(treeA.itemAt(width * at.indexA + i), treeB.itemAt(width * at.indexB + k));
+    }
+  }
+}
+
 SpatialNearestPair nearestOfFacetBodies(const SpatialBody& a, const SpatialBody& b, bool isFilled) {
   SpatialNearestPair best = s_noPair;
-  ormix::detail::nearestPair(a.tree, b.tree, s_infinity, [&](std::size_t itemA, std::size_t itemB) {
-    const omReal64 squareBound = best.distance * best.distance;
+  std::size_t bestA = 0, bestB = 0;
+  const auto squareOf = [&](std::size_t itemA, std::size_t itemB) {
     const SpatialNearestPair pair =
-        nearestOfFacets(a.corners(itemA), a.nbCorners, b.corners(itemB), b.nbCorners, squareBound);
-    if (pair.distance < best.distance) best = pair;
-    return pair.distance * pair.distance;
-  });
+        nearestOfFacets(a.corners(itemA), a.nbCorners, b.corners(itemB), b.nbCorners, best.distance * best.distance);
+    if (pair.distance < best.distance) {
+      best = pair;
+      bestA = itemA;
+      bestB = itemB;
+    }
+    return best.distance * best.distance;
+  };
+  const auto lookFromA = [&](std::size_t item) {
+    b.tree.visitNearest(boxOf(a, item), best.distance * best.distance,
+                        [&](std::size_t other, omReal64) { return squareOf(item, other); });
+  };
+  const auto lookFromB = [&](std::size_t item) {
+    a.tree.visitNearest(boxOf(b, item), best.distance * best.distance,
+                        [&](std::size_t other, omReal64) { return squareOf(other, item); });
+  };
+  // A bound that is nearly the answer first: from a few facets to the nearest of the other, and from there to and fro.
+  constexpr std::size_t nbSamples = 16;
+  const std::size_t step = a.facets.size() / nbSamples + 1;
+  for (std::size_t i = 0; i < a.facets.size(); i += step) lookFromA(i);
+  for (omReal64 last = s_infinity; step > 1 && best.distance < last;) {
+    last = best.distance;
+    lookFromB(bestB);
+    lookFromA(bestA);
+  }
+  walkPairs(a.tree, b.tree, best.distance, squareOf);
   SpatialPoint inside;
   if (isFilled && best.distance > 0 && (findInside(a, b, inside) || findInside(b, a, inside))) return pairAt(inside);
   return best;
