@@ -208,17 +208,15 @@ class Search {
   void bound(const Part& whole) {
     _waiting.assign(1, whole);
     while (!_waiting.empty() && !isBeyondLimit()) {
-      Part part = _waiting.back();
+      const Part part = _waiting.back();
       _waiting.pop_back();
       if (isDone(part)) continue;
       if (_isStopped) {
         _upper = std::max(_upper, std::sqrt(squareBoundOf(part)));
         continue;
       }
-      for (Corner& corner : part) makeNearest(corner);
       omUInt32 middleFacet = 0;
-      if (isDone(part) || isDoneByMiddle(part, middleFacet)) continue;
-      split(part, middleFacet);
+      if (!isDoneByMiddle(part, middleFacet)) split(part, middleFacet);
     }
   }
 
@@ -234,12 +232,16 @@ class Search {
     return true;
   }
 
-  /// How far from a point that is near enough to a facet to one that is not all points are, as a share of the way.
+  /// How far from a point that is near enough to a facet to one that is not all points are, as a share of the way; less
+  /// by at most a small part of what near enough is.
   omReal64 nearShare(const SpatialPoint& from, const SpatialPoint& to, omUInt32 facet, omReal64 square) const {
+    constexpr omReal64 precision = 1.0 / 16;
+    const SpatialPoint along = to - from;
+    const omReal64 enough = std::max(precision * std::sqrt(square / dot(along, along)), 1e-12);
     omReal64 low = 0, high = 1;
-    for (int step = 0; step < 40 && high - low > 1e-12; ++step) {
+    while (high - low > enough) {
       const omReal64 middle = 0.5 * (low + high);
-      (squareTo(from + (to - from) * middle, facet) <= square ? low : high) = middle;
+      (squareTo(from + along * middle, facet) <= square ? low : high) = middle;
     }
     return low;
   }
@@ -288,12 +290,21 @@ class Search {
   /// that is little, by its halves.
   void split(const Part& part, omUInt32 middleFacet) {
     const omReal64 square = target() * target();
+    constexpr omReal64 goodArea = 0.25;
     Removal best;
     for (const omUInt32 facet : {middleFacet, part[0].facet, part[1].facet, part[2].facet}) {
       const Removal removal = removalBy(part, facet, square);
       if (removal.area > best.area) best = removal;
+      if (best.area > goodArea) break;
     }
     constexpr omReal64 leastArea = 0.01;
+    if (best.area < leastArea && !(part[0].isNearest && part[1].isNearest && part[2].isNearest)) {
+      // Their own facets may be better than those that were near by.
+      Part again = part;
+      for (Corner& corner : again) makeNearest(corner);
+      _waiting.push_back(again);
+      return;
+    }
     if (best.area < leastArea) {
       std::size_t i = 0;
       for (std::size_t k = 1; k < 3; ++k)
@@ -368,13 +379,12 @@ HausdorffBounds directed(const PreparedEntity3d& a, const PreparedEntity3d& b, c
 
 }  // namespace
 
-HausdorffBounds directedHausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b,
-                                          const HausdorffOptions& options) {
+HausdorffBounds directedHausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b,
+                                  const HausdorffOptions& options) {
   return directed(a, b, options, s_infinity, {});
 }
 
-HausdorffBounds hausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b,
-                                  const HausdorffOptions& options) {
+HausdorffBounds hausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b, const HausdorffOptions& options) {
   const HausdorffBounds fromA = directed(a, b, options, s_infinity, {});
   // What is not farther than this need not be known.
   HausdorffBounds start = fromA;
@@ -387,21 +397,21 @@ HausdorffBounds hausdorffDistance(const PreparedEntity3d& a, const PreparedEntit
   return both;
 }
 
-bool isWithinDirectedHausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b, omReal64 limit,
-                                       const HausdorffOptions& options, HausdorffBounds* bounds) {
+bool isWithinDirectedHausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b, omReal64 limit,
+                               const HausdorffOptions& options, HausdorffBounds* bounds) {
   const HausdorffBounds found = directed(a, b, options, limit, {});
   if (bounds) *bounds = found;
   return found.upper <= limit;
 }
 
-HausdorffBounds directedHausdorffDistance(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
-                                          const HausdorffOptions& options) {
-  return directedHausdorffDistance(PreparedEntity3d(a), PreparedEntity3d(b), options);
+HausdorffBounds directedHausdorff(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
+                                  const HausdorffOptions& options) {
+  return directedHausdorff(PreparedEntity3d(a), PreparedEntity3d(b), options);
 }
 
-HausdorffBounds hausdorffDistance(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
-                                  const HausdorffOptions& options) {
-  return hausdorffDistance(PreparedEntity3d(a), PreparedEntity3d(b), options);
+HausdorffBounds hausdorff(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
+                          const HausdorffOptions& options) {
+  return hausdorff(PreparedEntity3d(a), PreparedEntity3d(b), options);
 }
 
 }  // namespace ormix::geom

@@ -48,29 +48,28 @@ struct HausdorffBounds {
 
 /// The largest distance of a point of a from b.
 /// \throw ORMIXGeometryException, logged first, for what has no surface of triangles, edges or points
-ORMIX_GEOMETRY_API HausdorffBounds directedHausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b,
-                                                             const HausdorffOptions& options = {});
+ORMIX_GEOMETRY_API HausdorffBounds directedHausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b,
+                                                     const HausdorffOptions& options = {});
 
 /// The larger one of both directions.
-/// \throw ORMIXGeometryException, logged first, as directedHausdorffDistance()
-ORMIX_GEOMETRY_API HausdorffBounds hausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b,
-                                                     const HausdorffOptions& options = {});
+/// \throw ORMIXGeometryException, logged first, as directedHausdorff()
+ORMIX_GEOMETRY_API HausdorffBounds hausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b,
+                                             const HausdorffOptions& options = {});
 
 /// Whether no point of a is farther from b than a distance: false, with the bounds and the point, as soon as one is
 /// found. Where the bounds do not tell, as the distance is within the tolerance of the limit or the effort ran out, the
 /// answer is false and `upper` exceeds the limit.
-/// \throw ORMIXGeometryException, logged first, as directedHausdorffDistance()
-ORMIX_GEOMETRY_API bool isWithinDirectedHausdorffDistance(const PreparedEntity3d& a, const PreparedEntity3d& b,
-                                                          omReal64 limit, const HausdorffOptions& options = {},
-                                                          HausdorffBounds* bounds = nullptr);
+/// \throw ORMIXGeometryException, logged first, as directedHausdorff()
+ORMIX_GEOMETRY_API bool isWithinDirectedHausdorff(const PreparedEntity3d& a, const PreparedEntity3d& b, omReal64 limit,
+                                                  const HausdorffOptions& options = {},
+                                                  HausdorffBounds* bounds = nullptr);
 
 /// \name Of entities that are not prepared
 /// @{
-ORMIX_GEOMETRY_API HausdorffBounds directedHausdorffDistance(const BaseGeometryEntity3d& a,
-                                                             const BaseGeometryEntity3d& b,
-                                                             const HausdorffOptions& options = {});
-ORMIX_GEOMETRY_API HausdorffBounds hausdorffDistance(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
+ORMIX_GEOMETRY_API HausdorffBounds directedHausdorff(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
                                                      const HausdorffOptions& options = {});
+ORMIX_GEOMETRY_API HausdorffBounds hausdorff(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
+                                             const HausdorffOptions& options = {});
 /// @}
 
 }  // namespace ormix::geom

@@ -76,28 +76,27 @@ TEST(Hausdorff3d, IsThatOfKnownShapes) {
   const auto shifted = [](omReal64 x, omReal64 y, omReal64 z) {
     return BoundingBox3d<omReal64>(x, y, z, 1 + x, 2 + y, 3 + z);
   };
-  expectInterval(hausdorffDistance(box, shifted(0.25, 0, 0), options), 0.25, 1e-4);
-  expectInterval(hausdorffDistance(box, shifted(3, 4, 12), options), 13, 13e-4);
+  expectInterval(hausdorff(box, shifted(0.25, 0, 0), options), 0.25, 1e-4);
+  expectInterval(hausdorff(box, shifted(3, 4, 12), options), 13, 13e-4);
   // A small box in the middle of a large one: the distance of its boundary is taken in the middle of the large one's
   // sides from inside, or at a corner from outside.
   const BoundingBox3d<omReal64> inner(4, 4, 4, 6, 6, 6), outer(0, 0, 0, 10, 10, 10);
-  expectInterval(directedHausdorffDistance(inner, outer, options), 4, 4e-4);
-  expectInterval(directedHausdorffDistance(outer, inner, options), std::sqrt(48.0), 7e-4);
+  expectInterval(directedHausdorff(inner, outer, options), 4, 4e-4);
+  expectInterval(directedHausdorff(outer, inner, options), std::sqrt(48.0), 7e-4);
   // Spheres of triangles about one centre: the radii of a corner and of the middle of the other's largest triangle.
-  const HausdorffBounds spheres = hausdorffDistance(sphere({5, 5, 5}, 2, 4), sphere({5, 5, 5}, 1, 4), options);
+  const HausdorffBounds spheres = hausdorff(sphere({5, 5, 5}, 2, 4), sphere({5, 5, 5}, 1, 4), options);
   EXPECT_NEAR(spheres.lower, 1, 0.01);
   expectInterval(spheres, spheres.lower, 1e-4 * spheres.lower);
   // What is equal, or the same surface with other triangles, is nowhere apart.
-  const HausdorffBounds same = hausdorffDistance(sphere({0, 0, 0}, 1, 3), sphere({0, 0, 0}, 1, 3), options);
+  const HausdorffBounds same = hausdorff(sphere({0, 0, 0}, 1, 3), sphere({0, 0, 0}, 1, 3), options);
   EXPECT_LE(same.lower, 1e-15);
   EXPECT_LE(same.upper, 1e-9);
   support::Random random(3);
-  expectInterval(hausdorffDistance(sheet(7, 0, random), sheet(12, 0, random), options), 0, 2e-9);
+  expectInterval(hausdorff(sheet(7, 0, random), sheet(12, 0, random), options), 0, 2e-9);
   // Points and segments.
   const PointCloud3d<omReal64> cloud(std::vector<P>{{0, 0, 0}, {4, 0, 0}});
-  expectInterval(directedHausdorffDistance(Segment3d<omReal64>(0, 1, 0, 4, 1, 0), cloud, options), std::sqrt(5.0),
-                 1e-3);
-  expectInterval(directedHausdorffDistance(cloud, Segment3d<omReal64>(0, 1, 0, 3, 1, 0), options), std::sqrt(2.0), 0);
+  expectInterval(directedHausdorff(Segment3d<omReal64>(0, 1, 0, 4, 1, 0), cloud, options), std::sqrt(5.0), 1e-3);
+  expectInterval(directedHausdorff(cloud, Segment3d<omReal64>(0, 1, 0, 3, 1, 0), options), std::sqrt(2.0), 0);
 }
 
 TEST(Hausdorff3d, BoundsWhatIsSampledAndDecidesLimits) {
@@ -113,37 +112,37 @@ TEST(Hausdorff3d, BoundsWhatIsSampledAndDecidesLimits) {
           sampled = std::max(sampled, distance(PreparedEntity3d(Point3d<omReal64>(p)), b));
         }
     });
-    const HausdorffBounds bounds = directedHausdorffDistance(a, b);
+    const HausdorffBounds bounds = directedHausdorff(a, b);
     EXPECT_GE(bounds.upper, sampled);
     EXPECT_LE(bounds.lower, sampled + 0.1);
     expectInterval(bounds, bounds.lower, 0.01 * bounds.lower);
-    EXPECT_GE(hausdorffDistance(a, b).lower, bounds.lower * 0.99);
+    EXPECT_GE(hausdorff(a, b).lower, bounds.lower * 0.99);
 
-    EXPECT_TRUE(isWithinDirectedHausdorffDistance(a, b, bounds.upper * 1.01));
+    EXPECT_TRUE(isWithinDirectedHausdorff(a, b, bounds.upper * 1.01));
     HausdorffBounds found;
-    EXPECT_FALSE(isWithinDirectedHausdorffDistance(a, b, bounds.lower * 0.5, {}, &found));
+    EXPECT_FALSE(isWithinDirectedHausdorff(a, b, bounds.lower * 0.5, {}, &found));
     EXPECT_GT(found.lower, bounds.lower * 0.5);
     // Without effort the bounds are wide, and right.
     HausdorffOptions poor;
     poor.maxNbSearches = 5;
-    const HausdorffBounds wide = directedHausdorffDistance(a, b, poor);
+    const HausdorffBounds wide = directedHausdorff(a, b, poor);
     EXPECT_FALSE(wide.isComplete);
     EXPECT_LE(wide.nbSearches, 5U);
     EXPECT_LE(wide.lower, bounds.upper);
     EXPECT_GE(wide.upper, bounds.lower);
     poor = {};
     poor.progress = [](omReal64) { return false; };
-    EXPECT_FALSE(directedHausdorffDistance(a, b, poor).isComplete);
+    EXPECT_FALSE(directedHausdorff(a, b, poor).isComplete);
   }
 }
 
 TEST(Hausdorff3d, ScalesWithTheCoordinatesAndRefusesWhatHasNoFacets) {
   for (const omReal64 unit : {0x1p-1000, 0x1p-300, 0x1p300, 0x1p1000}) {
     const BoundingBox3d<omReal64> a(0, 0, 0, unit, unit, unit), b(0, 0, 0, 3 * unit, unit, unit);
-    EXPECT_EQ(hausdorffDistance(a, b).lower, 2 * unit);
+    EXPECT_EQ(hausdorff(a, b).lower, 2 * unit);
   }
-  EXPECT_THROW(hausdorffDistance(Sphere3d<omReal64>({0, 0, 0}, 1), Point3d<omReal64>()), ORMIXGeometryException);
-  EXPECT_THROW(hausdorffDistance(Point3d<omReal64>(), Plan3d()), ORMIXGeometryException);
+  EXPECT_THROW(hausdorff(Sphere3d<omReal64>({0, 0, 0}, 1), Point3d<omReal64>()), ORMIXGeometryException);
+  EXPECT_THROW(hausdorff(Point3d<omReal64>(), Plan3d()), ORMIXGeometryException);
 }
 
 }  // namespace
