@@ -61,20 +61,21 @@ struct RepairReport {
 /// 3. Where an edge has more than two triangles, those are dropped that are joined by such edges alone. The others are
 ///    paired by their angles around the edge, such that the wedges between them are inside (Gueziec2001).
 /// 4. Neighbours are oriented like most of their component. Where that contradicts itself the surface is cut open.
-///    Triangles whose corners lie on one line, exactly, are taken out: the edge that a corner lies on is flipped, and one
-///    without length becomes a vertex; the shape stays.
+///    Triangles whose corners lie on one line, exactly, are taken out: the edge that a corner lies on is flipped, and
+///    one without length becomes a vertex; the shape stays.
 /// 5. Boundary loops are filled: up to 12 edges by cutting ears, those with the greatest least angle first; up to 128
 ///    edges by the triangulation of least area (BarequetSharir1995); longer ones by cutting ears. Diagonals that are
 ///    edges already are avoided. The loop of a single triangle is left open.
 /// 6. Sheets that touch in a vertex get vertices of their own. Where two edges still have the same ends, all but one
 ///    are halved.
-/// 7. Closed shells that are inside out are turned, and with an outermost shell those within it. A shell within another
-///    one is else left as it is, since it may be a cavity.
+/// 7. Closed shells that lie in no other one are turned outward, those inside these inward, as the surfaces of
+/// cavities,
+///    and so on, see `findShells`.
 /// 8. Vertices without triangles are dropped.
 ///
 /// Triangles keep their order and their first corners as far as they are kept; new ones come last. Repairing twice is
-/// the same as repairing once. Triangles that intersect are neither found nor changed. O(n log n), and at most 2,800
-/// triangles looked at for each edge of a loop.
+/// the same as repairing once. Triangles that intersect are neither found nor changed. O(n log n), and at most 6,200
+/// comparisons for each edge of a loop.
 ///
 /// \return a failure, with the mesh unchanged, for a tolerance that is negative or NaN and when more triangles or
 ///         vertices are needed than a mesh can hold. The mesh is unchanged also when memory runs out, which is thrown.

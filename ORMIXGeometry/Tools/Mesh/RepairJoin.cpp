@@ -15,8 +15,7 @@ namespace {
 /// triangles or one. The one with the most open edges goes first, of several the last, until no such triangle is left.
 class FinFinder {
  public:
-  explicit FinFinder(const RepairMesh& mesh)
-      : _edgeOf(mesh.indexColl.size()), _isFin(mesh.getNbTriangles()), _mesh(mesh) {
+  explicit FinFinder(const RepairMesh& mesh) : _edgeOf(mesh.indexColl.size()), _isFin(mesh.getNbTriangles()) {
     EdgeIndex edges(mesh.pointColl.size(), mesh.indexColl.data(), mesh.getNbTriangles());
     edges.visitEdges([&](omUInt32, const EdgeIndex::Side* first, const EdgeIndex::Side* last) {
       for (const EdgeIndex::Side* side = first; side != last; ++side) {
@@ -69,7 +68,6 @@ class FinFinder {
   std::vector<omUInt32> _sides;  ///< by edge
   std::vector<bool> _isFin;
   std::priority_queue<std::pair<int, omUInt32>> _queue;
-  const RepairMesh& _mesh;
 };
 
 /// A side at an edge of several triangles.

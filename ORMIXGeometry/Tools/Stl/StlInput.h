@@ -9,7 +9,7 @@
 
 namespace ormix::geom {
 
-/// Sequential access to the bytes of an STL file or of memory.
+/// Sequential access to the bytes of a file of a mesh, in any format, or of memory.
 class ORMIX_GEOMETRY_API StlInput {
  public:
   /// Reads from memory, which must stay valid as long as this object.
