@@ -9,6 +9,8 @@ namespace {
 
 /// Least cosine between the normals of a triangle before and after a collapse.
 constexpr omReal64 s_leastCosine = 0.5;
+/// What vertices on a straight boundary may be off it by rounding. The extent of the mesh is about 1.
+constexpr omReal64 s_noDrift = 0x1p-40;
 /// Least ratio of twice the area to the square of the longest side, of a triangle that a collapse makes more slender.
 constexpr omReal64 s_leastRoundness = 1e-4;
 
@@ -107,7 +109,7 @@ bool keepsNormals(const CollapsingMesh& mesh, const CollapsingEdge& edge, const 
   return true;
 }
 
-BoundaryDrift::BoundaryDrift(omReal64 tolerance, std::size_t nbVertices) : _tolerance(tolerance) {
+BoundaryDrift::BoundaryDrift(omReal64 tolerance, std::size_t nbVertices) : _tolerance(tolerance + s_noDrift) {
   if (std::isfinite(tolerance)) _drifts.assign(nbVertices, 0);
 }
 

@@ -53,7 +53,8 @@ struct MeshSimplificationOptions {
   /// Whether a collapse is refused after which triangles would intersect that did not. Takes several times as long.
   bool avoidsIntersections = false;
   /// How far boundaries may move from where they were, as a bound for the distance both ways along the boundary, in the
-  /// unit of the coordinates, not negative.
+  /// unit of the coordinates, not negative; and 2^-40 of the extent more, so that straight boundaries may lose
+  /// vertices.
   omReal64 boundaryTolerance = std::numeric_limits<omReal64>::infinity();
   /// Weight of the planes that hold boundaries and features, beside 1 for the surface; not negative.
   omReal64 boundaryWeight = 10;

@@ -51,9 +51,11 @@ BoolResult checkOptions(const MeshSimplificationOptions& options, std::size_t nb
 }
 
 BoolResult checkVertices(const std::vector<SpatialPoint>& vertices) {
+  constexpr omReal64 greatest = 0x1p1020;  // so that no place for a vertex overflows
+  const auto isFit = [](omReal64 value) { return std::abs(value) <= greatest; };
   for (std::size_t i = 0; i < vertices.size(); ++i)
-    if (!std::isfinite(vertices[i].x) || !std::isfinite(vertices[i].y) || !std::isfinite(vertices[i].z))
-      return failure("Simplification of meshes: vertex " + std::to_string(i) + " is not finite");
+    if (!isFit(vertices[i].x) || !isFit(vertices[i].y) || !isFit(vertices[i].z))
+      return failure("Simplification of meshes: vertex " + std::to_string(i) + " is not finite, or beyond 2^1020");
   return {};
 }
 

@@ -24,8 +24,9 @@ struct SimplifiedTriangles {
 /// The result has the topology of the input, each component its own, and its orientation: closed stays closed. No
 /// collapse turns a triangle by more than 60 degrees. Sides without an opposite are boundaries, held by planes that are
 /// perpendicular to the surface. What several fans of triangles have in common, a vertex or an edge of other than two
-/// triangles, stays as it is. Vertices that do not move keep their coordinates exactly; vertices and triangles that
-/// remain keep their order, and vertices without triangles go. The same input gives the same bits everywhere.
+/// triangles, stays as it is. Vertices that do not move keep their coordinates exactly, those below 2^-900 of the
+/// extent apart; vertices and triangles that remain keep their order, and vertices without triangles go. The same input
+/// gives the same bits everywhere.
 ///
 /// Planes count with the roots of their triangles' areas: with the areas themselves averages are better, and all alike
 /// is better for the greatest distance where triangles are of different sizes.
@@ -33,7 +34,7 @@ struct SimplifiedTriangles {
 /// O(n log n) as a rule, and about 130 bytes a triangle. Vertices where more than 1000 triangles meet take no part
 /// until fewer do.
 /// \tparam T type of the coordinates, whose values the result has: omInt32, omUInt32, omReal32 or omReal64
-/// \param vertices with finite coordinates
+/// \param vertices with coordinates that are finite and at most 2^1020 in size
 /// \param sides of triangles with three different corners, all starts below the number of vertices, opposites as
 ///        MeshSide has them
 /// \param result set on success

@@ -106,6 +106,7 @@ BoolResult simplifyMesh(Mesh& mesh, std::vector<MeshSide> sides, const MeshSimpl
         simplifyTriangles<T>(pointsOf(mesh.getVertexColl()), std::move(sides), options, triangles, found);
     if (result) result = build(simplified, triangles);
     if (!result) return result;
+    found.nbTrianglesBefore = mesh.getNbTriangles();
   }
   if (report != nullptr)
     compareSurfaces<T>(TriMesh3d<T>(mesh), TriMesh3d<T>(simplified), options.measuresDistances, found);

@@ -31,8 +31,9 @@ class MeshSimplification {
   /// `options` must name a number of triangles or a greatest error. When no edge can collapse any more, more triangles
   /// are left than asked for, which is no failure: the report has their number, and why collapses were refused.
   /// \param report if not null, set on success; distances are only measured for it
-  /// \return a failure, with mesh and report unchanged, for options out of range, for a coordinate that is not finite,
-  ///         and when the progress callback stops it; the text says which. Unchanged too when memory runs out.
+  /// \return a failure, with mesh and report unchanged, for options out of range, for a coordinate that is not finite or
+  ///         beyond 2^1020, and when the progress callback stops it; the text says which. Unchanged too when memory
+  ///         runs out.
   ORMIX_GEOMETRY_API static BoolResult simplify(Mesh3d<T>& mesh, const MeshSimplificationOptions& options = {},
                                                 MeshSimplificationReport* report = nullptr);
 

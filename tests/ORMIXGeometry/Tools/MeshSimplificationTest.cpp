@@ -170,7 +170,7 @@ TEST(MeshSimplification, KeepsTopologyAndReportsWhatItDid) {
 }
 
 TEST(MeshSimplification, CubeOfManyTrianglesBecomesOneOfTwelve) {
-  for (const omUInt32 n : {1u, 2u, 5u, 16u})
+  for (const omUInt32 n : {1u, 2u, 5u, 9u})
     for (omUInt32 bits = 0; bits < 16; ++bits) {
       Mesh mesh = cube(n);
       MeshSimplificationOptions options = optionsOf(bits, 0);
@@ -283,7 +283,7 @@ TEST(MeshSimplification, FailsWithoutAChange) {
   Mesh mesh = before;
   mesh.setVertex(7, {0, nan, 0});
   EXPECT_EQ(MeshSimplification<omReal64>::simplify(mesh, toTriangles(100)).getMessage(),
-            "Simplification of meshes: vertex 7 is not finite");
+            "Simplification of meshes: vertex 7 is not finite, or beyond 2^1020");
 }
 
 TEST(MeshSimplification, HostileMeshes) {
@@ -298,9 +298,9 @@ TEST(MeshSimplification, HostileMeshes) {
   add("one point", {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, {{0, 1, 2}, {0, 2, 1}});
   add("equal corners", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 0, 2}, {0, 1, 2}, {1, 1, 1}});
   add("tetrahedron", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{0, 2, 1}, {0, 1, 3}, {1, 2, 3}, {2, 0, 3}});
-  const omReal64 huge = std::numeric_limits<omReal64>::max();
+  constexpr omReal64 huge = 0x1p1020;
   add("huge", {{-huge, 0, 0}, {huge, 0, 0}, {0, huge, 0}, {0, 0, huge}}, {{0, 2, 1}, {0, 1, 3}, {1, 2, 3}, {2, 0, 3}});
-  for (const omUInt32 nb : {3000u, 100000u}) {
+  for (const omUInt32 nb : {500u, 100000u}) {
     std::vector<Point3dData<omReal64>> vertices{{0, 0, 0}, {0, 0, 1}};
     std::vector<IndexTriangle> fan, book;
     for (omUInt32 i = 0; i < nb; ++i) {
@@ -310,8 +310,8 @@ TEST(MeshSimplification, HostileMeshes) {
       fan.push_back({1, (i + 1) % nb + 2, i + 2});
       book.push_back({0, 1, i + 2});
     }
-    add(nb == 3000 ? "fan" : "large fan", vertices, fan);
-    add(nb == 3000 ? "book" : "large book", vertices, book);
+    add(nb == 500 ? "fan" : "large fan", vertices, fan);
+    add(nb == 500 ? "book" : "large book", vertices, book);
   }
   std::vector<Point3dData<omReal64>> vertices;
   std::vector<IndexTriangle> strip;
@@ -333,11 +333,11 @@ TEST(MeshSimplification, HostileMeshes) {
   add("any", vertices, any);
   for (auto& [name, before] : soups)
     for (const omUInt32 bits : {0u, 3u, 8u, 63u}) {
-      if (bits >= 8 && before.getNbTriangles() > 50000) continue;
+      if (bits > 0 && before.getNbTriangles() > 50000) continue;
       Soup soup = before;
       MeshSimplificationReport report;
       MeshSimplificationOptions options = optionsOf(bits, 10);
-      options.measuresDistances = bits == 0;
+      options.measuresDistances = before.getNbTriangles() < 50000;
       ASSERT_TRUE(MeshSimplification<omReal64>::simplify(soup, options, &report)) << name;
       EXPECT_TRUE(soup.checkIntegrity()) << name;
       EXPECT_EQ(report.nbTrianglesAfter, soup.getNbTriangles()) << name;
@@ -355,7 +355,7 @@ TEST(MeshSimplification, HostileMeshes) {
 TEST(MeshSimplification, SheetsThatLieCloseDoNotCross) {
   // Two waves, one above the other by less than what a collapse to few triangles changes.
   const auto waves = [](omReal64 height) {
-    return gridMesh<omReal64>(60, 20, false, false, [height](omUInt32 i, omUInt32 j) {
+    return gridMesh<omReal64>(30, 10, false, false, [height](omUInt32 i, omUInt32 j) {
       return Point3dData<omReal64>(i, j, 3 * std::sin(0.4 * i) + height * (2 + std::sin(i * 1.7 + j)));
     });
   };
@@ -368,13 +368,13 @@ TEST(MeshSimplification, SheetsThatLieCloseDoNotCross) {
   ASSERT_TRUE(before.build(vertices, indices));
   free = apart = before;
   ASSERT_EQ(countIntersections(before), 0u);
-  ASSERT_TRUE(MeshSimplification<omReal64>::simplify(free, optionsOf(0, 600)));
+  ASSERT_TRUE(MeshSimplification<omReal64>::simplify(free, optionsOf(0, 150)));
   MeshSimplificationReport report;
-  ASSERT_TRUE(MeshSimplification<omReal64>::simplify(apart, optionsOf(8, 600), &report));
+  ASSERT_TRUE(MeshSimplification<omReal64>::simplify(apart, optionsOf(8, 150), &report));
   EXPECT_GT(countIntersections(free), 0u);
   EXPECT_EQ(countIntersections(apart), 0u);
   EXPECT_GT(report.nbRefusals[eCR_Intersection], 0u);
-  EXPECT_LT(apart.getNbTriangles(), 2000u);
+  EXPECT_LT(apart.getNbTriangles(), 600u);
 }
 
 TEST(MeshSimplification, FansThatMeetInAVertexStayTogether) {
