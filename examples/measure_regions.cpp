@@ -156,9 +156,9 @@ void drawSkeletons(const std::vector<Region>& regions, const std::string& path) 
     const auto& [shape, p] = regions[index];
     if (p.circularity > greatestCircularity) continue;
     const Skeleton2d skeleton = pruneSkeleton(computeSkeleton(*shape), pruning);
-    const SkeletonPath path = longestPath(skeleton);
+    const SkeletonPath longest = longestPath(skeleton);
     std::cout << "region " << index + 1 << ": skeleton of length " << countsOf(skeleton).length << ", longest path "
-              << path.length << ", mean width along it " << widthsAlong(skeleton, path).mean << '\n';
+              << longest.length << ", mean width along it " << widthsAlong(skeleton, longest).mean << '\n';
     require(writer.draw(*shape, {"#404040", "#f0f0f0", 1, std::to_string(index + 1)}));
     require(drawSkeleton(writer, skeleton, {2, 0, 12}));
     isAnyDrawn = true;

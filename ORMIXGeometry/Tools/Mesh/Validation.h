@@ -58,7 +58,7 @@ struct MeshValidationOptions {
 };
 
 /// All defects of a mesh.
-struct MeshValidation {
+struct ORMIX_GEOMETRY_API MeshValidation {
   std::size_t nbVertices = 0;                         ///< of the mesh
   std::size_t nbTriangles = 0;                        ///< of the mesh
   std::array<std::size_t, s_nbMeshDefects> counts{};  ///< how many defects there are, by kind
