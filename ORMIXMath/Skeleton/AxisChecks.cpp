@@ -1,4 +1,4 @@
-#include <ORMIXMath/Skeleton/UnionFind.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 #include <ORMIXMath/Skeleton/VoronoiAxis.h>
 
 #include <cmath>
@@ -73,7 +73,7 @@ BoolResult checkAxis(const SnappedBoundary& boundary, const BoundaryGraph& graph
   constexpr omReal64 s_greatestError = 1e-12;
   const CellAreas areas(boundary, graph, axis);
   long double area = 0;
-  UnionFind components(axis.vertices.size());
+  DisjointSets components(axis.vertices.size());
   std::size_t nbComponents = axis.vertices.size();
   for (const AxisEdge& edge : axis.edges) {
     area += areas.around(edge);

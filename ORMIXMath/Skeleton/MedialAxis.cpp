@@ -1,5 +1,5 @@
+#include <ORMIXMath/Index/DisjointSets.h>
 #include <ORMIXMath/Skeleton/MedialAxis.h>
-#include <ORMIXMath/Skeleton/UnionFind.h>
 #include <ORMIXMath/Skeleton/VoronoiAxis.h>
 
 #include <algorithm>
@@ -34,17 +34,20 @@ void mergeEdges(GridAxis& axis, omReal64 mergeLength, MedialAxisReport& report) 
   if (shortEdges.empty()) return;
   constexpr omReal64 s_mostLengths = 16;
   std::sort(shortEdges.begin(), shortEdges.end());
-  UnionFind sets(axis.vertices.size());
+  DisjointSets sets(axis.vertices.size());
   std::vector<omReal64> reach(axis.vertices.size(), 0);  // of each set's vertex to the others
   std::vector<char> isMerged(axis.edges.size(), 0);
   for (const auto& [edgeLength, e] : shortEdges) {
-    omUInt32 stays = sets.find(axis.edges[e].vertices[0]), goes = sets.find(axis.edges[e].vertices[1]);
+    omUInt32 stays = sets.lowest(axis.edges[e].vertices[0]), goes = sets.lowest(axis.edges[e].vertices[1]);
     if (!standsFor(axis.vertices[stays], axis.vertices[goes])) std::swap(stays, goes);
-    const AxisVertex &to = axis.vertices[stays], &from = axis.vertices[goes];
+    const AxisVertex to = axis.vertices[stays], from = axis.vertices[goes];
     const omReal64 moved = std::hypot(to.point.x - from.point.x, to.point.y - from.point.y) + reach[goes];
     if (stays == goes || moved > s_mostLengths * mergeLength || from.radius == 0) continue;
     sets.unite(stays, goes);
-    reach[stays] = std::max(reach[stays], moved);
+    const omUInt32 lowest = std::min(stays, goes);
+    reach[lowest] = std::max(reach[stays], moved);
+    axis.vertices[lowest] = to;
+    axis.vertexToSector[lowest] = axis.vertexToSector[stays];
     isMerged[e] = 1;
     ++report.nbMergedEdges;
   }
@@ -53,7 +56,7 @@ void mergeEdges(GridAxis& axis, omReal64 mergeLength, MedialAxisReport& report) 
   for (std::size_t e = 0; e < axis.edges.size(); ++e) {
     if (isMerged[e]) continue;
     AxisEdge edge = axis.edges[e];
-    for (omUInt32& vertex : edge.vertices) vertex = sets.find(vertex);
+    for (omUInt32& vertex : edge.vertices) vertex = sets.lowest(vertex);
     edges.push_back(edge);
   }
   axis.edges = std::move(edges);
@@ -61,7 +64,7 @@ void mergeEdges(GridAxis& axis, omReal64 mergeLength, MedialAxisReport& report) 
 
 /// Makes the vertices in the corners of sectors one where a ring leads from one sector into the next.
 void joinSectors(const SnappedBoundary& boundary, const BoundaryGraph& graph, GridAxis& axis) {
-  UnionFind sectors(boundary.edges.size());
+  DisjointSets sectors(boundary.edges.size());
   bool isAnyJoined = false;
   for (std::size_t e = 0; e < boundary.edges.size(); ++e)
     isAnyJoined |= sectors.unite(graph.faceNext[e], boundary.edges[e].next);
@@ -71,7 +74,7 @@ void joinSectors(const SnappedBoundary& boundary, const BoundaryGraph& graph, Gr
   for (std::size_t v = 0; v < replacement.size(); ++v) {
     replacement[v] = static_cast<omUInt32>(v);
     if (axis.vertexToSector[v] == s_none) continue;
-    omUInt32& first = sectorToVertex[sectors.find(axis.vertexToSector[v])];
+    omUInt32& first = sectorToVertex[sectors.lowest(axis.vertexToSector[v])];
     if (first == s_none) first = static_cast<omUInt32>(v);
     replacement[v] = first;
   }

@@ -1,9 +1,9 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Mesh/ComponentParts.h>
 #include <ORMIXGeometry/Tools/Mesh/Components.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 #include <utility>
 
@@ -19,7 +19,7 @@ void require(const BoolResult& result) {
 
 template <class T>
 std::size_t labelByVertices(const TriMesh3d<T>& mesh, std::vector<omUInt32>& labels) {
-  detail::DisjointSets vertices(mesh.getNbVertices());
+  ormix::detail::DisjointSets vertices(mesh.getNbVertices());
   visitTriangleIndices(mesh, [&vertices](omUInt32 i0, omUInt32 i1, omUInt32 i2) {
     vertices.unite(i0, i1);
     vertices.unite(i0, i2);
@@ -46,7 +46,7 @@ std::size_t labelByEdges(const TriMesh3d<T>& mesh, bool onlyManifold, std::vecto
       for (omUInt32 k = 0; k < 3; ++k)
         if (const omUInt32 end = corners[k == 2 ? 0 : k + 1]; corners[k] != end) visit(first + k, corners[k], end);
   });
-  detail::DisjointSets triangles(mesh.getNbTriangles());
+  ormix::detail::DisjointSets triangles(mesh.getNbTriangles());
   edges.visitEdges([&](omUInt32, const Side* first, const Side* last) {
     if (onlyManifold && last - first != 2) return;
     for (const Side* side = first + 1; side < last; ++side) triangles.unite(first->sideIdx / 3, side->sideIdx / 3);

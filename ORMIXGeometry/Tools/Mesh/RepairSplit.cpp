@@ -1,6 +1,6 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Tools/Mesh/RepairMesh.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 #include <algorithm>
 
@@ -38,7 +38,7 @@ void halve(RepairMesh& mesh, omUInt32 side, RepairReport& report) {
 void splitVertices(RepairMesh& mesh, RepairReport& report) {
   // Corners that sides join lie in the same fan, which the lowest of them stands for.
   const std::size_t nbCorners = mesh.indexColl.size();
-  DisjointSets fans(nbCorners);
+  ormix::detail::DisjointSets fans(nbCorners);
   for (omUInt32 side = 0; side < nbCorners; ++side) {
     const omUInt32 other = mesh.oppositeColl[side];
     if (other == RepairMesh::s_none || other < side) continue;

@@ -1,4 +1,3 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
@@ -7,6 +6,7 @@
 #include <ORMIXGeometry/Tools/Mesh/TriangleBoxes.h>
 #include <ORMIXGeometry/Tools/Mesh/Validation.h>
 #include <ORMIXMath/Distance/TrianglesMeet.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 #include <algorithm>
 #include <cmath>
@@ -136,7 +136,7 @@ class Validator {
 
   void checkEdges() {
     _fans.emplace(3 * _mesh.getNbTriangles());
-    detail::DisjointSets chains(_mesh.getNbVertices());
+    ormix::detail::DisjointSets chains(_mesh.getNbVertices());
     std::vector<bool> isOnBoundary(_mesh.getNbVertices());
     detail::EdgeIndex edges(_mesh.getNbVertices(), _mesh.getIndices(), _mesh.getNbTriangles());
     edges.visitEdges([&](omUInt32 lower, const Side* first, const Side* last) {
@@ -223,9 +223,9 @@ class Validator {
   TriMesh3d<T> _mesh;
   const MeshValidationOptions _options;
   MeshValidation _found;
-  std::vector<omUInt32> _validIndices;        // only where some are invalid
-  std::vector<bool> _isValid;                 // triangles, only where some are invalid
-  std::optional<detail::DisjointSets> _fans;  // of corners
+  std::vector<omUInt32> _validIndices;               // only where some are invalid
+  std::vector<bool> _isValid;                        // triangles, only where some are invalid
+  std::optional<ormix::detail::DisjointSets> _fans;  // of corners
   std::vector<std::pair<omUInt32, omUInt32>> _alike;
 };
 

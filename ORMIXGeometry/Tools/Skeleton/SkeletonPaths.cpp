@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonPaths.h>
-#include <ORMIXMath/Skeleton/UnionFind.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 #include <algorithm>
 #include <limits>
@@ -101,7 +101,7 @@ std::vector<char> widestForest(const Skeleton2d& skeleton) {
   std::vector<omReal64> width(order.size());
   for (std::size_t e = 0; e < width.size(); ++e) width[e] = skeleton.getCurve(e).leastRadius();
   std::stable_sort(order.begin(), order.end(), [&](omUInt32 a, omUInt32 b) { return width[a] > width[b]; });
-  ormix::detail::UnionFind components(skeleton.getNbVertices());
+  ormix::detail::DisjointSets components(skeleton.getNbVertices());
   std::vector<char> isInForest(order.size(), 0);
   for (const omUInt32 e : order) {
     const AxisEdge& edge = skeleton.getEdgeColl()[e];
@@ -114,7 +114,7 @@ std::vector<char> widestForest(const Skeleton2d& skeleton) {
 
 SkeletonCounts countsOf(const Skeleton2d& skeleton) {
   SkeletonCounts counts;
-  ormix::detail::UnionFind components(skeleton.getNbVertices());
+  ormix::detail::DisjointSets components(skeleton.getNbVertices());
   counts.nbComponents = skeleton.getNbVertices();
   for (const AxisEdge& edge : skeleton.getEdgeColl())
     if (components.unite(edge.vertices[0], edge.vertices[1])) --counts.nbComponents;

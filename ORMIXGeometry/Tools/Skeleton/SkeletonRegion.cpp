@@ -1,7 +1,7 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonRegion.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 #include <ORMIXMath/Scalar/Constants.h>
-#include <ORMIXMath/Skeleton/UnionFind.h>
 
 #include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
@@ -161,7 +161,7 @@ std::vector<boost::shared_ptr<PolygonWithHoles2d<omReal64>>> regionOf(const Skel
   if (!(tolerance > 0))
     logAndThrow("The tolerance of arcs is " + std::to_string(tolerance) + ", not a number above 0", __func__, __FILE__,
                 __LINE__);
-  ormix::detail::UnionFind components(skeleton.getNbVertices());
+  ormix::detail::DisjointSets components(skeleton.getNbVertices());
   for (const AxisEdge& edge : skeleton.getEdgeColl()) components.unite(edge.vertices[0], edge.vertices[1]);
   BoundaryWalk walk(skeleton, tolerance);
   std::vector<std::vector<Ring>> rings(
@@ -169,7 +169,7 @@ std::vector<boost::shared_ptr<PolygonWithHoles2d<omReal64>>> regionOf(const Skel
   std::vector<char> isVisited(2 * skeleton.getNbEdges(), 0);
   for (omUInt32 h = 0; h < isVisited.size(); ++h)
     if (!isVisited[h])
-      rings[components.find(skeleton.getEdgeColl()[h / 2].vertices[0])].push_back(walk.ringOf(h, isVisited));
+      rings[components.lowest(skeleton.getEdgeColl()[h / 2].vertices[0])].push_back(walk.ringOf(h, isVisited));
   for (omUInt32 v = 0; v < skeleton.getNbVertices(); ++v)
     if (const SkeletonVertex2d& vertex = skeleton.getVertexColl()[v]; vertex.getNbEdges() == 0)
       rings[v].push_back(walk.circleAround(vertex));

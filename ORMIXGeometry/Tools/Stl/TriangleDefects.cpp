@@ -1,8 +1,8 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/EdgeIndex.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
 #include <ORMIXGeometry/Tools/Stl/TripleTable.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 #include <algorithm>
 
@@ -32,7 +32,7 @@ TriangleDefects findDefects(std::size_t nbVertices, const std::vector<omUInt32>&
   const std::size_t nbProper = nbTriangles - defects.nbDegenerate;
   defects.nbDuplicate = countDuplicates(vertexIndexColl, nbProper);
   defects.nbComponents = nbProper;
-  detail::DisjointSets triangles(nbTriangles), vertices(nbVertices);
+  ormix::detail::DisjointSets triangles(nbTriangles), vertices(nbVertices);
   std::vector<bool> isOnBoundary(nbVertices);
   using Side = detail::EdgeIndex::Side;
   const auto ascends = [&vertexIndexColl](const Side& side) {

@@ -1,5 +1,5 @@
-#include <ORMIXGeometry/Entity/3d/Mesh/DisjointSets.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
+#include <ORMIXMath/Index/DisjointSets.h>
 
 namespace ormix::geom {
 
@@ -61,7 +61,7 @@ std::size_t getNbComponents(const MeshTopology& topology) {
 
 std::size_t labelComponents(const MeshTopology& topology, std::vector<omUInt32>& labels) {
   const auto& halfEdges = topology.getHalfEdgeColl();
-  detail::DisjointSets triangles(topology.getNbTriangles());
+  ormix::detail::DisjointSets triangles(topology.getNbTriangles());
   for (omUInt32 halfEdgeIdx = 0; halfEdgeIdx < halfEdges.size(); ++halfEdgeIdx) {
     const HalfEdge& halfEdge = halfEdges[halfEdgeIdx];
     if (halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge || halfEdge.oppositeHalfEdgeIdx < halfEdgeIdx) continue;

@@ -8,11 +8,12 @@
 #include <vector>
 
 /// \file
-/// Sets of vertices and triangles that are connected; not installed.
+/// Disjoint sets of indices, for what is connected; not installed.
 
-namespace ormix::geom::detail {
+namespace ormix::detail {
 
-/// Sets of the numbers from 0 on, which grow together: union-find with path halving. The lowest number of a set stands
+/// Sets of the numbers from 0 on, which grow together: union-find with path halving
+/// (Tarjan1984). The lowest number of a set stands
 /// for it, so that the outcome does not depend on the order of the unions. O(log n) a union, amortised.
 class DisjointSets {
  public:
@@ -52,4 +53,4 @@ class DisjointSets {
   std::vector<omUInt32> _parents;
 };
 
-}  // namespace ormix::geom::detail
+}  // namespace ormix::detail
