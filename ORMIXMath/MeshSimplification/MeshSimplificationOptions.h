@@ -87,9 +87,10 @@ struct MeshSimplificationReport {
   std::array<std::size_t, s_nbCollapseRefusals> nbRefusals{};
   omReal64 greatestError = 0;  ///< Of all collapses, see MeshSimplificationOptions::maxError.
   /// Of the vertices, the midpoints of edges and the centroids of triangles of the result from the input, and the other
-  /// way round; 0 where not measured. No sample is farther, but points between samples may be. Where the input is such
-  /// that most triangles come near most samples, as when all share an edge, only the first samples are measured, so
-  /// that time stays in proportion to their number.
+  /// way round; 0 where not measured. No sample is farther, but points between samples may be: `hausdorff`, of
+  /// entities, bounds the distance of all points to a tolerance of the caller. Where the input is such that most
+  /// triangles come near most samples, as when all share an edge, only the first samples are measured, so that time
+  /// stays in proportion to their number.
   /// @{
   SampledDistance toInput;
   SampledDistance fromInput;
