@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
 #include <ORMIXGeometry/Entity/3d/Triangle/LightTriangle3d.h>
 #include <ORMIXGeometry/Entity/ScalarInstances.h>
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <ORMIXGeometry/Entity/3d/Point/Point3dDataArchive.h>
+#include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
 #include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
+#include <ORMIXSerialization/Archive/ArchiveItem.h>
 
 namespace ormix::geom {
 

@@ -181,7 +181,7 @@ TEST(PlanarDistance, OfAllClassesAndArcs) {
   forEachClass(PlanarEntityList(), [&](auto tag) {
     const auto entity = samples::makeSample(tag);
     using Entity = typename decltype(tag)::Type;
-    if constexpr (isListed<Entity>(ClassList<Line2d, Vector2d>()))
+    if constexpr (isListed<Entity>(ClassList<Line2d, Skeleton2d, Vector2d>()))
       EXPECT_THROW(nearestPoints(entity, point), ORMIXGeometryException);
     else
       EXPECT_GT(nearestPoints(entity, point).distance, 10);
