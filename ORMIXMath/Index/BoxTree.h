@@ -169,9 +169,9 @@ class BoxTree {
         visit);
   }
 
-  /// Calls `bound = visit(item, bound)` for items whose boxes are strictly nearer to a point or a box than the bound, a
-  /// square of a distance, in an order that lowers it soon: of the children of a node the nearest comes first. It
-  /// begins as `squareBound`, which may be infinite, and ends the search at 0.
+  /// Calls `bound = visit(item, square)` for items whose boxes are strictly nearer to a point or a box than the bound,
+  /// a square of a distance, in an order that lowers it soon: of the children of a node the nearest comes first. It
+  /// begins as `squareBound`, which may be infinite, and ends the search at 0; `square` is that of the box.
   template <class Place, class Visit>
   void visitNearest(const Place& place, omReal64 squareBound, Visit&& visit) const;
 
@@ -180,11 +180,10 @@ class BoxTree {
   template <class Place, class Square>
   Nearest nearest(const Place& place, omReal64 squareBound, Square&& squareOfItem) const {
     Nearest found{s_none, squareBound};
-    visitNearest(place, squareBound, [&](std::size_t item, omReal64 bound) {
+    visitNearest(place, squareBound, [&](std::size_t item, omReal64) {
       const omReal64 square = squareOfItem(item);
-      if (!(square < bound)) return bound;
-      found = {item, square};
-      return square;
+      if (square < found.square) found = {item, square};
+      return found.square;
     });
     return found;
   }
@@ -210,11 +209,6 @@ class BoxTree {
   struct Waiting {
     omUInt32 level;
     omUInt32 index;
-  };
-  struct WaitingNear {
-    omUInt32 level;
-    omUInt32 index;
-    omReal64 square;
   };
 
   std::size_t nbBelow(std::size_t level) const {
@@ -243,12 +237,14 @@ class BoxTree {
   }
 
   static std::size_t lowestBit(unsigned mask) { return static_cast<std::size_t>(__builtin_ctz(mask)); }
-  /// The child of the least square of those in the mask, which must not be 0.
-  static std::size_t leastOf(const omReal64 (&squares)[s_width], unsigned mask) {
-    std::size_t least = lowestBit(mask);
-    for (mask &= mask - 1; mask != 0; mask &= mask - 1)
-      if (const std::size_t k = lowestBit(mask); squares[k] < squares[least]) least = k;
-    return least;
+  /// The child of the least square; compared pair by pair, as there is nothing to guess then.
+  static std::size_t leastOf(const omReal64 (&squares)[s_width]) {
+    std::size_t least[s_width / 2];
+    for (std::size_t k = 0; k < s_width / 2; ++k) least[k] = 2 * k + (squares[2 * k + 1] < squares[2 * k] ? 1 : 0);
+    for (std::size_t nb = s_width / 4; nb > 0; nb /= 2)
+      for (std::size_t k = 0; k < nb; ++k)
+        least[k] = squares[least[2 * k + 1]] < squares[least[2 * k]] ? least[2 * k + 1] : least[2 * k];
+    return least[0];
   }
   /// The bits of the children that are not missing.
   unsigned present(std::size_t level, std::size_t index) const { return (1u << nbChildren(level, index)) - 1; }
@@ -294,34 +290,35 @@ template <class Place, class Visit>
 void BoxTree<D>::visitNearest(const Place& place, omReal64 squareBound, Visit&& visit) const {
   if (_size == 0 || !(squareBound > 0)) return;
   const IndexBox<D> box = toIndexBox(place);
-  WaitingNear waiting[s_maxNbLevels * s_width];
-  std::size_t nbWaiting = 0;
-  waiting[nbWaiting++] = {static_cast<omUInt32>(nbLevels() - 1), 0, 0};
-  while (nbWaiting > 0) {
-    const WaitingNear at = waiting[--nbWaiting];
-    if (!(at.square < squareBound)) continue;
-    const std::size_t first = s_width * at.index;
+  // One open node a level; the squares of its children, infinite of those that have been looked at.
+  struct OpenNode {
     omReal64 squares[s_width];
-    node(at.level, at.index).squaresTo(box, squares);
-    unsigned mask = BoxNode<D>::notGreater(squares, squareBound) & present(at.level, at.index);
-    if (at.level == 0) {
-      // Nearest first: most of the others are then too far, and an item is memory that is not near.
-      while (mask != 0) {
-        const std::size_t k = leastOf(squares, mask);
-        if (!(squares[k] < squareBound)) break;
-        mask &= ~(1u << k);
-        squareBound = visit(itemAt(first + k), squareBound);
-      }
+    std::size_t firstChild;
+  };
+  OpenNode open[s_maxNbLevels];
+  const auto enter = [&](std::size_t level, std::size_t index) {
+    node(level, index).squaresTo(box, open[level].squares);
+    open[level].firstChild = s_width * index;
+    if (level == 0) return;
+    for (unsigned mask = BoxNode<D>::notGreater(open[level].squares, squareBound) & present(level, index); mask != 0;
+         mask &= mask - 1)
+      prefetch(node(level - 1, s_width * index + lowestBit(mask)));
+  };
+  std::size_t level = nbLevels() - 1;
+  enter(level, 0);
+  while (level < nbLevels()) {
+    OpenNode& at = open[level];
+    const std::size_t k = leastOf(at.squares);
+    const omReal64 square = at.squares[k];
+    if (!(square < squareBound)) {
+      ++level;
       continue;
     }
-    if (mask == 0) continue;
-    // The nearest last, as it is taken first; the others in no order, as most are too far when they are taken.
-    const std::size_t nearest = leastOf(squares, mask);
-    for (mask &= ~(1u << nearest); mask != 0; mask &= mask - 1) {
-      const std::size_t k = lowestBit(mask);
-      waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(first + k), squares[k]};
-    }
-    waiting[nbWaiting++] = {at.level - 1, static_cast<omUInt32>(first + nearest), squares[nearest]};
+    at.squares[k] = std::numeric_limits<omReal64>::infinity();
+    if (level == 0)
+      squareBound = visit(itemAt(at.firstChild + k), square);
+    else
+      enter(--level, at.firstChild + k);
   }
 }
 

@@ -150,18 +150,22 @@ class RTreeSearch {
     const omReal64 margin = bound + s_quickError * std::max(magnitude, std::numeric_limits<omReal64>::min());
     const omReal64 squareBound = std::max(margin * margin, std::numeric_limits<omReal64>::min());
     NearestHeap heap(nb, squareBound);
-    const auto visit = [&](std::size_t i, omReal64) { return heap.add(i, at(i).squareTo(point)); };
+    // Points and boxes are their boxes, whose squares are known without looking at the item.
+    constexpr bool s_isBox = RTreeItem<Item>::s_kind == eRTI_Point || RTreeItem<Item>::s_kind == eRTI_Box;
+    const auto visit = [&](std::size_t i) { return heap.add(i, at(i).squareTo(point)); };
     if (_packed) {
-      _packed->visitNearest(point, heap.bound(), visit);
+      _packed->visitNearest(point, heap.bound(), [&](std::size_t i, omReal64 boxSquare) {
+        return s_isBox ? heap.add(i, boxSquare) : visit(i);
+      });
     } else if (_changing) {
       for (std::size_t nbAsked = 4 * std::min(nb, _items.size()) + 12;; nbAsked *= 4) {
         heap = NearestHeap(nb, squareBound);
         const auto found = _changing->nearest(point, nbAsked);
-        for (const auto& near : found) visit(near.item, heap.bound());
+        for (const auto& near : found) visit(near.item);
         if (found.size() < nbAsked || found.back().square >= BoxTree<D>::widened(heap.bound())) break;
       }
     } else {
-      visitAll([&](std::size_t i) { return visit(i, heap.bound()), true; });
+      visitAll([&](std::size_t i) { return visit(i), true; });
     }
     return heap;
   }
