@@ -188,11 +188,10 @@ Box boxOf(const SpatialEllipsoid& e) {
 SpatialNearestPair nearestPairOf(const SpatialBody& facets, const SpatialEllipsoid& ellipsoid, bool isFilled) {
   if (isFilled && contains(facets, ellipsoid.center)) return pairAt(ellipsoid.center);
   SpatialNearestPair best = s_noPair;
-  facets.tree.visitNearest(boxOf(ellipsoid), s_infinity, [&](std::size_t facet, omReal64 bound) {
+  facets.tree.visitNearest(boxOf(ellipsoid), s_infinity, [&](std::size_t facet, omReal64) {
     const SpatialNearestPair pair = triangleEllipsoidNearestPair(triangle(facets.corners(facet)), ellipsoid, isFilled);
-    if (!(pair.distance < best.distance)) return bound;
-    best = pair;
-    return pair.distance * pair.distance;
+    if (pair.distance < best.distance) best = pair;
+    return best.distance * best.distance;
   });
   return best;
 }
