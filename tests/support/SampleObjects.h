@@ -239,8 +239,8 @@ void printWhole(std::ostream& stream, const X& object) {
     });
   if constexpr (std::is_same_v<X, Skeleton2d>)
     for (const AxisPart& part : object.getPartColl())
-      stream << part.start.x << ' ' << part.start.y << ' ' << part.end.x << ' ' << part.end.y << ' ' << part.ringIdx << ' '
-             << part.pointIdx << ' ' << part.isVertex << ' ';
+      stream << part.start.x << ' ' << part.start.y << ' ' << part.end.x << ' ' << part.end.y << ' ' << part.ringIdx
+             << ' ' << part.pointIdx << ' ' << part.isVertex << ' ';
   if constexpr (std::is_same_v<X, Shape2d>) printRows(stream, object.getRowIntersections());
   if constexpr (std::is_same_v<X, Shape3d>) {
     stream << object.getRowIntersections().zOffset << ": ";

@@ -9,8 +9,8 @@
 
 namespace ormix::geom {
 
-/// Why a reader of a file of a mesh stopped. What is said of triangles holds for vertices and faces of formats that have
-/// these, too.
+/// Why a reader of a file of a mesh stopped. What is said of triangles holds for vertices and faces of formats that
+/// have these, too.
 enum eStlStop {
   eSS_EndOfSolid,      ///< the word "endsolid", or the last of the records declared
   eSS_EndOfFile,       ///< the file ended between two triangles
