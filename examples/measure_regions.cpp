@@ -148,7 +148,7 @@ std::vector<Contact2d> printNeighbours(const std::vector<Region>& regions) {
 /// Draws the skeletons of the largest elongated regions, without the branches that the steps of the mask make, and
 /// prints how long and wide these regions are.
 void drawSkeletons(const std::vector<Region>& regions, const std::string& path) {
-  constexpr omReal64 greatestCircularity = 0.5, pruning = 1.5;
+  constexpr omReal64 greatestCircularity = 0.5, pruning = 2.5;
   SvgWriter writer(900);
   writer.setYAxis(eSYA_Down);
   bool isAnyDrawn = false;

@@ -8,8 +8,9 @@
 /// Pruning of skeletons by erosion thickness (Liu2011): a fire starts at each end point at the time of its radius, runs
 /// along the edges with speed 1, and passes a vertex when all edges but one have burnt. The erosion thickness of a
 /// place is the time when the fire passes less the radius there: how far the branch behind it reaches beyond the circle
-/// around the place. Unlike the length of a branch it does not grow with the width of the region, nor with the
-/// resolution of an image: the steps of a mask's boundary make branches of at most about 1.5 pixels.
+/// around the place. Unlike the length of a branch it hardly grows with the width of the region: a step of one pixel in
+/// the straight boundary of a mask has ln(8 R) / 4 pixels where the region is 2 R wide, 1.5 at a width of 100 pixels
+/// and 2.3 at 2,000.
 
 namespace ormix::geom {
 
