@@ -67,6 +67,21 @@ BoolResult skeletonOf(const detail::RegionRings& region, const SkeletonOptions& 
   return found;
 }
 
+/// The rings of contours polygon by polygon: contours are in order of their first corners, so that the holes of one
+/// polygon may stand behind another polygon.
+detail::RegionRings ringsByPolygon(const detail::ContourRings& contours) {
+  detail::RegionRings region = detail::ringsOf(contours, PixelSpacing());
+  std::vector<std::pair<std::size_t, detail::RegionRings::Ring>> rings;  // with the outermost ring around each
+  rings.reserve(region.rings.size());
+  for (std::size_t r = 0; r < region.rings.size(); ++r) {
+    const std::size_t parent = contours.rings[r].parent;
+    rings.emplace_back(region.rings[r].isOutermost ? r : rings[parent].first, region.rings[r]);
+  }
+  std::stable_sort(rings.begin(), rings.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t r = 0; r < rings.size(); ++r) region.rings[r] = rings[r].second;
+  return region;
+}
+
 template <class Region>
 Skeleton2d skeletonOrThrow(const Region& region, const SkeletonOptions& options, SkeletonReport* report,
                            const char* function) {
@@ -80,8 +95,7 @@ Skeleton2d skeletonOrThrow(const Region& region, const SkeletonOptions& options,
 
 BoolResult computeSkeleton(const RowIntersections& pixels, const SkeletonOptions& options, Skeleton2d& skeleton,
                            SkeletonReport* report) {
-  return skeletonOf(detail::ringsOf(detail::traceRings(pixels, options.connectivity), PixelSpacing()), options,
-                    skeleton, report);
+  return skeletonOf(ringsByPolygon(detail::traceRings(pixels, options.connectivity)), options, skeleton, report);
 }
 
 BoolResult computeSkeleton(const BaseGeometryEntity2d& region, const SkeletonOptions& options, Skeleton2d& skeleton,
