@@ -11,15 +11,6 @@
 
 namespace ormix::geom {
 
-namespace {
-
-void requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
-  if (vertexIdx < nbVertices) return;
-  logAndThrow(detail::invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
-}
-
-}  // namespace
-
 template <class T>
 FaceVertexTriMesh3d<T>& FaceVertexTriMesh3d<T>::operator=(const FaceVertexTriMesh3d& other) {
   cast(other, *this);
@@ -28,13 +19,13 @@ FaceVertexTriMesh3d<T>& FaceVertexTriMesh3d<T>::operator=(const FaceVertexTriMes
 
 template <class T>
 const Point3dData<T>& FaceVertexTriMesh3d<T>::getVertex(std::size_t vertexIdx) const {
-  requireVertex(vertexIdx, _vertexColl.size());
+  detail::requireVertex(vertexIdx, _vertexColl.size());
   return _vertexColl[vertexIdx];
 }
 
 template <class T>
 void FaceVertexTriMesh3d<T>::setVertex(std::size_t vertexIdx, const Point3dData<T>& point) {
-  requireVertex(vertexIdx, _vertexColl.size());
+  detail::requireVertex(vertexIdx, _vertexColl.size());
   _vertexColl[vertexIdx] = point;
 }
 

@@ -10,15 +10,6 @@
 
 namespace ormix::geom {
 
-namespace {
-
-void requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
-  if (vertexIdx < nbVertices) return;
-  logAndThrow(detail::invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
-}
-
-}  // namespace
-
 // Nothing fails once there is room.
 template <class T>
 Mesh3d<T>& Mesh3d<T>::operator=(const Mesh3d& other) {
@@ -28,13 +19,13 @@ Mesh3d<T>& Mesh3d<T>::operator=(const Mesh3d& other) {
 
 template <class T>
 const Point3dData<T>& Mesh3d<T>::getVertex(std::size_t vertexIdx) const {
-  requireVertex(vertexIdx, _vertexColl.size());
+  detail::requireVertex(vertexIdx, _vertexColl.size());
   return _vertexColl[vertexIdx];
 }
 
 template <class T>
 void Mesh3d<T>::setVertex(std::size_t vertexIdx, const Point3dData<T>& point) {
-  requireVertex(vertexIdx, _vertexColl.size());
+  detail::requireVertex(vertexIdx, _vertexColl.size());
   _vertexColl[vertexIdx] = point;
 }
 

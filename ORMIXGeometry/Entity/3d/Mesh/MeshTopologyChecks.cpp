@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 
 #include <algorithm>
 
@@ -173,6 +174,11 @@ BoolResult detail::checkCorners(const std::array<std::size_t, 3>& corners, std::
 
 BoolResult detail::invalidVertex(std::size_t vertexIdx, std::size_t nbVertices) {
   return failure(formatMessage<Message>(Message::eEM_InvalidVertexIndex, vertexIdx, nbVertices));
+}
+
+void detail::requireVertex(std::size_t vertexIdx, std::size_t nbVertices) {
+  if (vertexIdx >= nbVertices)
+    logAndThrow(invalidVertex(vertexIdx, nbVertices).getMessage(), __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 BoolResult detail::invalidCorner(std::size_t triangleIdx, std::size_t vertexIdx, std::size_t nbVertices) {

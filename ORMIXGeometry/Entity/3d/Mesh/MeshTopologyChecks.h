@@ -26,4 +26,7 @@ BoolResult tooManyVertices();
 /// The same as `invalidVertex`, for a vertex of the triangle with this index.
 BoolResult invalidCorner(std::size_t triangleIdx, std::size_t vertexIdx, std::size_t nbVertices);
 
+/// \throw ORMIXGeometryException, logged, with the message of invalidVertex() when there is no such vertex
+void requireVertex(std::size_t vertexIdx, std::size_t nbVertices);
+
 }  // namespace ormix::geom::detail
