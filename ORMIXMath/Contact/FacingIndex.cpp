@@ -27,15 +27,7 @@ constexpr bool canOppose(int sector, int other) {
   return false;
 }
 
-constexpr std::array<omUInt64, s_nbSectors> opposingTable() {
-  std::array<omUInt64, s_nbSectors> table{};
-  for (int sector = 0; sector < s_nbSectors; ++sector)
-    for (int other = 0; other < s_nbSectors; ++other)
-      if (canOppose(sector, other)) table[static_cast<std::size_t>(sector)] |= omUInt64{1} << other;
-  return table;
-}
-
-constexpr std::array<omUInt64, s_nbSectors> s_opposing = opposingTable();
+constexpr std::array<omUInt64, s_nbSectors> s_opposing = opposingTable<s_nbSectors>(canOppose);
 
 unsigned sectorOf(const PlanarPoint& direction) {
   const omReal64 part = direction.y / (std::abs(direction.x) + std::abs(direction.y));
@@ -43,25 +35,13 @@ unsigned sectorOf(const PlanarPoint& direction) {
   return static_cast<unsigned>(8 * turn) % s_nbSectors;
 }
 
-std::vector<IndexBox<2>> boxesOf(const std::vector<BoundaryEdge>& edges) {
-  std::vector<IndexBox<2>> boxes;
-  boxes.reserve(edges.size());
-  for (const BoundaryEdge& edge : edges) boxes.push_back(boxOf(edge));
-  return boxes;
-}
-
-std::vector<omUInt64> sectorsOf(const std::vector<BoundaryEdge>& edges) {
-  std::vector<omUInt64> sectors;
-  sectors.reserve(edges.size());
-  for (const BoundaryEdge& edge : edges) sectors.push_back(omUInt64{1} << sectorOf(edge.direction));
-  return sectors;
-}
-
 }  // namespace
 
 omUInt64 FacingIndex::opposingSectors(const PlanarPoint& direction) { return s_opposing[sectorOf(direction)]; }
 
 FacingIndex::FacingIndex(std::vector<BoundaryEdge> edges, eBoxOrder order)
-    : _edges(std::move(edges)), _tree(boxesOf(_edges), sectorsOf(_edges), order) {}
+    : _edges(std::move(edges)),
+      _tree(
+          _edges, [](const BoundaryEdge& item) { return sectorOf(item.direction); }, order) {}
 
 }  // namespace ormix::detail

@@ -2,6 +2,7 @@
 
 #include <ORMIXMath/Index/BoxTree.h>
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -10,17 +11,28 @@
 
 namespace ormix::detail {
 
+/// For each of some sectors those with a direction that opposes one of it, a bit each.
+template <std::size_t nbSectors, class CanOppose>
+constexpr std::array<omUInt64, nbSectors> opposingTable(CanOppose canOppose) {
+  std::array<omUInt64, nbSectors> table{};
+  for (std::size_t sector = 0; sector < nbSectors; ++sector)
+    for (std::size_t other = 0; other < nbSectors; ++other)
+      if (canOppose(static_cast<int>(sector), static_cast<int>(other))) table[sector] |= omUInt64{1} << other;
+  return table;
+}
+
 /// A tree of boxes in which each node also knows into which of up to 64 sectors the directions of its items fall. So
 /// the back of a region, which is near but faces elsewhere, is passed over as a whole.
 template <std::size_t D>
 class FacingTree {
  public:
-  /// \param sectors of each item one bit, that of the sector of its direction
-  FacingTree(const std::vector<IndexBox<D>>& boxes, const std::vector<omUInt64>& sectors, eBoxOrder order)
-      : _tree(boxes, order) {
+  /// \param sectorOf of an item, the number of the sector of its direction; its box is `boxOf(item)`
+  template <class Item, class SectorOf>
+  FacingTree(const std::vector<Item>& items, SectorOf sectorOf, eBoxOrder order) : _tree(boxesOf(items), order) {
     std::vector<omUInt64> level;
-    level.reserve(sectors.size());
-    for (std::size_t place = 0; place < sectors.size(); ++place) level.push_back(sectors[_tree.itemAt(place)]);
+    level.reserve(items.size());
+    for (std::size_t place = 0; place < items.size(); ++place)
+      level.push_back(omUInt64{1} << sectorOf(items[_tree.itemAt(place)]));
     while (_sectors.size() < _tree.nbLevels()) {
       std::vector<omUInt64> above((level.size() + s_width - 1) / s_width, 0);
       for (std::size_t i = 0; i < level.size(); ++i) above[i / s_width] |= level[i];
@@ -64,6 +76,14 @@ class FacingTree {
 
  private:
   static constexpr std::size_t s_width = BoxTree<D>::s_width;
+
+  template <class Item>
+  static std::vector<IndexBox<D>> boxesOf(const std::vector<Item>& items) {
+    std::vector<IndexBox<D>> boxes;
+    boxes.reserve(items.size());
+    for (const Item& item : items) boxes.push_back(boxOf(item));
+    return boxes;
+  }
 
   struct Waiting {
     omUInt32 level;

@@ -34,22 +34,7 @@ constexpr bool canOppose(int sector, int other) {
   return false;
 }
 
-constexpr std::array<omUInt64, s_nbSectors> opposingTable() {
-  std::array<omUInt64, s_nbSectors> table{};
-  for (int sector = 0; sector < s_nbSectors; ++sector)
-    for (int other = 0; other < s_nbSectors; ++other)
-      if (canOppose(sector, other)) table[static_cast<std::size_t>(sector)] |= omUInt64{1} << other;
-  return table;
-}
-
-constexpr std::array<omUInt64, s_nbSectors> s_opposing = opposingTable();
-
-std::vector<IndexBox<3>> boxesOf(const std::vector<SurfaceTriangle>& triangles) {
-  std::vector<IndexBox<3>> boxes;
-  boxes.reserve(triangles.size());
-  for (const SurfaceTriangle& triangle : triangles) boxes.push_back(boxOf(triangle));
-  return boxes;
-}
+constexpr std::array<omUInt64, s_nbSectors> s_opposing = opposingTable<s_nbSectors>(canOppose);
 
 unsigned sectorOf(const SpatialPoint& normal) {
   const omReal64 x = std::abs(normal.x), y = std::abs(normal.y), z = std::abs(normal.z);
@@ -62,18 +47,13 @@ unsigned sectorOf(const SpatialPoint& normal) {
   return (normal.z > 0 ? 36 : 45) + 3 * cell(normal.x, z) + cell(normal.y, z);
 }
 
-std::vector<omUInt64> sectorsOf(const std::vector<SurfaceTriangle>& triangles) {
-  std::vector<omUInt64> sectors;
-  sectors.reserve(triangles.size());
-  for (const SurfaceTriangle& triangle : triangles) sectors.push_back(omUInt64{1} << sectorOf(triangle.normal));
-  return sectors;
-}
-
 }  // namespace
 
 omUInt64 FacingTriangles::opposingSectors(const SpatialPoint& normal) { return s_opposing[sectorOf(normal)]; }
 
 FacingTriangles::FacingTriangles(std::vector<SurfaceTriangle> triangles)
-    : _triangles(std::move(triangles)), _tree(boxesOf(_triangles), sectorsOf(_triangles), eBO_Curve) {}
+    : _triangles(std::move(triangles)),
+      _tree(
+          _triangles, [](const SurfaceTriangle& item) { return sectorOf(item.normal); }, eBO_Curve) {}
 
 }  // namespace ormix::detail
