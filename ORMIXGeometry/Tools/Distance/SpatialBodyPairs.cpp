@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Tools/Distance/SpatialBody.h>
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Distance/EllipsoidFrame.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
 #include <ORMIXMath/Distance/TrianglesDistance.h>
@@ -23,13 +24,11 @@ constexpr SpatialNearestPair s_noPair{s_infinity, {s_nan, s_nan, s_nan}, {s_nan,
 // Sine of the angle of two plans up to which they are parallel: a few roundings of the components of their normals.
 constexpr omReal64 s_parallelSine = 1e-15;
 
-SpatialPoint operator+(const SpatialPoint& p, const SpatialPoint& q) { return {p.x + q.x, p.y + q.y, p.z + q.z}; }
-SpatialPoint operator-(const SpatialPoint& p, const SpatialPoint& q) { return {p.x - q.x, p.y - q.y, p.z - q.z}; }
-SpatialPoint operator*(omReal64 f, const SpatialPoint& p) { return {f * p.x, f * p.y, f * p.z}; }
-omReal64 dot(const SpatialPoint& p, const SpatialPoint& q) { return p.x * q.x + p.y * q.y + p.z * q.z; }
-SpatialPoint cross(const SpatialPoint& p, const SpatialPoint& q) {
-  return {p.y * q.z - p.z * q.y, p.z * q.x - p.x * q.z, p.x * q.y - p.y * q.x};
-}
+using ormix::detail::operator+;
+using ormix::detail::operator-;
+using ormix::detail::operator*;
+using ormix::detail::cross;
+using ormix::detail::dot;
 omReal64 norm(const SpatialPoint& p) { return std::sqrt(dot(p, p)); }
 
 SpatialNearestPair exchanged(const SpatialNearestPair& pair) { return {pair.distance, pair.onB, pair.onA}; }
@@ -198,7 +197,7 @@ SpatialNearestPair nearestPairOf(const SpatialBody& facets, const SpatialEllipso
 
 omReal64 heightOver(const SpatialBody& plane, const SpatialPoint& p) { return dot(plane.normal, p) - plane.rho; }
 SpatialNearestPair pairToPlane(const SpatialBody& plane, const SpatialPoint& p, omReal64 height) {
-  return {std::abs(height), p, p - height * plane.normal};
+  return {std::abs(height), p, p - plane.normal * height};
 }
 
 SpatialNearestPair nearestPairToPlane(const SpatialBody& facets, const SpatialBody& plane) {
@@ -216,7 +215,7 @@ SpatialNearestPair nearestPairToPlane(const SpatialBody& facets, const SpatialBo
       const omUInt32 from = facet[i], to = facet[(i + 1) % 3];
       if (!(heights[from] * heights[to] < 0)) continue;
       const omReal64 share = heights[from] / (heights[from] - heights[to]);
-      return pairAt(facets.vertices[from] + share * (facets.vertices[to] - facets.vertices[from]));
+      return pairAt(facets.vertices[from] + (facets.vertices[to] - facets.vertices[from]) * share);
     }
   return pairToPlane(plane, facets.vertices[nearest], heights[nearest]);
 }
@@ -224,24 +223,24 @@ SpatialNearestPair nearestPairToPlane(const SpatialBody& facets, const SpatialBo
 /// Where they meet, the common point is one of the surface: in the frame where that is the unit sphere, on a great
 /// circle through the highest point.
 SpatialNearestPair nearestPairToPlane(const SpatialEllipsoid& e, const SpatialBody& plane) {
-  const SpatialPoint top = supportPoint(e, plane.normal), bottom = supportPoint(e, -1 * plane.normal);
+  const SpatialPoint top = supportPoint(e, plane.normal), bottom = supportPoint(e, plane.normal * -1);
   const omReal64 highest = heightOver(plane, top), lowest = heightOver(plane, bottom);
   if (lowest > 0) return pairToPlane(plane, bottom, lowest);
   if (highest < 0) return pairToPlane(plane, top, highest);
   const SpatialPoint up = ormix::detail::toUnitSphere(e, top);
   SpatialPoint across = cross(up, std::abs(up.x) < 0.7 ? SpatialPoint{1, 0, 0} : SpatialPoint{0, 1, 0});
-  across = (1 / norm(across)) * across;
+  across = across * (1 / norm(across));
   const omReal64 cosine = std::clamp((lowest + highest) / (lowest - highest), -1.0, 1.0);
-  return pairAt(ormix::detail::fromUnitSphere(e, cosine * up + std::sqrt(1 - cosine * cosine) * across));
+  return pairAt(ormix::detail::fromUnitSphere(e, up * cosine + across * std::sqrt(1 - cosine * cosine)));
 }
 
 SpatialNearestPair nearestPairOfPlanes(const SpatialBody& a, const SpatialBody& b) {
   const SpatialPoint along = cross(a.normal, b.normal);
-  const SpatialPoint onA = a.rho * a.normal;
+  const SpatialPoint onA = a.normal * a.rho;
   if (norm(along) <= s_parallelSine) return pairToPlane(b, onA, heightOver(b, onA));
   // Down in a to b.
   const SpatialPoint down = cross(along, a.normal);
-  return pairAt(onA - (heightOver(b, onA) / dot(b.normal, down)) * down);
+  return pairAt(onA - down * (heightOver(b, onA) / dot(b.normal, down)));
 }
 
 }  // namespace
