@@ -164,6 +164,8 @@ BoolResult medialAxis(const std::vector<BoundaryRing>& rings, const MedialAxisOp
   bool isWorthRepeating = true;
   for (std::size_t i = 0; i < s_angles.size() && !result && isWorthRepeating; ++i)
     result = attempt(rings, s_angles[i], options, found, used, isWorthRepeating);
+  if (!result && isWorthRepeating)
+    result = failure(result.getMessage() + ", turned or not; are holes inside, and polygons apart?");
   if (result) axis = std::move(found);
   return result;
 }

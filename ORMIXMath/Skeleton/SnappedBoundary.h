@@ -10,7 +10,7 @@
 
 namespace ormix::detail {
 
-/// The position in the grid that stands for "none".
+/// The index that stands for "none".
 inline constexpr omUInt32 s_none = std::numeric_limits<omUInt32>::max();
 
 /// A point of the grid.

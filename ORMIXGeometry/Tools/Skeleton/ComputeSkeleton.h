@@ -11,7 +11,7 @@
 ///
 /// The polygons of a shape are taken one by one, and are expected not to overlap. The result is exact for the boundary
 /// after its vertices are rounded to a grid of at least 2^30 points across, which moves neither pixels nor integers;
-/// the report says how far vertices were moved, see medialAxis(). About 20 µs and 1 KB a vertex; O(n log n).
+/// the report says how far vertices were moved, see medialAxis(). About 30 µs and 1 KB a vertex; O(n log n).
 
 namespace ormix::geom {
 

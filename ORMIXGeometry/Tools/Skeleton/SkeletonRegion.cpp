@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Tools/Skeleton/SkeletonRegion.h>
 #include <ORMIXMath/Index/DisjointSets.h>
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXMath/Shape/Ring.h>
 
 #include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
@@ -147,13 +148,7 @@ void setRing(Node& node, Ring ring, ePolygon2dType type) {
   node.getExteriorPolygon().setPolygon2dType(type);
 }
 
-omReal64 areaOf(const Ring& ring) {
-  omReal64 area = 0;
-  for (std::size_t i = 2; i < ring.size(); ++i)
-    area += (ring[i - 1].getX() - ring[0].getX()) * (ring[i].getY() - ring[0].getY()) -
-            (ring[i - 1].getY() - ring[0].getY()) * (ring[i].getX() - ring[0].getX());
-  return area / 2;
-}
+omReal64 areaOf(const Ring& ring) { return std::abs(ringSignedArea(coordinates(ring), ring.size())); }
 
 }  // namespace
 
@@ -178,9 +173,8 @@ std::vector<boost::shared_ptr<PolygonWithHoles2d<omReal64>>> regionOf(const Skel
   for (std::vector<Ring>& of : rings) {
     if (of.empty()) continue;
     // The outer ring encloses the others.
-    std::iter_swap(of.begin(), std::max_element(of.begin(), of.end(), [](const Ring& a, const Ring& b) {
-                     return std::abs(areaOf(a)) < std::abs(areaOf(b));
-                   }));
+    std::iter_swap(of.begin(), std::max_element(of.begin(), of.end(),
+                                                [](const Ring& a, const Ring& b) { return areaOf(a) < areaOf(b); }));
     region.push_back(boost::make_shared<Node>());
     setRing(*region.back(), std::move(of.front()), eP2DT_Exterior);
     for (std::size_t i = 1; i < of.size(); ++i) {

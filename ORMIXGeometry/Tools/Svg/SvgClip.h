@@ -20,9 +20,6 @@ struct SvgView {
 /// The ends of the part of a line inside the view; nothing when the line does not meet it.
 std::optional<std::pair<SvgPoint, SvgPoint>> clipToView(const SvgLine& line, const SvgView& view);
 
-/// Start, control and end point of a quadratic Bézier curve.
-using SvgBezier = std::array<SvgPoint, 3>;
-
 /// The arcs of a parabola inside the view. Every arc of a parabola is a quadratic Bézier curve, whose control point is
 /// the intersection of the tangents at its ends.
 std::vector<SvgBezier> clipToView(const SvgParabola& parabola, const SvgView& view);

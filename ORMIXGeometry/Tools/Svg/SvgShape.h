@@ -14,15 +14,16 @@
 
 namespace ormix::geom::detail {
 
-using SvgPoint = Point2dData<omReal64>;  ///< a point in the coordinates of the entity or in pixels
+using SvgPoint = Point2dData<omReal64>;     ///< a point in the coordinates of the entity or in pixels
+using SvgBezier = std::array<SvgPoint, 3>;  ///< start, control and end point of a quadratic Bézier curve
 
 /// Polylines that form one path.
 struct SvgPath {
   std::vector<std::vector<SvgPoint>> runs;  ///< vertices; a polyline that ends where it starts is closed
 };
-/// Segments and arcs of parabolas, each a quadratic Bézier curve, with its control point in the middle of a segment.
+/// Segments and arcs of parabolas; of a segment, the control point is in the middle.
 struct SvgCurves {
-  std::vector<std::array<SvgPoint, 3>> curves;  ///< start, control point, end
+  std::vector<SvgBezier> curves;
 };
 /// Points drawn as dots.
 struct SvgDots {
