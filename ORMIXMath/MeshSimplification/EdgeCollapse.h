@@ -29,8 +29,9 @@ struct CollapseSettings {
 /// Collapses the edges of a mesh from the cheapest on, until there are few enough triangles, or none can collapse.
 ///
 /// Costs are computed once for all edges and again when an edge is taken from the queue: an edge that has become dearer
-/// by then goes back. As quadrics only grow, an edge costs no less than the queue believes, and nothing need be done
-/// for the neighbours of an edge that collapses. Memoryless costs may fall too; such an edge comes later than it might.
+/// by then goes back. As quadrics only grow, an edge never costs less than when it was put into the queue, so that
+/// nothing need be done for the neighbours of an edge that collapses. Memoryless costs may fall too; such an edge comes
+/// later than it might.
 ///
 /// An edge that is refused comes back when costs are twice as high, and if it is refused again, four times, and so on.
 class EdgeCollapse {
