@@ -265,7 +265,7 @@ TEST(Skeleton, HostileRegions) {
   ASSERT_TRUE(report.mergedPoints.size() == 1 && report.lostEdges.size() == 2);
   EXPECT_EQ(report.mergedPoints[0].pointIdx, 2u);
   EXPECT_EQ(report.lostEdges[0].pointIdx + report.lostEdges[1].pointIdx, 9u);
-  EXPECT_EQ(errorOf(regionWith({{0, 0}, {1, 0}, {0, 1}}, {{{5, 5}, {6, 5}, {5, 6}}})),
+  EXPECT_EQ(errorOf(regionWith({{0, 0}, {4, 0}, {4, 4}, {0, 4}}, {{{5, 5}, {6, 5}, {5, 6}}})),
             start +
                 "The Voronoi diagram has an edge that is inside and outside, turned or not; are holes inside, and "
                 "polygons apart?");
