@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages the project needs; does nothing when all are there.
-# Usage: scripts/setup.sh [build] [test] [demo] [ci]      (default: build test)
+# Usage: scripts/setup.sh [build] [test] [python] [demo] [ci]      (default: build test)
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
 
 build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev
                 libpng-dev)
-test_packages=(libgtest-dev)
+test_packages=(libgtest-dev python3-pytest)
+python_packages=(python3-dev python3-numpy pybind11-dev)
 demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)
 
@@ -16,9 +17,10 @@ for name in "$@"; do
   case $name in
     build) wanted+=("${build_packages[@]}") ;;
     test) wanted+=("${test_packages[@]}") ;;
+    python) wanted+=("${python_packages[@]}") ;;
     demo) wanted+=("${demo_packages[@]}") ;;
     ci) wanted+=("${ci_packages[@]}") ;;
-    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci)" >&2; exit 2 ;;
+    *) echo "setup.sh: unknown group \"$name\" (build, test, python, demo, ci)" >&2; exit 2 ;;
   esac
 done
 

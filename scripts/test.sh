@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 preset=${1:-ci}
 jobs=${JOBS:-$(nproc)}
 
-scripts/setup.sh build test
+scripts/setup.sh build test python
 cmake --preset "$preset" -DORMIX_WARNINGS_AS_ERRORS=ON
 cmake --build --preset "$preset" --parallel "$jobs"
 ctest --preset "$preset" --parallel "$jobs"

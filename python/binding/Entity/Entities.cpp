@@ -1,0 +1,13 @@
+#include "Entities.h"
+
+namespace ormix::python {
+
+void bindEntities2d(py::module_& module) {
+  bindCircle2d(module);
+  bindLine2d(module);
+  bindPolygon2d(module);
+}
+
+void bindEntities3d(py::module_&) {}
+
+}  // namespace ormix::python

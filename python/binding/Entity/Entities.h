@@ -1,0 +1,20 @@
+#pragma once
+
+#include "../Frame/Binding.h"
+
+namespace ormix::python {
+
+/// Each adds the Python classes of one family of planar entities; `bindEntities2d` calls them all.
+/// @{
+void bindCircle2d(py::module_& module);
+void bindLine2d(py::module_& module);
+void bindPolygon2d(py::module_& module);
+void bindEntities2d(py::module_& module);
+/// @}
+
+/// Each adds the Python classes of one family of spatial entities; `bindEntities3d` calls them all.
+/// @{
+void bindEntities3d(py::module_& module);
+/// @}
+
+}  // namespace ormix::python

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Binding.h"
+
+#include <ORMIXUtil/Enumeration.h>
+
+#include <algorithm>
+#include <string>
+
+namespace ormix::python {
+
+/// Adds an enumeration of the library with the names of its enumerators. Arguments of its type may also be given by
+/// name: `type="eP2DT_Interior"`.
+template <class Enumeration>
+void bindEnumeration(py::module_& module, const char* doc) {
+  using Names = EnumerationNames<Enumeration>;
+  py::enum_<Enumeration> enumeration(module, std::string(Names::typeName).c_str(), doc);
+  for (std::size_t i = 0; i < Names::names.size(); ++i)
+    enumeration.value(std::string(Names::names[i]).c_str(), static_cast<Enumeration>(i));
+  enumeration.def(py::init([](const std::string& name) {
+                    const auto found = std::find(Names::names.begin(), Names::names.end(), name);
+                    if (found == Names::names.end())
+                      throw py::value_error("\"" + name + "\" is no " + std::string(Names::typeName));
+                    return static_cast<Enumeration>(found - Names::names.begin());
+                  }),
+                  "name"_a);
+  py::implicitly_convertible<py::str, Enumeration>();
+}
+
+}  // namespace ormix::python

@@ -1,0 +1,13 @@
+#include "Entity/Entities.h"
+#include "Frame/Errors.h"
+#include "Frame/Object.h"
+
+PYBIND11_MODULE(_core, module) {
+  using namespace ormix::python;
+  module.doc() = "Typed planar and spatial geometry for image analysis and metrology.";
+  module.attr("__version__") = ORMIX_VERSION;
+  bindErrors(module);
+  bindObjects(module);
+  bindEntities2d(module);
+  bindEntities3d(module);
+}
