@@ -2,6 +2,7 @@
 
 #include "Calls.h"
 #include "Errors.h"
+#include "Print.h"
 
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
@@ -56,35 +57,6 @@ bool isEqual(const Object& a, const Object& b) {
   if (&a == &b) return true;
   return a.getClassName() == b.getClassName() &&
          archiveOf(a, eArchiveFormat::Cbor) == archiveOf(b, eArchiveFormat::Cbor);
-}
-
-// The first rows of an array as a list, and how many more there are.
-std::string printArray(const py::array& array) {
-  constexpr py::ssize_t mostRows = 4;
-  if (array.ndim() == 0 || array.shape(0) <= mostRows) return py::cast<std::string>(py::repr(array.attr("tolist")()));
-  const py::object first = array[py::slice(0, mostRows, 1)].attr("tolist")();
-  std::string text = py::cast<std::string>(py::repr(first));
-  text.pop_back();
-  return text + ", ... " + std::to_string(array.shape(0) - mostRows) + " more]";
-}
-
-// "Circle2d(center=(1.0, 2.0), radius=3.0)", with the dtype unless it is float64.
-std::string print(const py::object& object) {
-  const py::handle type = py::type::handle_of(object);
-  const bool isTemplate = py::hasattr(type, "family");
-  std::string text = py::cast<std::string>(isTemplate ? type.attr("family") : type.attr("__name__")) + '(';
-  const char* separator = "";
-  for (const py::handle field : py::getattr(type, "__match_args__", py::tuple())) {
-    const py::object value = object.attr(field);
-    text += separator + py::cast<std::string>(field) + '=';
-    text += py::isinstance<py::array>(value) ? printArray(value) : py::cast<std::string>(py::repr(value));
-    separator = ", ";
-  }
-  if (isTemplate) {
-    const auto dtype = py::cast<std::string>(type.attr("dtype").attr("name"));
-    if (dtype != "float64") text += std::string(separator) + "dtype='" + dtype + "'";
-  }
-  return text + ')';
 }
 
 // A picture for notebooks; none of what cannot be drawn.
