@@ -14,9 +14,9 @@ else()
 endif()
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ORMIXGeometryConfigVersion.cmake
   COMPATIBILITY ${ORMIX_COMPATIBILITY})
-install(EXPORT ORMIXGeometryTargets NAMESPACE ORMIX:: DESTINATION ${ORMIX_PACKAGE_DIR})
+install(EXPORT ORMIXGeometryTargets NAMESPACE ORMIX:: DESTINATION ${ORMIX_PACKAGE_DIR} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/ORMIXGeometryConfig.cmake ${PROJECT_BINARY_DIR}/ORMIXGeometryConfigVersion.cmake
-  DESTINATION ${ORMIX_PACKAGE_DIR})
+  DESTINATION ${ORMIX_PACKAGE_DIR} COMPONENT development)
 
 # An absolute CMAKE_INSTALL_LIBDIR cannot be moved; any other is named relative to the .pc file.
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
@@ -34,4 +34,4 @@ foreach(folder LIBDIR INCLUDEDIR)
   endif()
 endforeach()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ormixgeometry.pc.in ${PROJECT_BINARY_DIR}/ormixgeometry.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/ormixgeometry.pc DESTINATION ${ORMIX_PKGCONFIG_DIR})
+install(FILES ${PROJECT_BINARY_DIR}/ormixgeometry.pc DESTINATION ${ORMIX_PKGCONFIG_DIR} COMPONENT development)

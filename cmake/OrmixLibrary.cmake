@@ -32,16 +32,17 @@ function(ormix_add_library name)
   set_target_properties(${target} PROPERTIES
     # Whatever standard a project around us compiles as: Boost 1.74's rational numbers recurse for ever as C++20.
     CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON
-    EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    EXPORT_NAME ${name} VERSION ${PROJECT_VERSION} SOVERSION ${ORMIX_ABI_VERSION}
     CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     # The libraries find each other side by side, wherever they are installed.
     INSTALL_RPATH "$ORIGIN"
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
   if(ORMIX_TOP_LEVEL)
-    install(TARGETS ${target} EXPORT ORMIXGeometryTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(TARGETS ${target} EXPORT ORMIXGeometryTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+      COMPONENT runtime NAMELINK_COMPONENT development)
     foreach(header IN LISTS ARG_HEADERS)
       get_filename_component(folder ${target}/${header} DIRECTORY)
-      install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+      install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT development)
     endforeach()
   endif()
 endfunction()
