@@ -3,11 +3,10 @@
 // elongated regions. Usage: measure_regions OUTPUT_FOLDER IMAGE.png... Exit status: 0 when all went well, 1 when an
 // image or a step failed, 2 for wrong arguments.
 #include <ORMIXGeometry/ORMIXGeometry.h>
-
-#include <png.h>
+#include <images/PngFile.h>
+#include <images/Threshold.h>
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
@@ -19,13 +18,7 @@ namespace {
 
 using namespace ormix;
 using namespace ormix::geom;
-
-/// Rows of gray values, from 0 (black) to 255 (white).
-struct Image {
-  std::size_t width = 0;
-  std::size_t height = 0;
-  std::vector<omUInt8> pixels;
-};
+using namespace ormix::images;
 
 void require(const BoolResult& result) {
   if (!result) throw std::runtime_error(result.getMessage());
@@ -38,56 +31,6 @@ std::string readFile(const std::string& path) {
   return bytes;
 }
 
-Image decode(const std::string& bytes) {
-  png_image png{};
-  png.version = PNG_IMAGE_VERSION;
-  if (!png_image_begin_read_from_memory(&png, bytes.data(), bytes.size())) throw std::runtime_error(png.message);
-  png.format = PNG_FORMAT_GRAY;
-  Image image{png.width, png.height, std::vector<omUInt8>(PNG_IMAGE_SIZE(png))};
-  const png_color white{255, 255, 255};
-  if (!png_image_finish_read(&png, &white, image.pixels.data(), 0, nullptr)) throw std::runtime_error(png.message);
-  return image;
-}
-
-/// The gray value that parts the image into two classes with the least variance within them, the brighter ones above it
-/// (Otsu 1979).
-int otsuThreshold(const Image& image) {
-  std::array<double, 256> counts{};
-  for (const omUInt8 gray : image.pixels) ++counts[gray];
-  double sum = 0, sumDark = 0, nbDark = 0, best = -1;
-  for (int gray = 0; gray < 256; ++gray) sum += gray * counts[static_cast<std::size_t>(gray)];
-  const auto nbPixels = static_cast<double>(image.pixels.size());
-  int threshold = 0;
-  for (int gray = 0; gray < 255; ++gray) {
-    nbDark += counts[static_cast<std::size_t>(gray)];
-    sumDark += gray * counts[static_cast<std::size_t>(gray)];
-    const double nbBright = nbPixels - nbDark;
-    if (nbDark == 0 || nbBright == 0) continue;
-    const double difference = sumDark / nbDark - (sum - sumDark) / nbBright;
-    const double between = nbDark * nbBright * difference * difference;
-    if (between > best) {
-      best = between;
-      threshold = gray;
-    }
-  }
-  return threshold;
-}
-
-/// Where the objects are, as ones: of the two classes the one that has the smaller share of the image's border.
-std::vector<omUInt8> objectsOf(const Image& image, int threshold) {
-  std::vector<omUInt8> mask(image.pixels.size());
-  std::transform(image.pixels.begin(), image.pixels.end(), mask.begin(),
-                 [threshold](omUInt8 gray) { return static_cast<omUInt8>(gray > threshold); });
-  std::size_t nbOnBorder = 0;
-  for (std::size_t x = 0; x < image.width; ++x)
-    nbOnBorder += mask[x] + std::size_t{*(mask.end() - 1 - std::ptrdiff_t(x))};
-  for (std::size_t y = 0; y < image.height; ++y)
-    nbOnBorder += mask[y * image.width] + std::size_t{mask[(y + 1) * image.width - 1]};
-  if (nbOnBorder > image.width + image.height)
-    for (omUInt8& inside : mask) inside = static_cast<omUInt8>(1 - inside);
-  return mask;
-}
-
 /// A region of an image and what was measured on it.
 struct Region {
   Shape2dPtr shape;
@@ -98,7 +41,7 @@ RegionProperties measure(const Shape2d& shape) { return regionProperties(shape);
 
 /// The connected regions, the largest first. Specks and gaps narrower than a disc of the radius 2 are noise: a closing
 /// and an opening remove them.
-std::vector<Region> regionsOf(const Image& image, std::vector<omUInt8> mask) {
+std::vector<Region> regionsOf(const GrayImage& image, std::vector<omUInt8> mask) {
   constexpr omReal64 radius = 2;
   RowIntersections pixels = toRowIntersections(MaskView<omUInt8>{mask.data(), image.width, image.height, image.width});
   pixels = erode(dilate(pixels, radius), radius);
@@ -189,7 +132,7 @@ void checkArchive(const std::vector<Region>& regions, const std::string& path) {
 
 /// The contours over the image; of the ten largest regions their numbers, ellipses and least Feret diameters; what
 /// faces a neighbour.
-void draw(const std::string& bytes, const Image& image, const std::vector<Region>& regions,
+void draw(const std::string& bytes, const GrayImage& image, const std::vector<Region>& regions,
           const std::vector<Contact2d>& neighbours, const std::string& path) {
   SvgWriter writer(900);
   writer.setYAxis(eSYA_Down);
@@ -216,7 +159,7 @@ void draw(const std::string& bytes, const Image& image, const std::vector<Region
 
 void processImage(const std::string& path, const std::filesystem::path& folder) {
   const std::string bytes = readFile(path);
-  const Image image = decode(bytes);
+  const GrayImage image = decodeGray(bytes);
   const int threshold = otsuThreshold(image);
   const std::vector<Region> regions = regionsOf(image, objectsOf(image, threshold));
   std::cout << path << ": " << image.width << " x " << image.height << " pixels, threshold " << threshold << ", "
