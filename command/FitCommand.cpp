@@ -1,0 +1,204 @@
+#include <ORMIXMath/Estimation/RobustEstimation.h>
+#include <command/FitModels.h>
+#include <command/Subcommands.h>
+#include <command/frame/Errors.h>
+#include <command/frame/Interrupt.h>
+#include <command/io/Documents.h>
+#include <command/io/Outputs.h>
+#include <command/io/PointsOf.h>
+#include <command/io/Rows.h>
+
+#include <algorithm>
+#include <boost/numeric/ublas/vector.hpp>
+#include <charconv>
+#include <cmath>
+
+namespace ormix::command {
+
+namespace {
+
+/// The model of a name for points of a dimension.
+const FitModel& modelOf(const std::string& name, std::size_t dimension) {
+  std::string needed;
+  for (const FitModel& model : fitModels()) {
+    if (model.name != name) continue;
+    if (model.dimension == dimension) return model;
+    needed += (needed.empty() ? "" : " or ") + std::to_string(model.dimension);
+  }
+  throw DataError("a model \"" + name + "\" is fitted to lines of " + needed + " numbers, and these have " +
+                  std::to_string(dimension) + "; --columns chooses some");
+}
+
+/// "2,3": the columns of a table, counted from 1.
+std::vector<std::size_t> columnsOf(const Arguments& arguments) {
+  std::vector<std::size_t> columns;
+  std::string text = arguments.text("columns");
+  while (!text.empty()) {
+    const std::size_t comma = text.find(',');
+    const std::string word = text.substr(0, comma);
+    std::size_t column = 0;
+    const auto [rest, error] = std::from_chars(word.data(), word.data() + word.size(), column);
+    if (error != std::errc() || rest != word.data() + word.size() || column == 0)
+      throw UsageError("option --columns is \"" + arguments.text("columns") +
+                       "\", not whole numbers from 1, parted by commas");
+    columns.push_back(column);
+    text.erase(0, comma == text.npos ? comma : comma + 1);
+  }
+  return columns;
+}
+
+PointSet chosen(const PointSet& set, const std::vector<std::size_t>& columns) {
+  if (columns.empty()) return set;
+  if (const std::size_t last = *std::max_element(columns.begin(), columns.end()); last > set.dimension)
+    throw DataError("there is no column " + std::to_string(last) + " of " + std::to_string(set.dimension));
+  PointSet result;
+  result.dimension = columns.size();
+  for (std::size_t row = 0; row < set.nbRows(); ++row)
+    for (const std::size_t column : columns) result.values.push_back(set.values[row * set.dimension + column - 1]);
+  return result;
+}
+
+RobustOptions robustOptionsOf(const Arguments& arguments) {
+  RobustOptions options;
+  const std::string method = arguments.text("method", "msac");
+  options.method = method == "ransac" ? eRM_Ransac : method == "lmeds" ? eRM_LMedS : eRM_Msac;
+  options.threshold = arguments.real("threshold", 0);
+  options.seed = static_cast<omUInt32>(arguments.count("seed", 0));
+  options.nbMaxIterations = static_cast<std::size_t>(arguments.count("iterations", options.nbMaxIterations));
+  return options;
+}
+
+bool isRobust(const Arguments& arguments) {
+  for (const char* option : {"robust", "threshold", "seed", "method", "iterations"})
+    if (arguments.has(option)) return true;
+  return false;
+}
+
+struct Fit {
+  Row row;
+  SerializationObjectPtr entity;
+};
+
+/// How far the points are that agree, and which point is farthest.
+void addDistances(Row& row, const FitModel& model, const RealVector& residuals, const RobustResult& found) {
+  omReal64 sum = 0, greatest = 0;
+  for (std::size_t i = 0; i < residuals.size(); ++i) {
+    if (!found.inliers[i]) continue;
+    const omReal64 distance = model.distance(residuals(i), found.params);
+    sum += distance * distance;
+    greatest = std::max(greatest, distance);
+  }
+  row.add("rms", std::sqrt(sum / static_cast<omReal64>(found.nbInliers))).add("greatest_distance", greatest);
+}
+
+Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, const PointSet& set) {
+  const FitModel& model = modelOf(arguments.operands().front(), set.dimension);
+  const SampleView samples{set.values.data(), set.nbRows(), set.dimension};
+  const auto estimator = model.estimator();
+  RobustResult found;
+  if (isRobust(arguments)) {
+    InterruptScope scope;
+    RobustOptions options = robustOptionsOf(arguments);
+    options.progress = scope.progress(file);
+    const BoolResult result = robustEstimation(*estimator, samples, options, found);
+    scope.finish();
+    require(result);
+  } else {
+    require(estimator->computeEstimation(samples, found.params));
+    found.inliers.assign(samples.nbSamples, true);
+    found.nbInliers = samples.nbSamples;
+  }
+  RealVector residuals;
+  require(estimator->computeResiduals(samples, found.params, residuals));
+  Fit result;
+  result.row.add("file", file).add("item", omUInt64(item)).add("model", std::string(model.name));
+  result.row.add("points", omUInt64(samples.nbSamples)).add("inliers", omUInt64(found.nbInliers));
+  for (std::size_t i = 0; i < model.paramNames.size(); ++i)
+    result.row.add(std::string(model.paramNames[i]), found.params(i));
+  addDistances(result.row, model, residuals, found);
+  if (isRobust(arguments)) result.row.add("threshold", found.threshold);
+  result.entity = model.entity(found.params);
+  return result;
+}
+
+/// The sets of points of a document: rows of a table, or the points of each entity that has some.
+std::vector<PointSet> pointSetsOf(const Document& document) {
+  if (document.format == eInputFormat::Points) return document.pointSets;
+  if (document.format == eInputFormat::Png) throw DataError("an image has no points");
+  std::vector<PointSet> sets;
+  for (const auto& entity : entitiesOf(document)) {
+    const std::optional<PointSet> points = pointsOf(*entity);
+    if (!points) throw DataError("a " + entity->getClassName() + " has no points to fit to");
+    sets.push_back(*points);
+  }
+  return sets;
+}
+
+int run(const Arguments& arguments) {
+  const std::vector<std::string_view>& names = arguments.command().firstOperands;
+  if (arguments.operands().empty()) throw UsageError("the model is missing");
+  const std::string& name = arguments.operands().front();
+  if (std::find(names.begin(), names.end(), name) == names.end()) throw UsageError("there is no model \"" + name + '"');
+  const std::vector<std::size_t> columns = columnsOf(arguments);
+  const std::string output = arguments.text("output");
+  RowPrinter printer(arguments);
+  SerializationObjectPtrColl entities;
+  const auto use = [&](const std::string& file) {
+    std::size_t item = 0;
+    readDocuments(
+        arguments, file,
+        [&](const Document& document) {
+          for (const PointSet& set : pointSetsOf(document)) try {
+              const Fit result = fit(arguments, file, ++item, chosen(set, columns));
+              entities.push_back(result.entity);
+              if (output != "-") printer.print(result.row);
+            } catch (const DataError& error) {
+              arguments.complain(file, "set " + std::to_string(item) + ": " + error.what());
+            }
+        },
+        eInputFormat::Points);
+  };
+  const int status = arguments.forEachInput(arguments.inputs(1), use);
+  printer.finish();
+  if (!output.empty() && !entities.empty()) writeArchive(output, entities, archiveFormatNameOf(output));
+  return status;
+}
+
+}  // namespace
+
+Command fitCommand() {
+  std::vector<std::string_view> names;
+  for (const FitModel& model : fitModels())
+    if (std::find(names.begin(), names.end(), model.name) == names.end()) names.push_back(model.name);
+  std::vector<Option> options{
+      {"robust", 'r', eOptionKind::Flag, "", "leave outliers out; implied by the next four"},
+      {"threshold", 't', eOptionKind::Length, "T",
+       "greatest distance of a point that agrees; found from the points when not given, or 0"},
+      {"seed", 0, eOptionKind::Seed, "N", "seed of the random draws; 0 when not given"},
+      {"method", 0, eOptionKind::Choice, "msac|ransac|lmeds", "how the best model is chosen; msac when not given"},
+      {"iterations", 0, eOptionKind::Count, "N", "most draws; 10000 when not given"},
+      {"columns", 0, eOptionKind::Text, "I,J,...", "use these columns of a table, counted from 1"},
+      outputOption("write what was fitted to an archive; \"-\" prints it instead of the results"),
+      fromOption()};
+  options.insert(options.end(), rowOptions().begin(), rowOptions().end());
+  return {
+      "fit",
+      "MODEL [FILE...]",
+      "shapes and transforms that fit points or pairs of points best",
+      "Models of points \"x y\": circle, ellipse, line; of points \"x y z\": plane, sphere, ellipsoid; of pairs \"x1 "
+      "y1 "
+      "x2 y2\" or \"x1 y1 z1 x2 y2 z2\", a source and its target: translation, rigid, similarity, homography.\n\n"
+      "A text has a point or a pair on a line, its numbers parted by blanks, commas or semicolons; a blank line parts "
+      "two sets, each of which is fitted. Archives, rings and meshes are fitted by their points. \"rms\" and "
+      "\"greatest_distance\" are distances from the model of the points that agree. Angles are in radians.",
+      names,
+      std::move(options),
+      {{"ormix fit circle --robust --threshold 0.15 --format csv fits.txt",
+        "A circle for each set of points, outliers left out"},
+       {"ormix fit plane part.stl", "The plane through the vertices of a mesh"},
+       {"ormix fit similarity pairs.csv", "How marks on one image were moved to those on another"},
+       {"ormix fit ellipse fits.txt -o - | ormix measure -", "What was fitted, measured"}},
+      run};
+}
+
+}  // namespace ormix::command
