@@ -113,6 +113,9 @@
 #include <ORMIXGeometry/Tools/Distance/SpatialDistance.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
+#include <ORMIXGeometry/Tools/Html/HtmlReport.h>
+#include <ORMIXGeometry/Tools/Html/HtmlScene.h>
+#include <ORMIXGeometry/Tools/Html/ToHtml.h>
 #include <ORMIXGeometry/Tools/Location/NearestPoint.h>
 #include <ORMIXGeometry/Tools/Location/PointLocation.h>
 #include <ORMIXGeometry/Tools/Mesh/Components.h>
@@ -145,6 +148,7 @@
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Tools/Stl/StlTriangles.h>
 #include <ORMIXGeometry/Tools/Stl/TriangleDefects.h>
+#include <ORMIXGeometry/Tools/Svg/ColourScale.h>
 #include <ORMIXGeometry/Tools/Svg/MeshView.h>
 #include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <ORMIXGeometry/Tools/Text/RingFile.h>

@@ -280,12 +280,17 @@ bool addWindings(const SpatialBody& body, const SpatialPoint& p, const SpatialPo
 
 }  // namespace
 
-SpatialBody toSpatialBody(const BaseGeometryEntity3d& entity) {
+SpatialBody toBodyWithoutTree(const BaseGeometryEntity3d& entity) {
   SpatialBody body;
   callTyped(SpatialEntityList(), entity, [&body](const auto& typed) {
     addTo(body, typed);
     return true;
   });
+  return body;
+}
+
+SpatialBody toSpatialBody(const BaseGeometryEntity3d& entity) {
+  SpatialBody body = toBodyWithoutTree(entity);
   if (body.kind == eBK_Facets && body.facets.empty()) refuse(eToolsMessage::eTM_NoPoints, entity);
   bool isFinite = true;
   visitNumbers(body, [&isFinite](omReal64 value) { isFinite = isFinite && std::isfinite(value); });

@@ -51,6 +51,10 @@ struct SpatialBody {
 /// \throw ORMIXGeometryException, logged first, for vectors, for what has no points, and where a value is not finite
 SpatialBody toSpatialBody(const BaseGeometryEntity3d& entity);
 
+/// The same without the tree, for callers that do not search: facets may be none, and numbers are not checked.
+/// \throw ORMIXGeometryException, logged first, for vectors
+SpatialBody toBodyWithoutTree(const BaseGeometryEntity3d& entity);
+
 /// Whether a body of facets contains a point that is not on them: an odd number of its closed surfaces have it inside,
 /// which they do where they wind around it, whichever way their triangles are oriented. Decided without rounding along
 /// a segment out of the body that meets no edge.
