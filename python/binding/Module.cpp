@@ -1,6 +1,7 @@
 #include "Entity/Entities.h"
 #include "Frame/Errors.h"
 #include "Frame/Object.h"
+#include "Tools/Tools.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
@@ -10,4 +11,11 @@ PYBIND11_MODULE(_core, module) {
   bindObjects(module);
   bindEntities2d(module);
   bindEntities3d(module);
+  bindContact(module);
+  bindDistance(module);
+  bindExtent(module);
+  bindLocation(module);
+  bindRTree(module);
+  bindSkeleton(module);
+  bindSvg(module);
 }

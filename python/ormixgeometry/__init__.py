@@ -12,8 +12,11 @@ from . import _core, _pickle  # noqa: F401
 from ._core import *  # noqa: F401,F403
 from ._core import Error
 from ._family import make_families
+from ._rtree import make_rtree
 
-globals().update(make_families(_core))
+_families = make_families(_core)
+globals().update(_families)
+RTree = make_rtree(_families)
 
 __version__ = _core.__version__
-__all__ = sorted(name for name in globals() if not name.startswith("_") and name != "make_families")
+__all__ = sorted(name for name in globals() if not name.startswith("_") and not name.startswith("make_"))
