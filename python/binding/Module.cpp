@@ -18,4 +18,5 @@ PYBIND11_MODULE(_core, module) {
   bindRTree(module);
   bindSkeleton(module);
   bindSvg(module);
+  bindHtml(module);
 }

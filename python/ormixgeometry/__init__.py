@@ -13,6 +13,7 @@ from ._core import *  # noqa: F401,F403
 from ._core import Error
 from ._family import make_families
 from ._rtree import make_rtree
+from ._view import View, view  # noqa: F401
 
 _families = make_families(_core)
 globals().update(_families)

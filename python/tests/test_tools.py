@@ -64,6 +64,19 @@ def test_a_skeleton_and_its_region():
         og.sample_path(og.prune_skeleton(other, 1), path, 1)
 
 
+def test_pages_show_entities_and_escape_texts(tmp_path):
+    shown = og.view([og.Circle2d((0, 0), 1), [og.Polygon2d(RING)]], title="<script>alert(1)")
+    assert "<script>alert(1)" not in shown.page and "<svg" in shown.page and "<iframe" in shown._repr_html_()
+    report = og.HtmlReport("Parts")
+    report.add_table({"area": np.array([1.5, 2.0]), "name": ["a", "<b>"]}, caption="Measures")
+    report.write(tmp_path / "report.html")
+    assert "&lt;b" in (tmp_path / "report.html").read_text()
+    nested = []
+    nested.append(nested)
+    with pytest.raises(RecursionError):
+        og.to_html(nested)
+
+
 NAN = float("nan")
 TREE = og.RTree([[0, 0], [1, 1]])
 HOSTILE = [
@@ -83,6 +96,7 @@ HOSTILE = [
     (og.locate, (og.Polygon2d(RING), np.zeros((2, 3))), ValueError),
     (og.compute_skeleton, (og.Polygon2d([[0, 0], [2, 2], [2, 0], [0, 2]]),), og.Error),
     (og.SvgWriter().draw, (3,), TypeError),
+    (og.to_html, (3,), TypeError),
     (og.SvgWriter().draw, (og.Circle2d((NAN, 0), 1),), og.Error),
 ]
 
