@@ -6,9 +6,11 @@
 namespace ormix::python {
 namespace {
 
-// Whether an integer type holds the value exactly. The limits are exact as omReal64 for integers of 32 bits or less.
+// Whether an integer type holds the value exactly. Limits of 32 bits or less are exact as omReal64; beyond 2^53 several
+// integers have one.
 template <class T>
 bool holds(omReal64 value) {
+  if constexpr (sizeof(T) == 8) return std::abs(value) < 0x1p53 && value == std::trunc(value);
   return value >= static_cast<omReal64>(std::numeric_limits<T>::min()) &&
          value <= static_cast<omReal64>(std::numeric_limits<T>::max()) && value == std::trunc(value);
 }
@@ -103,10 +105,12 @@ template bool loadNumbers(py::handle, py::ssize_t, omReal64*);
 template py::array_t<omUInt8, py::array::c_style> numbersOf(const py::handle&, const char*);
 template py::array_t<omInt32, py::array::c_style> numbersOf(const py::handle&, const char*);
 template py::array_t<omUInt32, py::array::c_style> numbersOf(const py::handle&, const char*);
+template py::array_t<omInt64, py::array::c_style> numbersOf(const py::handle&, const char*);
 template py::array_t<omReal32, py::array::c_style> numbersOf(const py::handle&, const char*);
 template py::array_t<omReal64, py::array::c_style> numbersOf(const py::handle&, const char*);
 template py::array_t<omInt32, py::array::c_style> matrixOf(const py::handle&, py::ssize_t, const char*);
 template py::array_t<omUInt32, py::array::c_style> matrixOf(const py::handle&, py::ssize_t, const char*);
+template py::array_t<omInt64, py::array::c_style> matrixOf(const py::handle&, py::ssize_t, const char*);
 template py::array_t<omReal32, py::array::c_style> matrixOf(const py::handle&, py::ssize_t, const char*);
 template py::array_t<omReal64, py::array::c_style> matrixOf(const py::handle&, py::ssize_t, const char*);
 

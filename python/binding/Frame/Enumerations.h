@@ -24,6 +24,8 @@ void bindEnumeration(py::module_& module, const char* doc) {
                     return static_cast<Enumeration>(found - Names::names.begin());
                   }),
                   "name"_a);
+  // As it is written in a program: "ePolygon2dType.eP2DT_Exterior".
+  enumeration.attr("__repr__") = enumeration.attr("__str__");
   py::implicitly_convertible<py::str, Enumeration>();
 }
 
