@@ -9,11 +9,15 @@ namespace ormix::python {
 void bindCircle2d(py::module_& module);
 void bindLine2d(py::module_& module);
 void bindPolygon2d(py::module_& module);
+void bindPolygonWithHoles2d(py::module_& module);
+void bindRowIntersections(py::module_& module);
+void bindShape2d(py::module_& module);
 void bindEntities2d(py::module_& module);
 /// @}
 
 /// Each adds the Python classes of one family of spatial entities; `bindEntities3d` calls them all.
 /// @{
+void bindRowIntersections3d(py::module_& module);
 void bindEntities3d(py::module_& module);
 /// @}
 

@@ -20,13 +20,14 @@ void setPoints(geom::Polygon2d<T>& polygon, const py::object& values) {
 void bindPolygon2d(py::module_& module) {
   bindEnumeration<geom::ePolygon2dType>(module, "The role of a ring.");
   bindFamily<geom::Polygon2d>(
-      module, "Polygon2d", py::make_tuple("points"),
+      module, "Polygon2d", py::make_tuple("points", "type"),
       "The region bounded by one ring of vertices, in their order. The ring may be stored open or closed.\n\n"
       ">>> Polygon2d([[0, 0], [4, 0], [4, 3]])\n"
       "Polygon2d(points=[[0.0, 0.0], [4.0, 0.0], [4.0, 3.0]])",
       [](auto& entity, auto coordinate) {
         using T = decltype(coordinate);
         using Polygon = geom::Polygon2d<T>;
+        entity.attr("_defaults") = py::dict("type"_a = geom::eP2DT_Exterior);
         entity
             .def(py::init([](const py::object& points, geom::ePolygon2dType type) {
                    auto polygon = boost::make_shared<Polygon>();

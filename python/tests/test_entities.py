@@ -1,0 +1,71 @@
+"""What is particular to classes of entities: pixels, trees of holes, meshes."""
+
+import copy
+import gc
+import pickle
+
+import numpy as np
+import pytest
+
+import ormixgeometry as og
+
+RANDOM = np.random.default_rng(20261122)
+
+
+@pytest.mark.parametrize("dtype", ["bool", "u1", "u2", "u4", "i4", "i1", "i8", ">u2"])
+@pytest.mark.parametrize("Pixels, shape", [(og.RowIntersections, (7, 9)), (og.RowIntersections3d, (4, 7, 9))])
+def test_pixels_of_any_array_and_back(Pixels, shape, dtype):
+    mask = (RANDOM.random(shape) < 0.4).astype(dtype)
+    for part in (mask, mask[::2, ::-1], mask.T, mask[..., ::3], mask[:0], np.zeros_like(mask)):
+        pixels = Pixels.from_mask(part)
+        assert np.array_equal(pixels.to_mask(part.shape), part != 0)
+        assert len(pixels.runs) == 0 or Pixels(RANDOM.permutation(pixels.runs)) == pixels
+        for again in (pickle.loads(pickle.dumps(pixels)), copy.copy(pixels), copy.deepcopy(pixels)):
+            assert again == pixels
+
+
+@pytest.mark.parametrize("runs, error", [
+    ([[0, 0, 0]], og.Error), ([[0, 0, 1], [0, 0, 2]], og.Error), ([[0, -1, 2]], ValueError), ([[-1, 0, 1]], ValueError),
+    ([[0, 0, 1], [2**40, 0, 1]], ValueError), ([[0, 0, 2**33]], ValueError), ([[0.5, 0, 1]], ValueError),
+    ([[np.nan] * 3], ValueError), ([[10**30, 0, 1]], TypeError), (None, TypeError), ([[0, 0]], ValueError)])  # fmt: skip
+def test_runs_that_are_none(runs, error):
+    with pytest.raises(error):
+        og.RowIntersections(runs)
+    if isinstance(runs, list) and len(runs[0]) == 3:
+        with pytest.raises(error):
+            og.RowIntersections3d([[0, *run] for run in runs])
+
+
+def test_holes_are_nodes_of_one_tree():
+    polygon = og.PolygonWithHoles2d([[0, 0], [9, 0], [9, 9]], holes=[[[i, i], [i + 1, i], [i, i + 1]] for i in range(3)])
+    assert eval(repr(polygon), vars(og)) == polygon
+    hole = polygon.holes[1]
+    assert hole is polygon.holes[1] and hole.type == og.ePolygon2dType.eP2DT_Interior
+    for add, to in ((hole, polygon), (polygon, hole), (hole, hole)):
+        with pytest.raises(ValueError):
+            to.add_hole(add)
+    view = hole.points
+    with pytest.raises(BufferError):
+        hole.exterior.points = [[0, 0]]
+    with pytest.raises(BufferError):
+        hole.exterior = [[0, 0]]
+    del polygon
+    gc.collect()
+    root = hole.parent
+    assert root.nb_holes == 3 and root.remove_hole(1) is hole and hole.parent is None
+    hole.add_hole(root)
+    del hole
+    gc.collect()
+    assert root.parent.nb_tot_polygons == 4 and view.tolist() == [[1, 1], [2, 1], [1, 2]]
+
+
+def test_a_tree_of_any_depth_is_walked_and_released():
+    node = og.PolygonWithHoles2d([[0, 0]])
+    for _ in range(100_000):
+        node.add_hole(og.PolygonWithHoles2d([[0, 0]]))
+        node = node.holes[0]
+    gc.collect()
+    path = [node]
+    while path[-1].parent is not None:
+        path.append(path[-1].parent)
+    assert len(path) == path[-1].nb_tot_polygons == 100_001
