@@ -2,6 +2,7 @@
 #include "Frame/Errors.h"
 #include "Frame/Object.h"
 #include "Tools/Tools.h"
+#include "Measure/Measures.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
@@ -19,4 +20,6 @@ PYBIND11_MODULE(_core, module) {
   bindSkeleton(module);
   bindSvg(module);
   bindHtml(module);
+  bindMoments(module);
+  bindMeasures(module);
 }

@@ -5,6 +5,7 @@
 #include <ORMIXUtil/Enumeration.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 
 namespace ormix::python {
@@ -27,6 +28,13 @@ void bindEnumeration(py::module_& module, const char* doc) {
   // As it is written in a program: "ePolygon2dType.eP2DT_Exterior".
   enumeration.attr("__repr__") = enumeration.attr("__str__");
   py::implicitly_convertible<py::str, Enumeration>();
+}
+
+/// An argument that is an enumerator, with a default that signatures show by name.
+template <class Enumeration>
+py::arg_v enumerator(const char* name, Enumeration value) {
+  static std::set<std::string> texts;  // pybind11 reads a text after it was given
+  return {name, value, texts.insert("'" + toString(value) + "'").first->c_str()};
 }
 
 }  // namespace ormix::python
