@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages the project needs; does nothing when all are there.
 # Usage: scripts/setup.sh [build] [test] [python] [demo] [ci]      (default: build test)
+# Usage: scripts/setup.sh [build] [test] [demo] [ci] [docs]      (default: build test)
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
 
@@ -8,8 +9,10 @@ build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev l
                 libpng-dev)
 test_packages=(libgtest-dev python3-pytest)
 python_packages=(python3-dev python3-numpy pybind11-dev)
+test_packages=(libgtest-dev python3 python3-cbor2 python3-numpy)
 demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)
+docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton)
 
 wanted=()
 [ $# -gt 0 ] || set -- build test
@@ -21,6 +24,8 @@ for name in "$@"; do
     demo) wanted+=("${demo_packages[@]}") ;;
     ci) wanted+=("${ci_packages[@]}") ;;
     *) echo "setup.sh: unknown group \"$name\" (build, test, python, demo, ci)" >&2; exit 2 ;;
+    docs) wanted+=("${docs_packages[@]}") ;;
+    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, docs)" >&2; exit 2 ;;
   esac
 done
 
