@@ -128,7 +128,7 @@ std::vector<PointSet> pointSetsOf(const Document& document) {
   std::vector<PointSet> sets;
   for (const auto& entity : entitiesOf(document)) {
     const std::optional<PointSet> points = pointsOf(*entity);
-    if (!points) throw DataError("a " + entity->getClassName() + " has no points to fit to");
+    if (!points) throw DataError(entity->getClassName() + " has no points to fit to");
     sets.push_back(*points);
   }
   return sets;

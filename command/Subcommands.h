@@ -9,6 +9,10 @@ namespace ormix::command {
 
 Command measureCommand();
 Command fitCommand();
+Command inspectCommand();
+Command convertCommand();
+Command simplifyCommand();
+Command viewCommand();
 /// \param subcommands the names of all others
 Command helpCommand(const std::vector<std::string_view>& subcommands);
 

@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/3d/PointCloud/PointCloud3d.h>
 #include <ORMIXGeometry/Tools/Stl/StlInput.h>
 #include <ORMIXGeometry/Tools/Text/RingFile.h>
+#include <ORMIXSerialization/Archive/ArchiveFormat.h>
 #include <ORMIXUtil/Exception/BaseException.h>
 #include <command/frame/Errors.h>
 #include <command/frame/Help.h>
@@ -38,6 +39,11 @@ bool isBinaryStl(const InputFile& input) {
   return input.size() == 84 + 50 * nbTriangles;
 }
 
+/// CBOR begins with an array or a tag, and text with none of their bytes.
+bool beginsAsCbor(std::string_view bytes) {
+  return !bytes.empty() && static_cast<unsigned char>(bytes[0]) >= 0x80 && static_cast<unsigned char>(bytes[0]) < 0xE0;
+}
+
 /// The text from its first word on, comments left out; looks further until there is one.
 std::string_view firstWords(InputFile& input) {
   while (true) {
@@ -64,8 +70,7 @@ eInputFormat detectFormat(InputFile& input, eInputFormat textFormat) {
   }
   if (isBinaryStl(input)) return eInputFormat::Mesh;
   if (images::isPng(std::string(bytes.substr(0, 8)))) return eInputFormat::Png;
-  const auto first = static_cast<unsigned char>(bytes[0]);
-  if (first >= 0x80 && first < 0xE0) return eInputFormat::Archive;  // CBOR begins so, and no text
+  if (beginsAsCbor(bytes)) return eInputFormat::Archive;
   const bool isText =
       std::all_of(bytes.begin(), bytes.begin() + std::min<std::ptrdiff_t>(512, bytes.end() - bytes.begin()),
                   [](char c) { return static_cast<unsigned char>(c) >= ' ' || (c >= '\t' && c <= '\r'); });
@@ -100,28 +105,47 @@ void complainOfLines(const Arguments& arguments, const std::string& name, const 
 
 using Use = std::function<void(const Document&)>;
 
+/// Reads all objects of one archive; of one that is damaged those before the damage.
+/// \return why not all could be read
+BoolResult readObjects(std::istream& stream, Document& document) {
+  document.objects.clear();
+  document.versions.clear();
+  try {
+    const std::unique_ptr<BaseIArchive> archive = openArchive(stream);
+    BoolResult read = archive->state();
+    while (read && archive->nextKey()) {
+      const ProcessingResult<SerializationObjectPtr> object = readObject(*archive);
+      read = object ? BoolResult() : failure(object.getMessage());
+      if (!object) break;
+      const std::string& name = object.getResult()->getClassName();
+      document.objects.push_back(object.getResult());
+      document.versions[name] = archive->getRegisterClassVersion(name);
+    }
+    return read ? archive->close() : read;
+  } catch (const BaseException& error) {
+    return failure(error.what());
+  }
+}
+
 void readJson(const Arguments& arguments, InputFile& input, Document& document, const Use& use) {
   document.formatName = "JSON archive";
   JsonDocuments texts(input.stream());
   for (std::string text; texts.next(text);) {
-    try {
-      std::istringstream stream(std::move(text));
-      document.objects = loadAll(stream);
-    } catch (const BaseException& error) {
-      arguments.complain(document.name, "line " + std::to_string(texts.line()) + ": " + error.what());
-      continue;
-    }
-    use(document);
+    std::istringstream stream(std::move(text));
+    const BoolResult read = readObjects(stream, document);
+    if (!read) arguments.complain(document.name, "line " + std::to_string(texts.line()) + ": " + read.getMessage());
+    if (read || !document.objects.empty()) use(document);
   }
   input.requireRead();
 }
 
 void readArchive(const Arguments& arguments, InputFile& input, Document& document, const Use& use) {
-  const auto first = static_cast<unsigned char>(input.beginning().empty() ? '[' : input.beginning()[0]);
-  if (first < 0x80 || first >= 0xE0) return readJson(arguments, input, document, use);
+  if (!beginsAsCbor(input.beginning())) return readJson(arguments, input, document, use);
   document.formatName = "CBOR archive";
-  document.objects = loadAll(input.stream());
+  const BoolResult read = readObjects(input.stream(), document);
   input.requireRead();
+  if (!read && document.objects.empty()) throw DataError(read.getMessage());
+  if (!read) arguments.complain(document.name, read.getMessage());
   use(document);
 }
 

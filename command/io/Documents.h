@@ -8,6 +8,7 @@
 #include <command/io/PointText.h>
 
 #include <functional>
+#include <map>
 #include <string>
 
 namespace ormix::command {
@@ -27,6 +28,7 @@ struct Document {
   eInputFormat format = eInputFormat::Archive;
   std::string formatName;                    ///< "JSON archive", "binary STL"
   SerializationObjectPtrColl objects;        ///< of an archive, none of them null; the rings of a text
+  std::map<std::string, omUInt32> versions;  ///< of the classes of these objects, as the archive has them
   geom::FaceVertexTriMesh3d<omReal64> mesh;  ///< of a mesh, all triangles that could be read
   geom::MeshReport meshReport;               ///< of a mesh
   std::vector<PointSet> pointSets;           ///< of points

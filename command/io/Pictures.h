@@ -1,0 +1,19 @@
+#pragma once
+
+#include <command/io/Contents.h>
+
+#include <string>
+
+namespace ormix::command {
+
+/// How a picture is drawn.
+struct PictureOptions {
+  omReal64 size = 800;      ///< the larger side, in pixels
+  bool hasNumbers = false;  ///< whether entities have their numbers, counted from 1
+};
+
+/// Writes a picture in SVG: entities of the plane, over the image they are regions of; or meshes.
+/// \throw DataError for what cannot be drawn, and for entities of the plane and of space together
+void writeSvg(const std::string& path, const Contents& contents, const PictureOptions& options = {});
+
+}  // namespace ormix::command
