@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Tools/Html/HtmlText.h>
 #include <ORMIXGeometry/Tools/Html/PageFiles.h>
 #include <ORMIXGeometry/Tools/Html/SceneParts.h>
+#include <ORMIXGeometry/Tools/Svg/SvgElement.h>
 #include <ORMIXSerialization/Archive/FileTarget.h>
 
 #include <algorithm>

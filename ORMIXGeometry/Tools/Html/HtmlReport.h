@@ -17,14 +17,14 @@ struct HtmlOptions {
   /// The file of three.js, a build that defines `THREE` for plain scripts, which becomes part of pages with scenes.
   /// When empty, the environment variable ORMIX_THREE_SCRIPT, or else the path that was set when the library was built
   /// (CMake: ORMIX_THREE_SCRIPT), by default that of Debian's libjs-three.
-  std::string threeScript;
+  std::string threeScript = {};
 };
 
 /// Cells of text under columns.
 struct HtmlTable {
-  std::string caption;                         ///< may be empty
-  std::vector<std::string> columns;            ///< their names
-  std::vector<std::vector<std::string>> rows;  ///< cells; a row may have fewer than there are columns
+  std::string caption = {};                         ///< may be empty
+  std::vector<std::string> columns = {};            ///< their names
+  std::vector<std::vector<std::string>> rows = {};  ///< cells; a row may have fewer than there are columns
 };
 
 /// A page of headings, texts, tables, pictures and scenes, one file that needs neither a server nor a network, nor

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Tools/Distance/SpatialBody.h>
 #include <ORMIXGeometry/Tools/Html/SceneParts.h>
+#include <ORMIXGeometry/Tools/Svg/SharpEdges.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
 #include <algorithm>
@@ -84,6 +85,20 @@ BoolResult setValues(ScenePart& part, const std::vector<omReal64>& values, std::
   return true;
 }
 
+/// The lines over the triangles: every edge that is sharp, and those that are a little bent where they are so few that
+/// they do not hide the shades of the surface.
+template <class T>
+void addEdges(ScenePart& part, const TriMesh3d<T>& mesh) {
+  constexpr omReal64 bent = 0.05, sharp = 0.5;
+  constexpr std::size_t mostSoft = 20000, mostSharp = 200000;
+  for (const SharpEdge& edge : findSharpEdges(mesh, bent).edges) {
+    std::vector<omUInt32>& pairs = edge.angle > sharp ? part.edges : part.softEdges;
+    pairs.insert(pairs.end(), edge.vertices.begin(), edge.vertices.end());
+  }
+  if (part.softEdges.size() > 2 * mostSoft) part.softEdges.clear();
+  if (part.edges.size() > 2 * mostSharp) part.edges.clear();
+}
+
 /// A net of meridians and parallels on an ellipsoid, whose triangles are seen from outside.
 void addEllipsoid(SpatialBody& body) {
   constexpr omUInt32 nbTurns = 96, nbRows = 48;
@@ -151,6 +166,8 @@ BoolResult makePart(const BaseGeometryEntity3d& entity, ScenePart& part) {
         part.indices.insert(part.indices.end(), facet.begin(), facet.begin() + std::ptrdiff_t(body.nbCorners));
   }
   if (points.empty()) return failure("there are no points");
+  if (part.kind == eSP_Triangles && !part.isSmooth)
+    addEdges(part, TriMesh3d<omReal64>(points.data(), points.size(), part.indices.data(), part.indices.size() / 3));
   return fill(part, points.data(), points.size());
 }
 
@@ -208,6 +225,7 @@ BoolResult HtmlScene::draw(const TriMesh3d<T>& mesh, const std::vector<omReal64>
     result = fill(part, mesh.getVertices(), mesh.getNbVertices());
   }
   if (!result) return refused("mesh", result);
+  addEdges(part, mesh);
   own().parts.push_back(std::move(part));
   return true;
 }

@@ -35,14 +35,6 @@ void visitCharacters(std::string_view text, Put put) {
   }
 }
 
-std::string numberText(omReal64 number, int precision) {
-  std::array<char, 32> digits{};
-  const auto end = precision == 0
-                       ? std::to_chars(digits.begin(), digits.end(), number)
-                       : std::to_chars(digits.begin(), digits.end(), number, std::chars_format::general, precision);
-  return {digits.begin(), end.ptr};
-}
-
 }  // namespace
 
 std::string htmlText(std::string_view text) {
@@ -92,8 +84,10 @@ std::string jsonText(std::string_view text) {
   return result += '"';
 }
 
-std::string exactNumber(omReal64 number) { return numberText(number, 0); }
-std::string shortNumber(omReal64 number) { return numberText(number, 6); }
+std::string exactNumber(omReal64 number) {
+  std::array<char, 32> digits{};
+  return {digits.begin(), std::to_chars(digits.begin(), digits.end(), number).ptr};
+}
 
 void appendBase64(std::string& text, std::string_view bytes) {
   static constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";

@@ -19,11 +19,8 @@ std::string htmlText(std::string_view text);
 /// nothing of it can end the script.
 std::string jsonText(std::string_view text);
 
-/// A finite number with all its digits, for programs; with six digits, for people. Whatever the locale.
-/// @{
+/// A finite number with all its digits, for programs, whatever the locale.
 std::string exactNumber(omReal64 number);
-std::string shortNumber(omReal64 number);
-/// @}
 
 /// Appends bytes in base 64, as data in a page have it. Linear.
 /// @{

@@ -32,11 +32,13 @@ void appendPart(std::string& json, const ScenePart& part, const SceneFrame& all)
   appendNumbers(json, "positions", part.positions);
   appendNumbers(json, "indices", part.indices);
   appendNumbers(json, "edges", part.edges);
+  appendNumbers(json, "softEdges", part.softEdges);
   appendNumbers(json, "values", part.values);
   json += '}';
 }
 
-/// The square around the foot of the scene's centre, half as large again as the scene.
+}  // namespace
+
 ScenePart squareOf(const ScenePlane& plane, const SceneFrame& all) {
   const auto& n = plane.normal;
   const omReal64 offset = plane.rho - n[0] * all.center[0] - n[1] * all.center[1] - n[2] * all.center[2];
@@ -60,8 +62,6 @@ ScenePart squareOf(const ScenePlane& plane, const SceneFrame& all) {
   square.style = plane.style;
   return square;
 }
-
-}  // namespace
 
 SceneFrame frameOf(const SceneParts& scene) {
   std::array<omReal64, 3> low{}, high{};

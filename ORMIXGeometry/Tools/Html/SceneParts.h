@@ -28,7 +28,8 @@ struct ScenePart {
   SceneFrame frame;
   std::vector<omReal32> positions;  ///< x, y, z of each vertex in the frame, in [-1, 1]
   std::vector<omUInt32> indices;    ///< valid; none for points, which are all vertices
-  std::vector<omUInt32> edges;      ///< pairs of vertices between which a line is drawn over triangles
+  std::vector<omUInt32> edges;      ///< pairs of vertices, between which a line is drawn over triangles
+  std::vector<omUInt32> softEdges;  ///< pairs of vertices, between which the line is faint
   std::vector<omReal32> values;     ///< one a vertex, or none; NaN where there is none
   bool isSmooth = false;            ///< triangles stand for a curved surface
   bool isOriented = false;          ///< triangles have an inside, which is darker
@@ -56,6 +57,9 @@ SceneFrame frameOf(const SceneParts& scene);
 
 /// The scale of the values; nothing where no part has any.
 std::optional<ColourScale> scaleOf(const SceneParts& scene);
+
+/// The square of a plan around the foot of the scene's centre, as large as the scene.
+ScenePart squareOf(const ScenePlane& plane, const SceneFrame& all);
 
 /// Draws the scene as SvgWriter can: triangles from the farthest to the nearest. Of large meshes a simplified one.
 BoolResult drawScene(SvgWriter& writer, const SceneParts& scene);

@@ -4,8 +4,8 @@
 #include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
-#include <ORMIXGeometry/Tools/Html/HtmlText.h>
 #include <ORMIXGeometry/Tools/Html/ToHtml.h>
+#include <ORMIXGeometry/Tools/Svg/SvgElement.h>
 
 #include <array>
 

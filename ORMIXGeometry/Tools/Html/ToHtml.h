@@ -70,7 +70,7 @@ std::string toHtml(const HtmlOptions& options, const Entity&... entities) {
 }
 template <class... Entity>
 std::string toHtml(const Entity&... entities) {
-  return toHtml(HtmlOptions{"Entities", "en", {}}, entities...);
+  return toHtml(HtmlOptions{"Entities"}, entities...);
 }
 /// @}
 

@@ -54,7 +54,7 @@
           vec3 normal = normalize(cross(dFdx(place), dFdy(place)));
         #endif
         if (normal.z < 0.0) normal = -normal;
-        float light = 0.72 + 0.34 * dot(normal, normalize(vec3(-0.6, 0.7, 0.4))) + 0.12 * normal.x;
+        float light = 0.7 + 0.37 * dot(normal, vec3(-0.6, 0.7, 0.4)) + 0.05 * normal.x;
         #ifdef VALUES
           light = mix(1.0, light, 0.5);
         #endif
@@ -121,11 +121,12 @@
     }
     const Class = { triangles: THREE.Mesh, lines: THREE.LineSegments, points: THREE.Points }[part.kind];
     const objects = [new Class(geometry, materialOf(part.colour, part.opacity, defines, part.values && scale))];
-    if (part.edges) {
+    for (const [pairs, opacity] of [[part.edges, 0.6], [part.softEdges, 0.2]]) {
+      if (!pairs) continue;
       const edges = new THREE.BufferGeometry();
       edges.setAttribute("position", geometry.getAttribute("position"));
-      edges.setIndex(new THREE.BufferAttribute(numbers(part.edges, Uint32Array), 1));
-      objects.push(new THREE.LineSegments(edges, materialOf("#101418", 0.55, {})));
+      edges.setIndex(new THREE.BufferAttribute(numbers(pairs, Uint32Array), 1));
+      objects.push(new THREE.LineSegments(edges, materialOf("#101418", opacity, {})));
     }
     for (const object of objects) {
       object.position.set(...part.at);
@@ -281,7 +282,7 @@
     }
 
     halfHeight() {
-      return (1.06 * this.radius) / Math.min(1, this.canvas.clientWidth / this.canvas.clientHeight) / this.view.zoom;
+      return (1.02 * this.radius) / Math.min(1, this.canvas.clientWidth / this.canvas.clientHeight) / this.view.zoom;
     }
 
     draw() {

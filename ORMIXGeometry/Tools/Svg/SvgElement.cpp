@@ -5,6 +5,11 @@
 
 namespace ormix::geom::detail {
 
+std::string shortNumber(omReal64 number) {
+  char digits[32];
+  return {digits, std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 6).ptr};
+}
+
 SvgElement& SvgElement::operator<<(omReal64 number) {
   // From this value on, the spacing of omReal64 exceeds a thousandth.
   constexpr omReal64 roundedBelow = 1e12;

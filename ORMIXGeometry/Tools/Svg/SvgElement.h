@@ -23,6 +23,9 @@ struct SvgFrame {
   /// @}
 };
 
+/// A finite number with six digits, for people, whatever the locale.
+std::string shortNumber(omReal64 number);
+
 /// The text of SVG elements, to which texts and numbers are appended.
 class SvgElement {
  public:

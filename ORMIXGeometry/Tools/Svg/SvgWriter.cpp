@@ -1,3 +1,5 @@
+#include <ORMIXGeometry/Tools/Svg/ColourScale.h>
+#include <ORMIXGeometry/Tools/Svg/SvgLabels.h>
 #include <ORMIXGeometry/Tools/Svg/SvgShapeElement.h>
 #include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <ORMIXSerialization/Archive/FileTarget.h>
@@ -17,6 +19,8 @@ struct SvgWriter::Drawing {
   std::optional<detail::SvgView> view;
   eSvgYAxis yAxis = eSYA_Up;
   std::vector<Item> items;
+  std::string barUnit;
+  omReal64 barLength = 0;  ///< of a unit of the coordinates; 0 for no scale bar
 
   BoolResult add(const std::string& name, std::optional<detail::SvgShape> shape, const SvgStyle& style);
   detail::SvgExtent extent(bool endless) const;
@@ -32,10 +36,53 @@ bool isUtf8(const std::string& text) {
   return true;
 }
 
-void writeLabel(detail::SvgElement& element, const detail::SvgPoint& place, const std::string& label) {
+void writeText(detail::SvgElement& element, const detail::SvgPoint& place, const std::string& text) {
   element << "<text x=\"" << place.getX() << "\" y=\"" << place.getY() << "\">";
-  element.escaped(label) << "</text>\n";
+  element.escaped(text) << "</text>\n";
 }
+
+/// The labels of a picture with their lines, and its scale bar.
+class Annotations {
+ public:
+  explicit Annotations(const detail::SvgFrame& frame) : _frame(frame), _placer(frame.width(), frame.height()) {}
+
+  void addLabel(const detail::SvgPoint& anchor, const std::string& text) {
+    const auto place = _placer.place(anchor, text);
+    if (!place) return;
+    if (place->lead) _lines << "M" << anchor << "L" << *place->lead;
+    writeText(_texts, place->center, text);
+  }
+
+  /// Before the labels, which keep away from it.
+  void addBar(omReal64 unitLength, const std::string& unit) {
+    constexpr omReal64 margin = 14, height = 5;
+    const omReal64 pixels = _frame.scale / unitLength, length = roundLength(_frame.width() / 4 / pixels);
+    if (length == 0) return;
+    const omReal64 right = margin + length * pixels, bottom = _frame.height() - margin;
+    _bar << "M" << margin << " " << bottom - height << "V" << bottom << "H" << right << "V" << bottom - height;
+    writeText(_texts, {(margin + right) / 2, bottom - height - 8},
+              detail::shortNumber(length) + (unit.empty() ? "" : " " + unit));
+    _placer.reserve({0, bottom - 24}, {right + margin, _frame.height()});
+  }
+
+  /// A white rim keeps them legible on any fill.
+  void writeInto(detail::SvgElement& element) const {
+    if (!_lines.text().empty())
+      element << "<path d=\"" << _lines.text() << "\" stroke=\"#404040\" fill=\"none\" stroke-width=\"0.6\"/>\n";
+    for (const char* style :
+         {R"(stroke="white" stroke-width="5" stroke-linecap="square")", R"(stroke="black" stroke-width="2")"})
+      if (!_bar.text().empty()) element << "<path d=\"" << _bar.text() << "\" fill=\"none\" " << style << "/>\n";
+    element << R"(<g font-family="sans-serif" font-size="12" text-anchor="middle" dominant-baseline="middle" )"
+            << R"(fill="black" stroke="white" stroke-width="3" stroke-linejoin="round" paint-order="stroke">)"
+            << "\n"
+            << _texts.text() << "</g>\n";
+  }
+
+ private:
+  const detail::SvgFrame& _frame;
+  detail::SvgLabelPlacer _placer;
+  detail::SvgElement _texts, _lines, _bar;
+};
 
 BoolResult takenBy(std::ostream& stream) {
   return stream ? BoolResult() : failure("The SVG picture could not be written completely (disk full?)");
@@ -104,6 +151,15 @@ BoolResult SvgWriter::setView(const BoundingBox2d<omReal64>& view) {
   return true;
 }
 
+BoolResult SvgWriter::setScaleBar(const std::string& unit, omReal64 length) {
+  if (!(length > 0) || !std::isfinite(length))
+    return failure("A scale bar needs a unit of the coordinates that is finite and positive");
+  if (!isUtf8(unit)) return failure("The unit of a scale bar is not UTF-8");
+  drawing().barUnit = unit;
+  drawing().barLength = length;
+  return true;
+}
+
 void SvgWriter::setYAxis(eSvgYAxis axis) { drawing().yAxis = axis; }
 
 BoolResult SvgWriter::draw(const BaseGeometryEntity2d& entity, const SvgStyle& style) {
@@ -146,22 +202,20 @@ BoolResult SvgWriter::write(std::ostream& stream) const {
        << "<g stroke-linejoin=\"round\">\n";
   put(head);
 
-  detail::SvgElement labels;
+  Annotations annotations(frame);
+  if (drawing.barLength > 0) annotations.addBar(drawing.barLength, drawing.barUnit);
   for (const Drawing::Item& item : drawing.items) {
     detail::SvgElement element;
     const std::optional<detail::SvgPoint> middle = detail::writeShape(element, item.shape, frame, item.style);
     // What lies that far outside a given view cannot be seen, and has no coordinates in pixels.
     if (!element.isFinite()) continue;
     put(element);
-    if (middle && !item.style.label.empty()) writeLabel(labels, *middle, item.style.label);
+    if (middle && !item.style.label.empty()) annotations.addLabel(*middle, item.style.label);
   }
   detail::SvgElement tail;
-  // A white rim keeps labels legible on any fill.
-  tail << "</g>\n"
-       << R"(<g font-family="sans-serif" font-size="12" text-anchor="middle" dominant-baseline="middle" )"
-       << R"(fill="black" stroke="white" stroke-width="3" stroke-linejoin="round" paint-order="stroke">)"
-       << "\n"
-       << labels.text() << "</g>\n</svg>\n";
+  tail << "</g>\n";
+  annotations.writeInto(tail);
+  tail << "</svg>\n";
   put(tail);
   stream.flush();
   return takenBy(stream);

@@ -17,7 +17,7 @@ struct SvgStyle {
   std::string stroke = "black";  ///< colour of outlines and points
   std::string fill = "none";     ///< colour of the inside
   omReal64 width = 1;            ///< of outlines, in pixels of the picture whatever the scale of the drawing
-  std::string label;             ///< text drawn in black on the entity; none when empty
+  std::string label;             ///< text drawn in black on the entity or beside it; none when empty
 };
 
 /// The direction of growing y in a picture.
@@ -34,6 +34,10 @@ enum eSvgYAxis {
 /// the ring is, its fill covers the region in both cases, without the holes (even-odd rule). Negative radii and half
 /// sizes are drawn as their absolute values. Points are dots in the colour of the stroke with a radius of two widths,
 /// vectors are arrows.
+///
+/// Labels do not cover each other: each stands in the middle of its entity, else beside that, else farther away with a
+/// thin line to it. Those drawn first have the choice. One without room is left out, so is one whose middle lies
+/// outside of the view. How wide a text is, is estimated.
 ///
 /// A writer that was moved from is as a new one of 800 pixels.
 ///
@@ -56,6 +60,12 @@ class ORMIX_GEOMETRY_API SvgWriter {
 
   /// Lets the y axis of the whole picture point up or down.
   void setYAxis(eSvgYAxis axis);
+
+  /// Adds a scale bar at the lower left: a round length of up to a quarter of the picture's width.
+  /// \param unit the unit of the length, as "mm"
+  /// \param length how many of the unit a unit of the coordinates is. Fails when that is not finite and positive, or the
+  ///        text is not UTF-8
+  BoolResult setScaleBar(const std::string& unit, omReal64 length = 1);
 
   /// Adds an entity; a vector starts at the origin. Fails, and adds nothing, when a number of the entity or the width
   /// is not finite, when a text is not UTF-8, or when the class of the entity is not supported.

@@ -1,5 +1,7 @@
 #include <ORMIXGeometry/ORMIXGeometry.h>
 
+#include <cmath>
+
 #include "support/Checks.h"
 
 namespace {
@@ -84,6 +86,52 @@ TEST(MeshView, AddsNothingOfWhatIsNotFinite) {
   std::ostringstream stream;
   ASSERT_TRUE(writer.write(stream));
   EXPECT_TRUE(brightness(stream.str()).empty());
+}
+
+// Two faces along the y axis, one turned by an angle, both looking at the viewer: their common edge is drawn when the
+// angle is beyond the limit, and their shades differ. The other four edges are boundaries.
+TEST(MeshView, TellsFacesApartThatDifferByAFewDegrees) {
+  const auto folded = [](omReal64 degrees, omReal64 edgeAngle) {
+    const omReal64 angle = degrees * 3.141592653589793 / 180;
+    Mesh3d<omReal64> mesh;
+    EXPECT_TRUE(
+        mesh.build({{0, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {std::cos(angle), 0, std::sin(angle)}}, {0, 1, 2, 1, 0, 3}));
+    MeshViewOptions options;
+    options.towardsViewer = {0, 0, 1};
+    options.edgeAngle = edgeAngle;
+    return picture(mesh, options);
+  };
+  const auto nbLines = [](const std::string& svg) {
+    std::size_t count = 0;
+    for (std::size_t at = svg.find("fill=\"none\""); at != std::string::npos; at = svg.find("fill=\"none\"", at + 1))
+      ++count;
+    return count;
+  };
+  const omReal64 usual = MeshViewOptions().edgeAngle;
+  EXPECT_EQ(nbLines(folded(0, usual)), 4U);
+  EXPECT_EQ(nbLines(folded(4, usual)), 5U);
+  EXPECT_EQ(nbLines(folded(-4, usual)), 5U);
+  EXPECT_EQ(nbLines(folded(4, 0.1)), 4U);
+  const std::vector<int> shades = brightness(folded(4, usual));
+  ASSERT_EQ(shades.size(), 2U);
+  EXPECT_NE(shades[0], shades[1]);
+}
+
+// A face has the colour of the mean of its corners' values, shaded: on a scale that diverges, red above 0 and blue
+// below.
+TEST(MeshView, ShowsValuesAsColours) {
+  MeshViewOptions options;
+  options.towardsViewer = {1, 1, 1};
+  options.scale = ColourScale(-1, 1);
+  for (const omReal64 value : {-0.9, 0.9}) {
+    options.values.assign(4, value);
+    const std::string svg = picture(tetrahedron(1), options);
+    const std::size_t at = svg.find("fill=\"#") + 7;
+    EXPECT_EQ(std::stoi(svg.substr(at, 2), nullptr, 16) > std::stoi(svg.substr(at + 4, 2), nullptr, 16), value > 0);
+  }
+  options.values.resize(3);
+  SvgWriter writer;
+  EXPECT_FALSE(drawMesh(writer, tetrahedron(1), options));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <regex>
 
 #include "support/Checks.h"
+#include "support/Random.h"
 
 using namespace ormix;
 using namespace ormix::geom;
@@ -234,6 +235,45 @@ TEST(SvgWriter, textsAreEscaped) {
   EXPECT_NE(svg.find(">a&lt;b&gt; &amp; &quot;c&quot;   \xC3\xA9  \xEF\xBF\xBD</text>"), std::string::npos) << svg;
   for (const char* broken : {"\xFF", "\xC3", "\xC0\x80", "\xED\xA0\x80"})
     EXPECT_FALSE(writer.draw(Point2d<omReal64>(0, 0), {"black", "none", 1, broken}));
+}
+
+// As wide as they are taken to be, 7 pixels a letter and 14 high, no label covers another or leaves the picture; the
+// first one stands on its entity, and of very many at one place those without room are left out.
+TEST(SvgWriter, labelsDoNotCoverEachOther) {
+  support::Random random(17);
+  for (const omReal64 spread : {10.0, 0.5, 0.0}) {
+    SvgWriter writer(800);
+    EXPECT_TRUE(writer.setView({0, 0, 10, 10}));
+    for (int i = 0; i < 10000; ++i)
+      EXPECT_TRUE(writer.draw(Point2d<omReal64>(random.uniform(0, spread), 5 + random.uniform(0, spread / 2)),
+                              {"black", "none", 1, "label" + std::to_string(i)}));
+    const std::string svg = written(writer);
+    const std::regex text("<text x=\"([^\"]*)\" y=\"([^\"]*)\">([^<]*)<");
+    std::vector<std::array<double, 3>> labels;  // centre and half width
+    for (std::sregex_iterator match(svg.begin(), svg.end(), text), end; match != end; ++match)
+      labels.push_back({std::stod((*match)[1]), std::stod((*match)[2]), 3.5 * double((*match)[3].length())});
+    EXPECT_GT(labels.size(), spread == 10 ? 150U : 10U);
+    EXPECT_LT(labels.size(), 1000U);
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+      const auto& [x, y, half] = labels[i];
+      ASSERT_TRUE(x - half > -0.01 && x + half < 800.01 && y > 6.99 && y < 793.01) << i;
+      for (std::size_t j = 0; j < i; ++j)
+        ASSERT_TRUE(std::abs(x - labels[j][0]) > half + labels[j][2] - 0.01 || std::abs(y - labels[j][1]) > 13.99) << i;
+    }
+  }
+}
+
+TEST(SvgWriter, scaleBarsHaveARoundLength) {
+  SvgWriter writer(800);
+  EXPECT_TRUE(writer.setView({0, 0, 100, 50}));
+  EXPECT_TRUE(writer.setScaleBar("<mm>", 0.5));
+  // A quarter of the picture is 12.5 of the unit; 10 of it are 160 pixels.
+  const std::string svg = written(writer);
+  EXPECT_NE(svg.find("M14 381V386H174V381"), std::string::npos) << svg;
+  EXPECT_NE(svg.find(">10 &lt;mm&gt;</text>"), std::string::npos) << svg;
+  for (const omReal64 bad : {0.0, -1.0, s_nan, s_infinity}) EXPECT_FALSE(writer.setScaleBar("mm", bad));
+  EXPECT_FALSE(writer.setScaleBar("\xFF"));
+  EXPECT_EQ(written(writer), svg);
 }
 
 TEST(SvgWriter, thatWasMovedFromIsEmpty) {
