@@ -9,12 +9,11 @@ import argparse
 import os
 import pathlib
 import posixpath
-import shutil
 import sys
 
 import markdown_pages
 
-# Every page of the site: where it is in the project, and under which heading of the table of contents.
+# The pages in order, as they are called in the project, under the headings of the table of contents.
 CONTENTS = {
     "": ["docs/README.md"],
     "Start": ["README.md", "docs/gallery/README.md"],
@@ -41,10 +40,21 @@ def place_of(source):
     return posixpath.join(posixpath.dirname(place), "index.md") if posixpath.basename(place) == "README.md" else place
 
 
+def contents_of(project):
+    """`CONTENTS`, with the pages that it does not name behind those of their kind."""
+    listed = {source for sources in CONTENTS.values() for source in sources}
+    contents = {caption: list(sources) for caption, sources in CONTENTS.items()}
+    for caption, pattern in (("The library", "docs/**/*.md"), ("The library", "python/*.md"), ("The project", "*.md")):
+        sources = sorted(path.relative_to(project).as_posix() for path in project.glob(pattern))
+        contents[caption] += [source for source in sources if source not in listed]
+    return contents
+
+
 class Site:
     def __init__(self, project, stage):
         self.project, self.stage = project, stage
-        self.places = {source: place_of(source) for sources in CONTENTS.values() for source in sources}
+        self.contents = contents_of(project)
+        self.places = {source: place_of(source) for sources in self.contents.values() for source in sources}
         self.shown = set()  # files that are no pages and are linked
 
     def link(self, source, target, is_image):
@@ -82,7 +92,7 @@ class Site:
             text = markdown_pages.map_links(text, lambda target, is_image, _: self.link(source, target, is_image))
             text = tabbed(text)
             if source == "docs/README.md":
-                text += "\n" + table_of_contents(self.places)
+                text += "\n" + self.table_of_contents(python_reference is not None)
             if source == "docs/reference.md":
                 text = text.replace(REFERENCE_MARK, reference_links(python_reference is not None))
             self.write(place, text)
@@ -93,6 +103,17 @@ class Site:
         for path in self.stage.rglob("*"):
             if path.is_file() and path not in self.written:
                 path.unlink()
+
+    def table_of_contents(self, has_python_reference):
+        trees = []
+        for caption, sources in self.contents.items():
+            names = ["/" + self.places[source][:-len(".md")] for source in sources]
+            names = [f"{TITLES[source]} <{name}>" if source in TITLES else name for source, name in zip(sources, names)]
+            if has_python_reference and "docs/reference.md" in sources:
+                names.insert(sources.index("docs/reference.md") + 1, "/reference/python")
+            if caption:
+                trees.append(f"```{{toctree}}\n:hidden:\n:caption: {caption}\n\n" + "\n".join(names) + "\n```\n")
+        return "\n".join(trees)
 
 
 def tabbed(text):
@@ -110,22 +131,11 @@ def tabbed(text):
     return "\n".join(lines)
 
 
-def table_of_contents(places):
-    trees = []
-    for caption, sources in CONTENTS.items():
-        if caption:
-            names = ["/" + places[source][:-len(".md")] for source in sources]
-            names = "\n".join(f"{TITLES[source]} <{name}>" if source in TITLES else name
-                              for source, name in zip(sources, names))
-            trees.append(f"```{{toctree}}\n:hidden:\n:caption: {caption}\n\n{names}\n```\n")
-    return "\n".join(trees)
-
-
 def reference_links(has_python):
     cpp = "reference/cpp/"
     links = ['- <a href="' + cpp + 'annotated.html">C++ classes</a>, <a href="' + cpp
              + 'namespaceormix_1_1geom.html">functions</a>, <a href="' + cpp + 'files.html">headers</a>']
-    links.append("- [Python](reference/python.md)" if has_python else
+    links.append("- [Python classes and functions](reference/python.md)" if has_python else
                  "- Python: left out, since the module was not built with these pages (`ORMIX_BUILD_PYTHON`)")
     return "\n".join(links)
 
@@ -142,10 +152,6 @@ def main():
     parser.add_argument("--python-reference")
     arguments = parser.parse_args()
     site = Site(arguments.project, arguments.stage)
-    missing = [str(path.relative_to(arguments.project)) for path in (arguments.project / "docs").rglob("*.md")
-               if str(path.relative_to(arguments.project)) not in site.places]
-    if missing:
-        sys.exit(f"stage.py: not in the table of contents: {', '.join(sorted(missing))}")
     os.makedirs(arguments.stage, exist_ok=True)
     try:
         site.build(arguments.python_reference)
