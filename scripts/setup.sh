@@ -2,6 +2,7 @@
 # Installs what is missing of the Debian packages the project needs; does nothing when all are there.
 # Usage: scripts/setup.sh [build] [test] [python] [demo] [ci]      (default: build test)
 # Usage: scripts/setup.sh [build] [test] [demo] [ci] [docs]      (default: build test)
+# Usage: scripts/setup.sh [build] [test] [demo] [ci] [package] [bare]     (default: build test)
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
 
@@ -13,6 +14,9 @@ test_packages=(libgtest-dev python3 python3-cbor2 python3-numpy)
 demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)
 docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton)
+ci_packages=(clang-format git python3 xz-utils)
+package_packages=(dpkg-dev file lintian python3 xz-utils)
+bare_packages=(debootstrap)
 
 wanted=()
 [ $# -gt 0 ] || set -- build test
@@ -26,6 +30,9 @@ for name in "$@"; do
     *) echo "setup.sh: unknown group \"$name\" (build, test, python, demo, ci)" >&2; exit 2 ;;
     docs) wanted+=("${docs_packages[@]}") ;;
     *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, docs)" >&2; exit 2 ;;
+    package) wanted+=("${package_packages[@]}") ;;
+    bare) wanted+=("${bare_packages[@]}") ;;
+    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, package, bare)" >&2; exit 2 ;;
   esac
 done
 
