@@ -53,3 +53,11 @@ def test_errors_name_class_and_key():
     with pytest.raises(og.Error) as caught:
         og.from_bytes(text.encode())
     assert caught.value.class_name == "ormix::geom::Circle2d<ormix::omReal64>" and caught.value.key == "_radius"
+
+
+def test_enumerators_are_those_of_the_library():
+    role = og.ePolygon2dType.eP2DT_Interior
+    assert pickle.loads(pickle.dumps(role)) == og.ePolygon2dType(int(role)) == og.ePolygon2dType("eP2DT_Interior") == role
+    for value in (2, -1, "eP2DT_None"):
+        with pytest.raises((ValueError, TypeError)):
+            og.ePolygon2dType(value)

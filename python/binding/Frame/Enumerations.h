@@ -18,6 +18,17 @@ void bindEnumeration(py::module_& module, const char* doc) {
   py::enum_<Enumeration> enumeration(module, std::string(Names::typeName).c_str(), doc);
   for (std::size_t i = 0; i < Names::names.size(); ++i)
     enumeration.value(std::string(Names::names[i]).c_str(), static_cast<Enumeration>(i));
+  // Those of py::enum_ take any number, also one that is no enumerator.
+  for (const char* unchecked : {"__init__", "__setstate__"}) py::delattr(enumeration, unchecked);
+  enumeration.def(py::init([](std::size_t value) {
+                    if (value >= Names::names.size())
+                      throw py::value_error(std::to_string(value) + " is no " + std::string(Names::typeName));
+                    return static_cast<Enumeration>(value);
+                  }),
+                  "value"_a);
+  enumeration.def("__reduce__", [](const py::object& self) {
+    return py::make_tuple(py::type::of(self), py::make_tuple(py::int_(self)));
+  });
   enumeration.def(py::init([](const std::string& name) {
                     const auto found = std::find(Names::names.begin(), Names::names.end(), name);
                     if (found == Names::names.end())
