@@ -1,7 +1,6 @@
 #include "Images.h"
 
-#include "Arrays.h"
-
+#include <cmath>
 #include <string>
 
 namespace ormix::python {
@@ -15,8 +14,29 @@ bool isAligned(const py::array& array) {
 
 // Labels of a type that the library does not read, in one that it reads.
 py::array exactLabels(const py::array& labels, const char* name) {
-  if (labels.size() > 0 && labels.attr("min")().attr("__lt__")(0).cast<bool>()) return numbersOf<omInt32>(labels, name);
-  return numbersOf<omUInt32>(labels, name);
+  if (labels.size() == 0) return arrayOf(labels.attr("astype")(py::dtype::of<omInt32>()));
+  const auto least = labels.attr("min")().cast<omReal64>();
+  const auto greatest = labels.attr("max")().cast<omReal64>();
+  const bool isUnsigned = least >= 0 && greatest < 0x1p32;
+  if (!isUnsigned && !(least >= -0x1p31 && greatest < 0x1p31))
+    throw py::value_error(std::string(name) + ": labels from " + py::cast<std::string>(py::str(labels.attr("min")())) +
+                          " to " + py::cast<std::string>(py::str(labels.attr("max")())) + " do not fit into 32 bits");
+  return arrayOf(labels.attr("astype")(isUnsigned ? py::dtype::of<omUInt32>() : py::dtype::of<omInt32>(), "C"));
+}
+
+// An array that repeats its elements by its strides, as np.broadcast_to makes it, may be larger than any memory.
+void requireEnd(const py::array& array, const char* name) {
+  constexpr omReal64 mostRepeated = 0x1p28;
+  auto nbElements = omReal64{1};
+  auto nbBytes = static_cast<omReal64>(array.itemsize());
+  for (int axis = 0; axis < array.ndim(); ++axis) {
+    nbElements *= static_cast<omReal64>(array.shape(axis));
+    nbBytes += static_cast<omReal64>(array.shape(axis) - 1) * std::abs(static_cast<omReal64>(array.strides(axis)));
+  }
+  if (nbElements > mostRepeated && nbElements * static_cast<omReal64>(array.itemsize()) > nbBytes)
+    throw py::value_error(std::string(name) + ": an array of shape " +
+                          py::cast<std::string>(py::repr(array.attr("shape"))) +
+                          " is too large where its strides repeat elements");
 }
 
 // An aligned array of one of the types of the views. What is bool becomes omUInt8 of the same bytes.
@@ -34,6 +54,7 @@ py::array pixelsOf(const py::handle& values, py::ssize_t nbDimensions, const cha
     throw py::value_error(std::string(name) + ": an array of " + std::to_string(nbDimensions) +
                           " dimensions was wanted, not of shape " +
                           py::cast<std::string>(py::repr(array.attr("shape"))));
+  requireEnd(array, name);
   const py::ssize_t size = array.itemsize();
   const bool isKnown = isAligned(array) && (kind == 'b' || (kind == 'u' && size <= 4) || (kind == 'i' && size == 4));
   if (!isKnown) array = pixels == Pixels::Labels ? exactLabels(array, name) : arrayOf(array.attr("__ne__")(0));
