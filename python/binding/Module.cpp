@@ -3,6 +3,7 @@
 #include "Frame/Object.h"
 #include "Tools/Tools.h"
 #include "Measure/Measures.h"
+#include "Region/Regions.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
@@ -22,4 +23,5 @@ PYBIND11_MODULE(_core, module) {
   bindHtml(module);
   bindMoments(module);
   bindMeasures(module);
+  bindRegions(module);
 }

@@ -8,7 +8,7 @@ Entities, measures, transforms and estimators of the C++ library ORMIXGeometry, 
 True
 """
 
-from . import _core, _pickle  # noqa: F401
+from . import _core, _pickle, _regions  # noqa: F401
 from ._core import *  # noqa: F401,F403
 from ._core import Error
 from ._family import make_families
