@@ -2,6 +2,7 @@
 
 #include <ORMIXMath/Algebra/PointTypes.h>
 #include <ORMIXMath/Export.h>
+#include <ORMIXUtil/Enumeration.h>
 
 #include <cstddef>
 #include <vector>
@@ -20,6 +21,14 @@ enum ePathSimplification {
   ePS_KeepTopology,  ///< Douglas and Peucker's method, then vertices are taken back where edges would cross
   ePS_EachAlone,     ///< Douglas and Peucker's method for each path by itself; results may cross
   ePS_ByArea         ///< Visvalingam and Whyatt's method, then vertices are taken back where edges would cross
+};
+
+/// Texts of ePathSimplification.
+template <>
+struct EnumerationNames<ePathSimplification> {
+  static constexpr std::string_view typeName = "ePathSimplification";  ///< name of the enumeration
+  /// Names of the enumerators, in order of their values.
+  static constexpr std::array<std::string_view, 3> names{"ePS_KeepTopology", "ePS_EachAlone", "ePS_ByArea"};
 };
 
 /// Whether paths were simplified, or why not.

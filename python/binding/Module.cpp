@@ -4,6 +4,7 @@
 #include "Tools/Tools.h"
 #include "Measure/Measures.h"
 #include "Region/Regions.h"
+#include "Transform/Transforms.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
@@ -24,4 +25,5 @@ PYBIND11_MODULE(_core, module) {
   bindMoments(module);
   bindMeasures(module);
   bindRegions(module);
+  bindTransforms(module);
 }
