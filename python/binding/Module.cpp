@@ -1,9 +1,9 @@
 #include "Entity/Entities.h"
 #include "Frame/Errors.h"
 #include "Frame/Object.h"
-#include "Tools/Tools.h"
 #include "Measure/Measures.h"
 #include "Region/Regions.h"
+#include "Tools/Tools.h"
 #include "Transform/Transforms.h"
 
 PYBIND11_MODULE(_core, module) {
@@ -14,6 +14,7 @@ PYBIND11_MODULE(_core, module) {
   bindObjects(module);
   bindEntities2d(module);
   bindEntities3d(module);
+  bindRegions(module);
   bindContact(module);
   bindDistance(module);
   bindExtent(module);
@@ -24,6 +25,5 @@ PYBIND11_MODULE(_core, module) {
   bindHtml(module);
   bindMoments(module);
   bindMeasures(module);
-  bindRegions(module);
   bindTransforms(module);
 }

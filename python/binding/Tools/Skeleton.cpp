@@ -1,6 +1,7 @@
 #include "../Frame/Calls.h"
 #include "../Frame/Enumerations.h"
 #include "../Frame/Result.h"
+#include "../Region/Arguments.h"
 #include "Tools.h"
 
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
@@ -34,28 +35,30 @@ constexpr const char* s_computeDoc =
     ">>> round(longest_path(skeleton).length, 3)\n"
     "10.828";
 
+const geom::BaseGeometryEntity2d& regionOf(const geom::BaseGeometryEntity2d& entity) { return entity; }
+const geom::RowIntersections& regionOf(const PixelsArgument& pixels) { return pixels.get(); }
+
 template <class Region>
 void bindCompute(py::module_& module) {
   module.def(
       "compute_skeleton",
-      [](const Region& region, omReal64 pruning, int connectivity, omReal64 mergeLength,
+      [](const Region& region, omReal64 pruning, PixelConnectivity connectivity, omReal64 mergeLength,
          bool wantsReport) -> py::object {
         geom::SkeletonOptions options;
         options.axis.mergeLength = mergeLength;
         options.pruning = pruning;
-        if (connectivity != 4 && connectivity != 8) throw py::value_error("connectivity: 4 or 8 was wanted");
-        options.connectivity = connectivity == 4 ? geom::ePC_4 : geom::ePC_8;
+        options.connectivity = connectivity;
         SkeletonReport report;
         SkeletonPtr skeleton;
         {
           const Reading reading;
-          skeleton = boost::make_shared<Skeleton2d>(geom::computeSkeleton(region, options, &report));
+          skeleton = boost::make_shared<Skeleton2d>(geom::computeSkeleton(regionOf(region), options, &report));
         }
         if (!wantsReport) return py::cast(skeleton);
         return py::make_tuple(skeleton, report);
       },
-      "region"_a, "pruning"_a = 0.0, "connectivity"_a = 8, "merge_length"_a = MedialAxisOptions().mergeLength,
-      "report"_a = false, s_computeDoc);
+      "region"_a, "pruning"_a = 0.0, "connectivity"_a = PixelConnectivity{geom::ePC_8},
+      "merge_length"_a = MedialAxisOptions().mergeLength, "report"_a = false, s_computeDoc);
 }
 
 // A path may have been made from another skeleton.
@@ -153,7 +156,7 @@ void bindPaths(py::module_& module) {
 void bindSkeleton(py::module_& module) {
   bindReports(module);
   bindCompute<geom::BaseGeometryEntity2d>(module);
-  bindCompute<geom::RowIntersections>(module);
+  bindCompute<PixelsArgument>(module);
   bindPaths(module);
   module.def(
       "erosion_thickness", [](const Skeleton2d& skeleton) { return copyOf(geom::erosionThickness(skeleton)); },
