@@ -100,6 +100,26 @@
     return texture;
   }
 
+  // The triangles that are left when all vertices in a cell of a grid become one of them: what is drawn of a large mesh while
+  // it turns, where the whole is slow.
+  function coarseIndex(positions, indices) {
+    const side = 72;
+    const firstOf = new Int32Array(side ** 3).fill(-1);
+    const standsFor = new Uint32Array(positions.length / 3);
+    const cellOf = (x) => Math.min(side - 1, Math.floor((x + 1) * (side / 2)));
+    for (let i = 0; i < standsFor.length; ++i) {
+      const cell = (cellOf(positions[3 * i]) * side + cellOf(positions[3 * i + 1])) * side + cellOf(positions[3 * i + 2]);
+      if (firstOf[cell] < 0) firstOf[cell] = i;
+      standsFor[i] = firstOf[cell];
+    }
+    const kept = [];
+    for (let i = 0; i < indices.length; i += 3) {
+      const [a, b, c] = [standsFor[indices[i]], standsFor[indices[i + 1]], standsFor[indices[i + 2]]];
+      if (a !== b && b !== c && c !== a) kept.push(a, b, c);
+    }
+    return new Uint32Array(kept);
+  }
+
   // What is drawn of a part: its elements, and its edges.
   function objectsOf(part, data, scale) {
     const geometry = new THREE.BufferGeometry();
@@ -121,6 +141,10 @@
     }
     const Class = { triangles: THREE.Mesh, lines: THREE.LineSegments, points: THREE.Points }[part.kind];
     const objects = [new Class(geometry, materialOf(part.colour, part.opacity, defines, part.values && scale))];
+    if (part.kind === "triangles" && geometry.index.count > 600000) {
+      objects[0].whole = geometry.index;
+      objects[0].coarse = new THREE.BufferAttribute(coarseIndex(geometry.attributes.position.array, geometry.index.array), 1);
+    }
     for (const [pairs, opacity] of [[part.edges, 0.6], [part.softEdges, 0.2]]) {
       if (!pairs) continue;
       const edges = new THREE.BufferGeometry();
@@ -197,17 +221,26 @@
     turnBy(right, up) {
       this.view.azimuth -= right * degrees;
       this.view.elevation = Math.min(Math.max(this.view.elevation + up * degrees, -90 * degrees), 90 * degrees);
-      this.change();
+      this.move();
     }
     zoomBy(factor) {
       this.view.zoom = Math.min(Math.max(this.view.zoom * factor, 0.1), 1000);
-      this.change();
+      this.move();
     }
     // By pixels of the page.
     moveBy(right, down) {
       const step = (2 * this.halfHeight()) / this.canvas.clientHeight;
       this.view.panX -= right * step;
       this.view.panY += down * step;
+      this.move();
+    }
+    move() {
+      this.isMoving = true;
+      clearTimeout(this.rest);
+      this.rest = setTimeout(() => {
+        this.isMoving = false;
+        this.change();
+      }, 250);
       this.change();
     }
 
@@ -308,11 +341,24 @@
 
       const source = this.renderer.domElement;
       if (source.width !== width || source.height !== height) this.renderer.setSize(width, height, false);
-      this.renderer.render(this.scene, camera);
+      this.render();
       const context = canvas.getContext("2d");
       context.clearRect(0, 0, width, height);
       context.drawImage(source, 0, 0);
       this.drawBar((canvas.clientHeight / 2 / half) / this.unitRadius);
+    }
+
+    render() {
+      const large = this.scene.children.filter((object) => object.coarse);
+      const isCoarse = this.isSlow && this.isMoving;
+      for (const object of large) object.geometry.setIndex(isCoarse ? object.coarse : object.whole);
+      const begin = performance.now();
+      this.renderer.render(this.scene, this.camera);
+      if (large.length === 0 || isCoarse) return;
+      // To read a pixel waits until all are there.
+      const gl = this.renderer.getContext();
+      gl.readPixels(0, 0, 1, 1, gl.RGBA, gl.UNSIGNED_BYTE, new Uint8Array(4));
+      this.isSlow = performance.now() - begin > 50;
     }
 
     drawBar(pixelsPerUnit) {
