@@ -10,8 +10,8 @@ int main() {
 
   // The hull of points on an egg, spread by golden angles.
   std::vector<Point> points;
-  for (int i = 0; i < 260; ++i) {
-    const double z = 1 - (2 * i + 1) / 260.0, radius = std::sqrt(1 - z * z) * (1 + 0.25 * z);
+  for (int i = 0; i < 180; ++i) {
+    const double z = 1 - (2 * i + 1) / 180.0, radius = std::sqrt(1 - z * z) * (1 + 0.25 * z);
     points.emplace_back(8 * radius * std::cos(2.399963229728653 * i), 8 * radius * std::sin(2.399963229728653 * i),
                         11 * z);
   }

@@ -8,14 +8,14 @@ int main() {
   using namespace ormix::geom;
 
   // Two balls that have grown together, and a tunnel through one of them.
-  constexpr int width = 20, height = 12, depth = 12;
+  constexpr int width = 15, height = 9, depth = 9;
   std::vector<omUInt8> volume(width * height * depth);
   for (int z = 0; z < depth; ++z)
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x) {
-        const double dx = x - 5.5, dy = y - 5.5, dz = z - 5.5;
-        const bool isInside = std::hypot(dx, dy, dz) < 5.4 || std::hypot(dx - 8.5, dy, dz + 1) < 4.2;
-        volume[static_cast<std::size_t>((z * height + y) * width + x)] = isInside && std::hypot(dx, dz) > 2;
+        const double dx = x - 4, dy = y - 4, dz = z - 4;
+        const bool isInside = std::hypot(dx, dy, dz) < 4.2 || std::hypot(dx - 6.5, dy, dz + 1) < 3.2;
+        volume[static_cast<std::size_t>((z * height + y) * width + x)] = isInside && std::hypot(dx, dz) > 1.5;
       }
   const RowIntersections3d voxels =
       toRowIntersections3d(VolumeView<const omUInt8>{volume.data(), width, height, depth, width, width * height});
@@ -23,7 +23,7 @@ int main() {
   SvgWriter picture(1000);
   Mesh3d<double> smooth = surfaceNets<double>(voxels, eVC_26).front()->getExteriorMesh();
   drawMesh(picture, voxelSurfaces<double>(voxels, eVC_26).front()->getExteriorMesh(), {{3, -2, 2}, 130, 170, 210});
-  TranslationTransform3d(10, 16, 0).applyInSitu(smooth);  // to the right, as it is looked at from (3, -2, 2)
+  TranslationTransform3d(7, 12, 0).applyInSitu(smooth);  // to the right, as it is looked at from (3, -2, 2)
   drawMesh(picture, smooth, {{3, -2, 2}, 210, 175, 120});
   return picture.write("voxels.svg") ? 0 : 1;
 }
