@@ -69,3 +69,59 @@ def test_a_tree_of_any_depth_is_walked_and_released():
     while path[-1].parent is not None:
         path.append(path[-1].parent)
     assert len(path) == path[-1].nb_tot_polygons == 100_001
+
+
+TETRAHEDRON = np.array([[0, 2, 1], [0, 1, 3], [1, 2, 3], [2, 0, 3]])
+CORNERS = np.array([[0, 0, 0], [1, 0, 0], [0, 1, 0], [0, 0, 1]])
+
+
+@pytest.mark.parametrize("family", [og.Mesh3d, og.FaceVertexTriMesh3d, og.FaceVertexAdjTriMesh3d])
+@pytest.mark.parametrize("dtype", ["float64", "float32", "int32", "uint32"])
+def test_meshes_come_from_arrays_and_show_them(family, dtype):
+    mesh = family(CORNERS[::-1], TETRAHEDRON.astype(">i8"), dtype=dtype)
+    assert mesh.vertices.tolist() == CORNERS[::-1].tolist() and mesh.vertices.dtype == dtype
+    assert mesh.triangles.tolist() == TETRAHEDRON.tolist() and not mesh.triangles.flags.writeable
+    for again in (copy.copy(mesh), pickle.loads(pickle.dumps(mesh)), eval(repr(mesh), vars(og))):
+        assert again == mesh and type(again) is type(mesh)
+    assert mesh.astype("float32").astype(dtype) == mesh
+    with pytest.raises(ValueError):
+        mesh.vertices = CORNERS[:3]
+    for name in ("vertices", "triangles"):
+        view = getattr(mesh, name)
+        for change in (lambda: mesh.build(CORNERS, TETRAHEDRON), mesh.clear):
+            with pytest.raises(BufferError, match=name):
+                change()
+        del view
+    vertices, triangles = mesh.vertices, mesh.triangles
+    del mesh
+    gc.collect()
+    assert vertices[triangles].sum() == 9
+    mesh = family([], [], dtype=dtype)
+    mesh.vertices = CORNERS
+    mesh.build(CORNERS, TETRAHEDRON)
+    with pytest.raises(og.Error):
+        mesh.build(CORNERS, TETRAHEDRON + 1)
+    assert mesh.nb_triangles == 4
+
+
+def test_a_mesh_of_half_edges_refuses_what_does_not_fit():
+    mesh = og.Mesh3d(CORNERS, TETRAHEDRON[:3])
+    assert not mesh.is_closed and [len(loop) for loop in mesh.boundary_loops()] == [3]
+    for wrong in (TETRAHEDRON[:1], [[0, 0, 1]], [[0, 1, 4]], np.vstack([TETRAHEDRON[3:], [[7, 8, 9]]])):
+        with pytest.raises(og.Error):
+            mesh.add_triangles(wrong)
+    with pytest.raises(og.Error):
+        og.Mesh3d(CORNERS, np.vstack([TETRAHEDRON, TETRAHEDRON]))
+    mesh.add_triangles(TETRAHEDRON[3:])
+    assert mesh.is_closed and mesh.nb_edges == 6 and mesh.nb_components == 1 and mesh.boundary_loops() == []
+    mesh.check_integrity()
+    assert mesh.build(CORNERS, np.vstack([TETRAHEDRON, TETRAHEDRON]), policy="eNMP_OwnVertices").tolist() == [4, 5, 6, 7]
+
+
+def test_arrays_of_the_caller_are_not_copied_and_looked_at_again():
+    vertices, triangles = CORNERS.astype("float32"), TETRAHEDRON.astype("uint32")
+    mesh = og.TriMesh3d(vertices, triangles)
+    assert mesh.vertices is vertices and mesh.triangles is triangles
+    for wrong in (TETRAHEDRON + 1, TETRAHEDRON - 1, TETRAHEDRON / 2, TETRAHEDRON[:, :2], None):
+        with pytest.raises((og.Error, ValueError, TypeError)):
+            og.TriMesh3d(vertices, wrong)

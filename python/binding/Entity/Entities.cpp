@@ -11,6 +11,14 @@ void bindEntities2d(py::module_& module) {
   bindShape2d(module);
 }
 
-void bindEntities3d(py::module_& module) { bindRowIntersections3d(module); }
+void bindEntities3d(py::module_& module) {
+  bindTriMesh3d(module);
+  bindFaceVertexTriMesh3d(module);
+  bindFaceVertexAdjTriMesh3d(module);
+  bindMesh3d(module);
+  bindMeshWithHoles3d(module);
+  bindRowIntersections3d(module);
+  bindShape3d(module);
+}
 
 }  // namespace ormix::python

@@ -40,20 +40,18 @@ EntityClass<Entity> bindEntity(py::module_& module, const char* name, const py::
   return entity;
 }
 
-/// Adds the four classes of a class template, and lists them in the table `_families`.
-/// \param define called as `define(entityClass, coordinate)` with a value of the coordinate type; adds what is
-/// particular to the class
-template <template <class> class Entity, class Define>
-void bindFamily(py::module_& module, const char* name, const py::tuple& fields, const char* doc, Define define) {
+/// Makes the four classes of a class template and lists them in the table `_families`.
+/// \param make called as `make(name, coordinate)` with the name of a class and a value of its coordinate type; adds the
+/// class to the module and returns it
+template <class Make>
+void bindTemplate(py::module_& module, const char* name, Make make) {
   py::dict classes;
   const auto bindOne = [&](auto coordinate) {
-    using T = decltype(coordinate);
-    const py::dtype dtype = py::dtype::of<T>();
+    const py::dtype dtype = py::dtype::of<decltype(coordinate)>();
     const std::string dtypeName = py::cast<std::string>(dtype.attr("name"));
-    auto entity = bindEntity<Entity<T>>(module, (std::string(name) + "_" + dtypeName).c_str(), fields, doc);
+    py::object entity = make((std::string(name) + "_" + dtypeName).c_str(), coordinate);
     entity.attr("dtype") = dtype;
     entity.attr("family") = name;
-    define(entity, coordinate);
     classes[py::str(dtypeName)] = entity;
   };
   bindOne(omReal64());
@@ -61,6 +59,18 @@ void bindFamily(py::module_& module, const char* name, const py::tuple& fields, 
   bindOne(omInt32());
   bindOne(omUInt32());
   module.attr("_families")[name] = classes;
+}
+
+/// The four classes of a template of entities.
+/// \param define called as `define(entityClass, coordinate)` with a value of the coordinate type; adds what is
+/// particular to the class
+template <template <class> class Entity, class Define>
+void bindFamily(py::module_& module, const char* name, const py::tuple& fields, const char* doc, Define define) {
+  bindTemplate(module, name, [&](const char* className, auto coordinate) {
+    auto entity = bindEntity<Entity<decltype(coordinate)>>(module, className, fields, doc);
+    define(entity, coordinate);
+    return entity;
+  });
 }
 
 }  // namespace ormix::python
