@@ -33,7 +33,9 @@ InterruptScope::InterruptScope() {
   g_isInterrupted = 0;
   struct sigaction action {};
   action.sa_handler = noteInterrupt;
-  ::sigaction(SIGINT, &action, &_before);
+  ::sigaction(SIGINT, nullptr, &_before);
+  // Who started the program in the background may have it ignored.
+  if (_before.sa_handler != SIG_IGN) ::sigaction(SIGINT, &action, nullptr);
 }
 
 InterruptScope::~InterruptScope() {

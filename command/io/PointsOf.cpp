@@ -14,11 +14,14 @@ using SpatialPointEntityList = ScalarClassList<Point3d, PointCloud3d, Mesh3d>;
 
 template <class T>
 void add(PointSet& set, const Point2dData<T>& point) {
-  set.values.insert(set.values.end(), {omReal64(point.getX()), omReal64(point.getY())});
+  set.values.push_back(omReal64(point.getX()));
+  set.values.push_back(omReal64(point.getY()));
 }
 template <class T>
 void add(PointSet& set, const Point3dData<T>& point) {
-  set.values.insert(set.values.end(), {omReal64(point.getX()), omReal64(point.getY()), omReal64(point.getZ())});
+  set.values.push_back(omReal64(point.getX()));
+  set.values.push_back(omReal64(point.getY()));
+  set.values.push_back(omReal64(point.getZ()));
 }
 template <class Points>
 void addAll(PointSet& set, const Points& points) {

@@ -17,25 +17,45 @@ namespace ormix::command {
 
 namespace {
 
-/// A text in JSON's quotes. What is not UTF-8, as names of files may be, stays as it is but for control characters.
-std::string quotedJson(const std::string& text) {
+/// The number of bytes of the character of UTF-8 that begins a text; 0 where none does.
+std::size_t utf8Length(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text[0]);
+  const std::size_t length = first < 0x80 ? 1 : first >= 0xC2 && first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+  if ((first >= 0x80 && first < 0xC2) || first > 0xF4 || text.size() < length) return 0;
+  omUInt32 character = length == 1 ? first : first & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((text[i] & 0xC0) != 0x80) return 0;
+    character = character << 6 | (text[i] & 0x3F);
+  }
+  const bool isTooShort = (length == 3 && character < 0x800) || (length == 4 && character < 0x10000);
+  const bool isSurrogate = character >= 0xD800 && character < 0xE000;
+  return isTooShort || isSurrogate || character > 0x10FFFF ? 0 : length;
+}
+
+/// A text in JSON's quotes. Bytes that are not UTF-8, as names of files may have, become the character U+FFFD.
+std::string quotedJson(std::string_view text) {
   std::string json = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') {
+  while (!text.empty()) {
+    const std::size_t length = utf8Length(text);
+    const char c = text[0];
+    if (length == 0) {
+      json += "\\ufffd";
+    } else if (c == '"' || c == '\\') {
       json += '\\';
       json += c;
     } else if (static_cast<unsigned char>(c) < 0x20) {
       constexpr const char* digits = "0123456789abcdef";
       json += std::string("\\u00") + digits[c >> 4] + digits[c & 15];
     } else {
-      json += c;
+      json += text.substr(0, length);
     }
+    text.remove_prefix(std::max<std::size_t>(length, 1));
   }
   return json + '"';
 }
 
 std::string quotedCsv(const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == text.npos) return text;
+  if (text.find_first_of(",\"\n") == text.npos) return text;
   std::string csv = "\"";
   for (const char c : text) csv += c == '"' ? std::string("\"\"") : std::string(1, c);
   return csv + '"';
@@ -113,6 +133,7 @@ RowPrinter::RowPrinter(const Arguments& arguments)
   for (std::size_t comma; !fields.empty(); fields.erase(0, comma == fields.npos ? comma : comma + 1)) {
     comma = fields.find(',');
     _fields.push_back(fields.substr(0, comma));
+    _missing.insert(_fields.back());
   }
 }
 
@@ -121,9 +142,11 @@ bool RowPrinter::isWanted(const std::string& key) const {
 }
 
 void RowPrinter::print(const Row& row) {
+  ++_nbRows;
   Row wanted;
   for (const auto& [key, value] : row.values())
     if (isWanted(key)) wanted.add(key, value);
+  for (const auto& value : wanted.values()) _missing.erase(value.first);
   if (_format == "jsonl") {
     std::cout << jsonOf(wanted) << '\n';
     // A line is seen as soon as it is known, and a closed pipe noticed.
@@ -145,12 +168,13 @@ void RowPrinter::finish() {
   if (_format == "csv" && !_rows.empty()) printCsv();
   if (_format == "table" && !_rows.empty()) printTable();
   flushOutput();
+  if (_nbRows > 0 && !_missing.empty()) throw DataError("no result has the key \"" + *_missing.begin() + '"');
 }
 
 void RowPrinter::printCsv() const {
   std::string line;
   for (const std::string& column : _columns) line += (line.empty() ? "" : ",") + quotedCsv(column);
-  std::cout << line << "\r\n";
+  std::cout << line << "\n";
   for (const Row& row : _rows) {
     const std::map<std::string, RowValue> values(row.values().begin(), row.values().end());
     line.clear();
@@ -159,7 +183,7 @@ void RowPrinter::printCsv() const {
       const auto value = values.find(column);
       if (value != values.end()) line += quotedCsv(plainTextOf(value->second));
     }
-    std::cout << line << "\r\n";
+    std::cout << line << "\n";
   }
 }
 

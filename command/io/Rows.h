@@ -3,6 +3,7 @@
 #include <ORMIXUtil/ScalarTypes.h>
 #include <command/frame/Arguments.h>
 
+#include <set>
 #include <string>
 #include <utility>
 #include <variant>
@@ -38,7 +39,8 @@ class RowPrinter {
   /// otherwise.
   explicit RowPrinter(const Arguments& arguments);
 
-  /// \throw OutputClosed when nobody reads them, DataError when they cannot be written
+  /// \throw OutputClosed when nobody reads them, OutputFailed when they cannot be written; in the end DataError when no
+  /// row had a field of --fields
   /// @{
   void print(const Row& row);
   void finish();
@@ -52,6 +54,8 @@ class RowPrinter {
 
   std::string _format;
   std::vector<std::string> _fields;  ///< all when empty
+  std::set<std::string> _missing;    ///< fields that no row had
+  std::size_t _nbRows = 0;
   std::vector<Row> _rows;
   std::vector<std::string> _columns;
 };
@@ -60,7 +64,7 @@ class RowPrinter {
 std::string textOf(omReal64 number);
 
 /// Flushes the standard output.
-/// \throw OutputClosed, DataError as RowPrinter
+/// \throw OutputClosed, OutputFailed as RowPrinter
 void flushOutput();
 
 }  // namespace ormix::command
