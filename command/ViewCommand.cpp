@@ -35,7 +35,15 @@ void open(const std::string& path) {
   if (error != 0) throw DataError("xdg-open cannot be started: " + std::string(std::strerror(error)));
 }
 
+/// html or svg: as --to says, else as the extension of the output.
+std::string formatOf(const Arguments& arguments) {
+  const std::string extension = std::filesystem::path(arguments.text("output")).extension().string();
+  return arguments.text("to", extension == ".svg" ? "svg" : "html");
+}
+
 int run(const Arguments& arguments) {
+  const std::string format = formatOf(arguments);
+  std::string title;
   Contents contents;
   bool isEmpty = true;
   const int status = arguments.forEachInput(arguments.inputs(), [&](const std::string& name) {
@@ -43,13 +51,17 @@ int run(const Arguments& arguments) {
       addTo(contents, arguments, document);
       isEmpty = false;
     });
+    title += (title.empty() ? "" : ", ") + std::filesystem::path(name).filename().string();
   });
   if (isEmpty) return status;
   PictureOptions options;
   options.size = arguments.real("width", options.size);
   options.hasNumbers = arguments.has("numbers");
-  const std::string path = arguments.has("output") ? arguments.text("output") : createTemporary(".svg");
-  writeSvg(path, contents, options);
+  const std::string path = arguments.has("output") ? arguments.text("output") : createTemporary('.' + format);
+  if (format == "svg")
+    writeSvg(path, contents, options);
+  else
+    writeHtml(path, contents, title, options);
   if (!arguments.has("output")) std::cout << path << '\n';
   flushOutput();
   if (arguments.has("open") && path != "-") open(path);
@@ -60,24 +72,28 @@ int run(const Arguments& arguments) {
 
 Command viewCommand() {
   std::vector<Option> options{
-      outputOption("where the picture is written; a temporary file, whose path is printed, when not given"),
+      outputOption("where it is written; a temporary file, whose path is printed, when not given"),
+      {"to", 0, eOptionKind::Choice, "html|svg",
+       "a page or a picture; as the extension of the output says, else a page"},
       {"open", 0, eOptionKind::Flag, "", "show it, by xdg-open"},
       {"width", 'w', eOptionKind::Length, "PIXELS", "the larger side of a picture; 800 when not given"},
       {"numbers", 0, eOptionKind::Flag, "", "draw the number of each entity, as \"ormix measure\" counts them"},
       fromOption()};
   options.insert(options.end(), regionOptions().begin(), regionOptions().end());
-  return {
-      "view",
-      "[FILE...]",
-      "a picture of what is in files",
-      "Draws what all files hold into one picture in SVG: entities of the plane, regions over their image, or meshes, "
-      "seen from the front and above.",
-      {},
-      std::move(options),
-      {{"ormix view contours.txt --numbers -o contours.svg", "All rings of a text"},
-       {"ormix view --threshold otsu blobs.png -o blobs.svg", "The outlines of regions over their image"},
-       {"ormix view part.stl", "A mesh; the path of the picture is printed"}},
-      run};
+  return {"view",
+          "[FILE...]",
+          "a page or a picture of what is in files",
+          "Shows what all files hold, in one page that needs no network: entities of the plane in a picture, those of "
+          "space in "
+          "a scene that is turned by mouse or touch, and their measures in a table; regions over their image. Or in a "
+          "picture "
+          "in SVG, where meshes are seen from the front and above.",
+          {},
+          std::move(options),
+          {{"ormix view contours.txt --numbers -o contours.svg", "All rings of a text"},
+           {"ormix view --threshold otsu blobs.png -o blobs.svg", "The outlines of regions over their image"},
+           {"ormix view part.stl", "A mesh that turns; the path of the page is printed"}},
+          run};
 }
 
 }  // namespace ormix::command

@@ -1,6 +1,8 @@
 #include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
 #include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
+#include <ORMIXGeometry/Tools/Html/HtmlReport.h>
+#include <ORMIXGeometry/Tools/Html/ToHtml.h>
 #include <ORMIXGeometry/Tools/Svg/MeshView.h>
 #include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <command/frame/Errors.h>
@@ -9,6 +11,7 @@
 #include <images/PngFile.h>
 
 #include <array>
+#include <ostream>
 
 namespace ormix::command {
 
@@ -31,7 +34,7 @@ void drawPlanar(SvgWriter& writer, const Contents& contents, const PictureOption
   std::size_t item = 0;
   for (const auto& object : contents.entities) {
     const auto* const entity = dynamic_cast<const BaseGeometryEntity2d*>(object.get());
-    if (!entity) throw DataError(object->getClassName() + " cannot be drawn in SVG");
+    if (!entity) throw DataError(object->getClassName() + " cannot be drawn into a picture of the plane");
     const SvgStyle style{s_colours[item % s_colours.size()], "none", 1.5,
                          options.hasNumbers ? std::to_string(item + 1) : ""};
     require(writer.draw(*entity, style));
@@ -61,6 +64,34 @@ void writeSvg(const std::string& path, const Contents& contents, const PictureOp
     drawPlanar(writer, contents, options);
   }
   writeStream(path, [&](std::ostream& out) { return writer.write(out); });
+}
+
+void writeHtml(const std::string& path, const Contents& contents, const std::string& title,
+               const PictureOptions& options) {
+  HtmlOptions page;
+  page.title = title;
+  HtmlReport report(page);
+  if (contents.images.empty()) {
+    HtmlView view;
+    for (const auto& object : contents.entities) {
+      if (const auto* const planar = dynamic_cast<const BaseGeometryEntity2d*>(object.get()))
+        view.add(*planar);
+      else if (const auto* const spatial = dynamic_cast<const BaseGeometryEntity3d*>(object.get()))
+        view.add(*spatial);
+      else
+        throw DataError(object->getClassName() + " cannot be drawn");
+    }
+    if (!contents.mesh.isEmpty()) view.add(contents.mesh);
+    view.appendTo(report);
+  } else {
+    SvgWriter writer(options.size);
+    drawPlanar(writer, contents, options);
+    require(report.addPicture(writer, title));
+  }
+  writeStream(path, [&](std::ostream& out) {
+    out << report.toHtml();
+    return out ? BoolResult() : failure("it cannot be written");
+  });
 }
 
 }  // namespace ormix::command

@@ -16,4 +16,10 @@ struct PictureOptions {
 /// \throw DataError for what cannot be drawn, and for entities of the plane and of space together
 void writeSvg(const std::string& path, const Contents& contents, const PictureOptions& options = {});
 
+/// Writes a page: a picture of what is in the plane, a scene of what is in space, and a table of measures; of an image,
+/// the picture with its regions.
+/// \throw DataError and ORMIXGeometryException for what cannot be drawn
+void writeHtml(const std::string& path, const Contents& contents, const std::string& title,
+               const PictureOptions& options = {});
+
 }  // namespace ormix::command

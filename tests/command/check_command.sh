@@ -99,6 +99,11 @@ check 0 '^kept$' '' 'echo kept >old.stl; ormix convert contours.txt -o old.stl 2
 check 130 '' '' 'echo kept >old.ply; timeout --preserve-status -s INT 2 ormix simplify big.obj --no-crossings -n 100 -o old.ply 2>/dev/null'
 check 0 '^kept$' '' 'cat old.ply; ! ls | grep tmp-'
 
+# Pages and pictures.
+check 0 '<title>[^<]*part.stl' '' 'ormix view part.stl -o -'
+check 0 '<svg .*width="800"' '' 'ormix view contours.txt --to svg -o -'
+check 1 '' 'the plane and what is in space have no picture in common' 'ormix view part.stl contours.txt -o x.svg'
+
 # Texts for other programs.
 check 0 '^\.SH EXAMPLES$' '' 'ormix help --man'
 check 0 'simplify' '' 'eval "$(ormix help --completion bash)"; COMP_WORDS=(ormix si) COMP_CWORD=1; _ormix; echo "${COMPREPLY[@]}"'
