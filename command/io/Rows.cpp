@@ -123,7 +123,7 @@ const std::vector<Option>& rowOptions() {
   static const std::vector<Option> options{
       {"format", 'f', eOptionKind::Choice, "table|jsonl|csv",
        "how results are printed; a table on a terminal and JSON lines elsewhere when not given"},
-      {"fields", 0, eOptionKind::Text, "KEYS", "print only these keys, parted by commas"}};
+      {"fields", 0, eOptionKind::Text, "KEYS", "print only these keys, parted by commas, in this order"}};
   return options;
 }
 
@@ -137,16 +137,21 @@ RowPrinter::RowPrinter(const Arguments& arguments)
   }
 }
 
-bool RowPrinter::isWanted(const std::string& key) const {
-  return _fields.empty() || std::find(_fields.begin(), _fields.end(), key) != _fields.end();
+Row RowPrinter::chosen(const Row& row) {
+  if (_fields.empty()) return row;
+  Row wanted;
+  for (const std::string& field : _fields)
+    for (const auto& [key, value] : row.values())
+      if (key == field) {
+        wanted.add(key, value);
+        _missing.erase(key);
+      }
+  return wanted;
 }
 
 void RowPrinter::print(const Row& row) {
   ++_nbRows;
-  Row wanted;
-  for (const auto& [key, value] : row.values())
-    if (isWanted(key)) wanted.add(key, value);
-  for (const auto& value : wanted.values()) _missing.erase(value.first);
+  Row wanted = chosen(row);
   if (_format == "jsonl") {
     std::cout << jsonOf(wanted) << '\n';
     // A line is seen as soon as it is known, and a closed pipe noticed.
@@ -157,6 +162,9 @@ void RowPrinter::print(const Row& row) {
 }
 
 void RowPrinter::collectColumns() {
+  for (const std::string& field : _fields)
+    if (_missing.count(field) == 0) _columns.push_back(field);
+  if (!_fields.empty()) return;
   std::unordered_map<std::string, bool> known;
   for (const Row& row : _rows)
     for (const auto& [key, value] : row.values())

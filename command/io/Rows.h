@@ -47,7 +47,7 @@ class RowPrinter {
   /// @}
 
  private:
-  bool isWanted(const std::string& key) const;
+  Row chosen(const Row& row);
   void printTable() const;
   void printCsv() const;
   void collectColumns();
