@@ -7,7 +7,8 @@ namespace ormix::command {
 
 namespace {
 
-/// A text as roff reads it: hyphens that may be copied, and no line that begins as a request.
+/// A text as roff reads it: hyphens that may be copied, choices that may be broken, and no line
+/// that begins as a request.
 std::string roffOf(std::string_view text) {
   std::string roff;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -17,6 +18,8 @@ std::string roffOf(std::string_view text) {
       roff += "\\e";
     else if (text[i] == '-')
       roff += "\\-";
+    else if (text[i] == '|')
+      roff += "|\\:";
     else if (text[i] == '\n' && i + 1 < text.size() && text[i + 1] == '\n') {
       roff += "\n.PP\n";
       ++i;
