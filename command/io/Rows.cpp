@@ -10,8 +10,8 @@
 #include <cmath>
 #include <cstring>
 #include <iostream>
-#include <map>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace ormix::command {
 
@@ -98,6 +98,24 @@ std::string jsonOf(const Row& row) {
   return line.empty() ? "{}" : line + '}';
 }
 
+std::string csvOf(const std::vector<std::string>& names) {
+  std::string line;
+  for (const std::string& name : names) line += (line.empty() ? "" : ",") + quotedCsv(name);
+  return line;
+}
+
+/// The values of these columns; nothing where there is none.
+std::string csvOf(const Row& row, const std::vector<std::string>& columns) {
+  std::string line;
+  for (const std::string& column : columns) {
+    if (&column != &columns.front()) line += ',';
+    const auto value = std::find_if(row.values().begin(), row.values().end(),
+                                    [&](const auto& candidate) { return candidate.first == column; });
+    if (value != row.values().end()) line += quotedCsv(plainTextOf(value->second));
+  }
+  return line;
+}
+
 }  // namespace
 
 std::string textOf(omReal64 number) {
@@ -154,52 +172,48 @@ void RowPrinter::print(const Row& row) {
   Row wanted = chosen(row);
   if (_format == "jsonl") {
     std::cout << jsonOf(wanted) << '\n';
-    // A line is seen as soon as it is known, and a closed pipe noticed.
-    flushOutput();
+  } else if (_format == "csv" && !_fields.empty()) {
+    if (_nbRows == 1) std::cout << csvOf(_fields) << '\n';
+    std::cout << csvOf(wanted, _fields) << '\n';
   } else {
     _rows.push_back(std::move(wanted));
+    return;
   }
-}
-
-void RowPrinter::collectColumns() {
-  for (const std::string& field : _fields)
-    if (_missing.count(field) == 0) _columns.push_back(field);
-  if (!_fields.empty()) return;
-  std::unordered_map<std::string, bool> known;
-  for (const Row& row : _rows)
-    for (const auto& [key, value] : row.values())
-      if (known.emplace(key, true).second) _columns.push_back(key);
+  // A line is seen as soon as it is known, and a closed pipe noticed.
+  flushOutput();
 }
 
 void RowPrinter::finish() {
-  collectColumns();
-  if (_format == "csv" && !_rows.empty()) printCsv();
-  if (_format == "table" && !_rows.empty()) printTable();
+  if (!_rows.empty() && _format == "csv") printCsv();
+  if (!_rows.empty() && _format == "table") printTable();
   flushOutput();
   if (_nbRows > 0 && !_missing.empty()) throw DataError("no result has the key \"" + *_missing.begin() + '"');
 }
 
+std::vector<std::string> RowPrinter::columns() const {
+  std::vector<std::string> columns;
+  std::unordered_set<std::string> known;
+  for (const std::string& field : _fields)
+    if (_missing.count(field) == 0) columns.push_back(field);
+  if (!_fields.empty()) return columns;
+  for (const Row& row : _rows)
+    for (const auto& [key, value] : row.values())
+      if (known.insert(key).second) columns.push_back(key);
+  return columns;
+}
+
 void RowPrinter::printCsv() const {
-  std::string line;
-  for (const std::string& column : _columns) line += (line.empty() ? "" : ",") + quotedCsv(column);
-  std::cout << line << "\n";
-  for (const Row& row : _rows) {
-    const std::map<std::string, RowValue> values(row.values().begin(), row.values().end());
-    line.clear();
-    for (const std::string& column : _columns) {
-      if (&column != &_columns.front()) line += ',';
-      const auto value = values.find(column);
-      if (value != values.end()) line += quotedCsv(plainTextOf(value->second));
-    }
-    std::cout << line << "\n";
-  }
+  const std::vector<std::string> names = columns();
+  std::cout << csvOf(names) << '\n';
+  for (const Row& row : _rows) std::cout << csvOf(row, names) << '\n';
 }
 
 void RowPrinter::printTable() const {
+  const std::vector<std::string> names = columns();
   // One row is read better downwards.
   if (_rows.size() == 1) {
     std::size_t width = 0;
-    for (const std::string& column : _columns) width = std::max(width, widthOf(column));
+    for (const std::string& column : names) width = std::max(width, widthOf(column));
     for (const auto& [key, value] : _rows[0].values())
       std::cout << key << std::string(width - widthOf(key) + 2, ' ') << shownTextOf(value) << '\n';
     return;
@@ -211,12 +225,12 @@ void RowPrinter::printTable() const {
   std::vector<std::vector<Cell>> cells;
   std::vector<std::size_t> widths;
   std::unordered_map<std::string, std::size_t> indices;
-  for (const std::string& column : _columns) {
+  for (const std::string& column : names) {
     indices.emplace(column, widths.size());
     widths.push_back(widthOf(column));
   }
   for (const Row& row : _rows) {
-    std::vector<Cell>& line = cells.emplace_back(_columns.size());
+    std::vector<Cell>& line = cells.emplace_back(names.size());
     for (const auto& [key, value] : row.values()) {
       const std::size_t index = indices.at(key);
       line[index] = {shownTextOf(value), !std::holds_alternative<std::string>(value)};
@@ -234,9 +248,9 @@ void RowPrinter::printTable() const {
     std::cout << text << '\n';
   };
   std::vector<Cell> head;
-  for (std::size_t index = 0; index < _columns.size(); ++index)
-    head.push_back({_columns[index], std::any_of(cells.begin(), cells.end(),
-                                                 [index](const auto& line) { return line[index].isNumber; })});
+  for (std::size_t index = 0; index < names.size(); ++index)
+    head.push_back({names[index], std::any_of(cells.begin(), cells.end(),
+                                              [index](const auto& line) { return line[index].isNumber; })});
   print(head);
   for (const auto& line : cells) print(line);
 }

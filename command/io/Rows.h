@@ -50,14 +50,14 @@ class RowPrinter {
   Row chosen(const Row& row);
   void printTable() const;
   void printCsv() const;
-  void collectColumns();
+  /// The names of the columns of all rows.
+  std::vector<std::string> columns() const;
 
   std::string _format;
   std::vector<std::string> _fields;  ///< all when empty
   std::set<std::string> _missing;    ///< fields that no row had
   std::size_t _nbRows = 0;
   std::vector<Row> _rows;
-  std::vector<std::string> _columns;
 };
 
 /// The shortest text from which the same number is read; "nan", "inf" and "-inf" for what is not finite.
