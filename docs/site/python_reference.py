@@ -29,12 +29,13 @@ def parts_of(name, doc):
 
 
 def markdown(text):
-    """A docstring as Markdown: its examples become blocks of code."""
+    """A docstring as Markdown: examples become blocks of code, and lines that name an argument items of a list."""
     paragraphs = []
     for paragraph in re.split(r"\n\s*\n", text):
         if paragraph.startswith(">>>"):
-            paragraph = f"```python\n{paragraph}\n```"
-        paragraphs.append(paragraph)
+            paragraphs.append(f"```python\n{paragraph}\n```")
+        else:
+            paragraphs.append(re.sub(r"^(`?\w+(?:, \w+)*`?: +\S)", r"- \1", paragraph, flags=re.MULTILINE))
     return "\n\n".join(paragraphs)
 
 

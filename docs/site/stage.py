@@ -13,13 +13,14 @@ import sys
 
 import markdown_pages
 
-# The pages in order, as they are called in the project, under the headings of the table of contents.
+# The pages in order, as far as they are there, by their names in the project, under the headings of the table of contents.
 CONTENTS = {
     "": ["docs/README.md"],
     "Start": ["README.md", "docs/gallery/README.md"],
     "Tutorials": ["docs/tutorials/images.md", "docs/tutorials/parts.md", "docs/tutorials/fitting.md",
                   "docs/tutorials/archives.md"],
-    "The library": ["docs/overview.md", "docs/reference.md", "docs/archives.md", "docs/behaviours.md", "docs/messages.md"],
+    "The library": ["docs/overview.md", "docs/python.md", "docs/command.md", "docs/cluster.md", "docs/reference.md",
+                    "docs/archives.md", "docs/behaviours.md", "docs/messages.md"],
     "How good it is": ["docs/accuracy.md", "benchmarks/README.md", "docs/References.md"],
     "The project": ["CHANGELOG.md", "CONTRIBUTING.md", "docs/development.md"],
 }
@@ -41,9 +42,10 @@ def place_of(source):
 
 
 def contents_of(project):
-    """`CONTENTS`, with the pages that it does not name behind those of their kind."""
+    """`CONTENTS` as far as it is there, and the pages that it does not name behind those of their kind."""
     listed = {source for sources in CONTENTS.values() for source in sources}
-    contents = {caption: list(sources) for caption, sources in CONTENTS.items()}
+    contents = {caption: [source for source in sources if (project / source).exists()]
+                for caption, sources in CONTENTS.items()}
     for caption, pattern in (("The library", "docs/**/*.md"), ("The library", "python/*.md"), ("The project", "*.md")):
         sources = sorted(path.relative_to(project).as_posix() for path in project.glob(pattern))
         contents[caption] += [source for source in sources if source not in listed]

@@ -1,10 +1,10 @@
-# Runs a program and compares the picture that it draws into the current folder with the one in the gallery.
+# Runs a program, with an argument where it is given, and compares the picture that it draws into the current folder with the one in the gallery.
 file(REMOVE ${picture})
-execute_process(COMMAND ${program} OUTPUT_QUIET RESULT_VARIABLE status)
+execute_process(COMMAND ${program} ${argument} OUTPUT_QUIET RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
-  message(FATAL_ERROR "${program} ended with ${status}")
+  message(FATAL_ERROR "${program} ${argument} ended with ${status}")
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${picture} ${expected} RESULT_VARIABLE differs)
 if(differs)
-  message(FATAL_ERROR "${program} has drawn ${CMAKE_CURRENT_BINARY_DIR}/${picture}, which is not ${expected}")
+  message(FATAL_ERROR "${program} ${argument} has drawn ${CMAKE_CURRENT_BINARY_DIR}/${picture}, which is not ${expected}")
 endif()

@@ -28,8 +28,11 @@ int main() {
   const Shape2dPtrColl cells = shapesOfLabels(MaskView<omUInt16>{labels.data(), width, height, width});
   for (const Shape2dPtr& cell : cells) picture.draw(*cell, {"#7d8a94", "#f3ead9", 1, ""});
   for (const RegionContact& pair : contacts(cells, 0).contacts)  // gap 0: the pixel edges that both have
-    for (const ContactPiece2d& piece : contact(*cells[pair.first], *cells[pair.second], 0).onA.pieces)
-      for (const Segment2d<double>& segment : piece)
-        picture.draw(segment, {"#c8402f", "none", 1 + pair.length() / 8, ""});
+    for (const ContactPiece2d& piece : contact(*cells[pair.first], *cells[pair.second], 0).onA.pieces) {
+      Polygon2d<double> border;
+      for (const Segment2d<double>& segment : piece) border.getPointColl().push_back(segment.getPoint0());
+      border.getPointColl().push_back(piece.back().getPoint1());
+      picture.draw(border, {"#c8402f", "none", 1 + pair.length() / 8, ""});
+    }
   return picture.write("contacts.svg") ? 0 : 1;
 }

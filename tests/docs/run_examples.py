@@ -8,7 +8,8 @@ examples/data and those that `FILES` adds.
 The library is that which pkg-config finds in a folder, as it is installed, and programs are built by the command that the
 pages tell: g++ -std=c++17 x.cpp $(pkg-config --cflags --libs ormixgeometry) -o x
 
-Usage: run_examples.py PROJECT_FOLDER WORK_FOLDER --libraries LIBRARY_FOLDER [--compiler g++] [--page PAGE]...
+Usage: run_examples.py PROJECT_FOLDER WORK_FOLDER --libraries LIBRARY_FOLDER [--compiler g++]
+                       [--python-package FOLDER] [--page PAGE]...
 """
 import argparse
 import importlib.util
@@ -19,9 +20,6 @@ import shlex
 import shutil
 import subprocess
 import sys
-
-PAGES = ["README.md", "docs/README.md", "docs/overview.md", "docs/archives.md", "docs/tutorials/images.md",
-         "docs/tutorials/parts.md", "docs/tutorials/fitting.md", "docs/tutorials/archives.md"]
 
 # What blocks that are no whole programs take for granted, by page.
 DECLARATIONS = {
@@ -133,9 +131,9 @@ class Page:
             counts[0] += 1
             counts[2] += self.compare(index, output)
         if fragments:
-            source = PROLOGUE
+            source, known = PROLOGUE, DECLARATIONS.get(self.name, "")
             for block in fragments:
-                source += f"[[maybe_unused]] static void fragment{block.line}() {{ {DECLARATIONS[self.name]}\n"
+                source += f"[[maybe_unused]] static void fragment{block.line}() {{ {known}\n"
                 source += f'{{\n#line {block.line + 1} "{self.name}"\n{block.text}}}\n}}\n'
             path = self.folder / "fragments.cpp"
             path.write_text(source)
@@ -192,14 +190,22 @@ def main():
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("--libraries", type=pathlib.Path, required=True)
     parser.add_argument("--compiler", default="g++")
+    parser.add_argument("--python-package", help="the folder that has the package ormixgeometry, if it was built")
     parser.add_argument("--page", action="append", help="only these pages")
     arguments = parser.parse_args()
     sys.path.insert(0, str(arguments.project / "docs/site"))
     import markdown_pages
+    if arguments.python_package:
+        sys.path.insert(0, arguments.python_package)
+        os.environ["PYTHONPATH"] = arguments.python_package
     os.makedirs(arguments.work, exist_ok=True)
     build, failed = Build(arguments.compiler, arguments.libraries.resolve()), 0
-    for name in arguments.page or PAGES:
+    pages = [path.relative_to(arguments.project).as_posix()
+             for pattern in ("*.md", "docs/**/*.md") for path in sorted(arguments.project.glob(pattern))]
+    for name in arguments.page or pages:
         page = Page(name, arguments.project, arguments.work, build, markdown_pages)
+        if not any(block.language in ("cpp", "python", "javascript") for block in page.blocks):
+            continue
         try:
             nb_programs, nb_fragments, nb_compared = page.run_cpp()
             page.check_pictures(arguments.project, markdown_pages)
