@@ -1,4 +1,5 @@
 #include "Entity/Entities.h"
+#include "Estimation/Estimators.h"
 #include "Frame/Errors.h"
 #include "Frame/Object.h"
 #include "Measure/Measures.h"
@@ -26,4 +27,7 @@ PYBIND11_MODULE(_core, module) {
   bindMoments(module);
   bindMeasures(module);
   bindTransforms(module);
+  bindEstimators(module);
+  bindFits(module);
+  bindRobustEstimation(module);
 }

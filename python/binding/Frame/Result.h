@@ -4,6 +4,7 @@
 #include "Print.h"
 
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace ormix::python {
@@ -31,8 +32,9 @@ class Result {
     _names.append(name);
     return *this;
   }
-  template <class Member>
-  Result& value(const char* name, Member Struct::*member, const char* doc) {
+  /// A member, also one of a base.
+  template <class Member, class Owner, std::enable_if_t<!std::is_function_v<Member>, int> = 0>
+  Result& value(const char* name, Member Owner::*member, const char* doc) {
     _class.def_property_readonly(
         name, [member](const Struct& self) { return self.*member; }, doc);
     _names.append(name);

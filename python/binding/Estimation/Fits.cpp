@@ -1,0 +1,155 @@
+#include "Estimators.h"
+#include "Models.h"
+
+#include <ORMIXGeometry/Message/EstimationMessage.h>
+
+#include <pybind11/stl.h>
+
+namespace ormix::python {
+namespace {
+
+/// The model of points, or other samples of one row each.
+template <class Estimator>
+auto fit(const py::object& samples) {
+  Estimator estimator;
+  const SampleArray rows = samplesFor(estimator, samples);
+  RealVector params;
+  const BoolResult result = [&] {
+    const Reading reading;
+    return estimator.computeEstimation(samplesOf(rows), params);
+  }();
+  check(result, Estimator::s_className);
+  return makeModel(TagOf<Estimator>(), params);
+}
+
+// Whether an estimator reads sources and targets where they are.
+template <class Estimator, class = void>
+constexpr bool s_takesBoth = false;
+template <class Estimator>
+constexpr bool s_takesBoth<Estimator, std::void_t<decltype(std::declval<Estimator&>().computeEstimation(
+                                          SampleView(), SampleView(), std::declval<RealVector&>()))>> = true;
+
+BoolResult sizesDiffer(const SampleView& sources, const SampleView& targets) {
+  using Message = geom::eEstimationMessage;
+  return failure(formatMessage<Message>(Message::eEsM_CollectionSizeMismatch, sources.nbSamples, targets.nbSamples));
+}
+
+// Each source followed by its target.
+std::vector<omReal64> joinedRows(const SampleView& sources, const SampleView& targets) {
+  std::vector<omReal64> values(2 * sources.dimension * sources.nbSamples);
+  omReal64* to = values.data();
+  for (std::size_t i = 0; i < sources.nbSamples; ++i) {
+    to = std::copy_n(sources[i], sources.dimension, to);
+    to = std::copy_n(targets[i], targets.dimension, to);
+  }
+  return values;
+}
+
+/// The transform that maps sources to targets.
+template <class Estimator>
+auto fitPairs(const py::object& sources, const py::object& targets) {
+  constexpr py::ssize_t dimension = Estimator::s_sampleDimension / 2;
+  const SampleArray from = matrixOf<omReal64>(sources, dimension, "sources");
+  const SampleArray to = matrixOf<omReal64>(targets, dimension, "targets");
+  RealVector params;
+  const BoolResult result = [&]() -> BoolResult {
+    const Reading reading;
+    Estimator estimator;
+    const SampleView first = samplesOf(from);
+    const SampleView second = samplesOf(to);
+    if (first.nbSamples != second.nbSamples) return sizesDiffer(first, second);
+    if constexpr (s_takesBoth<Estimator>) {
+      return estimator.computeEstimation(first, second, params);
+    } else {
+      const std::vector<omReal64> rows = joinedRows(first, second);
+      return estimator.computeEstimation(SampleView{rows.data(), first.nbSamples, Estimator::s_sampleDimension},
+                                         params);
+    }
+  }();
+  check(result, Estimator::s_className);
+  return makeModel(TagOf<Estimator>(), params);
+}
+
+// Rows (theta, rho) as they are, or of a sequence of lines.
+py::object lineRows(const py::object& lines) {
+  if (py::isinstance<py::array>(lines) || !py::isinstance<py::sequence>(lines)) return lines;
+  const auto sequence = py::reinterpret_borrow<py::sequence>(lines);
+  if (sequence.empty() || !py::isinstance<geom::Line2d>(sequence[0])) return lines;
+  py::array_t<omReal64> rows({static_cast<py::ssize_t>(sequence.size()), py::ssize_t(2)});
+  omReal64* to = rows.mutable_data();
+  for (const py::handle line : sequence) {
+    if (!py::isinstance<geom::Line2d>(line)) throw py::type_error("lines: a Line2d was wanted for each element");
+    const auto& typed = py::cast<const geom::Line2d&>(line);
+    *to++ = typed.getTheta();
+    *to++ = typed.getRho();
+  }
+  return std::move(rows);
+}
+
+void bindShapes(py::module_& module) {
+  using namespace geom;
+  module.def("fit_circle", &fit<Circle2dEstimator>, "points"_a,
+             "The circle of least squared algebraic residuals of points, an array of shape (n, 2), n >= 3.\n\n"
+             "Error for too few points, and for points that are collinear or coincide. Arrays of float64 are not "
+             "copied.\n\n"
+             ">>> og.fit_circle([[1, 0], [0, 1], [-1, 0], [0, -1]])\n"
+             "Circle2d(center=(0.0, 0.0), radius=1.0)");
+  module.def("fit_ellipse", &fit<Ellipse2dEstimator>, "points"_a,
+             "The ellipse of least squared algebraic residuals of points, an array of shape (n, 2), n >= 5.\n\n"
+             "Error for too few points and where the best conic is none. theta is in [0, pi).");
+  module.def("fit_line", &fit<Line2dEstimator>, "points"_a,
+             "The line of least squared distances of points, an array of shape (n, 2), n >= 2.\n\n"
+             "Error for points without a preferred direction.");
+  module.def(
+      "fit_intersection", [](const py::object& lines) { return fit<Line2dIntersectionEstimator>(lineRows(lines)); },
+      "lines"_a,
+      "The point of least squared distances to lines: a sequence of Line2d, or rows (theta, rho).\n\n"
+      "Error for lines that are parallel.");
+  module.def("fit_plan", &fit<Plan3dEstimator>, "points"_a,
+             "The plane of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
+             "Error for points without a preferred direction.");
+  module.def("fit_sphere", &fit<Sphere3dEstimator>, "points"_a,
+             "The sphere of least squared algebraic residuals of points, an array of shape (n, 3), n >= 4.\n\n"
+             "Error for points that are coplanar.");
+  module.def("fit_ellipsoid", &fit<Ellipsoid3dEstimator>, "points"_a,
+             "The ellipsoid of least squared algebraic residuals of points, an array of shape (n, 3), n >= 9.\n\n"
+             "Error where the best quadric is none.");
+}
+
+void bindTransforms(py::module_& module) {
+  using namespace geom;
+  const auto bind = [&module](const char* name, auto* function, const char* doc) {
+    module.def(name, function, "sources"_a, "targets"_a, doc);
+  };
+  bind("fit_translation2d", &fitPairs<TranslationTransform2dEstimator>,
+       "The translation of sources to targets, arrays of shape (n, 2), n >= 2, paired by index.\n\n"
+       "Error when all sources or all targets coincide.");
+  bind("fit_rigid2d", &fitPairs<RigidTransform2dEstimator>,
+       "The rotation and translation of sources to targets, arrays of shape (n, 2), n >= 2, of least squares.\n\n"
+       ">>> og.fit_rigid2d([[0, 0], [1, 0], [0, 1]], [[5, 0], [6, 0], [5, 1]]).params.round(12).tolist()\n"
+       "[-0.0, 5.0, 0.0]");
+  bind("fit_similarity2d", &fitPairs<SimilarityTransform2dEstimator>,
+       "The similarity of sources to targets, arrays of shape (n, 2), n >= 2, of least squares.");
+  bind("fit_homography2d", &fitPairs<HomographyTransform2dEstimator>,
+       "The projective map of sources to targets, arrays of shape (n, 2), n >= 4, no three collinear.");
+  bind("fit_translation3d", &fitPairs<TranslationTransform3dEstimator>,
+       "The translation of sources to targets, arrays of shape (n, 3), n >= 3, paired by index.\n\n"
+       "Error when sources or targets coincide or are collinear.");
+  bind("fit_rigid3d", &fitPairs<RigidTransform3dEstimator>,
+       "The rotation and translation of sources to targets, arrays of shape (n, 3), n >= 3, of least squares.\n\n"
+       "Always a proper rotation. Error when sources or targets are collinear.");
+  bind(
+      "fit_similarity3d", &fitPairs<SimilarityTransform3dEstimator>,
+      "The similarity of sources to targets, arrays of shape (n, 3), n >= 3, of least squares; its scale is positive.");
+  bind("fit_homography3d", &fitPairs<HomographyTransform3dEstimator>,
+       "The projective map of sources to targets, arrays of shape (n, 3), n >= 5, no four coplanar.");
+}
+
+}  // namespace
+
+void bindFits(py::module_& module) {
+  bindShapes(module);
+  bindTransforms(module);
+}
+
+}  // namespace ormix::python
