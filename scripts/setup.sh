@@ -11,6 +11,7 @@ build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev l
 test_packages=(libgtest-dev python3-pytest)
 python_packages=(python3-dev python3-numpy pybind11-dev)
 test_packages=(libgtest-dev python3 python3-cbor2 python3-numpy)
+python_packages=(python3-dev python3-mypy python3-numpy pybind11-dev)
 demo_packages=(gnuplot-doc assimp-testmodels)
 ci_packages=(clang-format git)
 docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton)
