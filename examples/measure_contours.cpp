@@ -108,6 +108,7 @@ void draw(const std::vector<Contour>& contours, const std::string& path) {
     if (const BoolResult drawn = writer.draw(*contours[index].ring, style); !drawn)
       throw std::runtime_error(drawn.getMessage());
   }
+  writer.setScaleBar("");
   if (const BoolResult written = writer.write(path); !written) throw std::runtime_error(written.getMessage());
   std::cout << path << ": drawn\n";
 }

@@ -138,6 +138,7 @@ void draw(const std::string& bytes, const GrayImage& image, const std::vector<Re
   writer.setYAxis(eSYA_Down);
   const BoundingBox2d<omReal64> all(0, 0, static_cast<omReal64>(image.width), static_cast<omReal64>(image.height));
   require(writer.setView(all));
+  require(writer.setScaleBar("px"));
   require(writer.drawImage(bytes, all));
   for (std::size_t index = 0; index < regions.size(); ++index) {
     const auto& [shape, p] = regions[index];

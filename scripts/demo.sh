@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Finds and measures the regions of photographs, finds out which cells of a tissue touch, measures the world's coastlines,
 # fits shapes to published points, and inspects, repairs and simplifies the models of Debian's assimp-testmodels. With a
-# PNG image, a file of a mesh (STL, OBJ, PLY, OFF) or a file of rings as argument, measures that alone.
+# PNG image, a file of a mesh (STL, OBJ, PLY, OFF) or a file of rings as argument, measures that alone. What came out of it
+# is joined to one page, build/report.html or OUTPUT_FOLDER/report.html, whose path is printed last.
 # Usage: scripts/demo.sh [FILE [OUTPUT_FOLDER]] [--triangles NUMBER]
 #        (how many triangles simplified meshes keep; a tenth without it)
 #        (default output: build/regions, build/contacts, build/contours, build/fits and build/models)
@@ -44,27 +45,39 @@ find_in_package() {
 
 from_caller() { case $1 in /*) echo "$1" ;; *) echo "$here/$1" ;; esac; }
 
-case ${1:-} in
-  *.[sS][tT][lL] | *.[oO][bB][jJ] | *.[pP][lL][yY] | *.[oO][fF][fF])
-    output=build/models
-    [ $# -lt 2 ] || output=$(from_caller "$2")
-    exec "$build/bin/inspect_meshes" "$output" "$(from_caller "$1")" "${simplification[@]}"
-    ;;
-  *.[pP][nN][gG])
-    output=build/regions
-    [ $# -lt 2 ] || output=$(from_caller "$2")
-    exec "$build/bin/measure_regions" "$output" "$(from_caller "$1")"
-    ;;
-esac
-
-if [ $# -gt 0 ]; then
-  output=build/contours
-  [ $# -lt 2 ] || output=$(from_caller "$2")
-  exec "$build/bin/measure_contours" "$(from_caller "$1")" "$output"
-fi
-
 status=0
 run() { "$@" || { local code=$?; [ "$status" -ne 0 ] || status=$code; }; }
+
+# Joins folders to a page, in which meshes turn where there is three.js.
+report() {
+  local three
+  if three=$(find_unpacked libjs-three usr/share/javascript/three/three.min.js); then
+    export ORMIX_THREE_SCRIPT=$three
+  else
+    echo "demo.sh: three.js cannot be had (no network?); the page has pictures of the meshes" >&2
+  fi
+  run "$build/bin/make_report" "$@"
+  exit "$status"
+}
+
+if [ $# -gt 0 ]; then
+  file=$(from_caller "$1")
+  case $1 in
+    *.[sS][tT][lL] | *.[oO][bB][jJ] | *.[pP][lL][yY] | *.[oO][fF][fF]) kind=models ;;
+    *.[pP][nN][gG]) kind=regions ;;
+    *) kind=contours ;;
+  esac
+  output=build/$kind
+  [ $# -lt 2 ] || output=$(from_caller "$2")
+  case $kind in
+    models) run "$build/bin/inspect_meshes" "$output" "$file" "${simplification[@]}" ;;
+    regions) run "$build/bin/measure_regions" "$output" "$file" ;;
+    contours) run "$build/bin/measure_contours" "$file" "$output" ;;
+  esac
+  [ -d "$output" ] || exit "$status"
+  echo
+  report "$output/report.html" "$output"
+fi
 
 if coins=$(find_unpacked python3-skimage usr/lib/python3/dist-packages/skimage/data/coins.png); then
   photographs=("$coins" "${coins%coins.png}cell.png" "${coins%coins.png}horse.png")
@@ -91,4 +104,5 @@ else
   models=(examples/data/part.stl)
 fi
 run "$build/bin/inspect_meshes" build/models "${models[@]}" "${simplification[@]}"
-exit "$status"
+echo
+report build/report.html build/regions build/contacts build/contours build/fits build/models

@@ -3,6 +3,7 @@
 # Usage: scripts/setup.sh [build] [test] [python] [demo] [ci]      (default: build test)
 # Usage: scripts/setup.sh [build] [test] [demo] [ci] [docs]      (default: build test)
 # Usage: scripts/setup.sh [build] [test] [demo] [ci] [package] [bare]     (default: build test)
+# Usage: scripts/setup.sh [build] [test] [demo] [page] [ci]      (default: build test)
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
 
@@ -13,6 +14,10 @@ python_packages=(python3-dev python3-numpy pybind11-dev)
 test_packages=(libgtest-dev python3 python3-cbor2 python3-numpy)
 python_packages=(python3-dev python3-mypy python3-numpy pybind11-dev)
 demo_packages=(gnuplot-doc assimp-testmodels)
+test_packages=(libgtest-dev)
+demo_packages=(gnuplot-doc assimp-testmodels libjs-three)
+# A browser of 350 MB, for the tests of pages, which are left out without it.
+page_packages=(chromium libjs-three python3)
 ci_packages=(clang-format git)
 docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton)
 ci_packages=(clang-format git python3 xz-utils)
@@ -27,6 +32,7 @@ for name in "$@"; do
     test) wanted+=("${test_packages[@]}") ;;
     python) wanted+=("${python_packages[@]}") ;;
     demo) wanted+=("${demo_packages[@]}") ;;
+    page) wanted+=("${page_packages[@]}") ;;
     ci) wanted+=("${ci_packages[@]}") ;;
     *) echo "setup.sh: unknown group \"$name\" (build, test, python, demo, ci)" >&2; exit 2 ;;
     docs) wanted+=("${docs_packages[@]}") ;;
@@ -34,6 +40,7 @@ for name in "$@"; do
     package) wanted+=("${package_packages[@]}") ;;
     bare) wanted+=("${bare_packages[@]}") ;;
     *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, package, bare)" >&2; exit 2 ;;
+    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, page, ci)" >&2; exit 2 ;;
   esac
 done
 

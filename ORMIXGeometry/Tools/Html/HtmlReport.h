@@ -69,7 +69,8 @@ class ORMIX_GEOMETRY_API HtmlReport {
   /// \param caption the text below the scene, which also stands for it where it is not seen
   BoolResult addScene(const HtmlScene& scene, const std::string& caption);
 
-  /// Adds a file, by the extension of its path: "csv" as a table, whose first line names the columns; "svg", "png" and
+  /// Adds a file, by the extension of its path: "csv" as a table, whose first line names the columns, reals
+  /// with six digits; "svg", "png" and
   /// "jpg" as pictures; "stl", "obj", "ply" and "off" as scenes. Fails when it cannot be read or is of another kind.
   /// \param caption of the table, picture or scene; the name of the file when empty
   BoolResult addFile(const std::string& path, const std::string& caption = {});

@@ -1,14 +1,30 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexTriMesh3d.h>
 #include <ORMIXGeometry/Tools/Html/PageFiles.h>
 #include <ORMIXGeometry/Tools/MeshFiles/MeshFile.h>
+#include <ORMIXGeometry/Tools/Svg/SvgElement.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <sstream>
 
 namespace ormix::geom::detail {
+
+namespace {
+
+/// A real with at most six digits; other texts as they are.
+std::string shortened(const std::string& cell) {
+  omReal64 number = 0;
+  const char* const end = cell.data() + cell.size();
+  const bool isReal = cell.size() > 7 && cell.find_first_of(".eE") != std::string::npos &&
+                      std::from_chars(cell.data(), end, number).ptr == end;
+  return isReal && std::isfinite(number) ? shortNumber(number) : cell;
+}
+
+}  // namespace
 
 PageFile pageFileOf(const std::string& path) {
   PageFile file{eFK_Other, "", path.substr(path.find_last_of('/') + 1)};
@@ -73,6 +89,8 @@ HtmlTable parseTable(std::string_view text) {
   }
   endRow();
   if (table.rows.empty()) return table;
+  for (auto& each : table.rows)
+    for (std::string& cell : each) cell = shortened(cell);
   table.columns = std::move(table.rows.front());
   table.rows.erase(table.rows.begin());
   for (const auto& each : table.rows) table.columns.resize(std::max(table.columns.size(), each.size()));

@@ -26,6 +26,7 @@ BoolResult readPageFile(const std::string& path, std::string& bytes);
 
 /// A text of comma-separated values (RFC 4180): cells may stand in double quotes, which are doubled within them. The
 /// first line names the columns; where a later one has more cells, columns without a name are added.
+/// Reals that are longer are shown with six digits.
 HtmlTable parseTable(std::string_view text);
 
 /// Adds the triangles of a file of a mesh, as it has them.
