@@ -146,11 +146,13 @@ struct HomographySystem {
 
   /// Whether the matrix maps the plane or space onto less, to rounding of the coordinates that led to it.
   static bool isSingular(const Elements& h, const Frame& source, const Frame& target) {
+    // By how much its smallest singular value may exceed the rounding where a minimal sample has flat sources.
+    constexpr omReal64 s_amplification = 1024;
     TallQr<side> rows;
     for (std::size_t r = 0; r < side; ++r)
       for (std::size_t c = 0; c < side; ++c) rows.block(c)[r] = h[r * side + c];
     rows.fold(side);
-    return isSingular(rows, side, source.rounding() + target.rounding());
+    return isSingular(rows, side, s_amplification * (source.rounding() + target.rounding()));
   }
 
   /// Whether all sources have an image, and that is their target to half the digits of the targets' spread. Equations

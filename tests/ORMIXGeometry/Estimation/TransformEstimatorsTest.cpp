@@ -298,7 +298,14 @@ TYPED_TEST(TransformEstimators, OfHomographiesSayTheRankTheyFound) {
       std::swap_ranges(&flattened[i], &flattened[i] + D, &flattened[i] + D);
     Values fewest(flat.begin(), flat.begin() + 2 * D * (D + 2));
     fewest[D - 1] += 4;
-    for (const Values& values : {flat, Values(20 * D, 0.3), flattened, fewest}) {
+    std::vector<Values> all{flat, Values(20 * D, 0.3), flattened, fewest};
+    // Of three collinear sources rounding has left this matrix a smallest singular value of more than itself.
+    if (D == 2)
+      all.push_back({1000000.9671762818, 999999.94738599181, -7.3965318972332295, 0.56297073551168531,
+                     1000000.5591866198, 999999.8175849875, 8.9007748988819717, -8.7679524756240568, 1000000.6408375076,
+                     999999.84356203594, -2.297512055903641, -2.3699475186149463, 1000000.5444936324,
+                     1000000.2828342231, -7.4725627353376458, 5.0590212967423076});
+    for (const Values& values : all) {
       const std::string message = failureOf<typename TypeParam::Homography>(values);
       EXPECT_EQ(message.substr(message.size() - text.size()), text) << message;
     }
