@@ -21,7 +21,7 @@ constexpr omReal64 s_underflow = 0x1p-800;
 
 // Steps for each point and binary digit of their number after which the order by height is given up: three times what
 // points on a sphere take, which take most of those that are not made for it.
-constexpr omReal64 s_mostSteps = 8;
+constexpr omReal64 s_mostSteps = 12;
 
 // Cones with fewer facets are looked through one by one.
 constexpr std::size_t s_largeCone = 32;
@@ -306,7 +306,7 @@ void HullConstruction::assign(omUInt32 point) {
     const omReal64 height = _conePlanes[i].height(p);
     if (height < -_conePlanes[i].uncertainty) continue;
     if (height > _conePlanes[i].uncertainty || sideOfFacet(_facets[_cone[i]], _points, p) > 0) {
-      _nbSteps += i - first;
+      _nbSteps += i - first + 1;
       putAbove(_cone[i], point, height);
       return;
     }
