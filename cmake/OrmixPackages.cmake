@@ -7,7 +7,7 @@
 #   tools          ormixgeometry-tools   programs with their manual pages, where they are built
 set(ORMIX_PACKAGE_RELEASE 1 CACHE STRING "Revision of the Debian packages")
 set(ORMIX_PACKAGE_MAINTAINER "" CACHE STRING "Who makes the packages: Name <address>")
-set(ORMIX_DOCS_SITE ${PROJECT_SOURCE_DIR}/build/docs/docs/html CACHE PATH "Pages for the documentation, if they were made")
+set(ORMIX_DOCS_SITE ${PROJECT_SOURCE_DIR}/build/docs/site CACHE PATH "Site of the preset docs, packaged where it was made")
 if(NOT ORMIX_PACKAGE_MAINTAINER MATCHES "^.+ <.+@.+>$")
   message(FATAL_ERROR "ORMIX_PACKAGE_MAINTAINER must be \"Name <address>\", but is \"${ORMIX_PACKAGE_MAINTAINER}\"")
 endif()
@@ -48,9 +48,9 @@ configure_file(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_BINARY_DIR}/packages
 execute_process(COMMAND gzip -9nf ${changelog} ${PROJECT_BINARY_DIR}/packages/upstream COMMAND_ERROR_IS_FATAL ANY)
 
 # ormix_add_package(<component> <name of the package> SECTION ... SUMMARY ... DESCRIPTION ... [ARCHITECTURE ...]
-#   [DEPENDS ...] [SUGGESTS ...] [CONTROL scripts...])
+#   [DEPENDS ...] [RECOMMENDS ...] [SUGGESTS ...] [CONTROL scripts...])
 function(ormix_add_package component package)
-  cmake_parse_arguments(ARG "" "SECTION;SUMMARY;DESCRIPTION;ARCHITECTURE;DEPENDS;SUGGESTS" "CONTROL" ${ARGN})
+  cmake_parse_arguments(ARG "" "SECTION;SUMMARY;DESCRIPTION;ARCHITECTURE;DEPENDS;RECOMMENDS;SUGGESTS" "CONTROL" ${ARGN})
   string(TOUPPER ${component} COMPONENT)
   set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   install(FILES ${PROJECT_SOURCE_DIR}/cmake/packages/copyright DESTINATION ${folder} COMPONENT ${component})
@@ -66,6 +66,7 @@ function(ormix_add_package component package)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME ${package} PARENT_SCOPE)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_SECTION ${ARG_SECTION} PARENT_SCOPE)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_DEPENDS "${ARG_DEPENDS}" PARENT_SCOPE)
+  set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_RECOMMENDS "${ARG_RECOMMENDS}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_SUGGESTS "${ARG_SUGGESTS}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_ARCHITECTURE "${ARG_ARCHITECTURE}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${COMPONENT}_PACKAGE_CONTROL_EXTRA "${ARG_CONTROL}" PARENT_SCOPE)
@@ -88,7 +89,8 @@ if("Unspecified" IN_LIST components)
   message(FATAL_ERROR "An install rule names none of the components runtime, development, documentation, python, tools")
 endif()
 
-ormix_add_package(runtime ${runtime_package} SECTION libs
+# Pages that show scenes take three.js from there when they are written.
+ormix_add_package(runtime ${runtime_package} SECTION libs SUGGESTS libjs-three
   SUMMARY "planar and spatial geometry for image analysis and metrology"
   DESCRIPTION "${about}the shared libraries.")
 ormix_add_package(development libormixgeometry-dev SECTION libdevel
@@ -113,7 +115,7 @@ if("python" IN_LIST components)
   set(python_depends "python3 (>= 3.${Python3_VERSION_MINOR}), python3 (<< 3.${next_minor}), python3-numpy")
   ormix_add_package(python python3-ormixgeometry SECTION python
     DEPENDS "${with_runtime}, ${python_depends}"
-    SUGGESTS "libormixgeometry-doc, python3-pandas, python3-dask, python3-distributed, python3-ipython"
+    RECOMMENDS libjs-three SUGGESTS "libormixgeometry-doc, python3-pandas, python3-dask, python3-distributed, python3-ipython"
     CONTROL ${PROJECT_SOURCE_DIR}/cmake/packages/python/postinst ${PROJECT_SOURCE_DIR}/cmake/packages/python/prerm
     SUMMARY "planar and spatial geometry for image analysis, Python module"
     DESCRIPTION "${about}the module ormixgeometry, which gives and takes
@@ -121,7 +123,7 @@ numpy arrays.")
 endif()
 if("tools" IN_LIST components)
   ormix_add_package(tools ormixgeometry-tools SECTION science
-    DEPENDS "${with_runtime}"
+    DEPENDS "${with_runtime}" RECOMMENDS libjs-three
     SUMMARY "planar and spatial geometry on the command line"
     DESCRIPTION "${about}the program ormix, which measures, fits, inspects,
 converts, simplifies and draws what is in files.")

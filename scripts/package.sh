@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 packages=$PWD/build/packages
 jobs=${JOBS:-$(nproc)}
 
-scripts/setup.sh build package
+scripts/setup.sh build python package
 maintainer="${DEBFULLNAME:-} <${DEBEMAIL:-}>"
 if [ "$maintainer" = " <>" ]; then
   maintainer=$(git log -1 --format='%an <%ae>' 2>/dev/null) ||

@@ -23,6 +23,20 @@ docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-in
 ci_packages=(clang-format git python3 xz-utils)
 package_packages=(dpkg-dev file lintian python3 xz-utils)
 bare_packages=(debootstrap)
+# Usage: scripts/setup.sh [GROUP...]      (those in the table below; default: build test)
+# Without root and sudo it says what to install and fails.
+set -euo pipefail
+
+declare -A groups=(
+  [build]="g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev libpng-dev"
+  [test]="libgtest-dev python3 python3-cbor2 python3-numpy python3-pytest"
+  [python]="python3-dev python3-numpy pybind11-dev"
+  [demo]="gnuplot-doc assimp-testmodels"
+  [ci]="clang-format git python3 xz-utils"
+  [docs]="doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton"
+  [package]="dpkg-dev file lintian python3 xz-utils"
+  [bare]="debootstrap"
+)
 
 wanted=()
 [ $# -gt 0 ] || set -- build test
@@ -42,6 +56,9 @@ for name in "$@"; do
     *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, package, bare)" >&2; exit 2 ;;
     *) echo "setup.sh: unknown group \"$name\" (build, test, demo, page, ci)" >&2; exit 2 ;;
   esac
+  [ -n "${groups[$name]:-}" ] || { echo "setup.sh: unknown group \"$name\" (${!groups[*]})" >&2; exit 2; }
+  read -ra packages <<<"${groups[$name]}"
+  wanted+=("${packages[@]}")
 done
 
 missing=()
