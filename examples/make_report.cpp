@@ -151,13 +151,13 @@ void addModel(HtmlReport& report, const Path& repaired, HtmlTable& measures) {
 
 /// The entities of an archive, read by the names of their classes.
 HtmlTable tableOf(const Path& archive, const char* caption) {
-  HtmlTable table{caption, {"", "class", "area", "perimeter"}, {}};
+  HtmlTable table{caption, {"no.", "class", "area", "perimeter"}, {}};
   for (const SerializationObjectPtr& object : loadAll(archive.string())) {
     const auto entity = boost::dynamic_pointer_cast<BaseGeometryEntity2d>(object);
     if (!entity) continue;
     omReal64 entityArea = 0, perimeter = 0;
-    const std::string name = entity->getClassName();
-    table.rows.push_back({std::to_string(table.rows.size() + 1), name.substr(name.rfind(':') + 1),
+    const std::string name = entity->getClassName().substr(std::string("ormix::geom::").size());
+    table.rows.push_back({std::to_string(table.rows.size() + 1), name.substr(0, name.find('<')),
                           AreaMsr2d().measure(*entity, entityArea) ? text(entityArea) : "",
                           PerimeterMsr2d().measure(*entity, perimeter) ? text(perimeter) : ""});
   }

@@ -28,15 +28,19 @@ std::string measured(const Entity& entity) {
   return Measure().measure(entity, value) ? detail::shortNumber(value) : "";
 }
 
-std::string shortName(const std::string& className) { return className.substr(className.find_last_of(':') + 1); }
+/// "Circle2d" of "ormix::geom::Circle2d<ormix::omReal64>".
+std::string shortName(const std::string& className) {
+  const std::size_t end = className.find('<');
+  return className.substr(className.rfind(':', end) + 1, end - className.rfind(':', end) - 1);
+}
 
 }  // namespace
 
 struct HtmlView::Drawing {
   SvgWriter picture;
   HtmlScene scene;
-  HtmlTable planar{"", {"", "Entity", "Area", "Perimeter"}, {}};
-  HtmlTable spatial{"", {"", "Entity", "Area", "Volume"}, {}};
+  HtmlTable planar{"", {"no.", "Entity", "Area", "Perimeter"}, {}};
+  HtmlTable spatial{"", {"no.", "Entity", "Area", "Volume"}, {}};
 
   /// The number of the next entity, and its colour.
   std::size_t next() const { return planar.rows.size() + spatial.rows.size(); }
