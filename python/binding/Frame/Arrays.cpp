@@ -1,5 +1,7 @@
 #include "Arrays.h"
 
+#include "RepeatedArrays.h"
+
 #include <cmath>
 #include <limits>
 
@@ -27,16 +29,22 @@ py::array arrayOf(const py::handle& values, const char* name) {
   // A list without elements is of reals for numpy.
   if (kind != 'f' && kind != 'i' && kind != 'u' && kind != 'b')
     throw py::type_error(std::string(name) + ": an array of numbers was wanted, not of " + dtypeName(array));
+  requireEnd(array, name);
   return array;
+}
+
+// The numbers one after the other, without a copy where they are so. What numpy raises for want of memory is raised.
+template <class T>
+py::array contiguous(const py::array& array) {
+  return py::array_t<T, py::array::c_style | py::array::forcecast | py::detail::npy_api::NPY_ARRAY_ALIGNED_>(array);
 }
 
 template <class T>
 py::array_t<T, py::array::c_style> exactIntegers(const py::array& array, const char* name) {
-  const auto reals = py::array_t<omReal64, py::array::c_style | py::array::forcecast>::ensure(array);
-  if (!reals) throw py::error_already_set();
+  const py::array reals = contiguous<omReal64>(array);
   const std::vector<py::ssize_t> shape(reals.shape(), reals.shape() + reals.ndim());
   py::array_t<T, py::array::c_style> integers(shape);
-  const omReal64* const from = reals.data();
+  const auto* const from = static_cast<const omReal64*>(reals.data());
   T* const to = integers.mutable_data();
   for (py::ssize_t i = 0; i < reals.size(); ++i) {
     if (!holds<T>(from[i]))
@@ -56,9 +64,7 @@ py::array_t<T, py::array::c_style> numbersOf(const py::handle& values, const cha
   if constexpr (std::is_integral_v<T>) {
     if (!py::isinstance<py::array_t<T>>(array)) return exactIntegers<T>(array, name);
   }
-  auto numbers = py::array_t<T, py::array::c_style | py::array::forcecast>::ensure(array);
-  if (!numbers) throw py::error_already_set();
-  return py::reinterpret_steal<py::array_t<T, py::array::c_style>>(numbers.release());
+  return py::reinterpret_steal<py::array_t<T, py::array::c_style>>(contiguous<T>(array).release());
 }
 
 template <class T>

@@ -1,6 +1,7 @@
 #include "Images.h"
 
-#include <cmath>
+#include "RepeatedArrays.h"
+
 #include <string>
 
 namespace ormix::python {
@@ -22,21 +23,6 @@ py::array exactLabels(const py::array& labels, const char* name) {
     throw py::value_error(std::string(name) + ": labels from " + py::cast<std::string>(py::str(labels.attr("min")())) +
                           " to " + py::cast<std::string>(py::str(labels.attr("max")())) + " do not fit into 32 bits");
   return arrayOf(labels.attr("astype")(isUnsigned ? py::dtype::of<omUInt32>() : py::dtype::of<omInt32>(), "C"));
-}
-
-// An array that repeats its elements by its strides, as np.broadcast_to makes it, may be larger than any memory.
-void requireEnd(const py::array& array, const char* name) {
-  constexpr omReal64 mostRepeated = 0x1p28;
-  auto nbElements = omReal64{1};
-  auto nbBytes = static_cast<omReal64>(array.itemsize());
-  for (int axis = 0; axis < array.ndim(); ++axis) {
-    nbElements *= static_cast<omReal64>(array.shape(axis));
-    nbBytes += static_cast<omReal64>(array.shape(axis) - 1) * std::abs(static_cast<omReal64>(array.strides(axis)));
-  }
-  if (nbElements > mostRepeated && nbElements * static_cast<omReal64>(array.itemsize()) > nbBytes)
-    throw py::value_error(std::string(name) + ": an array of shape " +
-                          py::cast<std::string>(py::repr(array.attr("shape"))) +
-                          " is too large where its strides repeat elements");
 }
 
 // An aligned array of one of the types of the views. What is bool becomes omUInt8 of the same bytes.
