@@ -2,10 +2,6 @@
 
 #include "Errors.h"
 
-#include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexAdjTriMesh3d.h>
-#include <ORMIXGeometry/Entity/3d/Mesh/FaceVertexTriMesh3d.h>
-#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
-
 #include <string>
 
 namespace ormix::python {
@@ -26,76 +22,80 @@ py::array verticesOf(const py::handle& values) {
   return matrixOf<omReal64>(array ? array : values, 3, "vertices");
 }
 
-TriMeshArrays checkedArrays(const py::handle& vertices, const py::handle& triangles) {
+TriMeshArrays arraysOf(const py::handle& vertices, const py::handle& triangles) {
   return {verticesOf(vertices), matrixOf<omUInt32>(triangles, 3, "triangles")};
 }
 
 template <class T>
-geom::TriMesh3d<T> viewOfArrays(const TriMeshArrays& arrays) {
-  const geom::TriMesh3d<T> view(
-      static_cast<const T*>(arrays.vertices.data()), static_cast<std::size_t>(arrays.vertices.shape(0)),
-      static_cast<const omUInt32*>(arrays.triangles.data()), static_cast<std::size_t>(arrays.triangles.shape(0)));
-  check(geom::checkIndices(view), "TriMesh3d", "triangles");
-  return view;
+TypedMesh<T> typedMesh(const TriMeshArrays& arrays, Indices indices) {
+  TypedMesh<T> typed;
+  typed.arrays = {static_cast<const T*>(arrays.vertices.data()), static_cast<std::size_t>(arrays.vertices.shape(0)),
+                  static_cast<const omUInt32*>(arrays.triangles.data()),
+                  static_cast<std::size_t>(arrays.triangles.shape(0))};
+  if (indices == Indices::Checked) check(geom::checkIndices(typed.arrays), "TriMesh3d", "triangles");
+  return typed;
 }
 
-MeshArgument argumentOf(const TriMeshArrays& arrays) {
-  py::object owner = py::make_tuple(arrays.vertices, arrays.triangles);
-  if (hasType<omReal64>(arrays.vertices)) return {owner, viewOfArrays<omReal64>(arrays)};
-  if (hasType<omReal32>(arrays.vertices)) return {owner, viewOfArrays<omReal32>(arrays)};
-  if (hasType<omInt32>(arrays.vertices)) return {owner, viewOfArrays<omInt32>(arrays)};
-  return {owner, viewOfArrays<omUInt32>(arrays)};
+MeshArgument argumentOf(const TriMeshArrays& arrays, Indices indices) {
+  const py::object owner = py::make_tuple(arrays.vertices, arrays.triangles);
+  if (hasType<omReal64>(arrays.vertices)) return {typedMesh<omReal64>(arrays, indices), owner};
+  if (hasType<omReal32>(arrays.vertices)) return {typedMesh<omReal32>(arrays, indices), owner};
+  if (hasType<omInt32>(arrays.vertices)) return {typedMesh<omInt32>(arrays, indices), owner};
+  return {typedMesh<omUInt32>(arrays, indices), owner};
 }
 
-template <class Mesh>
-bool viewIfMesh(const py::handle& mesh, MeshArgument& argument) {
-  if (!py::isinstance<Mesh>(mesh)) return false;
-  argument = {py::reinterpret_borrow<py::object>(mesh), geom::TriMesh3dOf<Mesh>(py::cast<const Mesh&>(mesh))};
-  return true;
+// With triangles of its own.
+MeshArgument copiedArgument(const py::handle& vertices, const py::handle& triangles, Indices indices) {
+  TriMeshArrays arrays = arraysOf(vertices, triangles);
+  arrays.triangles = py::array(arrays.triangles.attr("copy")());
+  return argumentOf(arrays, indices);
 }
 
 template <class T>
-bool viewIfMeshOf(const py::handle& mesh, MeshArgument& argument) {
-  return viewIfMesh<geom::Mesh3d<T>>(mesh, argument) || viewIfMesh<geom::FaceVertexTriMesh3d<T>>(mesh, argument) ||
-         viewIfMesh<geom::FaceVertexAdjTriMesh3d<T>>(mesh, argument);
-}
-
-bool viewIfAnyMesh(const py::handle& mesh, MeshArgument& argument) {
-  return viewIfMeshOf<omReal64>(mesh, argument) || viewIfMeshOf<omReal32>(mesh, argument) ||
-         viewIfMeshOf<omInt32>(mesh, argument) || viewIfMeshOf<omUInt32>(mesh, argument);
-}
-
-bool isPair(const py::handle& mesh) {
-  return (py::isinstance<py::tuple>(mesh) || py::isinstance<py::list>(mesh)) && py::len(mesh) == 2;
+bool loadMesh(py::handle source, MeshArgument& argument) {
+  TypedMesh<T> typed;
+  if (py::isinstance<geom::Mesh3d<T>>(source))
+    typed.mesh = source.cast<const geom::Mesh3d<T>*>();
+  else if (py::isinstance<geom::FaceVertexTriMesh3d<T>>(source))
+    typed.faces = source.cast<const geom::FaceVertexTriMesh3d<T>*>();
+  else if (py::isinstance<geom::FaceVertexAdjTriMesh3d<T>>(source))
+    typed.adjacent = source.cast<const geom::FaceVertexAdjTriMesh3d<T>*>();
+  else
+    return false;
+  argument = {typed, py::reinterpret_borrow<py::object>(source)};
+  return true;
 }
 
 }  // namespace
 
 TriMeshArrays triMeshArrays(const py::handle& vertices, const py::handle& triangles) {
-  const TriMeshArrays arrays = checkedArrays(vertices, triangles);
-  argumentOf(arrays);
+  const TriMeshArrays arrays = arraysOf(vertices, triangles);
+  argumentOf(arrays, Indices::Checked);
   return arrays;
 }
 
-MeshArgument meshOf(const py::handle& mesh, const char* name) {
-  MeshArgument argument;
-  if (viewIfAnyMesh(mesh, argument)) return argument;
+bool load(py::handle source, bool convert, MeshArgument& mesh, Indices indices) {
+  if (loadMesh<omReal64>(source, mesh) || loadMesh<omReal32>(source, mesh) || loadMesh<omInt32>(source, mesh) ||
+      loadMesh<omUInt32>(source, mesh))
+    return true;
   // The shape and the type of an array may be assigned, so that they are looked at each time.
-  if (py::isinstance<TriMeshArrays>(mesh)) {
-    const auto& arrays = py::cast<const TriMeshArrays&>(mesh);
-    return argumentOf(checkedArrays(arrays.vertices, arrays.triangles));
+  if (py::isinstance<TriMeshArrays>(source)) {
+    const auto& arrays = py::cast<const TriMeshArrays&>(source);
+    mesh = copiedArgument(arrays.vertices, arrays.triangles, indices);
+    return true;
   }
-  if (isPair(mesh)) {
-    const auto pair = py::cast<py::sequence>(mesh);
-    return argumentOf(checkedArrays(py::object(pair[0]), py::object(pair[1])));
-  }
-  throw py::type_error(std::string(name) + ": a mesh or a pair (vertices, triangles) was wanted, not " +
-                       py::cast<std::string>(py::type::handle_of(mesh).attr("__name__")));
+  const bool isPair = (PyTuple_Check(source.ptr()) || PyList_Check(source.ptr())) && py::len(source) == 2;
+  if (!convert || !isPair) return false;
+  const auto pair = py::reinterpret_borrow<py::sequence>(source);
+  mesh = copiedArgument(py::object(pair[0]), py::object(pair[1]), indices);
+  return true;
 }
 
-bool isMesh(const py::handle& mesh) {
+MeshArgument meshOf(const py::handle& mesh, const char* name, Indices indices) {
   MeshArgument argument;
-  return viewIfAnyMesh(mesh, argument) || py::isinstance<TriMeshArrays>(mesh) || isPair(mesh);
+  if (load(mesh, true, argument, indices)) return argument;
+  throw py::type_error(std::string(name) + ": a mesh or a pair (vertices, triangles) was wanted, not " +
+                       py::cast<std::string>(py::type::handle_of(mesh).attr("__name__")));
 }
 
 }  // namespace ormix::python
