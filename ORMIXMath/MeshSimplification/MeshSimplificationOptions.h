@@ -1,12 +1,14 @@
 #pragma once
 
 #include <ORMIXMath/Estimation/ProgressCallback.h>
+#include <ORMIXUtil/Enumeration.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <array>
 #include <cstddef>
 #include <limits>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 /// \file
@@ -34,6 +36,24 @@ enum eCollapseRefusal {
 };
 /// The number of reasons.
 inline constexpr std::size_t s_nbCollapseRefusals = 9;
+
+/// Texts of eCollapsePlacement.
+template <>
+struct EnumerationNames<eCollapsePlacement> {
+  static constexpr std::string_view typeName = "eCollapsePlacement";  ///< Name of the type.
+  /// Names of the enumerators, in the order of their values.
+  static constexpr std::array<std::string_view, 2> names{"eCP_Best", "eCP_Ends"};
+};
+
+/// Texts of eCollapseRefusal.
+template <>
+struct EnumerationNames<eCollapseRefusal> {
+  static constexpr std::string_view typeName = "eCollapseRefusal";  ///< Name of the type.
+  /// Names of the enumerators, in the order of their values.
+  static constexpr std::array<std::string_view, s_nbCollapseRefusals> names{
+      "eCR_Topology", "eCR_Locked",   "eCR_Feature", "eCR_Valence",     "eCR_Normal",
+      "eCR_Error",    "eCR_Boundary", "eCR_Volume",  "eCR_Intersection"};
+};
 
 /// How a mesh is simplified. One of `nbTriangles` and `maxError` must be given, either ends the simplification.
 struct MeshSimplificationOptions {
