@@ -6,6 +6,7 @@
 #include "Region/Regions.h"
 #include "Tools/Tools.h"
 #include "Transform/Transforms.h"
+#include "Tools/MeshTools.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
@@ -30,4 +31,5 @@ PYBIND11_MODULE(_core, module) {
   bindEstimators(module);
   bindFits(module);
   bindRobustEstimation(module);
+  bindMeshTools(module);
 }
