@@ -152,6 +152,18 @@ def test_what_has_no_inverse():
         og.ScaleTransform2d(1e200) @ og.ScaleTransform2d(1e200)
 
 
+def test_kinds_are_converted():
+    for transform in ALL:
+        kind = f"eGT{dimension(transform)}DT_" + type(transform).__name__[:-11]
+        assert og.convert(kind, transform.params) == transform
+        for wrong in (transform.params[1:], [np.nan] * len(transform.params)):
+            with pytest.raises((og.Error, ValueError)):
+                og.convert(kind, wrong)
+    for kind, count in (("eGT2DT_Affine", 6), ("eGT3DT_Affine", 12)):
+        with pytest.raises(og.Error, match="not yet supported"):
+            og.convert(kind, np.ones(count))
+
+
 def test_shared_borders_stay_shared():
     x = np.linspace(0, 10, 101)
     border = np.c_[x, np.sin(5 * x) * 0.3]

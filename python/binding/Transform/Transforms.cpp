@@ -96,6 +96,7 @@ void bindTransforms(py::module_& module) {
   bindLinearTransforms3d(module);
   bindDerivedTransforms(module);
   bindSimplification(module);
+  bindConvert(module);
 }
 
 }  // namespace ormix::python

@@ -11,6 +11,7 @@ void bindLinearTransforms2d(py::module_& module);
 void bindLinearTransforms3d(py::module_& module);
 void bindDerivedTransforms(py::module_& module);
 void bindSimplification(py::module_& module);
+void bindConvert(py::module_& module);
 void bindTransforms(py::module_& module);
 /// @}
 
