@@ -1,6 +1,7 @@
 #include "Measures.h"
 
 #include "../Frame/Enumerations.h"
+#include "../Frame/Object.h"
 #include "MeasureEntities.h"
 
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
@@ -16,9 +17,6 @@ namespace ormix::python {
 namespace {
 
 using geom::eHoleMsrPolicy;
-
-template <class Class, class Base>
-using ClassOf = py::class_<Class, Base, boost::shared_ptr<Class>>;
 
 /// The measure alone, for entities of its own space.
 /// @{

@@ -1,6 +1,6 @@
 #include "../Frame/Arrays.h"
 #include "../Frame/Enumerations.h"
-#include "Images.h"
+#include "ApplyTransform.h"
 #include "Transforms.h"
 
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "../Frame/Arrays.h"
-#include "Images.h"
+#include "ApplyTransform.h"
 #include "LinearParts.h"
 
 #include <ORMIXGeometry/Transform/MapRequirement.h>

@@ -1,5 +1,5 @@
 #include "../Frame/Enumerations.h"
-#include "Images.h"
+#include "ApplyTransform.h"
 #include "Transforms.h"
 
 #include <ORMIXGeometry/Transform/2d/SimplifyTransform2d.h>

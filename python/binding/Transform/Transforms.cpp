@@ -1,7 +1,7 @@
 #include "Transforms.h"
 
 #include "../Frame/Views.h"
-#include "Images.h"
+#include "ApplyTransform.h"
 
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>

@@ -3,6 +3,7 @@
 #include "../Frame/Calls.h"
 #include "../Frame/EntityArgument.h"
 #include "../Frame/Errors.h"
+#include "../Frame/Object.h"
 
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/Transform/2d/GeometryTransform2d.h>
@@ -16,9 +17,6 @@
 /// Images of entities under any transform. `Space` is PlanarTransforms or SpatialTransforms.
 
 namespace ormix::python {
-
-template <class Class, class Base>
-using ClassOf = py::class_<Class, Base, boost::shared_ptr<Class>>;
 
 template <class Space>
 constexpr bool s_isPlanar = std::is_same_v<Space, geom::PlanarTransforms>;
