@@ -1,6 +1,7 @@
 #include "Entity/Entities.h"
 #include "Estimation/Estimators.h"
 #include "Frame/Errors.h"
+#include "Frame/Instances.h"
 #include "Frame/Object.h"
 #include "Measure/Measures.h"
 #include "Region/Regions.h"
@@ -32,4 +33,5 @@ PYBIND11_MODULE(_core, module) {
   bindFits(module);
   bindRobustEstimation(module);
   bindMeshTools(module);
+  requireConstruction(module);
 }

@@ -61,3 +61,19 @@ def test_enumerators_are_those_of_the_library():
     for value in (2, -1, "eP2DT_None"):
         with pytest.raises((ValueError, TypeError)):
             og.ePolygon2dType(value)
+
+
+def test_what_was_never_made_is_refused():
+    classes = [cls for cls in vars(og._core).values() if isinstance(cls, type) and issubclass(cls, og.Object)]
+    for cls in classes:
+        empty = cls.__new__(cls)
+        for use in (og.area, lambda o: o.copy(), lambda o: o.class_name, lambda o: o == o, lambda o: og.save_all("x", [o])):
+            with pytest.raises((TypeError, RuntimeError)):
+                use(empty)
+
+    class Early(og.Circle2d["float64"]):
+        def __init__(self):
+            self.area
+
+    with pytest.raises(TypeError, match="__init__"):
+        Early()
