@@ -25,6 +25,7 @@ function(ormix_add_library name)
     target_link_options(${target} INTERFACE
       "LINKER:--push-state,--no-as-needed,$<TARGET_FILE:ORMIX::${name}>,--pop-state")
   endif()
+  ormix_precompile(${target})
   # Nothing may stay undefined; clang's sanitizers leave their own calls to the executable.
   if(NOT (ORMIX_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang"))
     target_link_options(${target} PRIVATE -Wl,-z,defs)
