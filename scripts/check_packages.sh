@@ -47,7 +47,12 @@ files() {
   (cd "$root" && find . -xdev \( -path ./proc -o -path ./check -o -path ./var/cache -o -path ./var/lib/apt -o -path ./var/log \
     -o -path ./tmp \) -prune -o ! -path ./log ! -path './var/lib/dpkg/*-old' -print) | LC_ALL=C sort
 }
-seconds() { local begin=$EPOCHREALTIME; "$@"; awk "BEGIN {printf \"%.1f s\", $EPOCHREALTIME - $begin}"; }
+# measured WHAT COMMAND...: how long the command takes, and how much of that the processors work on it.
+measured() {
+  local TIMEFORMAT="$1: %1R s (processors %1U + %1S s)"
+  shift
+  time "$@"
+}
 has() { compgen -G "$packages/$1_*.deb" >/dev/null; }
 
 apt update
@@ -64,22 +69,22 @@ apt install -y --download-only "${all[@]}"
 if [ ${#newcomer[@]} -gt 1 ]; then
   first_result() {
     apt install -y "${newcomer[@]}"
-    ! has ormixgeometry-tools || inside ormix inspect /check/part.stl >"$root/check/inspected"
-    ! has python3-ormixgeometry || inside python3 /check/first.py >"$root/check/python"
+    if has ormixgeometry-tools; then inside ormix inspect /check/part.stl; fi
+    if has python3-ormixgeometry; then inside python3 /check/first.py; fi
   }
-  echo "first results by python3-ormixgeometry and ormixgeometry-tools, downloaded: $(seconds first_result)"
-  cat "$root"/check/{inspected,python} 2>/dev/null || true
+  measured "first results of the module and the tools, once downloaded" first_result
 fi
-echo "installing all packages: $(seconds apt install -y "${all[@]}")"
+measured "installing all packages" apt install -y "${all[@]}"
 
 inside cp -r /check /tmp/cmake
-echo "C++ with CMake: $(seconds inside sh -ec 'cd /tmp/cmake; cmake . >log; cmake --build . >>log || cat log; ./first >said')"
+measured "C++ with CMake" inside sh -ec 'cd /tmp/cmake; cmake . >log; cmake --build . >>log; ./first >said'
 cat "$root/tmp/cmake/said"
-echo "C++ with pkg-config: $(seconds inside sh -ec \
-  'cd /tmp; g++ -std=c++17 /check/first.cpp $(pkg-config --cflags --libs ormixgeometry) -o first; ./first >said')"
+# shellcheck disable=SC2016  # expanded inside
+measured "C++ with pkg-config" inside sh -ec \
+  'cd /tmp; g++ -std=c++17 /check/first.cpp $(pkg-config --cflags --libs ormixgeometry) -o first; ./first >said'
 cmp "$root/tmp/said" "$root/tmp/cmake/said"
 if has python3-ormixgeometry; then inside python3 /check/first.py; fi
-if has ormixgeometry-tools; then inside ormix --help | head -n 3; fi
+if has ormixgeometry-tools; then inside ormix --help | sed -n 1,3p; fi
 
 mapfile -t names < <(for file in "$packages"/*.deb; do dpkg-deb -f "$file" Package; done)
 apt purge -y "${names[@]}"
@@ -93,7 +98,8 @@ echo "removed without a trace: ${names[*]}"
 if $with_source; then
   apt install -y ninja-build libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev libpng-dev xz-utils
   cp "$packages"/ormixgeometry-*.tar.xz "$root/tmp"
-  echo "source tarball: $(seconds inside sh -ec "cd /tmp; tar -xf ormixgeometry-*.tar.xz; cd ormixgeometry-*/
-    cmake --preset demo >log; cmake --build --preset demo --parallel ${JOBS:-$(nproc)} >>log 2>&1 || tail log
-    build/demo/bin/inspect_meshes /tmp/models examples/data/part.stl >>log")"
+  measured "building the demo from the source tarball" inside sh -ec \
+    "cd /tmp; tar -xf ormixgeometry-*.tar.xz; cd ormixgeometry-*/
+     cmake --preset demo >log; cmake --build --preset demo --parallel ${JOBS:-$(nproc)} >>log 2>&1 || { tail log; exit 1; }
+     build/demo/bin/inspect_meshes /tmp/models examples/data/part.stl >>log"
 fi
