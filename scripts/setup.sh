@@ -30,8 +30,9 @@ set -euo pipefail
 declare -A groups=(
   [build]="g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev libpng-dev"
   [test]="libgtest-dev python3 python3-cbor2 python3-numpy python3-pytest"
-  [python]="python3-dev python3-numpy pybind11-dev"
-  [demo]="gnuplot-doc assimp-testmodels"
+  [python]="python3-dev python3-mypy python3-numpy pybind11-dev"
+  [demo]="gnuplot-doc assimp-testmodels libjs-three"
+  [page]="chromium libjs-three python3"  # a browser of 350 MB: tests of pages are left out without it
   [ci]="clang-format git python3 xz-utils"
   [docs]="doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton"
   [package]="dpkg-dev file lintian python3 xz-utils"
