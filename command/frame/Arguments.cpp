@@ -143,13 +143,7 @@ int Arguments::forEachInput(const std::vector<std::string>& inputs,
                             const std::function<void(const std::string&)>& use) const {
   for (const std::string& input : inputs) try {
       use(input);
-    } catch (const UsageError&) {
-      throw;
-    } catch (const Interrupted&) {
-      throw;
-    } catch (const OutputClosed&) {
-      throw;
-    } catch (const OutputFailed&) {
+    } catch (const ProgramEnd&) {
       throw;
     } catch (const std::exception& error) {
       complain(input, describe(error));

@@ -18,20 +18,23 @@ class DataError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// What ends the program, whichever input it is at.
+class ProgramEnd {};
+
 /// What is wrong with the command line.
-class UsageError : public std::runtime_error {
+class UsageError : public std::runtime_error, public ProgramEnd {
   using std::runtime_error::runtime_error;
 };
 
 /// The user has interrupted a long computation.
-class Interrupted : public std::exception {};
+class Interrupted : public std::exception, public ProgramEnd {};
 
 /// The standard output cannot be written.
-class OutputFailed : public std::runtime_error {
+class OutputFailed : public std::runtime_error, public ProgramEnd {
   using std::runtime_error::runtime_error;
 };
 
 /// Nobody reads the output any more.
-class OutputClosed : public std::exception {};
+class OutputClosed : public std::exception, public ProgramEnd {};
 
 }  // namespace ormix::command

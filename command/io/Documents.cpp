@@ -131,7 +131,7 @@ void readJson(const Arguments& arguments, InputFile& input, Document& document, 
   document.formatName = "JSON archive";
   JsonDocuments texts(input.stream());
   for (std::string text; texts.next(text);) {
-    std::istringstream stream(std::move(text));
+    std::istringstream stream(text);
     const BoolResult read = readObjects(stream, document);
     if (!read) arguments.complain(document.name, "line " + std::to_string(texts.line()) + ": " + read.getMessage());
     if (read || !document.objects.empty()) use(document);
