@@ -5,11 +5,13 @@
 #include <command/io/Masks.h>
 #include <command/io/Outputs.h>
 #include <command/io/RingText.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <map>
+#include <set>
 
 namespace ormix::command {
 
@@ -42,6 +44,10 @@ std::string outputFormatOf(const Arguments& arguments) {
 
 void writeContents(const std::string& path, const std::string& format, const Contents& contents,
                    const std::optional<std::pair<std::size_t, std::size_t>>& size) {
+  const bool isText = format.find("ascii") != format.npos ||
+                      std::set<std::string>{"json", "jsonl", "obj", "off", "rings", "points", "svg"}.count(format) > 0;
+  if (path == "-" && !isText && ::isatty(STDOUT_FILENO))
+    throw UsageError("the format " + format + " is not for terminals: name a file by --output");
   if (const auto mesh = s_meshFormats.find(format); mesh != s_meshFormats.end()) {
     geom::MeshWriteOptions options;
     options.format = mesh->second;

@@ -99,6 +99,10 @@ check 0 '^kept$' '' 'echo kept >old.stl; ormix convert contours.txt -o old.stl 2
 check 130 '' '' 'echo kept >old.ply; timeout --preserve-status -s INT 2 ormix simplify big.obj --no-crossings -n 100 -o old.ply 2>/dev/null'
 check 0 '^kept$' '' 'cat old.ply; ! ls | grep tmp-'
 
+# On a terminal, results are a table, and bytes that are no text are not printed.
+check 0 '^volume +5952' '' 'script -qec "ormix measure part.stl" /dev/null'
+check 2 'the format stl is not for terminals' '' 'script -qec "ormix convert part.stl --to stl" /dev/null'
+
 # Pages and pictures.
 check 0 '<title>[^<]*part.stl' '' 'ormix view part.stl -o -'
 check 0 '<svg .*width="800"' '' 'ormix view contours.txt --to svg -o -'
