@@ -115,7 +115,7 @@ Command simplifyCommand() {
       {"triangles", 'n', eOptionKind::Count, "N", "of a mesh, end when there are at most N triangles"},
       {"ratio", 0, eOptionKind::Length, "R", "the same as a part of the triangles, 0 to 1"},
       {"error", 'e', eOptionKind::Length, "E",
-       "end before a vertex moves by more than E from the planes of its triangles"},
+       "of a mesh, greatest error of a collapse, in the unit of the coordinates"},
       {"feature-angle", 0, eOptionKind::Length, "DEGREES", "keep edges that are sharper than this"},
       {"boundary", 0, eOptionKind::Length, "T", "how far boundaries may move; any way when not given"},
       {"keep-volume", 0, eOptionKind::Flag, "", "keep the volume"},

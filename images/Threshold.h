@@ -5,7 +5,7 @@
 namespace ormix::images {
 
 /// The gray value that parts the image into two classes with the least variance within them, the brighter ones above it
-/// (Otsu 1979). Linear in the pixels.
+/// (Otsu1979). Linear in the pixels.
 int otsuThreshold(const GrayImage& image);
 
 /// Ones where a pixel is brighter than the threshold, else zeros.

@@ -19,7 +19,7 @@ namespace {
 
 using namespace geom;
 
-/// Colours that are told apart on white and on photographs (Okabe and Ito 2008).
+/// Colours that are told apart on white and on photographs (Okabe2008).
 constexpr std::array<const char*, 7> s_colours{"#0072b2", "#d55e00", "#009e73", "#cc79a7",
                                                "#e69f00", "#56b4e9", "#000000"};
 
