@@ -85,7 +85,9 @@
         opacity: { value: opacity }, dot: { value: 1 },
         scale: { value: scale }, stops: { value: scale ? scale.image.width : 1 },
       },
-      extensions: { derivatives: true }, side: THREE.DoubleSide,
+      extensions: { derivatives: true },
+      // Of a round body that lets light through only the near side is seen.
+      side: "SMOOTH" in defines && opacity < 1 ? THREE.FrontSide : THREE.DoubleSide,
       transparent: opacity < 1, depthWrite: opacity === 1,
       // Faces step back behind the lines upon them.
       polygonOffset: "LIT" in defines, polygonOffsetFactor: 1, polygonOffsetUnits: 1,
