@@ -1,28 +1,5 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages the project needs; does nothing when all are there.
-# Usage: scripts/setup.sh [build] [test] [python] [demo] [ci]      (default: build test)
-# Usage: scripts/setup.sh [build] [test] [demo] [ci] [docs]      (default: build test)
-# Usage: scripts/setup.sh [build] [test] [demo] [ci] [package] [bare]     (default: build test)
-# Usage: scripts/setup.sh [build] [test] [demo] [page] [ci]      (default: build test)
-# Without root and sudo it says what to install and fails.
-set -euo pipefail
-
-build_packages=(g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev
-                libpng-dev)
-test_packages=(libgtest-dev python3-pytest)
-python_packages=(python3-dev python3-numpy pybind11-dev)
-test_packages=(libgtest-dev python3 python3-cbor2 python3-numpy)
-python_packages=(python3-dev python3-mypy python3-numpy pybind11-dev)
-demo_packages=(gnuplot-doc assimp-testmodels)
-test_packages=(libgtest-dev)
-demo_packages=(gnuplot-doc assimp-testmodels libjs-three)
-# A browser of 350 MB, for the tests of pages, which are left out without it.
-page_packages=(chromium libjs-three python3)
-ci_packages=(clang-format git)
-docs_packages=(doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton)
-ci_packages=(clang-format git python3 xz-utils)
-package_packages=(dpkg-dev file lintian python3 xz-utils)
-bare_packages=(debootstrap)
 # Usage: scripts/setup.sh [GROUP...]      (those in the table below; default: build test)
 # Without root and sudo it says what to install and fails.
 set -euo pipefail
@@ -33,6 +10,11 @@ declare -A groups=(
   [python]="python3-dev python3-mypy python3-numpy pybind11-dev"
   [demo]="gnuplot-doc assimp-testmodels libjs-three"
   [page]="chromium libjs-three python3"  # a browser of 350 MB: tests of pages are left out without it
+  [test]="libgtest-dev python3 python3-cbor2 python3-numpy python3-pil python3-pytest"
+  [python]="python3-dev python3-mypy python3-numpy pybind11-dev"
+  [demo]="gnuplot-doc assimp-testmodels libjs-three"
+  # With a browser of 350 MB, for the tests of pages, which are left out without it.
+  [page]="chromium libjs-three python3"
   [ci]="clang-format git python3 xz-utils"
   [docs]="doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton"
   [package]="dpkg-dev file lintian python3 xz-utils"
@@ -42,21 +24,6 @@ declare -A groups=(
 wanted=()
 [ $# -gt 0 ] || set -- build test
 for name in "$@"; do
-  case $name in
-    build) wanted+=("${build_packages[@]}") ;;
-    test) wanted+=("${test_packages[@]}") ;;
-    python) wanted+=("${python_packages[@]}") ;;
-    demo) wanted+=("${demo_packages[@]}") ;;
-    page) wanted+=("${page_packages[@]}") ;;
-    ci) wanted+=("${ci_packages[@]}") ;;
-    *) echo "setup.sh: unknown group \"$name\" (build, test, python, demo, ci)" >&2; exit 2 ;;
-    docs) wanted+=("${docs_packages[@]}") ;;
-    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, docs)" >&2; exit 2 ;;
-    package) wanted+=("${package_packages[@]}") ;;
-    bare) wanted+=("${bare_packages[@]}") ;;
-    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, ci, package, bare)" >&2; exit 2 ;;
-    *) echo "setup.sh: unknown group \"$name\" (build, test, demo, page, ci)" >&2; exit 2 ;;
-  esac
   [ -n "${groups[$name]:-}" ] || { echo "setup.sh: unknown group \"$name\" (${!groups[*]})" >&2; exit 2; }
   read -ra packages <<<"${groups[$name]}"
   wanted+=("${packages[@]}")
