@@ -17,6 +17,6 @@ int main() {
   if (!quickHull(cloud, hull)) return 1;
 
   SvgWriter picture(700);
-  drawMesh(picture, hull, {{1, -2, 2}, 190, 208, 222});
+  drawMesh(picture, hull, {{1, -2, 2}});
   return picture.write("hull.svg") ? 0 : 1;
 }

@@ -33,7 +33,7 @@ int main() {
     if (!MeshSimplification<double>::simplify(mesh, options, &report)) return 1;
     std::cout << mesh.getNbTriangles() << " triangles, at most " << report.fromInput.greatest << " off\n";
     if (nbTriangles > 800) continue;
-    drawMesh(picture, mesh, {{1, -2, 2}, 130, 170, 210});
+    drawMesh(picture, mesh, {{1, -2, 2}});
     TranslationTransform3d(40, 20, 0).applyInSitu(mesh);  // to the right
   }
   return picture.write("mesh_simplification.svg") ? 0 : 1;

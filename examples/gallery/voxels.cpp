@@ -22,8 +22,8 @@ int main() {
 
   SvgWriter picture(1000);
   Mesh3d<double> smooth = surfaceNets<double>(voxels, eVC_26).front()->getExteriorMesh();
-  drawMesh(picture, voxelSurfaces<double>(voxels, eVC_26).front()->getExteriorMesh(), {{3, -2, 2}, 130, 170, 210});
+  drawMesh(picture, voxelSurfaces<double>(voxels, eVC_26).front()->getExteriorMesh(), {{3, -2, 2}});
   TranslationTransform3d(7, 12, 0).applyInSitu(smooth);  // to the right, as it is looked at from (3, -2, 2)
-  drawMesh(picture, smooth, {{3, -2, 2}, 210, 175, 120});
+  drawMesh(picture, smooth, {{3, -2, 2}});
   return picture.write("voxels.svg") ? 0 : 1;
 }
