@@ -22,6 +22,7 @@ struct Stack {
   static constexpr std::size_t nbVectors = TallQr<C>::s_blockRows / nbLanes;
   omReal64* triangle;
   Lanes* block;
+  std::size_t nbUsed;  // vectors of a column that have rows; the others would add zeros
 };
 
 /// Inner products of one column of the block with itself and with the columns after it, by their column.
@@ -37,7 +38,7 @@ template <std::size_t C, std::size_t K>
                                                      Products<C>& products) {
   constexpr std::size_t n = Stack<C>::nbVectors;
   Lanes sum[C] = {};
-  for (std::size_t r = 0; r < n; ++r) {
+  for (std::size_t r = 0; r < stack.nbUsed; ++r) {
     Lanes first = stack.block[K * n + r];
     if constexpr (K > 0) {
       const Lanes reflected = stack.block[(K - 1) * n + r];
@@ -112,15 +113,17 @@ template <std::size_t NbColumns, std::size_t NbRight>
 TallQr<NbColumns, NbRight>::TallQr() = default;
 
 template <std::size_t NbColumns, std::size_t NbRight>
-void TallQr<NbColumns, NbRight>::clearRowsFrom(std::size_t row) {
-  assert(row <= s_blockRows);
-  for (std::size_t c = 0; c < NbColumns; ++c) std::fill(block(c) + row, block(c) + s_blockRows, 0.0);
+std::size_t TallQr<NbColumns, NbRight>::fillVectors(std::size_t nbRows) {
+  assert(nbRows <= s_blockRows);
+  const std::size_t nbVectors = (nbRows + nbLanes - 1) / nbLanes;
+  for (std::size_t c = 0; c < NbColumns; ++c) std::fill(block(c) + nbRows, block(c) + nbLanes * nbVectors, 0.0);
+  return nbVectors;
 }
 
 template <std::size_t NbColumns, std::size_t NbRight>
 void TallQr<NbColumns, NbRight>::foldPortable(std::size_t nbRows) {
-  clearRowsFrom(nbRows);
-  foldBlock<NbColumns, NbRight>(Stack<NbColumns>{_triangle.data(), reinterpret_cast<Lanes*>(_block.data())});
+  const std::size_t nbVectors = fillVectors(nbRows);
+  foldBlock<NbColumns, NbRight>({_triangle.data(), reinterpret_cast<Lanes*>(_block.data()), nbVectors});
 }
 
 template <std::size_t NbColumns, std::size_t NbRight>
@@ -129,8 +132,8 @@ void TallQr<NbColumns, NbRight>::fold(std::size_t nbRows) {
   // Tested on each call, which costs a load. A function resolved when the library is loaded (ifunc) would run before
   // the sanitizers are initialised and crash them.
   if (__builtin_cpu_supports("avx2")) {
-    clearRowsFrom(nbRows);
-    foldBlockAvx2<NbColumns, NbRight>(Stack<NbColumns>{_triangle.data(), reinterpret_cast<Lanes*>(_block.data())});
+    const std::size_t nbVectors = fillVectors(nbRows);
+    foldBlockAvx2<NbColumns, NbRight>({_triangle.data(), reinterpret_cast<Lanes*>(_block.data()), nbVectors});
     return;
   }
 #endif

@@ -57,7 +57,8 @@ class ORMIX_MATH_API TallQr {
   omReal64 operator()(std::size_t row, std::size_t column) const { return _triangle[row * NbColumns + column]; }
 
  private:
-  void clearRowsFrom(std::size_t row);
+  /// Fills the last vector of each column with zeros and returns the number of vectors.
+  std::size_t fillVectors(std::size_t nbRows);
 
   alignas(64) std::array<omReal64, NbColumns * s_blockRows> _block;
   std::array<omReal64, NbColumns * NbColumns> _triangle{};
