@@ -57,13 +57,28 @@ bool framedTriangle(const SampleView& samples, const Fold& fold, CloudFrame<D>& 
   return false;
 }
 
-/// The number of singular values that do not count as zero, neither relative to the largest one nor to the rounding of
-/// the coordinates, by which collinear points would appear to lie on a circle of very large radius.
+/// The part of the largest singular value of a system up to which one counts as zero, as the rounding of the sums or
+/// that of the coordinates, by which collinear points would appear to lie on a circle of very large radius.
+omReal64 negligiblePart(std::size_t nbRows, std::size_t nbColumns, omReal64 coarseness) {
+  const auto largestSide = static_cast<omReal64>(std::max(nbRows, nbColumns));
+  return std::max(largestSide * NumericLimits<omReal64>::s_eps, 4 * coarseness);
+}
+
+/// The number of singular values, in descending order, that do not count as zero.
 template <class Values>
-Eigen::Index rankOf(const Values& values, std::size_t nbRows, omReal64 coarseness) {
-  const auto largestSide = static_cast<omReal64>(std::max(nbRows, static_cast<std::size_t>(values.size())));
-  const omReal64 part = std::max(largestSide * NumericLimits<omReal64>::s_eps, 4 * coarseness);
-  return (values.array() > part * values(0)).count();
+std::size_t rankOf(const Values& values, omReal64 negligible) {
+  return static_cast<std::size_t>((values.array() > negligible * values(0)).count());
+}
+
+/// The same of a triangle. Its lengths and those of its inverse bound the singular values; where these do not settle
+/// that all count, the values themselves are computed, which takes far longer.
+template <class Triangle>
+std::size_t rankOfTriangle(const Triangle& triangle, omReal64 negligible) {
+  // Beyond what rounding changes in the bounds and in computed singular values.
+  constexpr omReal64 margin = 4;
+  const Triangle inverse = triangle.template triangularView<Eigen::Upper>().solve(Triangle::Identity());
+  if (1 > margin * negligible * triangle.norm() * inverse.norm()) return Triangle::ColsAtCompileTime;
+  return rankOf(Eigen::JacobiSVD<Triangle>(triangle).singularValues(), negligible);
 }
 
 /// The triangle of the system (coordinates, 1 | sum of their squares) of a sphere of dimension D.
@@ -119,8 +134,8 @@ bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& cente
   if (!framedTriangle(samples, sphereTriangle<D>, frame, triangle, rank)) return false;
   const Eigen::JacobiSVD<Matrix> svd(Matrix(triangle.template topLeftCorner<nbUnknowns, nbUnknowns>()),
                                      Eigen::ComputeFullU | Eigen::ComputeFullV);
-  rank = static_cast<std::size_t>(rankOf(svd.singularValues(), samples.nbSamples, frame.coarseness));
-  if (rank < static_cast<std::size_t>(nbUnknowns)) return false;
+  rank = rankOf(svd.singularValues(), negligiblePart(samples.nbSamples, D + 1, frame.coarseness));
+  if (rank < D + 1) return false;
   const Vector weights = (svd.matrixU().transpose() * triangle.template topRightCorner<nbUnknowns, 1>())
                              .cwiseQuotient(svd.singularValues());
   return placeSphere(Vector(svd.matrixV() * weights), frame, center, radius);
@@ -223,9 +238,9 @@ bool quadricInDimension(const SampleView& samples, CloudFrame<D>& frame, typenam
     return quadricTriangle<D>(all, found);
   };
   if (!framedTriangle(samples, fold, frame, triangle, rank)) return false;
-  const Eigen::JacobiSVD<typename QuadricSizes<D>::Triangle> svd(triangle);
-  rank = static_cast<std::size_t>(rankOf(svd.singularValues(), samples.nbSamples, frame.coarseness));
-  if (rank + 1 < QuadricSizes<D>::nbColumns) return false;
+  constexpr std::size_t nbColumns = QuadricSizes<D>::nbColumns;
+  rank = rankOfTriangle(triangle, negligiblePart(samples.nbSamples, nbColumns, frame.coarseness));
+  if (rank + 1 < nbColumns) return false;
   bestQuadric<D>(triangle, frame, linear, quadratic);
   return true;
 }
