@@ -4,6 +4,7 @@
 #include <command/io/Pictures.h>
 #include <command/io/Regions.h>
 #include <command/io/Rows.h>
+#include <command/io/Temporary.h>
 #include <spawn.h>
 #include <unistd.h>
 
@@ -19,7 +20,7 @@ namespace {
 
 /// A new file in the folder for temporary files, which stays.
 std::string createTemporary(const std::string& extension) {
-  std::string path = (std::filesystem::temp_directory_path() / ("ormix-XXXXXX" + extension)).string();
+  std::string path = temporaryPattern(extension);
   const int file = ::mkstemps(path.data(), static_cast<int>(extension.size()));
   if (file < 0) throw DataError("a temporary file cannot be created: " + std::string(std::strerror(errno)));
   ::close(file);

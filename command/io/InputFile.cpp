@@ -1,5 +1,6 @@
 #include <command/frame/Errors.h>
 #include <command/io/InputFile.h>
+#include <command/io/Temporary.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,7 +8,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <streambuf>
 #include <vector>
 
@@ -19,7 +19,7 @@ namespace {
 
 /// A new file that has no name any more.
 int createNameless() {
-  std::string path = (std::filesystem::temp_directory_path() / "ormix-XXXXXX").string();
+  std::string path = temporaryPattern();
   const int file = ::mkstemp(path.data());
   if (file >= 0) ::unlink(path.c_str());
   return file;

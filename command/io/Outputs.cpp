@@ -2,6 +2,7 @@
 #include <command/frame/Errors.h>
 #include <command/io/Outputs.h>
 #include <command/io/Rows.h>
+#include <command/io/Temporary.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -17,7 +18,7 @@ namespace {
 /// A folder that is removed with what is in it.
 class TemporaryFolder {
  public:
-  TemporaryFolder() : _path((std::filesystem::temp_directory_path() / "ormix-XXXXXX").string()) {
+  TemporaryFolder() : _path(temporaryPattern()) {
     if (!::mkdtemp(_path.data())) throw DataError("a temporary folder cannot be created");
   }
   ~TemporaryFolder() {
