@@ -38,19 +38,20 @@ int run(const Arguments& arguments) {
   }
   Contents contents;
   bool isEmpty = true;
+  const bool isStream = format == "jsonl" && output == "-";
+  const auto write = [&] {
+    if (arguments.has("polygons")) replaceShapes(contents.entities);
+    writeContents(output, format, contents, size);
+    contents = {};
+  };
   const int status = arguments.forEachInput(arguments.inputs(), [&](const std::string& name) {
     readDocuments(arguments, name, [&](const Document& document) {
       addTo(contents, arguments, document);
-      if (arguments.has("polygons")) replaceShapes(contents.entities);
       isEmpty = false;
-      if (format != "jsonl" || output != "-") return;
-      // A stream of archives is written as it is read.
-      writeContents(output, format, contents);
-      contents = {};
+      if (isStream) write();  // an archive as soon as it is read
     });
   });
-  const bool isWritten = format == "jsonl" && output == "-";
-  if (!isEmpty && !isWritten) writeContents(output, format, contents, size);
+  if (!isEmpty && !isStream) write();
   return status;
 }
 

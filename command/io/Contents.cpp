@@ -17,7 +17,6 @@ using namespace geom;
 /// Appends vertices and triangles, without joining them.
 void append(FaceVertexTriMesh3d<omReal64>& all, const FaceVertexTriMesh3d<omReal64>& mesh) {
   const std::size_t first = all.getNbVertices();
-  all.reserve(first + mesh.getNbVertices(), all.getNbTriangles() + mesh.getNbTriangles());
   for (const auto& vertex : mesh.getVertexColl()) all.addVertex(vertex);
   for (const auto& triangle : mesh.getTriangleColl())
     require(all.addTriangle(first + triangle[0], first + triangle[1], first + triangle[2]));
