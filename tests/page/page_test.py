@@ -51,7 +51,7 @@ DIFFERENCE = """(async () => {
 
 BOX = """(() => { const box = document.querySelectorAll(".viewer canvas")[0].getBoundingClientRect();
   return [box.x + scrollX, box.y + scrollY, box.width, box.height]; })()"""
-COLUMN = '[...document.querySelectorAll("tbody tr")].map((row) => row.cells[1].textContent)'
+COLUMN = '[...document.querySelectorAll("tbody tr")].map((row) => row.cells[1]?.textContent ?? "")'
 
 
 def check(what, holds):

@@ -58,17 +58,13 @@ bool isNumber(const std::string& cell) {
 
 /// For each column whether all its cells are numbers or empty, and not all empty.
 std::vector<bool> numericColumns(const HtmlTable& table) {
-  std::vector<bool> result(table.columns.size());
-  for (std::size_t column = 0; column < result.size(); ++column) {
-    bool isAnyNumber = false;
-    const bool isNone = std::any_of(table.rows.begin(), table.rows.end(), [&](const auto& row) {
-      if (column >= row.size() || row[column].empty()) return false;
-      isAnyNumber = true;
-      return !isNumber(row[column]);
-    });
-    result[column] = isAnyNumber && !isNone;
-  }
-  return result;
+  std::vector<bool> hasNumbers(table.columns.size()), hasTexts(table.columns.size());
+  for (const auto& row : table.rows)
+    for (std::size_t column = 0; column < row.size(); ++column)
+      if (!row[column].empty()) (isNumber(row[column]) ? hasNumbers : hasTexts)[column] = true;
+  for (std::size_t column = 0; column < hasTexts.size(); ++column)
+    hasNumbers[column] = hasNumbers[column] && !hasTexts[column];
+  return hasNumbers;
 }
 
 std::string withUnit(const std::string& text, const std::string& unit) {
@@ -167,8 +163,8 @@ BoolResult HtmlReport::addTable(const HtmlTable& table) {
   body += "</tr></thead>\n<tbody>\n";
   for (const auto& row : table.rows) {
     body += "<tr>";
-    for (std::size_t k = 0; k < table.columns.size(); ++k)
-      body += cellTag("td", k) + (k < row.size() ? htmlText(row[k]) : "") + "</td>";
+    // Cells that a row does not have stay away: a page is as long as its table, however long one row is.
+    for (std::size_t k = 0; k < row.size(); ++k) body += cellTag("td", k) + htmlText(row[k]) + "</td>";
     body += "</tr>\n";
   }
   body += "</tbody></table></div>\n";

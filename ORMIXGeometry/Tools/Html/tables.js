@@ -10,7 +10,7 @@ for (const table of document.querySelectorAll("table")) {
     const isDown = heading.getAttribute("aria-sort") === "ascending";
     const sign = isDown ? -1 : 1;
     const keyed = [...body.rows].map((row) => {
-      const text = row.cells[column].textContent;
+      const text = row.cells[column]?.textContent ?? "";
       return { row, isEmpty: text === "", key: isNumeric ? Number(text) : text };
     });
     keyed.sort((a, b) => {
