@@ -206,8 +206,9 @@ BoolResult HtmlReport::addFile(const std::string& path, const std::string& capti
   const std::string text = caption.empty() ? file.name : caption;
   if (file.kind == eFK_Mesh) {
     HtmlScene scene;
-    const BoolResult drawn = drawMeshFile(scene, path);
-    return drawn ? addScene(scene, text) : drawn;
+    std::string problem;
+    const BoolResult drawn = drawMeshFile(scene, path, problem);
+    return drawn ? addScene(scene, problem.empty() ? text : text + " (in part: " + problem + ")") : drawn;
   }
   if (file.kind == eFK_Other) return failure("\"" + path + "\" is neither a table, a picture nor a mesh");
   std::string bytes;

@@ -72,6 +72,7 @@ class ORMIX_GEOMETRY_API HtmlReport {
   /// Adds a file, by the extension of its path: "csv" as a table, whose first line names the columns, reals
   /// with six digits; "svg", "png" and
   /// "jpg" as pictures; "stl", "obj", "ply" and "off" as scenes. Fails when it cannot be read or is of another kind.
+  /// Of a mesh that can be read in part, this is shown, and the caption says why.
   /// \param caption of the table, picture or scene; the name of the file when empty
   BoolResult addFile(const std::string& path, const std::string& caption = {});
 

@@ -78,10 +78,7 @@ BoolResult checkStyle(const HtmlSceneStyle& style) {
 BoolResult setValues(ScenePart& part, const std::vector<omReal64>& values, std::size_t nbVertices) {
   if (!values.empty() && values.size() != nbVertices)
     return failure(std::to_string(values.size()) + " values were given for " + std::to_string(nbVertices) + " points");
-  part.values.assign(values.size(), 0);
-  // Beyond the range of single precision, what is large is infinite.
-  std::transform(values.begin(), values.end(), part.values.begin(),
-                 [](omReal64 value) { return static_cast<omReal32>(std::clamp(value, -3e38, 3e38)); });
+  part.values = values;
   return true;
 }
 

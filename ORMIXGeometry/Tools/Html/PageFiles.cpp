@@ -97,11 +97,12 @@ HtmlTable parseTable(std::string_view text) {
   return table;
 }
 
-BoolResult drawMeshFile(HtmlScene& scene, const std::string& path) {
+BoolResult drawMeshFile(HtmlScene& scene, const std::string& path, std::string& problem) {
   MeshReport report;
   const FaceVertexTriMesh3d<omReal64> mesh = readFaceVertexTriMesh<omReal64>(path, {}, report);
   if (mesh.getNbTriangles() == 0)
     return failure("Cannot read \"" + path + "\": " + (report.message.empty() ? "no triangles" : report.message));
+  problem = report.message;
   return scene.draw(mesh);
 }
 

@@ -30,6 +30,7 @@ BoolResult readPageFile(const std::string& path, std::string& bytes);
 HtmlTable parseTable(std::string_view text);
 
 /// Adds the triangles of a file of a mesh, as it has them.
-BoolResult drawMeshFile(HtmlScene& scene, const std::string& path);
+/// \param problem why not all of it could be read; empty when it could
+BoolResult drawMeshFile(HtmlScene& scene, const std::string& path, std::string& problem);
 
 }  // namespace ormix::geom::detail

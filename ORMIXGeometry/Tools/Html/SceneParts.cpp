@@ -21,7 +21,20 @@ void appendNumbers(std::string& json, const char* name, const Numbers& numbers) 
   json += '"';
 }
 
-void appendPart(std::string& json, const ScenePart& part, const SceneFrame& all) {
+/// Where values are on their scale, from 0 at the low end to 1 at the high one; far below 0 where there is none.
+std::vector<omReal32> levelsOf(const std::vector<omReal64>& values, const ColourScale& scale) {
+  constexpr omReal32 none = -1e6F;
+  std::vector<omReal32> levels;
+  levels.reserve(values.size());
+  for (const omReal64 value : values) {
+    const omReal64 level = (value / 2 - scale.low() / 2) / (scale.high() / 2 - scale.low() / 2);
+    levels.push_back(std::isnan(level) ? none : static_cast<omReal32>(std::clamp(level, 0.0, 1.0)));
+  }
+  return levels;
+}
+
+void appendPart(std::string& json, const ScenePart& part, const SceneFrame& all,
+                const std::optional<ColourScale>& scale) {
   static constexpr std::array<const char*, 3> kinds{"triangles", "lines", "points"};
   std::array<omReal64, 3> at{};
   for (std::size_t k = 0; k < 3; ++k) at[k] = (part.frame.center[k] / 2 - all.center[k] / 2) / (all.radius / 2);
@@ -33,7 +46,7 @@ void appendPart(std::string& json, const ScenePart& part, const SceneFrame& all)
   appendNumbers(json, "indices", part.indices);
   appendNumbers(json, "edges", part.edges);
   appendNumbers(json, "softEdges", part.softEdges);
-  appendNumbers(json, "values", part.values);
+  if (scale) appendNumbers(json, "levels", levelsOf(part.values, *scale));
   json += '}';
 }
 
@@ -98,15 +111,16 @@ std::optional<ColourScale> scaleOf(const SceneParts& scene) {
 std::string toJson(const SceneParts& scene) {
   const SceneFrame all = frameOf(scene);
   std::string json = "{\"radius\":" + exactNumber(all.radius) + ",\"unit\":" + jsonText(scene.unit);
-  if (const auto scale = scaleOf(scene)) {
-    json += ",\"low\":" + exactNumber(scale->low()) + ",\"high\":" + exactNumber(scale->high()) + ",\"stops\":[";
+  const std::optional<ColourScale> scale = scaleOf(scene);
+  if (scale) {
+    json += ",\"stops\":[";
     for (const std::string& stop : scale->stops()) json += (json.back() == '[' ? "" : ",") + jsonText(stop);
     json += "]";
   }
   json += ",\"parts\":[";
   const auto append = [&](const ScenePart& part) {
     if (json.back() != '[') json += ',';
-    appendPart(json, part, all);
+    appendPart(json, part, all, scale);
   };
   for (const ScenePart& part : scene.parts) append(part);
   for (const ScenePlane& plane : scene.planes) append(squareOf(plane, all));

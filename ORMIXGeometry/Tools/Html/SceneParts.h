@@ -30,7 +30,7 @@ struct ScenePart {
   std::vector<omUInt32> indices;    ///< valid; none for points, which are all vertices
   std::vector<omUInt32> edges;      ///< pairs of vertices, between which a line is drawn over triangles
   std::vector<omUInt32> softEdges;  ///< pairs of vertices, between which the line is faint
-  std::vector<omReal32> values;     ///< one a vertex, or none; NaN where there is none
+  std::vector<omReal64> values;     ///< one a vertex, or none; NaN where there is none
   bool isSmooth = false;            ///< triangles stand for a curved surface
   bool isOriented = false;          ///< triangles have an inside, which is darker
   HtmlSceneStyle style;

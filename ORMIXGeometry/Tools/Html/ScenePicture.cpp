@@ -38,7 +38,7 @@ std::vector<omReal64> carriedOver(const std::vector<omReal64>& values, const Poi
 BoolResult addTriangles(SpatialPicture& picture, const ScenePart& part, Points points, MeshViewOptions options) {
   // More triangles are more than a picture shows, and than browsers draw soon.
   constexpr std::size_t most = 20000;
-  options.values.assign(part.values.begin(), part.values.end());
+  options.values = part.values;
   const TriMesh3d<omReal64> whole(points.data(), points.size(), part.indices.data(), part.indices.size() / 3);
   if (whole.getNbTriangles() <= most) return picture.addMesh(whole, options, part.isOriented);
   auto mesh = toFaceVertexTriMesh3d(whole);

@@ -123,15 +123,13 @@
   }
 
   // What is drawn of a part: its elements, and its edges.
-  function objectsOf(part, data, scale) {
+  function objectsOf(part, scale) {
     const geometry = new THREE.BufferGeometry();
     geometry.setAttribute("position", new THREE.BufferAttribute(numbers(part.positions, Float32Array), 3));
     if (part.indices) geometry.setIndex(new THREE.BufferAttribute(numbers(part.indices, Uint32Array), 1));
     const defines = {};
-    if (part.values) {
-      const range = data.high - data.low;
-      const levels = numbers(part.values, Float32Array).map((v) => (Number.isNaN(v) ? -1e6 : (v - data.low) / range));
-      geometry.setAttribute("value", new THREE.BufferAttribute(levels.map((v) => (v < 0 && v > -1e6 ? 0 : v)), 1));
+    if (part.levels) {
+      geometry.setAttribute("value", new THREE.BufferAttribute(numbers(part.levels, Float32Array), 1));
       defines.VALUES = 1;
     }
     if (part.kind === "triangles") defines.LIT = 1;
@@ -142,7 +140,7 @@
       geometry.computeVertexNormals();
     }
     const Class = { triangles: THREE.Mesh, lines: THREE.LineSegments, points: THREE.Points }[part.kind];
-    const objects = [new Class(geometry, materialOf(part.colour, part.opacity, defines, part.values && scale))];
+    const objects = [new Class(geometry, materialOf(part.colour, part.opacity, defines, part.levels && scale))];
     if (part.kind === "triangles" && geometry.index.count > 600000) {
       objects[0].whole = geometry.index;
       objects[0].coarse = new THREE.BufferAttribute(coarseIndex(geometry.attributes.position.array, geometry.index.array), 1);
@@ -309,7 +307,7 @@
       const data = JSON.parse(this.source.textContent);
       const scale = data.stops && scaleTexture(data.stops);
       this.scene = new THREE.Scene();
-      for (const part of data.parts) this.scene.add(...objectsOf(part, data, scale));
+      for (const part of data.parts) this.scene.add(...objectsOf(part, scale));
       this.radius = radiusOf(this.scene.children);
       this.unitRadius = data.radius;
       this.unit = data.unit;
