@@ -28,7 +28,8 @@ def is_elsewhere(target):
 
 def check_markdown(project):
     """What is wrong with the links of the Markdown, a line each."""
-    pages = [path for folder in ("docs", "benchmarks", "python", "examples") for path in (project / folder).rglob("*.md")]
+    folders = ("docs", "benchmarks", "python", "examples")
+    pages = [path for folder in folders for path in (project / folder).rglob("*.md")]
     pages += project.glob("*.md")
     anchors = {path: markdown_pages.anchors(path.read_text(encoding="utf-8")) for path in pages}
     wrong, number_of_links = [], 0
@@ -52,7 +53,8 @@ def check_site(site):
     """What is wrong with the links of the built pages, a line each."""
     texts = {path: path.read_text(encoding="utf-8", errors="replace") for path in site.rglob("*.html")}
     files = {path.relative_to(site).as_posix() for path in site.rglob("*") if path.is_file()}
-    anchors = {path.relative_to(site).as_posix(): {html.unescape(match[1] or match[2] or "") for match in ANCHOR.finditer(text)}
+    anchors = {path.relative_to(site).as_posix():
+               {html.unescape(match[1] or match[2] or "") for match in ANCHOR.finditer(text)}
                for path, text in texts.items()}
     wrong, number_of_links = [], 0
     for path, text in texts.items():

@@ -1,4 +1,4 @@
-"""What the scripts of the pages know of Markdown: fenced blocks, links and the anchors of headings, as forges have them."""
+"""What the scripts of the pages know of Markdown, as forges read it: fenced blocks, links, anchors of headings."""
 import re
 from dataclasses import dataclass
 
@@ -46,8 +46,8 @@ def paragraphs(text):
 
 
 def map_links(text, change):
-    """The page with change(target, is_image, number of the line) in place of the target of each link, also of links around
-    images."""
+    """The page with change(target, is_image, number of the line) in place of the target of each link, also of links
+    around images."""
     lines = text.split("\n")
     for first, paragraph in paragraphs(text):
         # Code is no link; what stands for it has no brackets and as many lines.

@@ -1,12 +1,12 @@
-"""Runs the examples of the documentation: whole programs of C++ are compiled and run, other blocks of C++ compiled within
-the declarations that their page takes for granted, and blocks of Python run one after the other.
+"""Runs the examples of the documentation: whole programs of C++ are compiled and run, other blocks of C++ compiled
+within the declarations that their page takes for granted, and blocks of Python run one after the other.
 
-What a program must print stands behind it: in a block of the language `text`, also for the block of C++ before one of
-Python, or as code in a sentence that begins with "It prints". Each page is run in a folder of its own, with the files of
-examples/data and those that `FILES` adds.
+What a program must print stands behind it: in a block of the language `text`, also for the block of C++ before one
+of Python, or as code in a sentence that begins with "It prints". Each page is run in a folder of its own, with the
+files of examples/data and those that `FILES` adds.
 
-The library is that which pkg-config finds in a folder, as it is installed, and programs are built by the command that the
-pages tell: g++ -std=c++17 x.cpp $(pkg-config --cflags --libs ormixgeometry) -o x
+The library is that which pkg-config finds in a folder, as it is installed, and programs are built by the command
+that the pages tell: g++ -std=c++17 x.cpp $(pkg-config --cflags --libs ormixgeometry) -o x
 
 Usage: run_examples.py PROJECT_FOLDER WORK_FOLDER --libraries LIBRARY_FOLDER [--compiler g++]
                        [--python-package FOLDER] [--page PAGE]...
@@ -32,8 +32,9 @@ DECLARATIONS = {
     "docs/archives.md": "Polygon2d<double> ring; ormix::SerializationObjectPtrColl objects;",
 }
 # Files of a page, by name; a program that asks for an argument gets the first one.
-FILES = {"README.md": {"cube.off": "OFF\n8 6 0\n" + "".join(f"{x} {y} {z}\n" for z in (30, 32) for y in (20, 22) for x in (10, 12))
-                                   + "4 0 2 3 1\n4 4 5 7 6\n4 0 1 5 4\n4 2 6 7 3\n4 0 4 6 2\n4 1 3 7 5\n"}}
+CORNERS = "".join(f"{x} {y} {z}\n" for z in (30, 32) for y in (20, 22) for x in (10, 12))
+CUBE = f"OFF\n8 6 0\n{CORNERS}4 0 2 3 1\n4 4 5 7 6\n4 0 1 5 4\n4 2 6 7 3\n4 0 4 6 2\n4 1 3 7 5\n"
+FILES = {"README.md": {"cube.off": CUBE}}
 # A program that is run before the blocks of a page.
 BEFORE = {"docs/archives.md": """
     Polygon2d<double> ring; fromString(ring, "0 0, 10 0, 10 5"); Mesh3d<double> mesh;
@@ -48,7 +49,10 @@ class Failure(Exception):
 
 
 def run(command, folder, what):
-    done = subprocess.run(command, cwd=folder, capture_output=True, text=True, timeout=600, check=False)
+    try:
+        done = subprocess.run(command, cwd=folder, capture_output=True, text=True, timeout=600, check=False)
+    except subprocess.TimeoutExpired as error:
+        raise Failure(f"{what} did not end within ten minutes") from error
     if done.returncode != 0:
         raise Failure(f"{what} ended with {done.returncode}:\n{done.stdout[-4000:]}{done.stderr[-4000:]}")
     return done.stdout
@@ -80,7 +84,7 @@ class Page:
             (self.folder / file).write_text(content)
 
     def expected(self, index):
-        """What the block of this index must print: its whole output, or lines of it; (None, []) where nothing is said."""
+        """What the block of this index must print: its whole output, or lines of it; (None, []) where that is not said."""
         block, following = self.blocks[index], self.blocks[index + 1:]
         lines = self.text.split("\n")
         if following and block.language == "cpp" and following[0].language == "python" \
@@ -108,12 +112,14 @@ class Page:
         path = self.folder / f"{name}.cpp"
         path.write_text(f'#line {line} "{self.name}"\n{source}')
         png = ["-lpng"] if "<png.h>" in self.text else []
-        run([*self.build.command(path), *png, "-o", str(self.folder / name)], self.folder, f"{self.name}:{line}: compiling")
+        run([*self.build.command(path), *png, "-o", str(self.folder / name)], self.folder,
+            f"{self.name}:{line}: compiling")
         return str(self.folder / name)
 
     def run_cpp(self):
         if self.name in BEFORE:
-            run([self.program(f"{PROLOGUE}int main() {{ {BEFORE[self.name]} }}", "before", 1)], self.folder, "the program before")
+            before = self.program(f"{PROLOGUE}int main() {{ {BEFORE[self.name]} }}", "before", 1)
+            run([before], self.folder, f"{self.name}: the program before")
         counts, fragments = [0, 0, 0], []
         for index, block in enumerate(self.blocks):
             if block.language != "cpp":
@@ -138,7 +144,8 @@ class Page:
             path = self.folder / "fragments.cpp"
             path.write_text(source)
             quiet = ["-Wno-unused-variable", "-Wno-unused-but-set-variable"]
-            run([*self.build.command(path), *quiet, "-fsyntax-only"], self.folder, f"{self.name}: compiling its fragments")
+            run([*self.build.command(path), *quiet, "-fsyntax-only"], self.folder,
+                f"{self.name}: compiling its fragments")
             counts[1] = len(fragments)
         return counts
 
@@ -146,7 +153,8 @@ class Page:
         """The pictures that lie beside the page must be those that its programs have drawn."""
         for _, target in markdown.links(self.text):
             drawn, shown = self.folder / target, project / pathlib.Path(self.name).parent / target
-            if "/" not in target and target.endswith(".svg") and drawn.exists() and drawn.read_bytes() != shown.read_bytes():
+            is_beside = "/" not in target and target.endswith(".svg")
+            if is_beside and drawn.exists() and drawn.read_bytes() != shown.read_bytes():
                 raise Failure(f"{self.name}: {target} is not what is drawn: {drawn}")
 
     def run_python(self):
@@ -170,7 +178,6 @@ class Page:
             for (index, _), output in zip(runnable, outputs):
                 self.compare(index, output)
         return len(runnable), left_out
-
 
     def run_javascript(self):
         """Runs each block by itself, where there is Node."""
@@ -210,6 +217,7 @@ def main():
             nb_programs, nb_fragments, nb_compared = page.run_cpp()
             page.check_pictures(arguments.project, markdown_pages)
             nb_python, left_out = page.run_python()
+            page.check_pictures(arguments.project, markdown_pages)
             nb_scripts = page.run_javascript()
             print(f"{name}: {nb_programs} programs ({nb_compared} with their output), {nb_fragments} fragments, "
                   f"{nb_python} blocks of Python{left_out}, {nb_scripts} of JavaScript", flush=True)
