@@ -50,10 +50,14 @@ def map_links(text, change):
     around images."""
     lines = text.split("\n")
     for first, paragraph in paragraphs(text):
-        # Code is no link; what stands for it has no brackets and as many lines.
         codes = []
-        hidden = CODE.sub(lambda code: codes.append(code[0]) or f"\0{len(codes) - 1}" + "\n" * code[0].count("\n") + "\0",
-                          paragraph)
+
+        def hide(code):
+            """What stands for code, in which there are no links: without brackets, and as many lines."""
+            codes.append(code[0])
+            return f"\0{len(codes) - 1}" + "\n" * code[0].count("\n") + "\0"
+
+        hidden = CODE.sub(hide, paragraph)
 
         def replace(match, offset=0):
             start = offset + match.start()

@@ -13,7 +13,7 @@ import sys
 
 import markdown_pages
 
-# The pages in order, as far as they are there, by their names in the project, under the headings of the table of contents.
+# The pages in order, as far as they are there, under the headings of the table of contents.
 CONTENTS = {
     "": ["docs/README.md"],
     "Start": ["README.md", "docs/gallery/README.md"],

@@ -84,7 +84,7 @@ class Page:
             (self.folder / file).write_text(content)
 
     def expected(self, index):
-        """What the block of this index must print: its whole output, or lines of it; (None, []) where that is not said."""
+        """What the block of this index must print: all of it, or lines; (None, []) where that is not said."""
         block, following = self.blocks[index], self.blocks[index + 1:]
         lines = self.text.split("\n")
         if following and block.language == "cpp" and following[0].language == "python" \
@@ -158,7 +158,7 @@ class Page:
                 raise Failure(f"{self.name}: {target} is not what is drawn: {drawn}")
 
     def run_python(self):
-        """Runs the blocks in one process; those that need a module that is not there are left out, and all after them."""
+        """Runs the blocks in one process, up to the first one that needs a module that is not there."""
         found = [(index, block) for index, block in enumerate(self.blocks) if block.language == "python"]
         runnable, left_out = [], ""
         for index, block in found:
