@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../Frame/Calls.h"
+#include "../Frame/Indices.h"
 #include "../Frame/KeepAlive.h"
 
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
@@ -97,9 +98,7 @@ py::object removeHole(Node& node, py::ssize_t index) {
   {
     const Changing changing;
     auto& holes = holesOf(node);
-    const auto nbHoles = static_cast<py::ssize_t>(holes.size());
-    if (index < -nbHoles || index >= nbHoles) throw py::index_error("there is no such hole");
-    const auto position = holes.begin() + (index < 0 ? index + nbHoles : index);
+    const auto position = holes.begin() + static_cast<py::ssize_t>(positionOf(index, holes.size(), "hole"));
     hole = *position;
     holes.erase(position);
     if (hole) hole->setParent(nullptr);

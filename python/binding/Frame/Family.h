@@ -40,6 +40,13 @@ EntityClass<Entity> bindEntity(py::module_& module, const char* name, const py::
   return entity;
 }
 
+/// Adds a property that may be assigned.
+/// \param set a member function of the class
+template <class Class, class Get, class Set>
+void bindField(Class& entity, const char* name, Get get, Set set, const char* doc) {
+  entity.def_property(name, get, py::cpp_function(set, ChangingCall()), doc);
+}
+
 /// Makes the four classes of a class template and lists them in the table `_families`.
 /// \param make called as `make(name, coordinate)` with the name of a class and a value of its coordinate type; adds the
 /// class to the module and returns it

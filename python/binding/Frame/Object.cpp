@@ -2,11 +2,9 @@
 
 #include "Calls.h"
 #include "Errors.h"
+#include "Pictures.h"
 #include "Print.h"
 
-#include <ORMIXGeometry/Entity/2d/BaseGeometryEntity2d.h>
-#include <ORMIXGeometry/Entity/3d/BaseGeometryEntity3d.h>
-#include <ORMIXGeometry/Tools/Svg/SvgWriter.h>
 #include <ORMIXSerialization/Archive/ArchiveFormat.h>
 #include <ORMIXSerialization/Object/ObjectArchive.h>
 #include <ORMIXUtil/Object/DynamicObjectFactory.h>
@@ -59,14 +57,6 @@ bool isEqual(const Object& a, const Object& b) {
          archiveOf(a, eArchiveFormat::Cbor) == archiveOf(b, eArchiveFormat::Cbor);
 }
 
-// A picture for notebooks; none of what cannot be drawn.
-py::object picture(const geom::BaseGeometryEntity2d& entity) {
-  geom::SvgWriter writer(300);
-  std::ostringstream stream;
-  if (!writer.draw(entity, {"black", "#d0e0f0", 1, ""}) || !writer.write(stream)) return py::none();
-  return py::str(stream.str());
-}
-
 }  // namespace
 
 void bindObjects(py::module_& module) {
@@ -104,9 +94,10 @@ void bindObjects(py::module_& module) {
       module, "Entity", "A geometric entity of the plane or of space.");
   py::class_<geom::BaseGeometryEntity2d, geom::BaseGeometryEntity, boost::shared_ptr<geom::BaseGeometryEntity2d>>(
       module, "Entity2d", "An entity of the plane. Notebooks show it as a picture.")
-      .def("_repr_svg_", &picture);
+      .def("_repr_svg_", py::overload_cast<const geom::BaseGeometryEntity2d&>(&picture));
   py::class_<geom::BaseGeometryEntity3d, geom::BaseGeometryEntity, boost::shared_ptr<geom::BaseGeometryEntity3d>>(
-      module, "Entity3d", "An entity of space.");
+      module, "Entity3d", "An entity of space. Notebooks show meshes as a picture.")
+      .def("_repr_svg_", py::overload_cast<const geom::BaseGeometryEntity3d&>(&picture));
 
   module.def("from_bytes", &fromBytes, "archive"_a, "The object of an archive in memory, CBOR or JSON.");
   module.def(

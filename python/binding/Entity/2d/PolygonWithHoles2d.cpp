@@ -1,4 +1,4 @@
-#include "../../Frame/Family.h"
+#include "../AsType.h"
 #include "../Entities.h"
 #include "../HoleTrees.h"
 
@@ -85,6 +85,7 @@ void bindPolygonWithHoles2d(py::module_& module) {
             .def_property_readonly("nb_tot_points", &Node::getNbTotPoints, "The number of vertices of all of them.")
             .def_property_readonly("is_empty", &Node::isEmpty, "Whether the exterior ring has no vertices.");
         bindHoles<Node>(entity);
+        bindAsType(entity);
       });
 }
 
