@@ -41,9 +41,13 @@ Pixels complement(const PixelsArgument& pixels, const BoxArgument& box) {
   return geom::complement(pixels.get(), box.box);
 }
 
-// A neighbourhood that is higher than the set grows it to so many rows, and nothing of it is left inside the set.
+// A neighbourhood that is higher than the set grows it to so many rows, and nothing of it is left inside the set. Each
+// row that is added takes up to 112 bytes.
 void checkGrowth(const Pixels& pixels, omReal64 halfHeight) {
-  if (pixels.getNbRows() > 0) checkNbRows(real(pixels.getNbRows()) + 2 * halfHeight);
+  constexpr omReal64 mostHalfHeight = 0x1p24;
+  if (pixels.getNbRows() == 0) return;
+  if (halfHeight > mostHalfHeight) throw py::value_error("dilate: at most 16777216 rows are added on each side");
+  checkNbRows(real(pixels.getNbRows()) + 2 * halfHeight);
 }
 bool erodesAll(const Pixels& pixels, omReal64 halfHeight) { return 2 * halfHeight >= real(pixels.getNbRows()); }
 

@@ -1,20 +1,17 @@
 #include "../Frame/Calls.h"
 #include "../Frame/Errors.h"
 #include "../Frame/Progress.h"
-#include "Arguments.h"
+#include "MeasuredRegions.h"
 #include "RegionColumns.h"
 #include "Regions.h"
 
-#include <ORMIXGeometry/Entity/2d/Shape/ConnectedComponents.h>
-#include <ORMIXGeometry/Entity/2d/Shape/LabelledRows.h>
-#include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
-#include <ORMIXGeometry/Region/PerimeterEstimators.h>
 #include <ORMIXGeometry/Region/RegionTable.h>
 #include <ORMIXUtil/Exception/BaseException.h>
 
 #include <pybind11/stl.h>
 #include <pybind11/stl/filesystem.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <utility>
@@ -24,75 +21,6 @@ namespace ormix::python {
 namespace {
 
 using geom::RegionProperties;
-using Entity = geom::BaseGeometryEntity2d;
-
-// A region to be measured: pixels, or an entity.
-struct Region {
-  omInt64 label;
-  const geom::RowIntersections* pixels;
-  const Entity* entity;
-};
-
-// Regions, and what they are parts of; released with the interpreter lock.
-struct Regions {
-  std::vector<Region> regions;
-  std::vector<geom::LabelledRows> rows;  // made from an image
-  std::vector<py::object> owners;        // objects that were given
-
-  void addRows() {
-    for (const geom::LabelledRows& row : rows) regions.push_back({row.label, &row.rows, nullptr});
-  }
-  void add(omInt64 label, py::handle value) {
-    if (py::isinstance<geom::RowIntersections>(value))
-      regions.push_back({label, value.cast<const geom::RowIntersections*>(), nullptr});
-    else if (py::isinstance<Entity>(value))
-      regions.push_back({label, nullptr, value.cast<const Entity*>()});
-    else
-      throw py::type_error("regions: item " + std::to_string(regions.size()) + " is no region but " +
-                           py::cast<std::string>(py::repr(py::type::handle_of(value))));
-    owners.push_back(py::reinterpret_borrow<py::object>(value));
-  }
-};
-
-// Of a mask its components, numbered from 1, of an image of labels its labels.
-void addImage(const py::array& image, geom::ePixelConnectivity connectivity, Regions& regions) {
-  const bool isMask = image.dtype().kind() == 'b';
-  const MaskArray array = maskArrayOf(image, "regions", isMask ? Pixels::Mask : Pixels::Labels);
-  const Reading reading;
-  if (isMask) {
-    const auto pixels = std::visit([](const auto& view) { return toRowIntersections(view); }, array.view);
-    for (geom::RowIntersections& part : connectedComponents(pixels, connectivity))
-      regions.rows.push_back({static_cast<omInt64>(regions.rows.size()) + 1, std::move(part)});
-  } else {
-    regions.rows = std::visit([](const auto& view) { return labelledRows(view); }, array.view);
-  }
-}
-
-bool isRegion(py::handle value) {
-  return py::isinstance<geom::RowIntersections>(value) || py::isinstance<Entity>(value);
-}
-
-Regions regionsOf(const py::object& value, geom::ePixelConnectivity connectivity) {
-  Regions regions;
-  if (isRegion(value)) {
-    regions.add(1, value);
-  } else if (py::isinstance<py::dict>(value)) {
-    for (const auto& item : value.cast<py::dict>()) regions.add(labelOf(item.first), item.second);
-  } else if (!py::isinstance<py::array>(value) && py::isinstance<py::sequence>(value) &&
-             !py::isinstance<py::str>(value) && (py::len(value) == 0 || isRegion(value[py::int_(0)]))) {
-    omInt64 label = 0;
-    for (const py::handle item : value) regions.add(++label, item);
-  } else {
-    const py::array image = py::array::ensure(value);
-    if (!image) {
-      PyErr_Clear();
-      throw py::type_error("regions: an image or regions were wanted");
-    }
-    addImage(image, connectivity, regions);
-    regions.addRows();
-  }
-  return regions;
-}
 
 struct Measuring {
   geom::PixelSpacing spacing;
@@ -102,7 +30,7 @@ struct Measuring {
 // Measures all regions in one loop, within which Python runs. `take` is called with the index of each and what was
 // measured.
 template <class Take>
-void measure(const Regions& regions, const Measuring& measuring, const py::object& callable, Take take) {
+void measure(const MeasuredRegions& regions, const Measuring& measuring, const py::object& callable, Take take) {
   Progress progress(callable);
   const ProgressCallback goOn = progress.callback();
   const auto nbRegions = static_cast<omReal64>(regions.regions.size());
@@ -111,7 +39,7 @@ void measure(const Regions& regions, const Measuring& measuring, const py::objec
   {
     const Reading reading;
     for (std::size_t i = 0; i < regions.regions.size() && !isStopped && failed.empty(); ++i) {
-      const Region& region = regions.regions[i];
+      const MeasuredRegion& region = regions.regions[i];
       try {
         take(i, region.pixels != nullptr ? regionProperties(*region.pixels, measuring.spacing, measuring.options)
                                          : regionProperties(*region.entity, measuring.spacing, measuring.options));
@@ -196,7 +124,7 @@ py::dict regionProperties(const py::object& values, const geom::PixelSpacing& sp
                           const std::optional<std::vector<std::string>>& properties, PixelConnectivity connectivity,
                           const py::object& progress) {
   const Selection selection(properties);
-  const Regions regions = regionsOf(values, connectivity);
+  const MeasuredRegions regions = measuredRegionsOf(values, connectivity);
   const std::size_t size = regions.regions.size();
   NewColumn<omInt64> labels(size);
   std::vector<NewColumn<omInt64>> counts;
@@ -221,7 +149,7 @@ void writeRegionTable(const std::filesystem::path& path, const py::object& value
   spacing.unit = unit;
   geom::RegionOptions options;
   options.connectivity = connectivity;
-  const Regions regions = regionsOf(values, connectivity);
+  const MeasuredRegions regions = measuredRegionsOf(values, connectivity);
   std::vector<RegionProperties> measured;
   measured.reserve(regions.regions.size());
   measure(regions, {spacing, options}, progress,
@@ -233,51 +161,9 @@ void writeRegionTable(const std::filesystem::path& path, const py::object& value
   check(result, "RegionProperties", "path");
 }
 
-void bindPerimeters(py::module_& module) {
-  const PixelConnectivity eight{geom::ePC_8};
-  const geom::PixelSpacing one;
-  module
-      .def(
-          "corner_count_perimeter",
-          [](const PixelsArgument& pixels, PixelConnectivity connectivity, const geom::PixelSpacing& spacing) {
-            return geom::cornerCountPerimeter(pixels.get(), connectivity, spacing);
-          },
-          "pixels"_a, "connectivity"_a = eight, "spacing"_a = one, LongCall(),
-          "The length of the boundary of a set of pixels, holes included, by the steps and corners of the path "
-          "through\n"
-          "the centers of its boundary pixels. Good on all shapes.")
-      .def(
-          "crofton_perimeter",
-          [](const PixelsArgument& pixels, const geom::PixelSpacing& spacing) {
-            return geom::croftonPerimeter(pixels.get(), spacing);
-          },
-          "pixels"_a, "spacing"_a = one, LongCall(),
-          "The same by crossings with lines of pixels in four directions. The best on disks.")
-      .def(
-          "minimum_length_perimeter",
-          [](const PixelsArgument& pixels, PixelConnectivity connectivity, const geom::PixelSpacing& spacing) {
-            return geom::minimumLengthPerimeter(pixels.get(), connectivity, spacing);
-          },
-          "pixels"_a, "connectivity"_a = eight, "spacing"_a = one, LongCall(),
-          "The same by the shortest path between the centers of the boundary pixels and of their neighbours outside. "
-          "The\n"
-          "best on straight sides.")
-      .def(
-          "edge_perimeter",
-          [](const PixelsArgument& pixels, const geom::PixelSpacing& spacing) {
-            return geom::edgePerimeter(pixels.get(), spacing);
-          },
-          "pixels"_a, "spacing"_a = one, LongCall(),
-          "The length along the edges of the pixels, up to 4/pi times too long for shapes that are not along the "
-          "axes.\n\n"
-          ">>> edge_perimeter(np.ones((2, 3), bool))\n"
-          "10.0");
-}
-
 }  // namespace
 
 void bindRegionProperties(py::module_& module) {
-  bindPerimeters(module);
   const geom::PixelSpacing one;
   const PixelConnectivity eight{geom::ePC_8};
   module

@@ -19,6 +19,7 @@ void bindRegions(py::module_& module) {
   bindLabels(module);
   bindContours(module);
   bindConstructors(module);
+  bindPerimeters(module);
   bindRegionProperties(module);
 }
 

@@ -10,6 +10,7 @@ void bindConstructors(py::module_& module);
 void bindContours(py::module_& module);
 void bindLabels(py::module_& module);
 void bindMasks(py::module_& module);
+void bindPerimeters(py::module_& module);
 void bindPixelSets(py::module_& module);
 void bindRegionProperties(py::module_& module);
 void bindRegions(py::module_& module);
