@@ -128,6 +128,7 @@ def python_type(text, name="", is_argument=False):
     text = re.sub(r"\b(object|handle)\b", "Any", text)
     text = re.sub(r"numpy\.ndarray\[(numpy\.)?(\w+)\]", lambda m: f"npt.NDArray[np.{m[2].replace('bool', 'bool_')}]", text)
     text = re.sub(r"\bnumpy\.ndarray\b", "npt.NDArray[Any]", text)
+    text = re.sub(r"(?<!\.)\bdtype\b", "np.dtype[Any]", text)
     text = re.sub(r"List\[(\w+)\[\d+\]\]", r"List[\1]", text)
     text = re.sub(r"\bos\.PathLike\b", "Union[str, os.PathLike[str]]" if is_argument else "os.PathLike[str]", text)
     text = re.sub(r"\bPoint2dLike\b", "_Point2dLike" if is_argument else "Tuple[float, float]", text)

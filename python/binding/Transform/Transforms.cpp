@@ -32,6 +32,7 @@ template <class T>
 void requireNoViewsOf(geom::Mesh3d<T>& mesh) {
   requireNoView(mesh.getVertexColl().data(), "vertices");
   requireNoView(mesh.getVertexIndexColl().data(), "triangles");
+  requireNoView(mesh.getHalfEdgeColl().data(), "half-edges");
 }
 
 template <class List, class Entity>
