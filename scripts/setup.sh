@@ -6,11 +6,7 @@ set -euo pipefail
 
 declare -A groups=(
   [build]="g++ cmake ninja-build pkg-config libboost-dev liblog4cplus-dev libcbor-dev libsimdjson-dev libeigen3-dev libpng-dev"
-  [test]="libgtest-dev python3 python3-cbor2 python3-numpy python3-pytest"
-  [python]="python3-dev python3-mypy python3-numpy pybind11-dev"
-  [demo]="gnuplot-doc assimp-testmodels libjs-three"
-  [page]="chromium libjs-three python3"  # a browser of 350 MB: tests of pages are left out without it
-  [test]="libgtest-dev python3 python3-cbor2 python3-numpy python3-pil python3-pytest"
+  [test]="libgtest-dev python3 python3-cbor2 python3-distributed python3-numpy python3-pil python3-pytest"
   [python]="python3-dev python3-mypy python3-numpy pybind11-dev"
   [demo]="gnuplot-doc assimp-testmodels libjs-three"
   # With a browser of 350 MB, for the tests of pages, which are left out without it.
