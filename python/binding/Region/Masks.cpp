@@ -55,8 +55,8 @@ struct Canvas {
 // Small enough that differences to columns do not overflow.
 void checkOffset(const Offset& offset) {
   constexpr omInt64 most = omInt64{1} << 62;
-  if (std::abs(offset.first) > most || std::abs(offset.second) > most)
-    throw py::value_error("offset: at most 2^62 columns and rows");
+  for (const omInt64 step : {offset.first, offset.second})
+    if (step < -most || step > most) throw py::value_error("offset: at most 2^62 columns and rows");
 }
 
 py::array zeros(const Shape& shape, const py::object& dtype) {
