@@ -77,3 +77,9 @@ def test_what_was_never_made_is_refused():
 
     with pytest.raises(TypeError, match="__init__"):
         Early()
+
+
+def test_a_base_without_a_class_makes_no_object():
+    for base in (og.Object.__mro__[1], og.Object, og.Entity2d):
+        with pytest.raises(TypeError):
+            base()

@@ -57,9 +57,18 @@ bool isEqual(const Object& a, const Object& b) {
          archiveOf(a, eArchiveFormat::Cbor) == archiveOf(b, eArchiveFormat::Cbor);
 }
 
+// As the base class of pybind11 makes an object, but TypeError where there is no class to make one of: pybind11 2.10
+// ends the process then, which pickling with an old protocol leads to.
+PyObject* newObject(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+  if (!py::detail::all_type_info(type).empty()) return py::detail::pybind11_object_new(type, arguments, keywords);
+  PyErr_Format(PyExc_TypeError, "there are no objects of %.200s", type->tp_name);
+  return nullptr;
+}
+
 }  // namespace
 
 void bindObjects(py::module_& module) {
+  reinterpret_cast<PyTypeObject*>(py::detail::get_internals().instance_base)->tp_new = &newObject;
   module.attr("_families") = py::dict();
 
   py::class_<Object, ObjectPtr> object(
