@@ -115,6 +115,10 @@ def test_a_mesh_of_half_edges_refuses_what_does_not_fit():
     mesh.add_triangles(TETRAHEDRON[3:])
     assert mesh.is_closed and mesh.nb_edges == 6 and mesh.nb_components == 1 and mesh.boundary_loops() == []
     mesh.check_integrity()
+    body = og.MeshWithHoles3d(mesh.astype("float32"), dtype="float32")
+    for solid in (mesh, body, og.Shape3d(meshes=[body])):
+        assert solid._repr_svg_().count("<path") == 2  # the faces that are seen
+    assert og.Mesh3d([], [])._repr_svg_() is None
     assert mesh.build(CORNERS, np.vstack([TETRAHEDRON, TETRAHEDRON]), policy="eNMP_OwnVertices").tolist() == [4, 5, 6, 7]
 
 
