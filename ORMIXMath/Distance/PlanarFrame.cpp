@@ -9,9 +9,6 @@ namespace ormix::detail {
 
 namespace {
 
-// A squared length below this may have lost digits to underflow.
-constexpr omReal64 s_smallestSafeSquare = 0x1p-900;
-
 // Products of two coordinates in this range, and their rounding errors, are normal numbers; the scales bring all other
 // coordinates into it.
 constexpr omReal64 s_smallestSafe = 0x1p-400;
@@ -21,10 +18,6 @@ constexpr omReal64 s_scaleDown = 0x1p-600;
 
 }  // namespace
 
-omReal64 clampBetween(omReal64 value, omReal64 end0, omReal64 end1) {
-  return end0 < end1 ? std::clamp(value, end0, end1) : std::clamp(value, end1, end0);
-}
-
 omReal64 safeScale(std::initializer_list<omReal64> coordinates) {
   omReal64 largest = 0;
   for (const omReal64 coordinate : coordinates) {
@@ -33,15 +26,6 @@ omReal64 safeScale(std::initializer_list<omReal64> coordinates) {
   }
   if (largest > s_largestSafe) return s_scaleDown;
   return largest < s_smallestSafe && largest > 0 ? s_scaleUp : 1.0;
-}
-
-PlanarPoint clampToBox(const PlanarPoint& point, const PlanarSegment& segment) {
-  return {clampBetween(point.x, segment.p0.x, segment.p1.x), clampBetween(point.y, segment.p0.y, segment.p1.y)};
-}
-
-omReal64 length(const PlanarPoint& vector) {
-  const omReal64 square = vector.x * vector.x + vector.y * vector.y;
-  return square < s_smallestSafeSquare ? std::hypot(vector.x, vector.y) : std::sqrt(square);
 }
 
 omReal64 safeScale(const PlanarPoint& point, const PlanarSegment& segment) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace ormix {
 
@@ -16,14 +15,23 @@ using namespace detail;
 // sign; six roundings of 2^-53 each go into a product, and this is more than twice their sum.
 constexpr omReal64 s_crossBound = 0x1p-49;
 
+// Between these the sum of the sizes of six coordinates needs no scaling, as safeScale() decides it; one that is not
+// finite has no such sum.
+constexpr omReal64 s_smallestOrdinary = 0x1p-397;
+constexpr omReal64 s_largestOrdinary = 0x1p+500;
+
 omReal64 square(const PlanarPoint& vector) { return vector.x * vector.x + vector.y * vector.y; }
+
+omReal64 sumOfSizes(const PlanarPoint& point) { return std::abs(point.x) + std::abs(point.y); }
 
 /// The distance for coordinates that need no scaling.
 omReal64 scaledPointSegmentDistance(const PlanarPoint& point, const PlanarSegment& segment, PlanarPoint& nearest) {
   // The frame stands at the nearer end: what is rounded is then as small as the configuration allows.
-  PlanarPoint origin = segment.p0;
-  PlanarPoint other = segment.p1;
-  if (square(point - other) < square(point - origin)) std::swap(origin, other);
+  // Which one it is cannot be foreseen: looked up, not branched upon.
+  const PlanarPoint* const ends[] = {&segment.p0, &segment.p1};
+  const bool isSwapped = square(point - segment.p1) < square(point - segment.p0);
+  const PlanarPoint origin = *ends[isSwapped ? 1 : 0];
+  const PlanarPoint other = *ends[isSwapped ? 0 : 1];
   const PlanarPoint toPoint = point - origin;
   const PlanarPoint toOther = other - origin;
 
@@ -57,8 +65,10 @@ omReal64 scaledPointSegmentDistance(const PlanarPoint& point, const PlanarSegmen
 }  // namespace
 
 omReal64 pointSegmentDistance(const PlanarPoint& point, const PlanarSegment& segment, PlanarPoint& nearest) {
+  const omReal64 sizes = sumOfSizes(point) + (sumOfSizes(segment.p0) + sumOfSizes(segment.p1));
+  if (sizes >= s_smallestOrdinary && sizes <= s_largestOrdinary)
+    return scaledPointSegmentDistance(point, segment, nearest);
   const omReal64 scale = safeScale(point, segment);
-  if (scale == 1.0) return scaledPointSegmentDistance(point, segment, nearest);
   const omReal64 distance = scaledPointSegmentDistance(point * scale, segment * scale, nearest);
   nearest = nearest / scale;
   return distance / scale;
