@@ -7,8 +7,9 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
-#include <string_view>
+#include <string>
 #include <tuple>
+#include <type_traits>
 
 namespace ormix::geom {
 
@@ -21,16 +22,23 @@ bool GeometryMeasure<Self, Base>::measure(const typename Base::Entity& entity, t
 }
 
 /// Measures with a default-constructed `Measure`, whose hole policy is eHMP_ProcessHoles.
-/// \param kind,entityType the names of the measure and of the entity in the message
 /// \param function,file,line the place of the caller, for the exception
 /// \throw ORMIXGeometryException, logged first, when the entity is not supported or a part of it is null
 template <class Measure>
-typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, std::string_view kind,
-                                       std::string_view entityType, const char* function, const char* file, int line) {
+typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, const char* function, const char* file,
+                                       int line) {
+  const Measure measure;
   typename Measure::Value value{};
-  if (Measure().measure(entity, value)) return value;
-  logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_MeasureFailed, kind, entityType), function, file,
-              line);
+  if (measure.measure(entity, value)) return value;
+  std::string kind, type;
+  if constexpr (std::is_same_v<typename Measure::Entity, BaseGeometryEntity2d>) {
+    kind = toString(measure.getMeasure2dType());
+    type = toString(entity.getEntity2dType());
+  } else {
+    kind = toString(measure.getMeasure3dType());
+    type = toString(entity.getEntity3dType());
+  }
+  logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_MeasureFailed, kind, type), function, file, line);
 }
 
 namespace detail {

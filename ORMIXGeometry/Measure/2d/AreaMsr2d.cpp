@@ -55,8 +55,7 @@ omReal64 areaOf(const Polygon2d<T>& polygon) {
 }  // namespace
 
 omReal64 AreaMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<AreaMsr2d>(entity, toString(eM2DT_Area), toString(entity.getEntity2dType()),
-                                   __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<AreaMsr2d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,

@@ -10,8 +10,7 @@ ORMIX_GEOMETRY_MEASURE_LEVELS(, HuMomentsMsr2d, BaseTypedGeometryMeasure2d<geom:
 namespace ormix::geom {
 
 HuMoments2dO3 HuMomentsMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<HuMomentsMsr2d>(entity, toString(eM2DT_HuMoments), toString(entity.getEntity2dType()),
-                                        __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<HuMomentsMsr2d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,

@@ -65,8 +65,7 @@ PlanarMoments momentsOf(const PointCloud2d<T>& cloud) {
 }  // namespace
 
 Moments2dO3 MomentsMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<MomentsMsr2d>(entity, toString(eM2DT_Moments), toString(entity.getEntity2dType()),
-                                      __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<MomentsMsr2d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,

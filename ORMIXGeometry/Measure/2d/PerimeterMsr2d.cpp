@@ -63,8 +63,7 @@ omReal64 perimeterOf(const Polygon2d<T>& polygon) {
 }  // namespace
 
 omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {
-  return measureOrThrow<PerimeterMsr2d>(entity, toString(eM2DT_Perimeter), toString(entity.getEntity2dType()),
-                                        __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<PerimeterMsr2d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,

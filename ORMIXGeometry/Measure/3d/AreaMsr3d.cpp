@@ -65,8 +65,7 @@ omReal64 areaOf(const Mesh3d<T>& mesh) {
 }  // namespace
 
 omReal64 AreaMsr3d::measure(const BaseGeometryEntity3d& entity) {
-  return measureOrThrow<AreaMsr3d>(entity, toString(eM3DT_Area), toString(entity.getEntity3dType()),
-                                   __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<AreaMsr3d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,

@@ -64,8 +64,7 @@ omReal64 volumeOf(const Mesh3d<T>& mesh) {
 }  // namespace
 
 omReal64 VolumeMsr3d::measure(const BaseGeometryEntity3d& entity) {
-  return measureOrThrow<VolumeMsr3d>(entity, toString(eM3DT_Volume), toString(entity.getEntity3dType()),
-                                     __PRETTY_FUNCTION__, __FILE__, __LINE__);
+  return measureOrThrow<VolumeMsr3d>(entity, __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
 
 template <class Measured,
