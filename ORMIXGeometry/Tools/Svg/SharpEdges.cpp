@@ -31,7 +31,9 @@ Point unitNormal(const std::array<Point, 3>& corners) {
   }
   const Point normal = crossProduct(edges[0], edges[1]);
   const omReal64 length = normal.normL2();
-  return length == 0 ? normal : Point(normal.getX() / length, normal.getY() / length, normal.getZ() / length);
+  // Of corners that are not numbers, it is neither.
+  if (!(length > 0) || !std::isfinite(length)) return {};
+  return {normal.getX() / length, normal.getY() / length, normal.getZ() / length};
 }
 
 template <class T>

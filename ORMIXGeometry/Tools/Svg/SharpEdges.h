@@ -32,7 +32,8 @@ struct SharpEdges {
 template <class T>
 SharpEdges findSharpEdges(const TriMesh3d<T>& mesh, omReal64 angle);
 
-/// The unit normal of a triangle of any size; zero where it has none.
+/// The unit normal of a triangle of any size; zero where it has none, as without an area or with a corner that is not
+/// finite.
 Point3dData<omReal64> unitNormal(const std::array<Point3dData<omReal64>, 3>& corners);
 
 }  // namespace ormix::geom::detail
