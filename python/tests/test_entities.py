@@ -68,7 +68,11 @@ def test_a_tree_of_any_depth_is_walked_and_released():
     path = [node]
     while path[-1].parent is not None:
         path.append(path[-1].parent)
-    assert len(path) == path[-1].nb_tot_polygons == 100_001
+    root = path[-1]
+    assert len(path) == root.nb_tot_polygons == root.copy().nb_tot_polygons == 100_001
+    for refuse in (lambda: root == root.copy(), lambda: pickle.dumps(root), root.to_json, lambda: repr(root)):
+        with pytest.raises((og.Error, RecursionError)):
+            refuse()
 
 
 TETRAHEDRON = np.array([[0, 2, 1], [0, 1, 3], [1, 2, 3], [2, 0, 3]])

@@ -66,6 +66,7 @@ void bindErrors(py::module_& module) {
 }
 
 void raiseError(const std::string& message, const std::string& className, const std::string& key) {
+  const py::gil_scoped_acquire lock;  // a long call may fail in its midst
   setError(message, className.empty() ? classIn(message) : className, key.empty() ? keyIn(message) : key);
   throw py::error_already_set();
 }
