@@ -45,7 +45,9 @@ py::object holeObject(const py::object& parent, const NodePtr<Node>& hole) {
 template <class Node>
 py::list holeObjects(const py::object& parent) {
   py::list objects;
-  for (const NodePtr<Node>& hole : holesOf(*py::cast<NodePtr<Node>>(parent))) objects.append(holeObject(parent, hole));
+  // A copy: making objects may run finalizers, which may change the holes.
+  const std::vector<NodePtr<Node>> holes = holesOf(*py::cast<NodePtr<Node>>(parent));
+  for (const NodePtr<Node>& hole : holes) objects.append(holeObject(parent, hole));
   return objects;
 }
 

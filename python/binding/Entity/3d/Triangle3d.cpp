@@ -34,10 +34,11 @@ const py::tuple& fields() {
 template <class T>
 py::object bindLight(py::module_& module, const char* name) {
   using Triangle = geom::LightTriangle3d<T>;
-  py::class_<Triangle, boost::shared_ptr<Triangle>> entity(module, name,
-                              "Three vertices: an element of a run of many triangles.\n\n"
-                              ">>> LightTriangle3d((0, 0, 0), (1, 0, 0), (0, 1, 0)).to_triangle3d().area\n"
-                              "0.5");
+  py::class_<Triangle, boost::shared_ptr<Triangle>> entity(
+      module, name,
+      "Three vertices: an element of a run of many triangles.\n\n"
+      ">>> LightTriangle3d((0, 0, 0), (1, 0, 0), (0, 1, 0)).to_triangle3d().area\n"
+      "0.5");
   entity.attr("__match_args__") = fields();
   entity.def(py::init<>())
       .def("to_triangle3d", &Triangle::toTriangle3d, "The triangle as an entity.")
