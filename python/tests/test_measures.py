@@ -7,6 +7,7 @@ import numpy as np
 import pytest
 
 import ormixgeometry as og
+from test_classes import CLASSES, sample
 
 RANDOM = np.random.default_rng(1)
 RINGS = [RANDOM.normal(size=(n, 2)) * 10 for n in range(4, 40)]
@@ -39,6 +40,21 @@ def test_measures_are_objects(measure):
     with pytest.raises(og.Error, match=r"element 0: Measure .* \(ormix::geom::Line2d\)") as caught:
         measure().measure([og.Line2d(1, 2)])
     assert caught.value.class_name == "ormix::geom::Line2d"
+
+
+def test_all_entities_are_measured_or_refused():
+    measures = {og.area: "area", og.perimeter: "perimeter", og.volume: "volume"}
+    for entity in (e for e in (sample(name, dtype) for name, dtype in CLASSES) if isinstance(e, og.Entity)):
+        for measure in (*measures, og.moments, og.hu_moments, og.centroid, og.envelope, og.convex_hull):
+            try:
+                value = measure(entity)
+            except og.Error as error:
+                assert error.class_name == entity.class_name
+                continue
+            many = measure([entity, entity])
+            assert np.array_equal(np.asarray(many[1]), np.asarray(value)) if isinstance(many, np.ndarray) else many[1] == value
+            if measure in measures:
+                assert getattr(entity, measures[measure]) == value
 
 
 def test_moments_of_sets_add():

@@ -8,6 +8,7 @@ import numpy as np
 import pytest
 
 import ormixgeometry as og
+from test_classes import CLASSES, sample
 
 RANDOM = np.random.default_rng(2)
 LINEAR = [
@@ -83,6 +84,45 @@ def test_polygons_are_mapped_as_their_points():
             assert polygon == image and (view == image.points).all()
 
 
+def places(entity, d):
+    """All points that an entity is made of."""
+    found = []
+    fields = type(entity).__match_args__[: 1 if isinstance(entity, og.Skeleton2d) else None]  # the others are relative
+    for value in [getattr(entity, field) for field in fields]:
+        if isinstance(value, og.Entity):
+            found += places(value, d)
+        elif isinstance(value, list):
+            found += [place for item in value if isinstance(item, og.Entity) for place in places(item, d)]
+        elif np.shape(value)[-1:] == (d,) and np.asarray(value).dtype.kind == "f":
+            found += np.reshape(value, (-1, d)).tolist()
+    return found
+
+
+@pytest.mark.parametrize("transform", ALL, ids=lambda t: type(t).__name__)
+def test_all_entities_are_mapped_or_refused(transform):
+    d = dimension(transform)
+    base = og.Entity2d if d == 2 else og.Entity3d
+    samples = [sample(name, dtype) for name, dtype in CLASSES if dtype in (None, "float64")]
+    mapped_names = set()
+    for entity in (e for e in samples if isinstance(e, base)):
+        before = entity.copy()
+        try:
+            image = transform @ entity
+        except og.Error as error:
+            assert error.class_name == entity.class_name and entity == before
+            continue
+        mapped_names.add(type(entity).__name__)
+        if len(places(entity, d)):
+            np.testing.assert_allclose(places(image, d), mapped(transform.matrix, places(entity, d)), rtol=1e-5, atol=1e-5)
+        assert transform @ [entity, entity] == [image, image] and entity == before
+        if type(image) is type(entity):
+            transform.apply_in_place(entity)
+            assert entity == image or "Scale" in type(transform).__name__ and "Shape" in type(entity).__name__
+            np.testing.assert_allclose(places(transform.inverse() @ image, d), places(before, d), rtol=1e-4, atol=1e-4)
+    runs = {f"Point{d}d_float64", f"PointCloud{d}d_float64"} | ({"Polygon2d_float64"} if d == 2 else {"Mesh3d_float64"})
+    assert runs <= mapped_names and len(mapped_names) >= 6
+
+
 def test_a_failure_changes_nothing():
     homography = og.HomographyTransform2d([[1, 0, 0], [0, 1, 0], [0, 1, 0]])
     polygon = og.Polygon2d([[1, 1], [2, 1], [5, 0]])
@@ -135,7 +175,9 @@ def test_hostile_operands(transform):
             transform @ points
     matrices = [np.nan, np.zeros((d, d)), np.full((d + 1, d + 1), np.nan), "a"]
     if "Homography" not in type(transform).__name__:
-        matrices.append(np.full((d + 1, d + 1), 3))
+        far = transform.matrix
+        far[:d, d], far[0, 1] = 1e12, far[0, 1] + 0.01
+        matrices += [np.full((d + 1, d + 1), 3), far]
     for wrong in matrices:
         with pytest.raises((TypeError, ValueError)):
             type(transform).from_matrix(wrong)

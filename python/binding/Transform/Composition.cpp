@@ -74,6 +74,7 @@ py::object compose(const Base& outer, const Base& inner) {
 }  // namespace
 
 bool isPoints(const py::handle& operand) {
+  if (isEntity(operand)) return false;  // of which points are sequences of their coordinates
   if (py::isinstance<py::array>(operand)) return py::reinterpret_borrow<py::array>(operand).dtype().kind() != 'O';
   if (!py::isinstance<py::sequence>(operand) || py::len(operand) == 0) return false;
   return !isEntity(py::reinterpret_borrow<py::sequence>(operand)[0]);

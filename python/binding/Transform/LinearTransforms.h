@@ -83,15 +83,19 @@ boost::shared_ptr<Transform> fromMatrix(const py::handle& values) {
   } else {
     const Transform transform(makeFrom<Math>(partsOfMatrix(matrix, (powers & eLP_Turn) != 0)));
     const Matrix made = linearMatrixOf(transform);
-    // Matrices that were written with ten digits are taken.
+    // Matrices that were written with ten digits are taken: to 1e-9 of the largest element, the shift left out, and of
+    // 1 in the last row.
     constexpr omReal64 tolerance = 1e-9;
+    constexpr std::size_t d = s_dimensionOfMath<Math>;
     omReal64 largest = 0;
-    for (const omReal64 number : made) largest = std::max(largest, std::abs(number));
+    for (std::size_t i = 0; i < d * (d + 1); ++i)
+      if (i % (d + 1) != d) largest = std::max(largest, std::abs(made[i]));
     for (std::size_t i = 0; i < made.size(); ++i)
-      if (!(std::abs(made[i] - matrix[i]) <= tolerance * largest))
+      if (!(std::abs(made[i] - matrix[i]) <= tolerance * (i < d * (d + 1) ? largest : 1)))
         throw py::value_error("matrix: it is not that of a " +
-                              py::cast<std::string>(py::type::of<Transform>().attr("__name__")) + "; element " +
-                              std::to_string(i) + " would be " + std::to_string(made[i]));
+                              py::cast<std::string>(py::type::of<Transform>().attr("__name__")) + "; element (" +
+                              std::to_string(i / (d + 1)) + ", " + std::to_string(i % (d + 1)) + ") would be " +
+                              std::to_string(made[i]));
     return boost::make_shared<Transform>(transform);
   }
 }
