@@ -133,7 +133,7 @@ def python_type(text, name="", is_argument=False):
     text = re.sub(r"\bos\.PathLike\b", "Union[str, os.PathLike[str]]" if is_argument else "os.PathLike[str]", text)
     text = re.sub(r"\bPoint2dLike\b", "_Point2dLike" if is_argument else "Tuple[float, float]", text)
     text = re.sub(r"\bPoint3dLike\b", "_Point3dLike" if is_argument else "Tuple[float, float, float]", text)
-    text = re.sub(r"\b(PixelsLike|VoxelsLike)\b", "Any", text)
+    text = re.sub(r"\b(PixelsLike|VoxelsLike|MeshLike|BoundingBox2dLike)\b", "Any", text)
     text = re.sub(r"\b(dict|list|Iterable|Iterator|List)\b(?!\[)", lambda m: f"{m[0]}[Any, Any]" if m[0] == "dict" else f"{m[0]}[Any]", text)
     text = re.sub(r"\b(tuple)\b(?!\[)", r"\1[Any, ...]", text)
     if is_argument:

@@ -154,7 +154,13 @@ RESIZES = {
 
 
 def views_of(thing):
-    arrays = {n: getattr(thing, n) for n in dir(thing) if not n.startswith("_") and isinstance(getattr(thing, n), np.ndarray)}
+    def value(name):
+        try:
+            return getattr(thing, name)
+        except og.Error:  # as the area of what has none
+            return None
+
+    arrays = {n: value(n) for n in dir(thing) if not n.startswith("_") and isinstance(value(n), np.ndarray)}
     return {n: array for n, array in arrays.items() if np.shares_memory(array, getattr(thing, n))}
 
 

@@ -121,7 +121,7 @@ def test_a_mesh_of_half_edges_refuses_what_does_not_fit():
     mesh.check_integrity()
     body = og.MeshWithHoles3d(mesh.astype("float32"), dtype="float32")
     for solid in (mesh, body, og.Shape3d(meshes=[body])):
-        assert solid._repr_svg_().count("<path") == 2  # the faces that are seen
+        assert solid._repr_svg_().count("<path") == 7  # the faces that are seen, and their edges
     assert og.Mesh3d([], [])._repr_svg_() is None
     assert mesh.build(CORNERS, np.vstack([TETRAHEDRON, TETRAHEDRON]), policy="eNMP_OwnVertices").tolist() == [4, 5, 6, 7]
 

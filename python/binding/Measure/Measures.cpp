@@ -1,6 +1,8 @@
 #include "Measures.h"
 
+#include "../Frame/Calls.h"
 #include "../Frame/Enumerations.h"
+#include "../Frame/Meshes.h"
 #include "../Frame/Object.h"
 #include "MeasureEntities.h"
 
@@ -9,9 +11,11 @@
 #include <ORMIXGeometry/Measure/2d/MomentsMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
+#include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
 
 #include <boost/smart_ptr/make_shared_object.hpp>
+#include <optional>
 
 namespace ormix::python {
 namespace {
@@ -75,10 +79,24 @@ void bindMeasureClasses(py::module_& module) {
       "That of a mesh far from the origin loses digits: see the C++ class.");
 }
 
+// Area or volume of a mesh of triangles that is no entity; nothing for another object.
+template <class Measure>
+std::optional<omReal64> measuredMesh(const py::object& object) {
+  MeshArgument argument;
+  if (isEntity(object) || !load(object, false, argument)) return std::nullopt;
+  return argument.visit([](const auto& mesh) {
+    const Reading reading;
+    return std::is_same_v<Measure, geom::AreaMsr3d> ? geom::area(mesh.view()) : geom::volume(mesh.view());
+  });
+}
+
 /// Measures with this policy. `Spatial` is void for what the plane alone has, `Planar` for what space alone has.
 /// @{
 template <class Planar, class Spatial>
 py::object measureWith(const py::object& entities, eHoleMsrPolicy policy) {
+  if constexpr (!std::is_void_v<Spatial>) {
+    if (const auto value = measuredMesh<Spatial>(entities)) return py::float_(*value);
+  }
   if constexpr (std::is_void_v<Spatial>) {
     Planar planar;
     planar.setHoleMsrPolicy(policy);
@@ -132,6 +150,7 @@ void bindMeasures(py::module_& module) {
       "The area of one entity, or those of a sequence of entities as an array.\n\n"
       "Of the plane the area, signed for rings, less that of holes; of space that of the surface, that of holes "
       "added.\n"
+      "Meshes of triangles that are no entities, as FaceVertexTriMesh3d, are measured one by one.\n"
       "A ring is stored closed: the edge from its last vertex to its first is not added where it is missing.\n"
       "`hole_policy=\"eHMP_IgnoreHoles\"` measures the exterior only. Error, with the class, for what has none, as "
       "lines.\n\n"

@@ -15,6 +15,17 @@ namespace {
 
 using geom::HtmlReport;
 
+// One level of lists within lists, which Python bounds.
+class ListLevel {
+ public:
+  ListLevel() {
+    if (Py_EnterRecursiveCall(" of a list within itself") != 0) throw py::error_already_set();
+  }
+  ~ListLevel() { Py_LeaveRecursiveCall(); }
+  ListLevel(const ListLevel&) = delete;
+  ListLevel& operator=(const ListLevel&) = delete;
+};
+
 // Adds an entity, or each of a list or tuple of them.
 void add(geom::HtmlView& view, const py::handle& shown) {
   if (py::isinstance<geom::BaseGeometryEntity2d>(shown)) {
@@ -22,9 +33,8 @@ void add(geom::HtmlView& view, const py::handle& shown) {
   } else if (py::isinstance<geom::BaseGeometryEntity3d>(shown)) {
     view.add(py::cast<const geom::BaseGeometryEntity3d&>(shown));
   } else if (py::isinstance<py::list>(shown) || py::isinstance<py::tuple>(shown)) {
-    if (Py_EnterRecursiveCall(" of a list within itself") != 0) throw py::error_already_set();
+    const ListLevel level;
     for (const py::handle item : py::reinterpret_borrow<py::sequence>(shown)) add(view, item);
-    Py_LeaveRecursiveCall();
   } else {
     throw py::type_error("entities of the plane or of space, or lists of them, can be shown, not " +
                          py::cast<std::string>(py::repr(py::type::handle_of(shown))));

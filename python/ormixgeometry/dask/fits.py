@@ -101,7 +101,9 @@ def _solve_line(factor, mean, scale):
 
 def _solve_plan(factor, mean, scale):
     normal, rho = _flat(factor, mean, scale)
-    return og.Plan3d.from_normal(normal, rho)
+    if rho < 0:
+        normal, rho = -normal, -rho
+    return og.Plan3d(rho=rho, theta=np.arccos(np.clip(normal[2], -1, 1)), phi=np.arctan2(normal[1], normal[0]))
 
 
 def _solve_circle(factor, mean, scale):
