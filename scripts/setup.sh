@@ -11,6 +11,7 @@ declare -A groups=(
   [demo]="gnuplot-doc assimp-testmodels libjs-three"
   # With a browser of 350 MB, for the tests of pages, which are left out without it.
   [page]="chromium libjs-three python3"
+  [wheel]="python3-build python3-setuptools python3-wheel"
   [ci]="clang-format git python3 xz-utils"
   [docs]="doxygen python3-sphinx python3-myst-parser furo python3-sphinx-inline-tabs python3-sphinx-copybutton"
   [package]="dpkg-dev file lintian python3 xz-utils"
