@@ -5,9 +5,9 @@
 #include "Frame/Object.h"
 #include "Measure/Measures.h"
 #include "Region/Regions.h"
+#include "Tools/MeshTools.h"
 #include "Tools/Tools.h"
 #include "Transform/Transforms.h"
-#include "Tools/MeshTools.h"
 
 PYBIND11_MODULE(_core, module) {
   using namespace ormix::python;
