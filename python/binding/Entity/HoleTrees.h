@@ -131,7 +131,9 @@ void bindHoles(Class& entity) {
            "ValueError for one that is a hole already, or above this node.")
       .def("remove_hole", &removeHole<Node>, "index"_a = -1, "Remove a hole, by default the last one, and return it.")
       .def("clear_holes", &clearHoles<Node>, "Remove all holes.")
-      .def_property_readonly("nb_holes", &Node::getNbHoles, "The number of holes of this node.")
+      // No pointer to a member of the second base: g++ 12's sanitizer looks for the table of virtual functions there.
+      .def_property_readonly(
+          "nb_holes", [](const Node& self) { return self.getNbHoles(); }, "The number of holes of this node.")
       .def_property_readonly("parent", &parentObject<Node>, "The node that this one is a hole of; None of a root.");
 }
 
