@@ -14,7 +14,7 @@ namespace {
 
 using namespace geom;
 
-/// Puts the polygons of shapes in their places.
+/// Replaces each shape by its polygons, in the same order; other entities stay.
 void replaceShapes(SerializationObjectPtrColl& entities) {
   SerializationObjectPtrColl replaced;
   for (const auto& entity : entities) {
