@@ -18,7 +18,10 @@ function(ormix_add_library name)
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                                               $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:ormix_flags>)
-  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map -Wl,--as-needed
+    # A library calls its own functions directly. Otherwise 25,000 of them are looked up by name whenever a program starts,
+    # most of them for tables of virtual functions, which takes 40 % of the time of a program that measures one circle.
+    -Wl,-Bsymbolic-functions)
   if(ARG_REGISTERS_CLASSES)
     # Debian's linker leaves out what no symbol needs. The library is named once more, under a state of the linker that
     # ends with it, so that the other libraries of a program are linked as they were.
