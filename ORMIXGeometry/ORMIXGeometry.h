@@ -66,6 +66,7 @@
 #include <ORMIXGeometry/Estimation/3d/Sphere3dCostFunction.h>
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/FitReport.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
 #include <ORMIXGeometry/Estimation/PairEstimator.h>

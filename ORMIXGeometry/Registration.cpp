@@ -15,6 +15,7 @@
 #include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/FitReport.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/HuMoments2dO3.h>
 #include <ORMIXGeometry/Measure/2d/HuMomentsMsr2d.h>
@@ -63,7 +64,7 @@ struct Registrators<ClassList<Class...>> : DynamicRegistrator<Class>... {};
 const Registrators<JoinedLists<PlanarEntityList, SpatialEntityList>> g_entities;
 const Registrators<JoinedLists<PlanarMeasureList, PlanarMeasureResultList, SpatialMeasureList>> g_measures;
 const Registrators<JoinedLists<PlanarTransformList, SpatialTransformList>> g_transforms;
-const Registrators<EstimatorList> g_estimators;
+const Registrators<JoinedLists<EstimatorList, EstimationResultList>> g_estimators;
 const Registrators<RTreeList> g_indexes;
 
 }  // namespace

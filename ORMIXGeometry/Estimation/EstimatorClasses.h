@@ -3,8 +3,8 @@
 #include <ORMIXGeometry/Entity/ClassList.h>
 #include <ORMIXGeometry/Export.h>
 
-// Every estimator, declared once: the first declaration decides the visibility of what is instantiated for a class
-// before it is defined.
+// Every estimator and the report of fits, declared once: the first declaration decides the visibility of what is
+// instantiated for a class before it is defined.
 
 namespace ormix::geom {
 
@@ -31,11 +31,17 @@ class ORMIX_GEOMETRY_API Sphere3dEstimator;
 class ORMIX_GEOMETRY_API TranslationTransform3dEstimator;
 /// @}
 
-/// All of them. An estimator that is missing here does not compile.
+/// What a fit answers besides the entity.
+class ORMIX_GEOMETRY_API FitReport;
+
+/// All estimators. An estimator that is missing here does not compile.
 using EstimatorList = ClassList<Circle2dEstimator, Ellipse2dEstimator, HomographyTransform2dEstimator, Line2dEstimator,
                                 Line2dIntersectionEstimator, RigidTransform2dEstimator, SimilarityTransform2dEstimator,
                                 TranslationTransform2dEstimator, Ellipsoid3dEstimator, HomographyTransform3dEstimator,
                                 Plan3dEstimator, RigidTransform3dEstimator, SimilarityTransform3dEstimator,
                                 Sphere3dEstimator, TranslationTransform3dEstimator>;
+
+/// All results of estimations that are objects themselves.
+using EstimationResultList = ClassList<FitReport>;
 
 }  // namespace ormix::geom

@@ -7,6 +7,7 @@
 #include <cassert>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace ormix {
 
@@ -18,31 +19,42 @@ bool allFinite(const RealVector& values) {
   return std::all_of(values.begin(), values.end(), [](omReal64 value) { return std::isfinite(value); });
 }
 
-BoolResult checkCount(const BaseEstimator& estimator, std::size_t given, std::size_t needed) {
+/// The failure for too few samples, or samples of another dimension than the estimator's; success when there is none.
+EstimationStatus checkCount(const BaseEstimator& estimator, std::size_t given, std::size_t needed) {
   if (given >= needed) return {};
-  return failure(estimator.getClassName() + ": " + std::to_string(given) + " samples were given, at least " +
-                 std::to_string(needed) + " are needed");
+  return failedStatus(given == 0 && needed == 1 ? eEC_InvalidInput : eEC_TooFewSamples, "number of samples",
+                      static_cast<omReal64>(given), static_cast<omReal64>(needed),
+                      estimator.getClassName() + ": " + std::to_string(given) + " samples were given, at least " +
+                          std::to_string(needed) + " are needed");
 }
 
-BoolResult checkDimension(const BaseEstimator& estimator, std::size_t dimension, const std::string& whose) {
+EstimationStatus checkDimension(const BaseEstimator& estimator, std::size_t dimension, const std::string& whose) {
   if (dimension == estimator.getSampleDimension()) return {};
-  return failure(estimator.getClassName() + ": " + whose + " of dimension " + std::to_string(dimension) +
-                 " while dimension " + std::to_string(estimator.getSampleDimension()) + " is needed");
+  return failedStatus(eEC_InvalidInput, "dimension of a sample", static_cast<omReal64>(dimension),
+                      static_cast<omReal64>(estimator.getSampleDimension()),
+                      estimator.getClassName() + ": " + whose + " of dimension " + std::to_string(dimension) +
+                          " while dimension " + std::to_string(estimator.getSampleDimension()) + " is needed");
 }
 
-BoolResult checkSamples(const BaseEstimator& estimator, const SampleView& samples, std::size_t needed) {
-  const BoolResult count = checkCount(estimator, samples.nbSamples, needed);
+EstimationStatus checkSamples(const BaseEstimator& estimator, const SampleView& samples, std::size_t needed) {
+  EstimationStatus count = checkCount(estimator, samples.nbSamples, needed);
   return count ? checkDimension(estimator, samples.dimension, "the samples are") : count;
 }
 
-BoolResult checkSamples(const BaseEstimator& estimator, const DataSet& dataSet, std::size_t needed) {
-  const BoolResult count = checkCount(estimator, dataSet.size(), needed);
+EstimationStatus checkSamples(const BaseEstimator& estimator, const DataSet& dataSet, std::size_t needed) {
+  EstimationStatus count = checkCount(estimator, dataSet.size(), needed);
   if (!count) return count;
   for (std::size_t i = 0; i < dataSet.size(); ++i)
-    if (dataSet[i].size() != estimator.getSampleDimension())
-      return checkDimension(estimator, dataSet[i].size(), "sample " + std::to_string(i) + " is");
+    if (dataSet[i].size() != estimator.getSampleDimension()) {
+      EstimationStatus wrong = checkDimension(estimator, dataSet[i].size(), "sample " + std::to_string(i) + " is");
+      wrong.indices = {i};
+      return wrong;
+    }
   return {};
 }
+
+/// Success, or the failure with the message of the status.
+BoolResult resultOf(const EstimationStatus& status) { return status ? BoolResult() : failure(status.message); }
 
 BoolResult checkParams(const BaseEstimator& estimator, const RealVector& params) {
   if (params.size() != estimator.getNbParams())
@@ -52,27 +64,28 @@ BoolResult checkParams(const BaseEstimator& estimator, const RealVector& params)
   return {};
 }
 
-/// Checks the samples, calls `process` with a new vector, and moves that to `params` if it holds a valid model.
-template <class SampleSet, class Process>
-BoolResult estimate(const BaseEstimator& estimator, const SampleSet& samples, RealVector& params,
-                    const Process& process) {
-  const BoolResult checked = checkSamples(estimator, samples, estimator.getMinimalDataSize());
-  if (!checked) return checked;
-  RealVector found(estimator.getNbParams());
-  BoolResult result = process(found);
-  if (!result) return result;
-  if (found.size() != estimator.getNbParams() || !allFinite(found))
-    return failure(estimator.getClassName() +
-                   ": the samples lead to parameters that are NaN or infinite (are all values finite?)");
-  params.swap(found);
-  return result;
+/// The first samples that are NaN or infinite.
+/// @{
+std::vector<std::size_t> samplesNotFinite(const SampleView& samples) {
+  std::vector<std::size_t> found;
+  for (std::size_t i = 0; i < samples.nbSamples && found.size() < EstimationStatus::s_nbMaxIndices; ++i)
+    if (!std::all_of(samples[i], samples[i] + samples.dimension, [](omReal64 value) { return std::isfinite(value); }))
+      found.push_back(i);
+  return found;
 }
+std::vector<std::size_t> samplesNotFinite(const DataSet& dataSet) {
+  std::vector<std::size_t> found;
+  for (std::size_t i = 0; i < dataSet.size() && found.size() < EstimationStatus::s_nbMaxIndices; ++i)
+    if (!allFinite(dataSet[i])) found.push_back(i);
+  return found;
+}
+/// @}
 
 /// Checks the samples and the parameters, calls `process` with a new vector, and moves that to `residuals` on success.
 template <class SampleSet, class Process>
 BoolResult evaluate(const BaseEstimator& estimator, const SampleSet& samples, std::size_t nbSamples,
                     const RealVector& params, RealVector& residuals, const Process& process) {
-  BoolResult checked = checkSamples(estimator, samples, 1);
+  BoolResult checked = resultOf(checkSamples(estimator, samples, 1));
   if (checked) checked = checkParams(estimator, params);
   if (!checked) return checked;
   RealVector found(nbSamples);
@@ -92,12 +105,50 @@ void BaseEstimator::initBase(std::size_t minimalDataSize, std::size_t nbParams, 
   _sampleDimension = sampleDimension;
 }
 
+BoolResult BaseEstimator::fail(eEstimationCode code, std::string_view quantity, omReal64 value, omReal64 threshold,
+                               BoolResult prescribed) {
+  _status.code = code;
+  _status.quantity.assign(quantity);
+  _status.value = value;
+  _status.threshold = threshold;
+  return prescribed;
+}
+
+/// Checks the samples, calls `process` with a new vector, and moves that to `params` if it holds a valid model. Notes
+/// the status.
+template <class SampleSet, class Process>
+BoolResult BaseEstimator::estimate(const SampleSet& samples, RealVector& params, const Process& process) {
+  _status = checkSamples(*this, samples, _minimalDataSize);
+  if (!_status) return failure(_status.message);
+  RealVector found(_nbParams);
+  BoolResult result = process(found);
+  if (result && (found.size() != _nbParams || !allFinite(found)))
+    result = fail(
+        eEC_NotFinite, {}, 0, 0,
+        failure(getClassName() + ": the samples lead to parameters that are NaN or infinite (are all values finite?)"));
+  if (result) {
+    _status = {};
+    params.swap(found);
+    return result;
+  }
+  if (_status) _status.code = eEC_Unspecified;
+  _status.indices = samplesNotFinite(samples);
+  if (!_status.indices.empty()) {
+    _status.code = eEC_InvalidInput;
+    _status.quantity.clear();
+    _status.value = _status.threshold = 0;
+  }
+  _status.advice = adviceAgainst(_status.code);
+  _status.message = result.getMessage();
+  return result;
+}
+
 BoolResult BaseEstimator::computeEstimation(const DataSet& dataSet, RealVector& params) {
-  return estimate(*this, dataSet, params, [&](RealVector& found) { return processEstimation(dataSet, found); });
+  return estimate(dataSet, params, [&](RealVector& found) { return processEstimation(dataSet, found); });
 }
 
 BoolResult BaseEstimator::computeEstimation(const SampleView& samples, RealVector& params) {
-  return estimate(*this, samples, params, [&](RealVector& found) { return processViewEstimation(samples, found); });
+  return estimate(samples, params, [&](RealVector& found) { return processViewEstimation(samples, found); });
 }
 
 BoolResult BaseEstimator::computeResiduals(const DataSet& dataSet, const RealVector& params,
@@ -114,7 +165,7 @@ BoolResult BaseEstimator::computeResiduals(const SampleView& samples, const Real
 
 // The checks are repeated since processEstimation() and processResiduals() can be called directly.
 BoolResult BaseEstimator::processEstimation(const DataSet& dataSet, RealVector& params) {
-  BoolResult result = checkSamples(*this, dataSet, _minimalDataSize);
+  BoolResult result = resultOf(checkSamples(*this, dataSet, _minimalDataSize));
   Samples samples;
   if (result) result = samples.assign(dataSet);
   if (!result) return result;
@@ -124,7 +175,7 @@ BoolResult BaseEstimator::processEstimation(const DataSet& dataSet, RealVector& 
 
 BoolResult BaseEstimator::processResiduals(const DataSet& dataSet, const RealVector& params,
                                            RealVector& residuals) const {
-  BoolResult result = checkSamples(*this, dataSet, 1);
+  BoolResult result = resultOf(checkSamples(*this, dataSet, 1));
   if (result) result = checkParams(*this, params);
   Samples samples;
   if (result) result = samples.assign(dataSet);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
+#include <ORMIXMath/Estimation/EstimationStatus.h>
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Export.h>
 #include <ORMIXSerialization/Object/VersionedLevel.h>
@@ -8,6 +9,7 @@
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <cstddef>
+#include <string_view>
 
 namespace ormix {
 
@@ -48,6 +50,8 @@ class ORMIX_MATH_API BaseEstimator : public VersionedLevel<BaseEstimator, BaseSe
   BoolResult computeEstimation(const DataSet& dataSet, RealVector& params);
   /// From contiguous samples, without copying them.
   BoolResult computeEstimation(const SampleView& samples, RealVector& params);
+  /// How the last computeEstimation() ended. Samples that are NaN or infinite are to blame before everything else.
+  const EstimationStatus& getStatus() const { return _status; }
   /// @}
 
   /// \name Residuals
@@ -99,10 +103,22 @@ class ORMIX_MATH_API BaseEstimator : public VersionedLevel<BaseEstimator, BaseSe
   /// Sets the sizes, each at least 1 (asserted). To be called once, in the default constructor.
   void initBase(std::size_t minimalDataSize, std::size_t nbParams, std::size_t sampleDimension);
 
+  /// For processViewEstimation(): notes why it fails, for getStatus(), and returns `prescribed`, a failure. Allocates
+  /// nothing once it was called before.
+  /// \param quantity  what was compared, in few words; empty where nothing was
+  /// \param value     its value
+  /// \param threshold the bound that the value misses
+  BoolResult fail(eEstimationCode code, std::string_view quantity, omReal64 value, omReal64 threshold,
+                  BoolResult prescribed);
+
  private:
+  template <class SampleSet, class Process>
+  BoolResult estimate(const SampleSet& samples, RealVector& params, const Process& process);
+
   std::size_t _minimalDataSize = 1;
   std::size_t _nbParams = 1;
   std::size_t _sampleDimension = 1;
+  EstimationStatus _status;
 };
 
 }  // namespace ormix

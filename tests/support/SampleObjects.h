@@ -130,6 +130,25 @@ inline Moments2dO3 sampleOf(ClassTag<Moments2dO3>) {
 inline HuMoments2dO3 sampleOf(ClassTag<HuMoments2dO3>) {
   return HuMoments2dO3({0.25, 0.125, 0.01, 0.002, -1e-5, 3e-4, 2e-6});
 }
+/// A fit without degrees of freedom, so that there is NaN in it.
+inline FitReport sampleOf(ClassTag<FitReport>) {
+  FitReport report("Circle2d", {"center x", "radius"}, {});
+  report.method = eFM_Algebraic;
+  report.params = {4, 2.5};
+  report.covariance = {0.25, -0.125, -0.125, std::numeric_limits<omReal64>::quiet_NaN()};
+  report.sigma0 = 0.5;
+  report.degreesOfFreedom = 3;
+  report.residuals = {0.5, -0.25, 0.125};
+  report.weights = {1, 0.5, 0};
+  report.conditionNumber = 7;
+  report.rank = 2;
+  report.rankThreshold = 1e-15;
+  report.nbIterations = 4;
+  report.inliers = {true, true, false};
+  report.status = failedStatus(eEC_NoConvergence, "length of a step", 0.5, 0.25, "not yet");
+  report.status.indices = {2, 7};
+  return report;
+}
 /// Three items, of which the second was removed.
 template <class Item>
 RTree<Item> sampleOf(ClassTag<RTree<Item>>) {
@@ -206,7 +225,7 @@ using AllLinearTransforms = JoinedLists<PlanarLinearTransformList, SpatialLinear
 using AllTransforms = JoinedLists<PlanarTransformList, SpatialTransformList>;
 /// Every class with samples; estimators have none, as they hold nothing.
 using AllClasses = JoinedLists<PlanarEntityList, SpatialEntityList, AllTransforms, PlanarMeasureList,
-                               SpatialMeasureList, PlanarMeasureResultList, RTreeList>;
+                               SpatialMeasureList, PlanarMeasureResultList, EstimationResultList, RTreeList>;
 
 template <template <class> class Class, class X>
 constexpr bool isOf = false;
@@ -237,6 +256,13 @@ void printWhole(std::ostream& stream, const X& object) {
       stream << node.getNbHoles() << ' ';
       return true;
     });
+  if constexpr (std::is_same_v<X, FitReport>) {
+    for (const auto* values : {&object.covariance, &object.residuals, &object.weights})
+      for (const omReal64 value : *values) stream << ' ' << value;
+    stream << ' ' << object.conditionNumber << ' ' << object.rank << ' ' << object.rankThreshold << ' '
+           << object.nbIterations << ' ' << object.status;
+    for (const bool isInlier : object.inliers) stream << isInlier;
+  }
   if constexpr (std::is_same_v<X, Skeleton2d>)
     for (const AxisPart& part : object.getPartColl())
       stream << part.start.x << ' ' << part.start.y << ' ' << part.end.x << ' ' << part.end.y << ' ' << part.ringIdx

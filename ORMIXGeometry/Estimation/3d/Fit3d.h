@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Entity/3d/SpatialClasses.h>
 #include <ORMIXGeometry/Estimation/3d/Estimation3dUtils.h>
+#include <ORMIXGeometry/Estimation/FitReport.h>
 #include <ORMIXGeometry/Export.h>
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXUtil/ProcessingResult.h>
@@ -36,6 +37,35 @@ ORMIX_GEOMETRY_API BoolResult fitSimilarity(const SampleView& pairs, SimilarityT
 ORMIX_GEOMETRY_API BoolResult fitSimilarity(const SampleView& sources, const SampleView& targets,
                                             SimilarityTransform3d& transform);
 ORMIX_GEOMETRY_API BoolResult fitHomography(const SampleView& pairs, HomographyTransform3d& transform);
+/// @}
+
+/// \name Fits with a report
+/// As those of Fit2d.h.
+/// @{
+
+/// Points (x, y, z): normal x, normal y, normal z, rho. These four and not the angles of the plan, as the angles of a
+/// plan across the z axis have no variance; the covariance has rank 3.
+ORMIX_GEOMETRY_API BoolResult fitPlan(const SampleView& points, const FitOptions& options, Plan3d& plan,
+                                      FitReport& report);
+/// Points (x, y, z): center x, center y, center z, radius.
+ORMIX_GEOMETRY_API BoolResult fitSphere(const SampleView& points, const FitOptions& options, Sphere3d<omReal64>& sphere,
+                                        FitReport& report);
+/// Points (x, y, z): center x, center y, center z, major radius, medium radius, minor radius, rotation x, rotation y,
+/// rotation z. The last three are the rotation vector of the axes (its length is the angle) and not alpha, beta and
+/// chi, which have no variance where beta is a right angle.
+ORMIX_GEOMETRY_API BoolResult fitEllipsoid(const SampleView& points, const FitOptions& options,
+                                           Ellipsoid3d<omReal64>& ellipsoid, FitReport& report);
+/// Pairs (x1, y1, z1, x2, y2, z2).
+/// @{
+ORMIX_GEOMETRY_API BoolResult fitTranslation(const SampleView& pairs, const FitOptions& options,
+                                             TranslationTransform3d& transform, FitReport& report);
+ORMIX_GEOMETRY_API BoolResult fitRigid(const SampleView& pairs, const FitOptions& options, RigidTransform3d& transform,
+                                       FitReport& report);
+ORMIX_GEOMETRY_API BoolResult fitSimilarity(const SampleView& pairs, const FitOptions& options,
+                                            SimilarityTransform3d& transform, FitReport& report);
+ORMIX_GEOMETRY_API BoolResult fitHomography(const SampleView& pairs, const FitOptions& options,
+                                            HomographyTransform3d& transform, FitReport& report);
+/// @}
 /// @}
 
 }  // namespace ormix::geom
