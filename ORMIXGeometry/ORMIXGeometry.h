@@ -48,6 +48,7 @@
 #include <ORMIXGeometry/Estimation/2d/Circle2dCostFunction.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/ErrorEllipse.h>
 #include <ORMIXGeometry/Estimation/2d/Estimation2dUtils.h>
 #include <ORMIXGeometry/Estimation/2d/Fit2d.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
