@@ -43,11 +43,11 @@ void bindDistances(py::module_& module) {
   module.def(
       "nearest_points",
       [](const A& a, const B& b, geom::eInteriorPolicy policy) { return nearestPoints(a, b, policy); }, "a"_a, "b"_a,
-      "policy"_a = geom::eIP_Filled, LongCall(), s_nearestDoc);
+      enumerator("policy", geom::eIP_Filled), LongCall(), s_nearestDoc);
   module.def(
       "distance",
       [](const A& a, const B& b, geom::eInteriorPolicy policy) { return nearestPoints(a, b, policy).distance; }, "a"_a,
-      "b"_a, "policy"_a = geom::eIP_Filled, LongCall(), s_distanceDoc);
+      "b"_a, enumerator("policy", geom::eIP_Filled), LongCall(), s_distanceDoc);
 }
 
 void bindPlanarHausdorff(py::module_& module) {
@@ -59,14 +59,14 @@ void bindPlanarHausdorff(py::module_& module) {
       .value("is_from_a", &PlanarHausdorff::isFromA, "Whether the point on a is the farthest from the other entity.")
       .value("excess", &PlanarHausdorff::excess, "The distance may be larger by this much; mostly 0.");
   using Function = PlanarHausdorff (*)(const Planar&, const Planar&, geom::eInteriorPolicy);
-  module.def("hausdorff", static_cast<Function>(&geom::hausdorff), "a"_a, "b"_a, "policy"_a = geom::eIP_Boundary,
-             LongCall(),
+  module.def("hausdorff", static_cast<Function>(&geom::hausdorff), "a"_a, "b"_a,
+             enumerator("policy", geom::eIP_Boundary), LongCall(),
              "How far two planar entities are from being the same: the larger of both directed distances.\n\n"
              "Boundaries are compared, or regions with policy='eIP_Filled'.\n\n"
              ">>> hausdorff(Segment2d((0, 0), (4, 0)), Segment2d((0, 1), (4, 3))).distance\n"
              "3.0");
   module.def("directed_hausdorff", static_cast<Function>(&geom::directedHausdorff), "a"_a, "b"_a,
-             "policy"_a = geom::eIP_Boundary, LongCall(),
+             enumerator("policy", geom::eIP_Boundary), LongCall(),
              "The largest distance of a point of a from b, and both points.");
 }
 
@@ -94,16 +94,8 @@ void bindSpatialHausdorff(py::module_& module) {
 }  // namespace
 
 void bindDistance(py::module_& module) {
-  py::enum_<geom::eInteriorPolicy>(module, "eInteriorPolicy", "What a distance is measured to.")
-      .value("eIP_Filled", geom::eIP_Filled, "All points, so that the distance inside is 0.")
-      .value("eIP_Boundary", geom::eIP_Boundary, "The boundary only.")
-      .def(py::init([](const std::string& name) {
-             if (name == "eIP_Filled") return geom::eIP_Filled;
-             if (name == "eIP_Boundary") return geom::eIP_Boundary;
-             throw py::value_error("\"" + name + "\" is no eInteriorPolicy");
-           }),
-           "name"_a);
-  py::implicitly_convertible<py::str, geom::eInteriorPolicy>();
+  bindEnumeration<geom::eInteriorPolicy>(
+      module, "What a distance is measured to: all points, so that it is 0 inside, or the boundary only.");
   bindNearest<geom::PlanarNearestPoints>(module, "NearestPoints2d");
   bindNearest<geom::SpatialNearestPoints>(module, "NearestPoints3d");
   py::class_<Prepared>(module, "PreparedEntity3d",
