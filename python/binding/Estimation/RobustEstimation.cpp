@@ -51,12 +51,8 @@ RobustEstimate estimateRobustly(const py::object& given, const py::object& sampl
   options.nbMaxIterations = nbMaxIterations;
   options.localOptimisation = localOptimisation;
   options.progress = asked.callback();
-  const BoolResult result = [&] {
-    const Reading reading;
-    return robustEstimation(*estimate.estimator, samplesOf(rows), options, estimate);
-  }();
-  asked.check();
-  check(result, estimate.estimator->getClassName());
+  asked.run([&] { return robustEstimation(*estimate.estimator, samplesOf(rows), options, estimate); },
+            estimate.estimator->getClassName());
   return estimate;
 }
 
@@ -73,15 +69,13 @@ RefinedEstimate refine(const boost::shared_ptr<Estimator>& estimator, const py::
   options.nbMaxIterations = nbMaxIterations;
   options.tolerance = tolerance;
   options.progress = asked.callback();
-  const BoolResult result = [&] {
-    const Reading reading;
+  const auto refineFrom = [&] {
     const SampleView view = samplesOf(rows);
     DataSet dataSet(view.nbSamples, RealVector(view.dimension));
     for (std::size_t i = 0; i < view.nbSamples; ++i) std::copy_n(view[i], view.dimension, dataSet[i].begin());
     return estimator->refineEstimation(dataSet, params, estimate, options);
-  }();
-  asked.check();
-  check(result, estimator->getClassName());
+  };
+  asked.run(refineFrom, estimator->getClassName());
   return estimate;
 }
 

@@ -1,11 +1,15 @@
 #pragma once
 
 #include "Binding.h"
+#include "Calls.h"
+#include "Errors.h"
 
 #include <ORMIXMath/Estimation/ProgressCallback.h>
+#include <ORMIXUtil/ProcessingResult.h>
 
 #include <chrono>
 #include <exception>
+#include <string>
 
 namespace ormix::python {
 
@@ -15,9 +19,7 @@ namespace ormix::python {
 /// \code
 /// Progress progress(callable);
 /// options.progress = progress.callback();
-/// const BoolResult result = [&] { const Reading reading; return simplify(mesh, options); }();
-/// progress.check();
-/// check(result);
+/// progress.run([&] { return simplify(mesh, options); });
 /// \endcode
 class Progress {
  public:
@@ -28,6 +30,18 @@ class Progress {
 
   /// The callback, for one thread at a time; valid as long as this object, which must stay where it is.
   ProgressCallback callback();
+
+  /// Calls `work`, which answers a BoolResult, as a long call, and raises in Python what stopped it or why it failed.
+  /// \param className the class that was asked, or empty
+  template <class Work>
+  void run(const Work& work, const std::string& className = {}) const {
+    const BoolResult result = [&] {
+      const Reading reading;
+      return work();
+    }();
+    check();
+    python::check(result, className);
+  }
 
   /// Raises in Python what the callable has raised, or KeyboardInterrupt; to be called after the long call.
   void check() const;

@@ -24,13 +24,11 @@ using Report = MeshSimplificationReport;
 template <class Mesh, class Copy>
 py::object simplified(Copy copy, const Options& options, Report* report, const Progress& progress) {
   Mesh mesh;
-  const BoolResult result = [&] {
-    const Reading reading;
+  const auto simplify = [&] {
     mesh = copy();
     return geom::MeshSimplification<typename Mesh::CoordinateType>::simplify(mesh, options, report);
-  }();
-  progress.check();
-  check(result, "MeshSimplification");
+  };
+  progress.run(simplify, "MeshSimplification");
   return py::cast(std::move(mesh));
 }
 
