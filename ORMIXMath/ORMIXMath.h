@@ -28,10 +28,13 @@
 #include <ORMIXMath/Enclosing/SmallestBall.h>
 #include <ORMIXMath/Estimation/BaseCostFunction.h>
 #include <ORMIXMath/Estimation/BaseEstimator.h>
+#include <ORMIXMath/Estimation/ConditionFit.h>
+#include <ORMIXMath/Estimation/ConditionModels.h>
 #include <ORMIXMath/Estimation/EstimationStatus.h>
 #include <ORMIXMath/Estimation/FitOptions.h>
 #include <ORMIXMath/Estimation/FitResult.h>
 #include <ORMIXMath/Estimation/IterativeRefinement.h>
+#include <ORMIXMath/Estimation/Loss.h>
 #include <ORMIXMath/Estimation/ProgressCallback.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/SampleView.h>

@@ -43,6 +43,15 @@ EulerAngles matrixToEuler(const RotationMatrix& matrix) {
   return {alpha, angleOf(-z[0], cosBeta), angleOf(sa * x[2] - ca * y[2], ca * y[1] - sa * x[1])};
 }
 
+RotationMatrix eulerByRotation(const EulerAngles& angles) {
+  constexpr omReal64 smallestCosine = 1e-6;
+  const omReal64 ca = std::cos(angles.alpha), sa = std::sin(angles.alpha);
+  const omReal64 cb = std::cos(angles.beta), sb = std::sin(angles.beta);
+  // The axes of the angles are z, (-sa, ca, 0) and (ca cb, sa cb, -sb): the inverse of the matrix of these columns.
+  if (std::abs(cb) < smallestCosine) return {{{0, 0, 0}, {-sa, ca, 0}, {0, 0, -sb}}};
+  return {{{ca * sb / cb, sa * sb / cb, 1}, {-sa, ca, 0}, {ca / cb, sa / cb, 0}}};
+}
+
 RotationMatrix composed(const RotationMatrix& left, const RotationMatrix& right) {
   RotationMatrix product{};
   for (std::size_t row = 0; row < 3; ++row)

@@ -35,6 +35,12 @@ inline RotationMatrix eulerToMatrix(omReal64 alpha, omReal64 beta, omReal64 chi)
 /// meaning.
 ORMIX_MATH_API EulerAngles matrixToEuler(const RotationMatrix& matrix);
 
+/// The derivatives of alpha, beta and chi, a row each, by the vector of a small rotation that follows that of the
+/// angles: how the angles of exp(v)·R change with v. Within 1e-6 of gimbal lock those of alpha and chi have no bound;
+/// there alpha is held, as matrixToEuler() holds it, and a rotation about the axis that is at a right angle to those of
+/// beta and chi changes no angle.
+ORMIX_MATH_API RotationMatrix eulerByRotation(const EulerAngles& angles);
+
 /// The product left·right: the rotation by `right`, then by `left`.
 ORMIX_MATH_API RotationMatrix composed(const RotationMatrix& left, const RotationMatrix& right);
 /// The angles of the rotation by `right`, then by `left`.
