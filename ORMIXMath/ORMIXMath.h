@@ -30,6 +30,7 @@
 #include <ORMIXMath/Estimation/BaseEstimator.h>
 #include <ORMIXMath/Estimation/ConditionFit.h>
 #include <ORMIXMath/Estimation/ConditionModels.h>
+#include <ORMIXMath/Estimation/DistanceFit.h>
 #include <ORMIXMath/Estimation/EstimationStatus.h>
 #include <ORMIXMath/Estimation/FitOptions.h>
 #include <ORMIXMath/Estimation/FitResult.h>

@@ -41,15 +41,26 @@ AxesDistance<N>::AxesDistance(const Values& radii) : _radii(radii) {
 template <std::size_t N>
 omReal64 AxesDistance<N>::operator()(const Values& point) const {
   Values x;
+  Values off;
   for (std::size_t i = 0; i < N; ++i) x[i] = std::abs(point[i]);
-  if (_nbAxes == N) return toSurface(x);
+  if (_nbAxes == N) return toSurface(x, off);
   // With zero radii the set is a solid disk, a segment or a point: over its inside only the distance across it counts.
   Values beside{};
   std::copy(x.begin() + _nbAxes, x.end(), beside.begin() + _nbAxes);
   const omReal64 across = lengthOf(beside);
   omReal64 depth = 0;
   for (std::size_t i = 0; i < _nbAxes; ++i) depth += (x[i] / _radii[i]) * (x[i] / _radii[i]);
-  return depth <= 1 ? across : euclideanNorm(toSurface(x), across);
+  return depth <= 1 ? across : euclideanNorm(toSurface(x, off), across);
+}
+
+template <std::size_t N>
+omReal64 AxesDistance<N>::nearest(const Values& point, Values& foot) const {
+  Values x;
+  Values off;
+  for (std::size_t i = 0; i < N; ++i) x[i] = std::abs(point[i]);
+  const omReal64 distance = toSurface(x, off);
+  for (std::size_t i = 0; i < N; ++i) foot[i] = std::copysign(x[i] + off[i], point[i]);
+  return distance;
 }
 
 // The nearest point is (r² x / (r² + t)) in each coordinate, with the largest t for which it lies on the surface
@@ -58,7 +69,8 @@ omReal64 AxesDistance<N>::operator()(const Values& point) const {
 // start below the root towards it without passing it (Conn, Gould and Toint 2000, Trust-Region Methods, 7.3). It
 // converges from the start below, and in a handful of steps in nearly all cases, since the function is nearly linear.
 template <std::size_t N>
-omReal64 AxesDistance<N>::toSurface(const Values& x) const {
+omReal64 AxesDistance<N>::toSurface(const Values& x, Values& off) const {
+  off = {};
   const std::size_t last = _nbAxes - 1;
   Values scaled{};
   omReal64 w = 0;
@@ -108,7 +120,6 @@ omReal64 AxesDistance<N>::toSurface(const Values& x) const {
     isSettled = !(change > s_lastStep * w);
     if (change > 0) w += change;
   }
-  Values off{};  // difference to the nearest point
   for (std::size_t i = 0; i < nbTerms; ++i) off[i] = _radii[i] * u[i] - x[i];
   if (nbTerms < _nbAxes) off[last] = rise;
   return lengthOf(off);

@@ -25,10 +25,14 @@ class AxesDistance {
   /// The distance of a point.
   /// \param point its coordinates along the axes, in order of the radii; signs do not matter
   omReal64 operator()(const Values& point) const;
+  /// The distance of a point, and the nearest point. All radii must be positive. Of several that are equally near it is
+  /// any; for points that are not finite, or infinitely farther than the radii, it is not set.
+  omReal64 nearest(const Values& point, Values& foot) const;
 
  private:
-  /// Distance within the axes with radii that are not zero, for coordinates that are not negative.
-  omReal64 toSurface(const Values& x) const;
+  /// Distance within the axes with radii that are not zero, for coordinates that are not negative; `off` is the
+  /// difference to the nearest point.
+  omReal64 toSurface(const Values& x, Values& off) const;
 
   Values _radii;
   std::size_t _nbAxes = 0;  ///< number of radii that are not zero

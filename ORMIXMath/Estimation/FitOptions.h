@@ -1,7 +1,9 @@
 #pragma once
 
+#include <ORMIXMath/Estimation/EstimationStatus.h>
 #include <ORMIXMath/Estimation/ProgressCallback.h>
 #include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Export.h>
 #include <ORMIXUtil/Enumeration.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
@@ -58,8 +60,13 @@ struct FitOptions {
   /// distribution, with the standard deviation from the median of absolute residuals. Not used by eLS_Squares.
   omReal64 lossScale = 0;
   const RobustOptions* robust = nullptr;  ///< Not null: outliers are found first by robustEstimation() and left out.
-  std::size_t nbMaxIterations = 100;      ///< Most steps of the refinement; at least 1.
+  std::size_t nbMaxIterations = 100;      ///< Most steps of a refinement with the same weights; at least 1.
   ProgressCallback progress;              ///< Called after each step; empty for none.
 };
+
+/// Whether options suit samples of points: as many weights as samples, finite and not negative, covariances symmetric
+/// and positive definite, scales finite and not negative, no weights and losses with eFM_Algebraic. The status of a
+/// failure has the first weights that are to blame. O(weights).
+ORMIX_MATH_API EstimationStatus checkFitOptions(const FitOptions& options, const SampleView& samples);
 
 }  // namespace ormix
