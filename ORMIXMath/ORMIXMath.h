@@ -9,6 +9,7 @@
 #include <ORMIXMath/Algebra/QrDecomposition.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
+#include <ORMIXMath/Distance/CircularArcDistance.h>
 #include <ORMIXMath/Distance/EllipsoidDistance.h>
 #include <ORMIXMath/Distance/NearestOnEllipse.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
@@ -61,6 +62,7 @@
 #include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXMath/Scalar/EuclideanNorm.h>
 #include <ORMIXMath/Scalar/Round.h>
+#include <ORMIXMath/Shape/CircularArc.h>
 #include <ORMIXMath/Shape/Ellipse.h>
 #include <ORMIXMath/Shape/EllipseConic.h>
 #include <ORMIXMath/Shape/Ellipsoid.h>
@@ -68,6 +70,7 @@
 #include <ORMIXMath/Shape/IndexTriangle.h>
 #include <ORMIXMath/Shape/Parabola.h>
 #include <ORMIXMath/Shape/Ring.h>
+#include <ORMIXMath/Shape/RoundSolid.h>
 #include <ORMIXMath/Shape/ShortestLoop.h>
 #include <ORMIXMath/Shape/TriangleMesh.h>
 #include <ORMIXMath/Simplification/DouglasPeucker.h>
