@@ -44,6 +44,8 @@
 #include <ORMIXMath/Fitting/RotationFromSums.h>
 #include <ORMIXMath/Fitting/ShapesFromPoints.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
+#include <ORMIXMath/Fitting/SpatialShapes.h>
+#include <ORMIXMath/Fitting/SpatialShapesFromSamples.h>
 #include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 #include <ORMIXMath/Hull/RotatingCalipers.h>
