@@ -39,6 +39,8 @@
 #include <ORMIXMath/Estimation/Loss.h>
 #include <ORMIXMath/Estimation/ProgressCallback.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
+#include <ORMIXMath/Estimation/RobustModel.h>
+#include <ORMIXMath/Estimation/RobustStatus.h>
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Estimation/Samples.h>
 #include <ORMIXMath/Fitting/RotationFromSums.h>

@@ -61,7 +61,11 @@ PointSet chosen(const PointSet& set, const std::vector<std::size_t>& columns) {
 RobustOptions robustOptionsOf(const Arguments& arguments) {
   RobustOptions options;
   const std::string method = arguments.text("method", "msac");
-  options.method = method == "ransac" ? eRM_Ransac : method == "lmeds" ? eRM_LMedS : eRM_Msac;
+  options.method = method == "ransac"       ? eRM_Ransac
+                   : method == "lmeds"      ? eRM_LMedS
+                   : method == "acontrario" ? eRM_Acontrario
+                                            : eRM_Msac;
+  options.isRanked = arguments.has("ranked");
   options.threshold = arguments.real("threshold", 0);
   options.seed = static_cast<omUInt32>(arguments.count("seed", 0));
   options.nbMaxIterations = static_cast<std::size_t>(arguments.count("iterations", options.nbMaxIterations));
@@ -69,9 +73,23 @@ RobustOptions robustOptionsOf(const Arguments& arguments) {
 }
 
 bool isRobust(const Arguments& arguments) {
-  for (const char* option : {"robust", "threshold", "seed", "method", "iterations"})
+  for (const char* option : {"robust", "threshold", "seed", "method", "iterations", "ranked"})
     if (arguments.has(option)) return true;
   return false;
+}
+
+std::string_view endOf(eRobustEnd end) {
+  switch (end) {
+    case eRO_Confident:
+      return "confident";
+    case eRO_IterationLimit:
+      return "iteration limit";
+    case eRO_Stopped:
+      return "stopped";
+    case eRO_NotConfident:
+      break;
+  }
+  return "not confident";
 }
 
 struct Fit {
@@ -116,7 +134,10 @@ Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, c
   for (std::size_t i = 0; i < model.paramNames.size(); ++i)
     result.row.add(std::string(model.paramNames[i]), found.params(i));
   addDistances(result.row, model, residuals, found);
-  if (isRobust(arguments)) result.row.add("threshold", found.threshold);
+  if (isRobust(arguments)) {
+    result.row.add("threshold", found.threshold).add("sigma", found.sigma).add("false_alarms", found.nbFalseAlarms);
+    result.row.add("end", std::string(endOf(found.end)));
+  }
   result.entity = model.entity(found.params);
   return result;
 }
@@ -171,12 +192,15 @@ Command fitCommand() {
   for (const FitModel& model : fitModels())
     if (std::find(names.begin(), names.end(), model.name) == names.end()) names.push_back(model.name);
   std::vector<Option> options{
-      {"robust", 'r', eOptionKind::Flag, "", "leave outliers out; implied by the next four"},
+      {"robust", 'r', eOptionKind::Flag, "", "leave outliers out; implied by the next five"},
       {"threshold", 't', eOptionKind::Length, "T",
        "greatest distance of a point that agrees; found from the points when not given, or 0"},
       {"seed", 0, eOptionKind::Seed, "N", "seed of the random draws; 0 when not given"},
-      {"method", 0, eOptionKind::Choice, "msac|ransac|lmeds", "how the best model is chosen; msac when not given"},
+      {"method", 0, eOptionKind::Choice, "msac|ransac|lmeds|acontrario",
+       "how the best model is chosen; msac when not given; acontrario needs no threshold, however many points are "
+       "wrong"},
       {"iterations", 0, eOptionKind::Count, "N", "most draws; 10000 when not given"},
+      {"ranked", 0, eOptionKind::Flag, "", "the points come in order of their quality, the best first"},
       {"columns", 0, eOptionKind::Text, "I,J,...", "use these columns of a table, counted from 1"},
       outputOption("write what was fitted to an archive; \"-\" prints it instead of the results"),
       fromOption()};

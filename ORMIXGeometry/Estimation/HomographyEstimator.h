@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
+#include <ORMIXMath/Estimation/RobustModel.h>
 
 #include <cstddef>
 #include <type_traits>
@@ -24,7 +25,7 @@ namespace ormix::geom {
 /// no finite image. Far from the origin the elements of the matrix represent a perspective less precisely than the
 /// pairs do, see docs/accuracy.md. O(pairs); nothing is allocated. The bodies are in HomographyEstimator.ipp.
 template <class Self, std::size_t D>
-class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self> {
+class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self>, public RobustModel {
  public:
   /// The matrix of the map.
   using Matrix = std::conditional_t<D == 2, Matrix3x3, Matrix4x4>;
@@ -45,6 +46,12 @@ class ORMIX_GEOMETRY_API HomographyEstimator : public GeometryEstimator<Self> {
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
   /// @}
+
+  /// Many times faster than processViewEstimation(): through the fewest pairs by two projective frames
+  /// (HartleyZisserman2004), for more by the normal equations of the direct linear system, its last element set to 1 in
+  /// coordinates centred at the means. False for flat sources or targets, and where the matrix is singular.
+  bool estimateRoughly(const SampleView& samples, RealVector& params) const override;
+  bool hasRoughEstimation() const override { return true; }
 };
 
 }  // namespace ormix::geom

@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Estimation/CentredSums.h>
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
+#include <ORMIXGeometry/Estimation/RoughHomography.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Scalar/Twofold.h>
@@ -275,6 +276,11 @@ BoolResult HomographyEstimator<Self, D>::processViewEstimation(const SampleView&
     return failure(this->getClassName() + ": the matrix is beyond the range of numbers");
   std::copy(h.begin(), h.end(), params.begin());
   return {};
+}
+
+template <class Self, std::size_t D>
+bool HomographyEstimator<Self, D>::estimateRoughly(const SampleView& samples, RealVector& params) const {
+  return detail::RoughHomography<D>::estimate(samples, params.data().begin());
 }
 
 template <class Self, std::size_t D>

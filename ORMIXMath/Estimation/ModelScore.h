@@ -44,6 +44,8 @@ class ModelDistances {
   /// when nearly half of the samples are outliers, since it counts some of them. Never below `smallest`.
   omReal64 refinedThreshold(omReal64 threshold, std::size_t minimalDataSize, omReal64 smallest) const;
 
+  /// The squared distances, in the order of the samples.
+  const std::vector<omReal64>& squares() const { return _squares; }
   /// Whether a sample is at most `threshold` from the model.
   bool isWithin(std::size_t sample, omReal64 threshold) const { return _squares[sample] <= threshold * threshold; }
 

@@ -1,3 +1,4 @@
+#include <ORMIXMath/Estimation/AcontrarioLoop.h>
 #include <ORMIXMath/Estimation/ModelScore.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/SampleDraw.h>
@@ -62,6 +63,7 @@ class RobustLoop {
         _samples(samples),
         _options(options),
         _draw(options.seed),
+        _ranked(samples.nbSamples, estimator.getMinimalDataSize(), options.nbMaxIterations),
         _distances(samples),
         _drawn(estimator.getMinimalDataSize()),
         _rows(samples.nbSamples * samples.dimension),
@@ -87,12 +89,14 @@ class RobustLoop {
   omReal64 estimateThreshold();
   void refitBest(omReal64 threshold);
   SampleView gatherInliers(omReal64 threshold);
+  void judge(RobustResult& result, std::size_t nbInliers, omReal64 threshold);
   BoolResult moveTo(RobustResult& result, omReal64 threshold);
 
   BaseEstimator& _estimator;
   SampleView _samples;
   const RobustOptions& _options;
   detail::SampleDraw _draw;
+  detail::RankedDraw _ranked;
   detail::ModelDistances _distances;
   std::vector<std::size_t> _drawn;
   std::vector<omReal64> _rows;
@@ -107,7 +111,10 @@ class RobustLoop {
 
 /// Draws a minimal set of samples and makes the model through it the trial, evaluated; false when there is none.
 bool RobustLoop::drawModel() {
-  _draw.draw(_samples.nbSamples, _drawn);
+  if (_options.isRanked)
+    _ranked.draw(_draw, _drawn);
+  else
+    _draw.draw(_samples.nbSamples, _drawn);
   auto target = _rows.begin();
   for (const std::size_t i : _drawn) target = std::copy(_samples[i], _samples[i] + _samples.dimension, target);
   const SampleView minimal{_rows.data(), _drawn.size(), _samples.dimension};
@@ -257,14 +264,31 @@ BoolResult RobustLoop::moveTo(RobustResult& result, omReal64 threshold) {
     default:
       result.score = _distances.truncatedSum(threshold) / static_cast<omReal64>(_samples.nbSamples);
   }
+  judge(result, nbInliers, threshold);
   result.params.swap(_best.params);
   result.inliers.swap(inliers);
   result.nbInliers = nbInliers;
   result.threshold = threshold;
   result.nbIterations = _nbIterations;
   result.nbDegenerate = _nbDegenerate;
-  result.end = _end;
   return {};
+}
+
+/// Sets what can be said of the best model, evaluated last, by chance: the standard deviation of its inliers, how many
+/// such models are expected by accident, and whether the search ended confident nevertheless.
+void RobustLoop::judge(RobustResult& result, std::size_t nbInliers, omReal64 threshold) {
+  detail::ChanceModel chance(_estimator, _samples);
+  const auto& squares = _distances.squares();
+  const auto nearest = static_cast<std::size_t>(std::min_element(squares.begin(), squares.end()) - squares.begin());
+  chance.setCodimension(std::max(chance.codimensionOf(_best.params, _samples[nearest]), std::size_t{1}));
+  chance.evaluate(_best.params);
+  const bool isGiven = _options.threshold > 0;
+  result.nbFalseAlarms =
+      std::exp(chance.logFalseAlarms(_samples.nbSamples, nbInliers, threshold, isGiven ? 1 : _samples.nbSamples));
+  omReal64 within = threshold;
+  result.sigma = detail::deviationWithin(squares, chance, _drawn.size(), _rounding, threshold, within);
+  const bool isByChance = !(result.nbFalseAlarms <= _options.maxFalseAlarms);
+  result.end = _end == eRO_Confident && isByChance ? eRO_NotConfident : _end;
 }
 
 /// The threshold from the spread of the samples about the model of least median. Outliers pull that model towards them
@@ -306,6 +330,8 @@ BoolResult checkOptions(const RobustOptions& options) {
     return failure("The threshold of the robust estimation is negative or not finite");
   if (!(options.confidence > 0 && options.confidence < 1))
     return failure("The confidence of the robust estimation is not between 0 and 1");
+  if (!(options.maxFalseAlarms > 0))
+    return failure("The number of false alarms of the robust estimation is not above 0");
   if (options.nbMaxIterations == 0) return failure("The robust estimation is allowed no iteration");
   return {};
 }
@@ -329,6 +355,8 @@ BoolResult robustEstimation(BaseEstimator& estimator, const SampleView& samples,
   BoolResult checked = checkOptions(options);
   if (checked) checked = checkSamples(estimator, samples);
   if (!checked) return checked;
+  if (options.method == eRM_Acontrario)
+    return detail::AcontrarioLoop(estimator, samples, options, roundingOf(samples)).run(result);
   return RobustLoop(estimator, samples, options).run(result);
 }
 

@@ -23,14 +23,20 @@ namespace ormix {
 enum eRobustMethod {
   eRM_Ransac,  ///< Largest number of samples within the threshold (Fischler1981).
   eRM_Msac,    ///< Smallest sum of squared distances, each cut off at the squared threshold (Torr2000).
-  eRM_LMedS    ///< Smallest median of squared distances (Rousseeuw1984); tolerates just under one half of outliers.
+  eRM_LMedS,   ///< Smallest median of squared distances (Rousseeuw1984); tolerates just under one half of outliers.
+  /// Fewest models expected by accident with as many samples as near (MoisanStival2004, AC-RANSAC); without a threshold
+  /// the scale of the inliers is found with the model, at any share of outliers. The fastest.
+  eRM_Acontrario
 };
 
 /// Why a robust loop ended.
 enum eRobustEnd {
   eRO_Confident,       ///< RobustOptions::confidence was reached.
   eRO_IterationLimit,  ///< RobustOptions::nbMaxIterations was reached.
-  eRO_Stopped          ///< The progress callback returned false.
+  eRO_Stopped,         ///< The progress callback returned false.
+  /// RobustOptions::confidence was reached, but as many samples may agree with a model by accident: there are no more
+  /// of them than determine it, or RobustResult::nbFalseAlarms is above RobustOptions::maxFalseAlarms.
+  eRO_NotConfident
 };
 
 /// Texts of eRobustMethod, for printing and archives.
@@ -38,7 +44,7 @@ template <>
 struct EnumerationNames<eRobustMethod> {
   static constexpr std::string_view typeName = "eRobustMethod";  ///< Name of the type.
   /// Names of the enumerators, in the order of their values.
-  static constexpr std::array<std::string_view, 3> names{"eRM_Ransac", "eRM_Msac", "eRM_LMedS"};
+  static constexpr std::array<std::string_view, 4> names{"eRM_Ransac", "eRM_Msac", "eRM_LMedS", "eRM_Acontrario"};
 };
 
 /// Texts of eRobustEnd, for printing and archives.
@@ -46,7 +52,8 @@ template <>
 struct EnumerationNames<eRobustEnd> {
   static constexpr std::string_view typeName = "eRobustEnd";  ///< Name of the type.
   /// Names of the enumerators, in the order of their values.
-  static constexpr std::array<std::string_view, 3> names{"eRO_Confident", "eRO_IterationLimit", "eRO_Stopped"};
+  static constexpr std::array<std::string_view, 4> names{"eRO_Confident", "eRO_IterationLimit", "eRO_Stopped",
+                                                         "eRO_NotConfident"};
 };
 
 /// Options of robustEstimation().
@@ -68,6 +75,12 @@ struct RobustOptions {
   std::size_t nbMaxIterations = 10000;  ///< Most sets to draw in each search, degenerate ones included; at least 1.
   bool localOptimisation = true;        ///< Whether to refit each new best model to its inliers (Chum2003).
   ProgressCallback progress;            ///< Called before each draw.
+  /// The most models with as many inliers within the threshold that may be expected by accident, above 0, for the
+  /// result to count as confident.
+  omReal64 maxFalseAlarms = 0.01;
+  /// Whether the samples come in order of their quality, the best first: draws begin among the first ones and extend to
+  /// all in the course of nbMaxIterations (ChumMatas2005), which finds a model sooner where the order is right.
+  bool isRanked = false;
 };
 
 /// Result of robustEstimation().
@@ -76,12 +89,19 @@ struct RobustResult {
   std::vector<bool> inliers;  ///< For each sample, whether its distance from `params` is at most the threshold.
   std::size_t nbInliers = 0;  ///< Number of inliers.
   /// Score of `params`: the number of inliers (eRM_Ransac, larger is better), the mean of the squared distances, each
-  /// cut off at the squared threshold (eRM_Msac), or the median of the squared distances (eRM_LMedS).
+  /// cut off at the squared threshold (eRM_Msac), the median of the squared distances (eRM_LMedS), or the decimal
+  /// logarithm of nbFalseAlarms (eRM_Acontrario).
   omReal64 score = 0;
   omReal64 threshold = 0;               ///< Largest distance of an inlier, as given or as estimated.
   std::size_t nbIterations = 0;         ///< Sets drawn, over all searches.
   std::size_t nbDegenerate = 0;         ///< Those of them that determined no model.
   eRobustEnd end = eRO_IterationLimit;  ///< Why the last search ended.
+  /// Standard deviation of one coordinate of the inliers' errors, from the distances within the threshold, corrected
+  /// for those beyond it and for outliers within it.
+  omReal64 sigma = 0;
+  /// The number of models with as many inliers within the threshold that are expected by accident, a bound of the
+  /// probability that there is one: for samples that are as dense and as many, but have nothing in common.
+  omReal64 nbFalseAlarms = 0;
 };
 
 /// \name Robust estimation

@@ -38,7 +38,8 @@ EstimatorPtr estimatorOf(const py::object& given) {
 
 RobustEstimate estimateRobustly(const py::object& given, const py::object& samples, eRobustMethod method,
                                 omReal64 threshold, omUInt32 seed, omReal64 confidence, std::size_t nbMaxIterations,
-                                bool localOptimisation, const py::object& progress) {
+                                bool localOptimisation, omReal64 maxFalseAlarms, bool isRanked,
+                                const py::object& progress) {
   RobustEstimate estimate;
   estimate.estimator = estimatorOf(given);
   const SampleArray rows = samplesFor(*estimate.estimator, samples);
@@ -50,6 +51,8 @@ RobustEstimate estimateRobustly(const py::object& given, const py::object& sampl
   options.confidence = confidence;
   options.nbMaxIterations = nbMaxIterations;
   options.localOptimisation = localOptimisation;
+  options.maxFalseAlarms = maxFalseAlarms;
+  options.isRanked = isRanked;
   options.progress = asked.callback();
   asked.run([&] { return robustEstimation(*estimate.estimator, samplesOf(rows), options, estimate); },
             estimate.estimator->getClassName());
@@ -116,11 +119,15 @@ void bindResults(py::module_& module) {
       .value("nb_inliers", &RobustEstimate::nbInliers, "How many samples are.")
       .value("score", &RobustEstimate::score,
              "The number of inliers (eRM_Ransac), the mean of squared distances, each cut off at the threshold\n"
-             "(eRM_Msac), or their median (eRM_LMedS).")
+             "(eRM_Msac), their median (eRM_LMedS), or the decimal logarithm of nb_false_alarms (eRM_Acontrario).")
       .value("threshold", &RobustEstimate::threshold, "The largest distance of an inlier, as given or as estimated.")
       .value("nb_iterations", &RobustEstimate::nbIterations, "Sets of samples that were drawn.")
       .value("nb_degenerate", &RobustEstimate::nbDegenerate, "Those of them that determined no model.")
-      .value("end", &RobustEstimate::end, "Why the loop ended.");
+      .value("end", &RobustEstimate::end, "Why the loop ended.")
+      .value("sigma", &RobustEstimate::sigma, "The standard deviation of one coordinate of the errors of inliers.")
+      .value("nb_false_alarms", &RobustEstimate::nbFalseAlarms,
+             "How many models with as many inliers are expected by accident; above max_false_alarms `end` is not\n"
+             "eRO_Confident.");
   Result<RefinedEstimate>(module, "RefinementResult", "What refine_estimation() found.")
       .value(
           "params", [](const RefinedEstimate& self) { return arrayOf(self.params); }, "The best parameters found.")
@@ -140,10 +147,14 @@ void bindRobustEstimation(py::module_& module) {
       "robust_estimation", &estimateRobustly, "estimator"_a, "samples"_a, py::kw_only(),
       enumerator("method", defaults.method), "threshold"_a = defaults.threshold, "seed"_a = defaults.seed,
       "confidence"_a = defaults.confidence, "nb_max_iterations"_a = defaults.nbMaxIterations,
-      "local_optimisation"_a = defaults.localOptimisation, "progress"_a = py::none(),
+      "local_optimisation"_a = defaults.localOptimisation, "max_false_alarms"_a = defaults.maxFalseAlarms,
+      "is_ranked"_a = defaults.isRanked, "progress"_a = py::none(),
       "A model of samples of which many are outliers: a RobustResult.\n\n"
       "`estimator` is an Estimator or the name of its class. `threshold` is the largest distance of an inlier; 0\n"
-      "estimates it, for up to about one half of outliers. The same seed gives the same bits. `progress` is called\n"
+      "estimates it, for up to about one half of outliers, or for any share with the method eRM_Acontrario. A\n"
+      "consensus counts as confident where at most `max_false_alarms` are expected by accident. With `is_ranked` the\n"
+      "samples come in order of their quality, the best first. The same seed gives the same bits. `progress` is "
+      "called\n"
       "with a fraction, 0 to 1, and may return False to stop; Ctrl-C stops as well. Error for too few samples and\n"
       "where no model was found.\n\n"
       ">>> angles = np.linspace(0, 6, 40)\n"
@@ -151,7 +162,11 @@ void bindRobustEstimation(py::module_& module) {
       ">>> points[::4] += 7\n"
       ">>> found = og.robust_estimation(\"Circle2dEstimator\", points, threshold=0.01)\n"
       ">>> found.nb_inliers, round(found.entity.radius, 9)\n"
-      "(30, 1.0)");
+      "(30, 1.0)\n\n"
+      ">>> noise = np.random.default_rng(1).uniform(0, 100, (200, 2))\n"
+      ">>> found = og.robust_estimation(\"Line2dEstimator\", noise, method=\"eRM_Acontrario\")\n"
+      ">>> found.end == og.eRobustEnd.eRO_Confident\n"
+      "False");
   bindRefinement<geom::Circle2dEstimator>(module, "Circle2dEstimator");
   bindRefinement<geom::Sphere3dEstimator>(module, "Sphere3dEstimator");
 }

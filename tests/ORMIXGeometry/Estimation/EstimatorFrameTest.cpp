@@ -160,7 +160,7 @@ TYPED_TEST(AnyEstimator, NeverSucceedsWithoutNumbers) {
 TYPED_TEST(AnyEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
   const Values values = samplesOf<TypeParam>(200, true);
   TypeParam estimator;
-  for (const eRobustMethod method : {eRM_Ransac, eRM_Msac, eRM_LMedS}) {
+  for (const eRobustMethod method : {eRM_Ransac, eRM_Msac, eRM_LMedS, eRM_Acontrario}) {
     RobustOptions options;
     options.method = method;
     options.threshold = 0.02;

@@ -1,6 +1,7 @@
 #include "SampleEstimators.h"
 
 #include <ORMIXMath/Estimation/RobustEstimation.h>
+#include <ORMIXMath/Estimation/RobustStatus.h>
 #include <ORMIXMath/Estimation/SampleDraw.h>
 
 #include <random>
@@ -73,14 +74,83 @@ TEST_P(RobustMethods, FindTheLineAndAgreeWithTheirOwnMaskAndScore) {
   }
   std::sort(squares.begin(), squares.end());
   EXPECT_EQ(result.nbInliers, nbInliers);
-  const omReal64 expected = GetParam() == eRM_Ransac ? static_cast<omReal64>(nbInliers)
-                            : GetParam() == eRM_Msac ? truncated / 501
-                                                     : squares[(501 + 2 + 1) / 2 - 1];
-  EXPECT_NEAR(result.score, expected, 1e-12 * expected);
+  const omReal64 expected = GetParam() == eRM_Ransac  ? static_cast<omReal64>(nbInliers)
+                            : GetParam() == eRM_Msac  ? truncated / 501
+                            : GetParam() == eRM_LMedS ? squares[(501 + 2 + 1) / 2 - 1]
+                                                      : std::log10(result.nbFalseAlarms);
+  EXPECT_NEAR(result.score, expected, 1e-12 * std::abs(expected));
+  EXPECT_NEAR(result.sigma, 1, 0.15);
+  EXPECT_TRUE(robustStatus({}, result, options, 2));
 }
 
-INSTANTIATE_TEST_SUITE_P(RobustEstimation, RobustMethods, testing::Values(eRM_Ransac, eRM_Msac, eRM_LMedS),
+INSTANTIATE_TEST_SUITE_P(RobustEstimation, RobustMethods,
+                         testing::Values(eRM_Ransac, eRM_Msac, eRM_LMedS, eRM_Acontrario),
                          [](const auto& method) { return toString(method.param); });
+
+// What is found in noise, or from as few samples as determine it, may be there by accident.
+TEST_P(RobustMethods, AreNotConfidentOfNoise) {
+  sample::CircleEstimator estimator;
+  RobustOptions options;
+  options.method = GetParam();
+  options.nbMaxIterations = 300;
+  int nbConfident = 0;
+  for (options.seed = 0; options.seed < 100; ++options.seed) {
+    const Values noise = circlePoints(60, 1, 0, 100 + options.seed);
+    options.threshold = options.seed % 2 == 0 ? 0 : 20;
+    RobustResult result;
+    const BoolResult found = robustEstimation(estimator, viewOf(noise, 2), options, result);
+    const EstimationStatus status = robustStatus(found, result, options, 3);
+    nbConfident += found && result.end == eRO_Confident;
+    EXPECT_EQ(found && result.end == eRO_Confident, bool(status)) << status;
+  }
+  EXPECT_LE(nbConfident, 1);
+  RobustResult result;
+  options.threshold = 1;
+  ASSERT_TRUE(robustEstimation(estimator, viewOf({0, 0, 100, 0, 0, 100}, 2), options, result));
+  EXPECT_EQ(robustStatus({}, result, options, 3).quantity, "number of inliers");
+  EXPECT_NE(result.end, eRO_Confident);
+}
+
+// Neither the share of outliers nor the noise is known, in samples of any scale.
+TEST(RobustEstimation, FindsTheScaleAmongSeventyPercentOfOutliers) {
+  sample::CircleEstimator estimator;
+  RobustOptions options;
+  options.method = eRM_Acontrario;
+  std::size_t nbDraws[2] = {};
+  for (options.seed = 0; options.seed < 100; ++options.seed) {
+    Values points = circlePoints(200, 0.7, 1, options.seed);
+    const omReal64 unit = std::ldexp(1.0, static_cast<int>(options.seed) - 50);
+    for (omReal64& value : points) value *= unit;
+    RobustResult result;
+    ASSERT_TRUE(robustEstimation(estimator, viewOf(points, 2), options, result));
+    EXPECT_EQ(result.end, eRO_Confident) << options.seed;
+    EXPECT_NEAR(result.params(0) / unit, 20000, 1) << options.seed;
+    EXPECT_NEAR(result.params(2) / unit, 500, 1) << options.seed;
+    EXPECT_NEAR(result.sigma / unit, 1, 0.45) << options.seed;
+    nbDraws[0] += result.nbIterations;
+    // The best come first.
+    for (std::size_t i = 0; i < 100; ++i)
+      for (std::size_t d = 0; d < 2; ++d) std::swap(points[2 * i + d], points[2 * (199 - i) + d]);
+    options.isRanked = true;
+    ASSERT_TRUE(robustEstimation(estimator, viewOf(points, 2), options, result));
+    EXPECT_NEAR(result.params(2) / unit, 500, 1) << options.seed;
+    options.isRanked = false;
+    nbDraws[1] += result.nbIterations;
+  }
+  EXPECT_LT(10 * nbDraws[1], nbDraws[0]);
+}
+
+// A part of the samples is too few to show a consensus of one in twenty.
+TEST(RobustEstimation, FindsFewAmongThousands) {
+  const Values points = linePoints(5000, 0.93, 1, 3);
+  sample::LineEstimator estimator;
+  RobustOptions options;
+  options.method = eRM_Acontrario;
+  RobustResult result;
+  ASSERT_TRUE(robustEstimation(estimator, viewOf(points, 2), options, result));
+  EXPECT_EQ(result.end, eRO_Confident);
+  EXPECT_NEAR(std::abs(-0.6 * std::cos(result.params(0)) + 0.8 * std::sin(result.params(0))), 1, 1e-5);
+}
 
 TEST(RobustEstimation, DrawsByTheDefinedGenerator) {
   // Another library's generator of the same definition, and the high word of the product.
@@ -177,13 +247,14 @@ TEST(RobustEstimation, RefusesBadOptionsAndSamples) {
   const Values points = linePoints(10, 0, 1, 10);
   sample::LineEstimator estimator;
   RobustResult result;
-  std::vector<RobustOptions> refused(6);
+  std::vector<RobustOptions> refused(7);
   refused[0].threshold = -1;
   refused[1].threshold = std::nan("");
   refused[2].confidence = 0;
   refused[3].confidence = 1;
   refused[4].confidence = std::nan("");
   refused[5].nbMaxIterations = 0;
+  refused[6].maxFalseAlarms = std::nan("");
   for (const RobustOptions& options : refused)
     EXPECT_FALSE(robustEstimation(estimator, viewOf(points, 2), options, result)) << &options - &refused[0];
   EXPECT_FALSE(robustEstimation(estimator, SampleView{points.data(), 1, 2}, {}, result));

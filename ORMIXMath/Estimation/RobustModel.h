@@ -1,0 +1,30 @@
+#pragma once
+
+#include <ORMIXMath/Algebra/AlgebraTypes.h>
+#include <ORMIXMath/Estimation/SampleView.h>
+#include <ORMIXMath/Export.h>
+
+#include <cstddef>
+
+namespace ormix {
+
+/// What an estimator may tell eRM_Acontrario besides; one that derives from this, too, is asked. Results of the other
+/// methods do not depend on it.
+class ORMIX_MATH_API RobustModel {
+ public:
+  virtual ~RobustModel();
+
+  /// Coordinates of a sample with the same number are lengths in one unit, which samples by accident are spread over
+  /// alike. Here all of a sample of up to three or of an odd number of values, and the halves of others, which are
+  /// pairs of points.
+  virtual std::size_t getUnitOfCoordinate(std::size_t coordinate, std::size_t dimension) const;
+
+  /// A model for samples, at least as many as determine one, that need not be the best: it is scored or improved. False
+  /// where there is none; `params` has the estimator's number of elements and may be changed then. Here always false.
+  virtual bool estimateRoughly(const SampleView& samples, RealVector& params) const;
+
+  /// Whether estimateRoughly() is to be used in place of processViewEstimation(). Here false.
+  virtual bool hasRoughEstimation() const;
+};
+
+}  // namespace ormix
