@@ -31,6 +31,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshWalks.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/RoundMeshes.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/TriMesh3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
 #include <ORMIXGeometry/Entity/3d/Shape/ConnectedVoxels.h>

@@ -35,11 +35,15 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
     eEM_Shape2dNotInitialized,       ///< a constructor of shapes is used after its end
     eEM_Shape3dNotInitialized,       ///< a constructor of spatial shapes is used after its end
     eEM_RowIndexMismatch,            ///< rows of an image do not ascend
-    eEM_HalfEdgesNotLinked           ///< two half-edges of one edge are not linked as opposite
+    eEM_HalfEdgesNotLinked,          ///< two half-edges of one edge are not linked as opposite
+    eEM_NoDirection,                 ///< the zero vector, or one that is not finite, as a direction
+    eEM_ArcAngleNotFinite,           ///< an angle of an arc that is NaN or infinite
+    eEM_WrongNbSides,                ///< a number of sides for a round surface that is out of range
+    eEM_NoVolume                     ///< a mesh of a round solid without a volume
   };
 
   /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
-  static constexpr std::array<MessageText, 22> texts{{
+  static constexpr std::array<MessageText, 26> texts{{
       {eEM_RowRangesIntersect,
        "Can't add row intersection with row range [%d, %d[ to existing row range [%d, %d[, ranges should not "
        "intersect"},
@@ -69,6 +73,10 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
        "Row index mismatch for shapes merge, main shape row index = %d should be lower or equal to new  shape row "
        "index = %d"},
       {eEM_HalfEdgesNotLinked, "Half edges with indexes %d and %d should be linked"},
+      {eEM_NoDirection, "A direction must be finite and not the zero vector, [%g, %g, %g] was given"},
+      {eEM_ArcAngleNotFinite, "The angles of an arc must be finite, %g and %g were given"},
+      {eEM_WrongNbSides, "A round surface needs 3 to 4096 sides, %d were given"},
+      {eEM_NoVolume, "A mesh of a round solid needs a finite volume that is not 0"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".

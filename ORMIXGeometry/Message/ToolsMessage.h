@@ -31,11 +31,12 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
     eTM_NoSurface,         ///< a contact of a spatial shape that has voxels only
     eTM_NotNegative,       ///< a number that asks for contacts and is negative, NaN or infinite
     eTM_NoDistance,        ///< a distance to an entity of a class that has none
-    eTM_NoFacets           ///< a Hausdorff distance of what is not made of triangles, edges or points
+    eTM_NoFacets,          ///< a Hausdorff distance of what is not made of triangles, edges or points
+    eTM_NoDistanceBetween  ///< a distance of entities of two classes for which there is none
   };
 
   /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
-  static constexpr std::array<MessageText, 18> texts{{
+  static constexpr std::array<MessageText, 19> texts{{
       {eTM_ItemNotFinite, "Item %d of an index has a coordinate that is not finite"},
       {eTM_NoSuchItem, "Item %d is not available, the index has given out %d indices"},
       {eTM_ItemRemoved, "Item %d has been removed from the index"},
@@ -54,6 +55,7 @@ struct ORMIX_GEOMETRY_API eToolsMessage {
       {eTM_NotNegative, "The %s of a contact must be finite and at least 0, %g was given"},
       {eTM_NoDistance, "No distance is defined to a %s"},
       {eTM_NoFacets, "No Hausdorff distance is defined of what is not made of triangles, edges or points"},
+      {eTM_NoDistanceBetween, "No distance is defined between a %s and a %s"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".

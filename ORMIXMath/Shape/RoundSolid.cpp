@@ -178,7 +178,7 @@ SpatialPoint torusOnPlane(const RoundSolid& solid, const Across& up, const Spati
 
 SpatialPoint unitVector(const SpatialPoint& vector) {
   const omReal64 square = dot(vector, vector);
-  if (std::abs(square - 1) <= 4 * std::numeric_limits<omReal64>::epsilon()) return vector;
+  if (std::abs(square - 1) <= 8 * std::numeric_limits<omReal64>::epsilon()) return vector;
   int exponent = 0;
   std::frexp(std::max({std::abs(vector.x), std::abs(vector.y), std::abs(vector.z)}), &exponent);
   const SpatialPoint v{std::ldexp(vector.x, -exponent), std::ldexp(vector.y, -exponent),

@@ -68,7 +68,7 @@ ORMIX_MATH_API void enclosingBall(const RoundSolid& solid, SpatialPoint& center,
 /// A unit vector across one of length 1, always the same.
 ORMIX_MATH_API SpatialPoint directionAcross(const SpatialPoint& direction);
 
-/// A vector of the same direction and length 1, to an unit in the last place; one that has it up to four is answered as
+/// A vector of the same direction and length 1, to an unit in the last place; what has it to eight is answered as
 /// it is. NaN for the zero vector and what is not finite. Large and small vectors neither overflow nor underflow.
 ORMIX_MATH_API SpatialPoint unitVector(const SpatialPoint& vector);
 

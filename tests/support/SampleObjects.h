@@ -58,6 +58,7 @@ struct TypedSamples {
     root->getPolygonHoles()[0]->getPolygonHoles() = {node(eP2DT_Exterior, T(20), T(5))};
     return *root;
   }
+  static Arc2d<T> of(ClassTag<Arc2d<T>>) { return {P2(T(1), T(2)), T(3), 0.25, -1.5}; }
   static Point3d<T> of(ClassTag<Point3d<T>>) { return {T(3), T(4), T(5)}; }
   static BoundingBox3d<T> of(ClassTag<BoundingBox3d<T>>) { return {T(1), T(2), T(3), T(5), T(9), T(4)}; }
   static Segment3d<T> of(ClassTag<Segment3d<T>>) { return {T(1), T(2), T(3), T(7), T(5), T(6)}; }
@@ -66,6 +67,10 @@ struct TypedSamples {
   static Ellipsoid3d<T> of(ClassTag<Ellipsoid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
   static Cube3d<T> of(ClassTag<Cube3d<T>>) { return {P3(1, 2, 3), T(4), 0.25, 0.5, 0.75}; }
   static Cuboid3d<T> of(ClassTag<Cuboid3d<T>>) { return {P3(1, 2, 3), T(6), T(5), T(4), 0.25, 0.5, 0.75}; }
+  static Cylinder3d<T> of(ClassTag<Cylinder3d<T>>) { return {P3(1, 2, 3), P3(7, 5, 6), T(4)}; }
+  static Cone3d<T> of(ClassTag<Cone3d<T>>) { return {P3(1, 2, 3), P3(7, 5, 6), T(4), T(2)}; }
+  static Torus3d<T> of(ClassTag<Torus3d<T>>) { return {P3(1, 2, 3), {0, 0.75, 1}, T(5), T(2)}; }
+  static Circle3d<T> of(ClassTag<Circle3d<T>>) { return {P3(1, 2, 3), {0, 0.75, 1}, T(4)}; }
   static PointCloud3d<T> of(ClassTag<PointCloud3d<T>>) { return PointCloud3d<T>({P3(1, 2, 3), P3(4, 5, 6)}); }
   /// The corner of a cube.
   static Mesh3d<T> of(ClassTag<Mesh3d<T>>, eMesh3dType type = eM3DT_Interior, T size = T(5)) {
@@ -94,6 +99,7 @@ inline Line2d sampleOf(ClassTag<Line2d>) { return {1.25, 0.5}; }
 inline Parabola2d sampleOf(ClassTag<Parabola2d>) { return {Point2dData<omReal64>(1, 2), Line2d(-1.5, 0.75)}; }
 inline Vector3d sampleOf(ClassTag<Vector3d>) { return {2.5, 0.75, -0.5}; }
 inline Plan3d sampleOf(ClassTag<Plan3d>) { return {1.25, 0.5, -0.25}; }
+inline Line3d sampleOf(ClassTag<Line3d>) { return {{1, 2, 3}, {0, 0.75, 1}}; }
 /// Three rows, the second of them without pixels, and a boundary.
 inline Shape2d sampleOf(ClassTag<Shape2d>) {
   using Node = PolygonWithHoles2d<omReal32>;

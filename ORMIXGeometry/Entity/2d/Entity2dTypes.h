@@ -24,7 +24,8 @@ enum eEntity2dType {
   eE2DT_Line,              ///< Line2d
   eE2DT_Parabola,          ///< Parabola2d
   eE2DT_Skeleton,          ///< Skeleton2d, and also SkeletonVertex2d
-  eE2DT_Segment            ///< Segment2d
+  eE2DT_Segment,           ///< Segment2d
+  eE2DT_Arc                ///< Arc2d
 };
 
 /// What the numbers of a planar entity are.
@@ -42,11 +43,11 @@ template <>
 struct EnumerationNames<geom::eEntity2dType> {
   static constexpr std::string_view typeName = "eEntity2dType";  ///< name of the enumeration
   /// Names of the enumerators, in order of their values.
-  static constexpr std::array<std::string_view, 15> names{
+  static constexpr std::array<std::string_view, 16> names{
       "eE2DT_Point",    "eE2DT_Vector",           "eE2DT_BoundingBox", "eE2DT_PointCloud",
       "eE2DT_Polygon",  "eE2DT_PolygonWithHoles", "eE2DT_Shape",       "eE2DT_Circle",
       "eE2DT_Ellipse",  "eE2DT_Square",           "eE2DT_Rectangle",   "eE2DT_Line",
-      "eE2DT_Parabola", "eE2DT_Skeleton",         "eE2DT_Segment"};
+      "eE2DT_Parabola", "eE2DT_Skeleton",         "eE2DT_Segment",     "eE2DT_Arc"};
 };
 
 /// Texts of eCoordinateSystem2dType.

@@ -12,6 +12,8 @@ namespace ormix::geom {
 /// \name Entities
 /// @{
 template <class T>
+class ORMIX_GEOMETRY_API Arc2d;
+template <class T>
 class ORMIX_GEOMETRY_API BoundingBox2d;
 template <class T>
 class ORMIX_GEOMETRY_API Circle2d;
@@ -67,9 +69,10 @@ class ORMIX_GEOMETRY_API HuMoments2dO3;
 
 /// All entities of the plane, for every coordinate type; an entity that is not listed does not compile. CONTRIBUTING.md
 /// says what else a new entity needs.
-using PlanarEntityList = JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, Ellipse2d, Point2d, PointCloud2d,
-                                                     Polygon2d, PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
-                                     ClassList<Line2d, Parabola2d, Shape2d, Skeleton2d, SkeletonVertex2d, Vector2d>>;
+using PlanarEntityList =
+    JoinedLists<ScalarClassList<BoundingBox2d, Circle2d, Ellipse2d, Point2d, PointCloud2d, Polygon2d,
+                                PolygonWithHoles2d, Rectangle2d, Segment2d, Square2d>,
+                ClassList<Line2d, Parabola2d, Shape2d, Skeleton2d, SkeletonVertex2d, Vector2d>, ScalarClassList<Arc2d>>;
 
 /// All transforms of planar entities that are defined: those that own a map, those that derive a geometry,
 /// and all.

@@ -3,6 +3,7 @@
 /// \file
 /// Includes the definitions of all planar entities; PlanarClasses.h has their list.
 
+#include <ORMIXGeometry/Entity/2d/Arc/Arc2d.h>
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>

@@ -22,7 +22,12 @@ enum eEntity3dType {
   eE3DT_Shape,          ///< Shape3d
   eE3DT_Plan,           ///< Plan3d
   eE3DT_Segment,        ///< Segment3d
-  eE3DT_Triangle        ///< Triangle3d
+  eE3DT_Triangle,       ///< Triangle3d
+  eE3DT_Cylinder,       ///< Cylinder3d
+  eE3DT_Cone,           ///< Cone3d
+  eE3DT_Torus,          ///< Torus3d
+  eE3DT_Circle,         ///< Circle3d
+  eE3DT_Line            ///< Line3d
 };
 
 /// What the numbers that a spatial entity stores are.
@@ -40,10 +45,11 @@ template <>
 struct EnumerationNames<geom::eEntity3dType> {
   static constexpr std::string_view typeName = "eEntity3dType";  ///< name of the enumeration
   /// Names of the enumerators, in order.
-  static constexpr std::array<std::string_view, 14> names{
+  static constexpr std::array<std::string_view, 19> names{
       "eE3DT_Point",     "eE3DT_Vector", "eE3DT_BoundingBox", "eE3DT_PointCloud", "eE3DT_Sphere",
       "eE3DT_Ellipsoid", "eE3DT_Cube",   "eE3DT_Cuboid",      "eE3DT_Mesh",       "eE3DT_MeshWithHoles",
-      "eE3DT_Shape",     "eE3DT_Plan",   "eE3DT_Segment",     "eE3DT_Triangle"};
+      "eE3DT_Shape",     "eE3DT_Plan",   "eE3DT_Segment",     "eE3DT_Triangle",   "eE3DT_Cylinder",
+      "eE3DT_Cone",      "eE3DT_Torus",  "eE3DT_Circle",      "eE3DT_Line"};
 };
 
 /// The texts of eCoordinateSystem3dType.

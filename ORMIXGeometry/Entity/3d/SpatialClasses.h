@@ -13,9 +13,15 @@ namespace ormix::geom {
 template <class T>
 class ORMIX_GEOMETRY_API BoundingBox3d;
 template <class T>
+class ORMIX_GEOMETRY_API Circle3d;
+template <class T>
+class ORMIX_GEOMETRY_API Cone3d;
+template <class T>
 class ORMIX_GEOMETRY_API Cube3d;
 template <class T>
 class ORMIX_GEOMETRY_API Cuboid3d;
+template <class T>
+class ORMIX_GEOMETRY_API Cylinder3d;
 template <class T>
 class ORMIX_GEOMETRY_API Ellipsoid3d;
 template <class T>
@@ -31,7 +37,10 @@ class ORMIX_GEOMETRY_API Segment3d;
 template <class T>
 class ORMIX_GEOMETRY_API Sphere3d;
 template <class T>
+class ORMIX_GEOMETRY_API Torus3d;
+template <class T>
 class ORMIX_GEOMETRY_API Triangle3d;
+class ORMIX_GEOMETRY_API Line3d;
 class ORMIX_GEOMETRY_API Plan3d;
 class ORMIX_GEOMETRY_API Shape3d;
 class ORMIX_GEOMETRY_API Vector3d;
@@ -63,7 +72,8 @@ class ORMIX_GEOMETRY_API VolumeMsr3d;
 using SpatialEntityList =
     JoinedLists<ScalarClassList<BoundingBox3d, Cube3d, Cuboid3d, Ellipsoid3d, Mesh3d, MeshWithHoles3d, Point3d,
                                 PointCloud3d, Segment3d, Sphere3d, Triangle3d>,
-                ClassList<Plan3d, Shape3d, Vector3d>>;
+                ClassList<Plan3d, Shape3d, Vector3d>, ScalarClassList<Cylinder3d, Cone3d, Torus3d, Circle3d>,
+                ClassList<Line3d>>;
 
 /// The transforms of spatial entities: those that own a map, those that derive a geometry, and both.
 /// @{

@@ -60,6 +60,11 @@ omReal64 perimeterOf(const Polygon2d<T>& polygon) {
   return pathLength(coordinates(points), points.size());
 }
 
+template <class T>
+omReal64 perimeterOf(const Arc2d<T>& arc) {
+  return arc.length();
+}
+
 }  // namespace
 
 omReal64 PerimeterMsr2d::measure(const BaseGeometryEntity2d& entity) {

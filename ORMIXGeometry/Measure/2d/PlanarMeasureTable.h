@@ -44,6 +44,7 @@ template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<PointCloud
 template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Shape2d>               {true,  true,     true};
 template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<Skeleton2d>            {false, false,    false};
 template <>        inline constexpr PlanarMeasures s_planarMeasuresOf<SkeletonVertex2d>      {false, false,    false};
+template <class T> inline constexpr PlanarMeasures s_planarMeasuresOf<Arc2d<T>>              {false, true,     false};
 /// @}
 // clang-format on
 

@@ -62,6 +62,21 @@ omReal64 areaOf(const Mesh3d<T>& mesh) {
   return area(mesh);
 }
 
+template <class T>
+omReal64 areaOf(const Cylinder3d<T>& cylinder) {
+  return cylinder.area();
+}
+
+template <class T>
+omReal64 areaOf(const Cone3d<T>& cone) {
+  return cone.area();
+}
+
+template <class T>
+omReal64 areaOf(const Torus3d<T>& torus) {
+  return torus.area();
+}
+
 }  // namespace
 
 omReal64 AreaMsr3d::measure(const BaseGeometryEntity3d& entity) {

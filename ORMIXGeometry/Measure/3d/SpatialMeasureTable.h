@@ -39,6 +39,11 @@ template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<PointClo
 template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Mesh3d<T>>          {true,  true};
 template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<MeshWithHoles3d<T>> {true,  true};
 template <>        inline constexpr SpatialMeasures s_spatialMeasuresOf<Shape3d>            {true,  true};
+template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Cylinder3d<T>>      {true,  true};
+template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Cone3d<T>>          {true,  true};
+template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Torus3d<T>>         {true,  true};
+template <class T> inline constexpr SpatialMeasures s_spatialMeasuresOf<Circle3d<T>>        {false, false};
+template <>        inline constexpr SpatialMeasures s_spatialMeasuresOf<Line3d>             {false, false};
 // clang-format on
 /// @}
 

@@ -61,6 +61,21 @@ omReal64 volumeOf(const Mesh3d<T>& mesh) {
   return volume(mesh);
 }
 
+template <class T>
+omReal64 volumeOf(const Cylinder3d<T>& cylinder) {
+  return cylinder.volume();
+}
+
+template <class T>
+omReal64 volumeOf(const Cone3d<T>& cone) {
+  return cone.volume();
+}
+
+template <class T>
+omReal64 volumeOf(const Torus3d<T>& torus) {
+  return torus.volume();
+}
+
 }  // namespace
 
 omReal64 VolumeMsr3d::measure(const BaseGeometryEntity3d& entity) {

@@ -1,10 +1,14 @@
 #include <ORMIXGeometry/Message/ToolsMessage.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Distance/PlanarDistance.h>
 #include <ORMIXGeometry/Tools/Distance/PlanarFigure.h>
+#include <ORMIXMath/Distance/CircularArcDistance.h>
 #include <ORMIXMath/Distance/ConvexArcDistance.h>
 #include <ORMIXMath/Distance/SegmentSet.h>
+#include <ORMIXMath/Scalar/Constants.h>
 
 #include <limits>
+#include <string>
 #include <utility>
 
 namespace ormix::geom {
@@ -30,8 +34,23 @@ PlanarNearestPair nearestOfArc(const ConvexArc& arc, const std::vector<PlanarSeg
   return best;
 }
 
+/// Of an arc of a circle and what is made of segments, a circle, or another one.
+PlanarNearestPair nearestOfCircularArc(const CircularArc& arc, const PlanarFigure& other) {
+  if (other.circularArc) return nearestPair(arc, *other.circularArc);
+  if (other.arc) return nearestPair(arc, CircularArc{other.arc->origin, other.arc->a, 0, s_twoPi});
+  PlanarNearestPair best{std::numeric_limits<omReal64>::infinity(), {0, 0}, {0, 0}};
+  for (const PlanarSegment& segment : other.segments) {
+    const PlanarNearestPair pair = nearestPair(arc, segment);
+    if (pair.distance < best.distance) best = pair;
+    if (best.distance == 0) break;
+  }
+  return best;
+}
+
 /// Of the boundaries. An entity is either an arc or segments, and these are taken out of the figures.
 PlanarNearestPair nearestOfBoundaries(PlanarFigure& a, PlanarFigure& b) {
+  if (a.circularArc) return nearestOfCircularArc(*a.circularArc, b);
+  if (b.circularArc) return exchanged(nearestOfCircularArc(*b.circularArc, a));
   if (a.arc && b.arc) return nearestOfArcs(*a.arc, *b.arc);
   if (a.arc) return nearestOfArc(*a.arc, b.segments);
   if (b.arc) return exchanged(nearestOfArc(*b.arc, a.segments));
@@ -57,9 +76,21 @@ PlanarNearestPair nearestOfFigures(PlanarFigure& a, PlanarFigure& b, eInteriorPo
   return pair;
 }
 
+/// An arc of a circle and a curve that is none.
+[[noreturn]] void refusePair(const PlanarFigure& a, const PlanarFigure& b) {
+  const auto nameOf = [](const PlanarFigure& figure) {
+    const std::string name(figure.className);
+    return name.substr(name.rfind(':') + 1);
+  };
+  logAndThrow(formatMessage<eToolsMessage>(eToolsMessage::eTM_NoDistanceBetween, nameOf(a), nameOf(b)),
+              __PRETTY_FUNCTION__, __FILE__, __LINE__);
+}
+
 PlanarNearestPoints nearest(PlanarFigure a, PlanarFigure b, eInteriorPolicy policy) {
   if (a.isUnbounded && b.isUnbounded)
     detail::refuse(eToolsMessage::eTM_NotBounded, a.className, __PRETTY_FUNCTION__, __LINE__);
+  const auto isSmooth = [](const PlanarFigure& figure) { return figure.arc && !figure.arc->isCircle(); };
+  if ((a.circularArc && isSmooth(b)) || (b.circularArc && isSmooth(a))) refusePair(a, b);
   const omReal64 scale = scaleTogether(a, b);
   if (a.isUnbounded) bound(a, b);
   if (b.isUnbounded) bound(b, a);

@@ -21,7 +21,8 @@ using PlanarNearestPoints = NearestPoints<Point2dData<omReal64>>;
 /// points the distance is, or only to those of their boundaries (eIP_Boundary). Regions are as locate() describes them:
 /// inside an odd number of rings, so that holes are outside and islands inside; of a shape the polygons, else the
 /// pixels. The sign of a radius or a size does not matter, and what has a size of 0 is the segment or the point that
-/// it has shrunk to. A parabola has no area; the whole one may be one of the two entities.
+/// it has shrunk to. A parabola has no area; the whole one may be one of the two entities. An arc has none, either, and
+/// no distance from an ellipse or a parabola.
 ///
 /// Exactly 0, and both points the same, where the entities have a point in common. This is decided without rounding for
 /// all that has straight edges and corners as they are stored (squares and rectangles have computed ones), and for
@@ -34,7 +35,7 @@ using PlanarNearestPoints = NearestPoints<Point2dData<omReal64>>;
 /// centre of a circle of edges. An edge at a smooth curve takes constant time, two curves some 10 microseconds. All
 /// local minima are looked at: nearestOfArcs() says how.
 /// \throw ORMIXGeometryException, logged first, for lines and vectors, for two whole parabolas, a degenerated parabola,
-/// for what has no points, and where a coordinate or size is not finite
+/// for what has no points, where a coordinate or size is not finite, and for a pair of classes that has no distance
 /// @{
 ORMIX_GEOMETRY_API PlanarNearestPoints nearestPoints(const BaseGeometryEntity2d& a, const BaseGeometryEntity2d& b,
                                                      eInteriorPolicy policy = eIP_Filled);

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Message/ToolsMessage.h>
@@ -119,6 +120,11 @@ void addEntity(PlanarFigure& figure, const Ellipse2d<T>& ellipse) {
              std::abs(omReal64(ellipse.getMinorRadius())));
 }
 
+template <class T>
+void addEntity(PlanarFigure& figure, const Arc2d<T>& arc) {
+  figure.circularArc = circularArcOf(arc);
+}
+
 /// The arc between two abscissas; in the frame, whose y axis points inward, the abscissa may change its sign.
 void addParabola(PlanarFigure& figure, const Parabola2d& parabola, omReal64 from, omReal64 to) {
   if (parabola.isDegenerated()) refuse(eToolsMessage::eTM_NotBounded, figure.className, __PRETTY_FUNCTION__, __LINE__);
@@ -157,7 +163,7 @@ void addEntity(PlanarFigure& figure, const Skeleton2d&) {
 }
 
 PlanarFigure checked(PlanarFigure figure) {
-  if (figure.segments.empty() && !figure.arc)
+  if (figure.segments.empty() && !figure.arc && !figure.circularArc)
     refuse(eToolsMessage::eTM_NoPoints, figure.className, __PRETTY_FUNCTION__, __LINE__);
   const bool isTooSteep = figure.arc && figure.arc->isParabola &&
                           !std::isfinite(parabolaPoint(*figure.arc, std::max(-figure.arc->from, figure.arc->to)).y);
@@ -176,6 +182,11 @@ void visitLengths(Figure& figure, Function&& function) {
     function(segment.p1.y);
   }
   for (auto& coordinate : figure.ringCoordinates) function(coordinate);
+  if (figure.circularArc) {
+    function(figure.circularArc->center.x);
+    function(figure.circularArc->center.y);
+    function(figure.circularArc->radius);
+  }
   if (!figure.arc) return;
   auto& arc = *figure.arc;
   function(arc.origin.x);
@@ -211,6 +222,10 @@ int compareSegments(const PlanarSegment& a, const PlanarSegment& b) {
   for (int i = 0; i < 4; ++i)
     if (ofA[i] != ofB[i]) return compareNumbers(ofA[i], ofB[i]);
   return 0;
+}
+std::vector<omReal64> numbersOf(const std::optional<CircularArc>& arc) {
+  if (!arc) return {};
+  return {arc->center.x, arc->center.y, arc->radius, arc->start, arc->sweep};
 }
 std::vector<omReal64> numbersOf(const std::optional<ConvexArc>& arc) {
   if (!arc) return {};
@@ -253,6 +268,7 @@ std::vector<PlanarPoint> PlanarFigure::representatives() const {
   points.reserve(partStarts.size() + 1);
   for (const std::size_t start : partStarts) points.push_back(segments[start].p0);
   if (arc) points.push_back(pointWithNormal(*arc, arc->axis));
+  if (circularArc) points.push_back(pointAt(*circularArc, circularArc->start));
   return points;
 }
 
@@ -352,7 +368,8 @@ omReal64 scaleTogether(PlanarFigure& a, PlanarFigure& b) {
 bool isBefore(const PlanarFigure& a, const PlanarFigure& b) {
   if (const int order = compareRanges(a.segments, b.segments, compareSegments); order != 0) return order < 0;
   if (const int order = compareRanges(numbersOf(a.arc), numbersOf(b.arc), compareNumbers); order != 0) return order < 0;
-  return a.ringEnds < b.ringEnds;
+  if (a.ringEnds != b.ringEnds) return a.ringEnds < b.ringEnds;
+  return numbersOf(a.circularArc) < numbersOf(b.circularArc);
 }
 
 }  // namespace ormix::geom::detail

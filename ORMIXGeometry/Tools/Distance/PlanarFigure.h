@@ -7,6 +7,7 @@
 #include <ORMIXMath/Distance/PlanarSegment.h>
 #include <ORMIXMath/Index/BoxTree.h>
 #include <ORMIXMath/Location/PreparedRings.h>
+#include <ORMIXMath/Shape/CircularArc.h>
 
 #include <optional>
 #include <vector>
@@ -25,6 +26,7 @@ struct PlanarFigure {
   std::vector<omReal64> ringCoordinates;  ///< x0, y0, x1, … of the rings of a region, one after the other
   std::vector<std::size_t> ringEnds;      ///< the number of coordinates up to the end of each ring
   std::optional<ormix::detail::ConvexArc> arc;
+  std::optional<CircularArc> circularArc;
   bool isUnbounded = false;  ///< a whole parabola; its arc is without ends as yet
   ormix::detail::eBoxOrder order = ormix::detail::eBO_Given;
   const char* className = "";

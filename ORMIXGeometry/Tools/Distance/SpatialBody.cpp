@@ -1,4 +1,5 @@
 #include <ORMIXGeometry/Entity/2d/Shape/CombinedRuns.h>
+#include <ORMIXGeometry/Entity/3d/RoundSolidOf.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Message/ToolsMessage.h>
@@ -112,6 +113,18 @@ void addTo(SpatialBody& body, const Plan3d& plan) {
   body.kind = eBK_Plane;
   body.normal = {normal.getX(), normal.getY(), normal.getZ()};
   body.rho = plan.getRho();
+}
+
+/// Cylinders, cones, tori and circles.
+template <class Entity>
+std::enable_if_t<s_isRoundSolid<Entity>> addTo(SpatialBody& body, const Entity& entity) {
+  body.kind = eBK_Round;
+  body.round = roundSolidOf(entity);
+}
+void addTo(SpatialBody& body, const Line3d& line) {
+  body.kind = eBK_Line;
+  body.linePoint = toSpatial(line.getNearestPointFromOrigin());
+  body.lineDirection = toSpatial(line.getDirection());
 }
 
 /// The triangles of a mesh with the vertices that they use.
@@ -253,6 +266,18 @@ void visitNumbers(const SpatialBody& body, Visit&& visit) {
     visitPoint(body.normal);
     visit(body.rho);
   }
+  if (body.kind == eBK_Line) {
+    visitPoint(body.linePoint);
+    visitPoint(body.lineDirection);
+  }
+  if (body.kind == eBK_Round) {
+    visit(body.round.kind);
+    visitPoint(body.round.origin);
+    visitPoint(body.round.axis);
+    visit(body.round.height);
+    visit(body.round.radius0);
+    visit(body.round.radius1);
+  }
   if (body.kind != eBK_Ellipsoid) return;
   visitPoint(body.ellipsoid.center);
   for (const SpatialPoint& axis : body.ellipsoid.axes) visitPoint(axis);
@@ -282,6 +307,7 @@ bool addWindings(const SpatialBody& body, const SpatialPoint& p, const SpatialPo
 
 SpatialBody toBodyWithoutTree(const BaseGeometryEntity3d& entity) {
   SpatialBody body;
+  body.className = entity.getClassName();
   callTyped(SpatialEntityList(), entity, [&body](const auto& typed) {
     addTo(body, typed);
     return true;
@@ -330,6 +356,10 @@ SpatialBody scaled(const SpatialBody& body, int exponent) {
   scalePoint(result.ellipsoid.center);
   for (omReal64& radius : result.ellipsoid.radii) radius = std::ldexp(radius, exponent);
   result.rho = std::ldexp(body.rho, exponent);
+  scalePoint(result.linePoint);
+  scalePoint(result.round.origin);
+  for (omReal64* const length : {&result.round.height, &result.round.radius0, &result.round.radius1})
+    *length = std::ldexp(*length, exponent);
   if (body.kind == eBK_Facets) buildTree(result);
   return result;
 }
@@ -340,6 +370,14 @@ omReal64 magnitude(const SpatialBody& body) {
   const auto add = [&largest](const SpatialPoint& p) {
     largest = std::max({largest, std::abs(p.x), std::abs(p.y), std::abs(p.z)});
   };
+  if (body.kind == eBK_Line) {
+    add(body.linePoint);
+    return largest;
+  }
+  if (body.kind == eBK_Round) {
+    add(body.round.origin);
+    return std::max({largest, body.round.height, body.round.radius0, body.round.radius1});
+  }
   if (body.kind == eBK_Ellipsoid) {
     add(body.ellipsoid.center);
     return std::max({largest, body.ellipsoid.radii[0], body.ellipsoid.radii[1], body.ellipsoid.radii[2]});

@@ -4,9 +4,11 @@
 #include <ORMIXMath/Distance/EllipsoidDistance.h>
 #include <ORMIXMath/Distance/NearestPair.h>
 #include <ORMIXMath/Index/BoxTree.h>
+#include <ORMIXMath/Shape/RoundSolid.h>
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 /// \file
@@ -14,10 +16,12 @@
 
 namespace ormix::geom::detail {
 
-/// The kinds of bodies. What is bounded by planes is its corners, edges or triangles.
-enum eBodyKind { eBK_Facets, eBK_Ellipsoid, eBK_Plane };
+/// The kinds of bodies. What is bounded by planes is its corners, edges or triangles; cylinders, cones, tori and
+/// circles are round.
+enum eBodyKind { eBK_Facets, eBK_Ellipsoid, eBK_Plane, eBK_Round, eBK_Line };
 
-/// A body of facets, which are points, segments or triangles, all of one kind; an ellipsoid; or a plane.
+/// A body of facets, which are points, segments or triangles, all of one kind; an ellipsoid; a plane; a round solid; or
+/// a line.
 struct SpatialBody {
   using Facet = std::array<omUInt32, 3>;  ///< vertices; the last ones equal where there are less than three
 
@@ -36,6 +40,10 @@ struct SpatialBody {
   SpatialEllipsoid ellipsoid{};
   SpatialPoint normal{};  ///< of the plane, of length 1
   omReal64 rho = 0;       ///< its distance from the origin along the normal
+  RoundSolid round{};
+  SpatialPoint linePoint{};      ///< of the line, the nearest to the origin
+  SpatialPoint lineDirection{};  ///< of length 1
+  std::string className;         ///< of the entity
 
   std::array<SpatialPoint, 3> corners(std::size_t facet) const {
     const Facet& f = facets[facet];
@@ -71,6 +79,12 @@ bool isBefore(const SpatialBody& a, const SpatialBody& b);
 
 /// The nearest pair of points of two bodies, with what closed surfaces contain and the insides of ellipsoids or to
 /// boundaries only. Bounds as nearestPoints() of entities has them.
+/// \throw ORMIXGeometryException, logged first, for a pair of kinds that nearestPoints() does not have
+/// @{
 SpatialNearestPair nearestPair(const SpatialBody& a, const SpatialBody& b, bool isFilled);
+/// Where b is round or a line, and a of the same kind or of one before.
+SpatialNearestPair nearestPairToRound(const SpatialBody& a, const SpatialBody& b, bool isFilled);
+SpatialNearestPair nearestPairToLine(const SpatialBody& a, const SpatialBody& b, bool isFilled);
+/// @}
 
 }  // namespace ormix::geom::detail

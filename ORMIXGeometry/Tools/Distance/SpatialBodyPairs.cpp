@@ -247,6 +247,8 @@ SpatialNearestPair nearestPairOfPlanes(const SpatialBody& a, const SpatialBody& 
 
 SpatialNearestPair nearestPair(const SpatialBody& a, const SpatialBody& b, bool isFilled) {
   if (a.kind > b.kind) return exchanged(nearestPair(b, a, isFilled));
+  if (b.kind == eBK_Line) return nearestPairToLine(a, b, isFilled);
+  if (b.kind == eBK_Round) return nearestPairToRound(a, b, isFilled);
   if (b.kind == eBK_Facets) return nearestOfFacetBodies(a, b, isFilled);
   if (b.kind == eBK_Ellipsoid)
     return a.kind == eBK_Facets ? nearestPairOf(a, b.ellipsoid, isFilled)

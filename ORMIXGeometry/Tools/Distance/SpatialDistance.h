@@ -17,6 +17,11 @@
 /// segments, triangles, plans and point clouds are themselves in both cases. Cubes and cuboids are the boxes of their
 /// corners.
 ///
+/// Cylinders, cones, tori, circles and lines have distances from points, point clouds, plans and spheres; cylinders and
+/// cones from segments and lines, too; lines from each other and from all that is made of points, segments and
+/// triangles. They are right to some units in the last place of the largest coordinate. Other pairs with one of these
+/// have none.
+///
 /// Between what is made of points, segments and triangles the distance is exactly 0 where the two meet and only there,
 /// decided without rounding, and else right to 2^-40 of the largest difference of the coordinates that are involved,
 /// see trianglesNearestPair(). Ellipsoids and spheres are right to 1e-13 of the sizes, the surface of one ellipsoid
@@ -54,7 +59,8 @@ class ORMIX_GEOMETRY_API PreparedEntity3d {
 };
 
 /// A nearest point of each of two entities, and their distance. Where several pairs are nearest, any of them.
-/// \throw ORMIXGeometryException, logged first, for vectors, for what has no points, and where a value is not finite
+/// \throw ORMIXGeometryException, logged first, for vectors, for what has no points, where a value is not finite, and for
+/// a pair of classes that has no distance
 /// @{
 ORMIX_GEOMETRY_API SpatialNearestPoints nearestPoints(const BaseGeometryEntity3d& a, const BaseGeometryEntity3d& b,
                                                       eInteriorPolicy policy = eIP_Filled);

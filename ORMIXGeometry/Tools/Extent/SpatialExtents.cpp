@@ -1,9 +1,11 @@
+#include <ORMIXGeometry/Entity/3d/RoundSolidOf.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Enclosing/OrientedBox.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 
@@ -48,6 +50,19 @@ OrientedBox boxAround(const SpatialPoint& center, const std::array<omReal64, 3>&
   return box;
 }
 
+/// The box along the axis of a cylinder, a torus or a circle, which is the smallest: the size of any box along one of
+/// its sides is a concave function of the square of the cosine there, these squares sum to 1, and so the logarithm of
+/// the volume is least where one of them is 1.
+OrientedBox boxAround(const RoundSolid& solid) {
+  const SpatialPoint u = directionAcross(solid.axis);
+  const SpatialPoint v = ormix::detail::cross(solid.axis, u);
+  const bool isTorus = solid.kind == eRS_Torus;
+  const omReal64 reach = isTorus ? solid.radius0 + solid.radius1 : solid.radius0;
+  const omReal64 half = isTorus ? solid.radius1 : solid.height / 2;
+  const SpatialPoint &w = solid.axis, center = centroid(solid);
+  return boxAround(center, {reach, reach, half}, {{{u.x, v.x, w.x}, {u.y, v.y, w.y}, {u.z, v.z, w.z}}});
+}
+
 template <class Entity>
 bool takeBox(const Entity& entity, OrientedBox& box) {
   if constexpr (!EnvelopeTransform3d::Supports<Entity>::value) {
@@ -65,6 +80,12 @@ bool takeBox(const Entity& entity, OrientedBox& box) {
                       {std::abs(omReal64(entity.getMajorRadius())), std::abs(omReal64(entity.getMediumRadius())),
                        std::abs(omReal64(entity.getMinorRadius()))},
                       eulerToMatrix(entity.getAlpha(), entity.getBeta(), entity.getChi()));
+      return true;
+    } else if constexpr (isListed<Entity>(ScalarClassList<Cone3d>())) {
+      // The smallest box of a cone need not be along its axis.
+      return false;
+    } else if constexpr (detail::s_isRoundSolid<Entity>) {
+      box = boxAround(detail::roundSolidOf(entity));
       return true;
     } else {
       return detail::useHullPoints(entity, [&box](const auto* xyz, std::size_t nbPoints) {

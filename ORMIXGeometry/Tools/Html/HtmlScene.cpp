@@ -1,8 +1,11 @@
+#include <ORMIXGeometry/Entity/3d/Mesh/RevolvedSurface.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
+#include <ORMIXGeometry/Entity/3d/UnitDirection.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Tools/Distance/SpatialBody.h>
 #include <ORMIXGeometry/Tools/Html/SceneParts.h>
 #include <ORMIXGeometry/Tools/Svg/SharpEdges.h>
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
 #include <algorithm>
@@ -119,6 +122,27 @@ void addEllipsoid(SpatialBody& body) {
     }
 }
 
+/// The surface of a solid, or the segments of a circle. With so many sides their edges do not show.
+void addRound(SpatialBody& body) {
+  constexpr omUInt32 nbSides = 144;
+  if (body.round.kind == eRS_Frustum || body.round.radius1 > 0) {
+    const RevolvedSurface surface = revolvedSurface(body.round, nbSides);
+    for (const auto& vertex : surface.vertices) body.vertices.push_back(toSpatial(vertex));
+    for (std::size_t i = 0; i + 2 < surface.indices.size(); i += 3)
+      body.facets.push_back({surface.indices[i], surface.indices[i + 1], surface.indices[i + 2]});
+    return;
+  }
+  const SpatialPoint u = directionAcross(body.round.axis), v = ormix::detail::cross(body.round.axis, u);
+  body.nbCorners = 2;
+  for (omUInt32 side = 0; side < nbSides; ++side) {
+    using ormix::detail::operator+;
+    using ormix::detail::operator*;
+    const omReal64 angle = s_twoPi * side / nbSides;
+    body.vertices.push_back(body.round.origin + (u * std::cos(angle) + v * std::sin(angle)) * body.round.radius0);
+    body.facets.push_back({side, (side + 1) % nbSides, (side + 1) % nbSides});
+  }
+}
+
 template <class T>
 void addBox(const BoundingBox3d<T>& box, std::vector<Point3dData<omReal64>>& points, ScenePart& part) {
   for (omUInt32 i = 0; i < 8; ++i) {
@@ -153,6 +177,7 @@ BoolResult makePart(const BaseGeometryEntity3d& entity, ScenePart& part) {
     part.indices = {0, 1};
   } else if (!isBox) {
     SpatialBody body = toBodyWithoutTree(entity);
+    if (body.kind == eBK_Round) addRound(body);
     part.isSmooth = body.kind == eBK_Ellipsoid;
     if (part.isSmooth) addEllipsoid(body);
     part.kind = body.nbCorners == 3 ? eSP_Triangles : body.nbCorners == 2 ? eSP_Lines : eSP_Points;
@@ -180,7 +205,9 @@ detail::SceneParts& HtmlScene::own() {
   return *_parts;
 }
 
-bool HtmlScene::isEmpty() const { return !_parts || (_parts->parts.empty() && _parts->planes.empty()); }
+bool HtmlScene::isEmpty() const {
+  return !_parts || (_parts->parts.empty() && _parts->planes.empty() && _parts->lines.empty());
+}
 
 void HtmlScene::setScale(std::string quantity, std::string unit, const std::optional<ColourScale>& scale) {
   own().quantity = std::move(quantity);
@@ -198,6 +225,14 @@ BoolResult HtmlScene::draw(const BaseGeometryEntity3d& entity, const HtmlSceneSt
     if (!std::isfinite(normal.getX() + normal.getY() + normal.getZ()) || !(std::abs(plan->getRho()) < 1e307))
       return refused(entity.getClassName(), failure("a coordinate is not finite or too large"));
     own().planes.push_back({{normal.getX(), normal.getY(), normal.getZ()}, plan->getRho(), style});
+    return true;
+  }
+  if (const auto* line = dynamic_cast<const Line3d*>(&entity)) {
+    const Point3dData<omReal64>&p = line->getNearestPointFromOrigin(), &d = line->getDirection();
+    if (!(std::max({std::abs(p.getX()), std::abs(p.getY()), std::abs(p.getZ())}) < 1e307) ||
+        !std::isfinite(p.getX() + p.getY() + p.getZ()))
+      return refused(entity.getClassName(), failure("a coordinate is not finite or too large"));
+    own().lines.push_back({{p.getX(), p.getY(), p.getZ()}, {d.getX(), d.getY(), d.getZ()}, style});
     return true;
   }
   ScenePart part;

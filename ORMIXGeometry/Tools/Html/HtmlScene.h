@@ -24,9 +24,10 @@ struct HtmlSceneStyle {
 
 /// Entities of space to be looked at from all sides in a page: see HtmlReport::addScene().
 ///
-/// Meshes and triangles are seen as they are; spheres, ellipsoids, cubes, cuboids and the surfaces of shapes, or
-/// else their voxels, as triangles; bounding boxes as their edges; segments as lines, vectors as lines from the origin;
-/// points as dots. A plan is a square as large as the rest of the scene, or of side 2.
+/// Meshes and triangles are seen as they are; spheres, ellipsoids, cylinders, cones, tori, cubes, cuboids and the
+/// surfaces of shapes, or else their voxels, as triangles; bounding boxes as their edges; segments as lines, vectors as
+/// lines from the origin; points as dots, circles as lines. A plan is a square as large as the rest of the scene, or of
+/// side 2, and a line a segment of the same size.
 ///
 /// Coordinates are single reals relative to the middle of each entity, so that what is far from the origin is as sharp
 /// as what is near, of any magnitude.

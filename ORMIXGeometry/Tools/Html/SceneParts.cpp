@@ -76,6 +76,20 @@ ScenePart squareOf(const ScenePlane& plane, const SceneFrame& all) {
   return square;
 }
 
+ScenePart segmentOf(const SceneLine& line, const SceneFrame& all) {
+  omReal64 foot = 0;
+  for (std::size_t k = 0; k < 3; ++k) foot += (all.center[k] - line.point[k]) * line.direction[k];
+  ScenePart segment;
+  segment.kind = eSP_Lines;
+  segment.frame.radius = all.radius;
+  for (std::size_t k = 0; k < 3; ++k) segment.frame.center[k] = line.point[k] + foot * line.direction[k];
+  for (const omReal64 side : {-1.0, 1.0})
+    for (std::size_t k = 0; k < 3; ++k) segment.positions.push_back(static_cast<omReal32>(side * line.direction[k]));
+  segment.indices = {0, 1};
+  segment.style = line.style;
+  return segment;
+}
+
 SceneFrame frameOf(const SceneParts& scene) {
   std::array<omReal64, 3> low{}, high{};
   bool isFirst = true;
@@ -90,6 +104,8 @@ SceneFrame frameOf(const SceneParts& scene) {
   for (const ScenePlane& plane : scene.planes)
     if (scene.parts.empty())
       add({plane.rho * plane.normal[0], plane.rho * plane.normal[1], plane.rho * plane.normal[2]}, 1);
+  for (const SceneLine& line : scene.lines)
+    if (scene.parts.empty()) add(line.point, 1);
   SceneFrame frame;
   if (isFirst) return frame;
   frame.radius = 0;
@@ -124,6 +140,7 @@ std::string toJson(const SceneParts& scene) {
   };
   for (const ScenePart& part : scene.parts) append(part);
   for (const ScenePlane& plane : scene.planes) append(squareOf(plane, all));
+  for (const SceneLine& line : scene.lines) append(segmentOf(line, all));
   return json += "]}";
 }
 

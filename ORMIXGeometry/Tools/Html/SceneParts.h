@@ -43,16 +43,24 @@ struct ScenePlane {
   HtmlSceneStyle style;
 };
 
+/// A line, of which a segment is shown when the rest of the scene is known.
+struct SceneLine {
+  std::array<omReal64, 3> point;      ///< nearest to the origin
+  std::array<omReal64, 3> direction;  ///< of length 1
+  HtmlSceneStyle style;
+};
+
 struct SceneParts {
   std::vector<ScenePart> parts;
   std::vector<ScenePlane> planes;
+  std::vector<SceneLine> lines;
   std::string unit;       ///< of the coordinates
   std::string quantity;   ///< what the values are
   std::string valueUnit;  ///< of the values
   std::optional<ColourScale> scale;
 };
 
-/// The ball around all parts and the point of each plan that is nearest to the origin.
+/// The ball around all parts and the point of each plan and each line that is nearest to the origin.
 SceneFrame frameOf(const SceneParts& scene);
 
 /// The scale of the values; nothing where no part has any.
@@ -60,6 +68,9 @@ std::optional<ColourScale> scaleOf(const SceneParts& scene);
 
 /// The square of a plan around the foot of the scene's centre, as large as the scene.
 ScenePart squareOf(const ScenePlane& plane, const SceneFrame& all);
+
+/// The segment of a line around the foot of the scene's centre, as long as the scene.
+ScenePart segmentOf(const SceneLine& line, const SceneFrame& all);
 
 /// Draws the scene as SvgWriter can: triangles from the farthest to the nearest. Of large meshes a simplified one.
 BoolResult drawScene(SvgWriter& writer, const SceneParts& scene);

@@ -56,9 +56,10 @@ BoolResult drawScene(SvgWriter& writer, const SceneParts& scene) {
   MeshViewOptions options;
   options.scale = scaleOf(scene);
   SpatialPicture picture(options.towardsViewer);
-  std::vector<ScenePart> squares;
-  for (const ScenePlane& plane : scene.planes) squares.push_back(squareOf(plane, all));
-  for (const auto* parts : {&scene.parts, &std::as_const(squares)})
+  std::vector<ScenePart> endless;
+  for (const ScenePlane& plane : scene.planes) endless.push_back(squareOf(plane, all));
+  for (const SceneLine& line : scene.lines) endless.push_back(segmentOf(line, all));
+  for (const auto* parts : {&scene.parts, &std::as_const(endless)})
     for (const ScenePart& part : *parts) {
       Points points = pointsOf(part, all);
       const auto component = [&part](std::size_t at) {

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/ORMIXGeometryException.h>
@@ -135,6 +136,11 @@ PlanarPoint nearestOf(const Ellipse2d<T>& ellipse, const Query& query) {
     const bool isInside = a > 0 && b > 0 && std::hypot(p.x / a, p.y / b) <= 1;
     return isInside && !query.isOfBoundary ? p : nearestOnEllipse(p, a, b);
   });
+}
+
+template <class T>
+PlanarPoint nearestOf(const Arc2d<T>& arc, const Query& query) {
+  return nearestOn(detail::circularArcOf(arc), query.point);
 }
 
 PlanarPoint nearestOf(const Line2d&, const Query&) { return s_nowhere; }

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/TypedEntity.h>
 #include <ORMIXGeometry/Tools/Svg/SvgShape.h>
@@ -65,6 +66,11 @@ template <class T>
 SvgShape shapeOf(const Ellipse2d<T>& ellipse) {
   return SvgEllipse{cast<omReal64>(ellipse.center()), std::abs(static_cast<omReal64>(ellipse.getMajorRadius())),
                     std::abs(static_cast<omReal64>(ellipse.getMinorRadius())), ellipse.getTheta()};
+}
+template <class T>
+SvgShape shapeOf(const Arc2d<T>& entity) {
+  const CircularArc arc = circularArcOf(entity);
+  return SvgArc{{arc.center.x, arc.center.y}, arc.radius, arc.start, arc.sweep};
 }
 template <class T>
 SvgShape shapeOf(const Square2d<T>& square) {
@@ -150,6 +156,14 @@ struct AddToExtent {
     const omReal64 height = std::hypot(ellipse.a * sinTheta, ellipse.b * cosTheta);
     extent.add({ellipse.center.getX() - width, ellipse.center.getY() - height});
     extent.add({ellipse.center.getX() + width, ellipse.center.getY() + height});
+  }
+  void operator()(const SvgArc& shape) const {
+    const CircularArc arc{{shape.center.getX(), shape.center.getY()}, shape.radius, shape.start, shape.sweep};
+    const auto add = [this](const PlanarPoint& point) { extent.add({point.x, point.y}); };
+    add(pointAt(arc, arc.start));
+    add(pointAt(arc, arc.start + arc.sweep));
+    for (const PlanarPoint& side : {PlanarPoint{1, 0}, {0, 1}, {-1, 0}, {0, -1}})
+      if (hasDirection(arc, side)) add({arc.center.x + arc.radius * side.x, arc.center.y + arc.radius * side.y});
   }
   void operator()(const SvgImage& image) const {
     extent.add(image.low);

@@ -36,6 +36,13 @@ struct SvgEllipse {
   omReal64 b;       ///< radius across it, not negative
   omReal64 theta;   ///< angle from the x axis, in radians
 };
+/// An arc of a circle.
+struct SvgArc {
+  SvgPoint center;  ///< centre
+  omReal64 radius;  ///< not negative
+  omReal64 start;   ///< angle of its start from the x axis, in radians
+  omReal64 sweep;   ///< angle from there, at most a full turn in either direction
+};
 /// An image that fills a box, its first row at the upper edge of the picture.
 struct SvgImage {
   SvgPoint low;           ///< corner of the box with the smallest coordinates
@@ -56,7 +63,7 @@ struct SvgParabola {
 };
 
 /// The curve, region or points that are drawn for an entity, in the coordinates of the entity.
-using SvgShape = std::variant<SvgPath, SvgCurves, SvgDots, SvgEllipse, SvgImage, SvgLine, SvgParabola>;
+using SvgShape = std::variant<SvgPath, SvgCurves, SvgDots, SvgEllipse, SvgArc, SvgImage, SvgLine, SvgParabola>;
 
 /// The shape of an entity of any planar class; nothing when its class is not supported. Linear in its points.
 std::optional<SvgShape> svgShape(const BaseGeometryEntity2d& entity);

@@ -57,6 +57,23 @@ class ShapeWriter {
     return center;
   }
 
+  std::optional<SvgPoint> operator()(const SvgArc& arc) const {
+    const auto at = [&arc, this](omReal64 angle) {
+      return _frame.toPixels(
+          {arc.center.getX() + arc.radius * std::cos(angle), arc.center.getY() + arc.radius * std::sin(angle)});
+    };
+    // By pieces of less than half a turn, which their ends determine.
+    const int nbPieces = 1 + static_cast<int>(std::abs(arc.sweep) / 2.5);
+    const bool isPositive = (arc.sweep > 0) == _frame.yDown;
+    _element << "<path d=\"M" << at(arc.start);
+    for (int piece = 1; piece <= nbPieces; ++piece)
+      _element << "A" << arc.radius * _frame.scale << " " << arc.radius * _frame.scale << " 0 0 "
+               << (isPositive ? "1 " : "0 ") << at(arc.start + arc.sweep * piece / nbPieces);
+    _element << "\"";
+    writeStyle();
+    return at(arc.start + arc.sweep / 2);
+  }
+
   std::optional<SvgPoint> operator()(const SvgImage& image) const {
     const SvgPoint first = _frame.toPixels(image.low), second = _frame.toPixels(image.high);
     _element << "<image x=\"" << first.getX() << "\" y=\"" << std::min(first.getY(), second.getY()) << "\" width=\""

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Measure/MeasureParts.h>
 #include <ORMIXGeometry/Transform/2d/CentroidTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
@@ -121,6 +122,17 @@ bool centroidOf(const Shape2d& shape, eHoleMsrPolicy policy, Centroid& centroid)
     pixels.add(x1 - x0, pixels.offsetOf(middle));
   });
   return setTo(centroid, pixels);
+}
+// Of the curve.
+template <class T>
+bool centroidOf(const Arc2d<T>& entity, eHoleMsrPolicy, Centroid& centroid) {
+  const CircularArc arc = detail::circularArcOf(entity);
+  const omReal64 half = std::abs(arc.sweep) / 2;
+  const omReal64 share = half > 0 ? std::sin(half) / half : 1;
+  const PlanarPoint center =
+      isFull(arc) ? arc.center
+                  : pointAt({arc.center, arc.radius * share, arc.start, arc.sweep}, arc.start + arc.sweep / 2);
+  return std::isfinite(arc.radius) && setTo(centroid, center.x, center.y);
 }
 /// Circles, ellipses, squares and rectangles, whose sizes have to be numbers too, as for an envelope.
 template <class Entity>

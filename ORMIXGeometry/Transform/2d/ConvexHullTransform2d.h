@@ -33,9 +33,9 @@ struct PlanarHullOf<Ellipse2d<T>> {
 /// outermost points: three vertices are stored, the third equal to the first. A shape without boundaries has the hull
 /// of its pixels.
 ///
-/// Vectors, lines and parabolas have none, nor has what has no points, a null hole, a number that is not finite, or
-/// pixels whose corners are no numbers of omReal32 (beyond 2^24). In place for polygons, circles and ellipses. O(n log
-/// n).
+/// Vectors, lines, parabolas and arcs have none, nor has what has no points, a null hole, a number that is not finite,
+/// or pixels whose corners are no numbers of omReal32 (beyond 2^24). In place for polygons, circles and ellipses. O(n
+/// log n).
 class ORMIX_GEOMETRY_API ConvexHullTransform2d : public DerivedTransform<ConvexHullTransform2d, PlanarTransforms> {
  public:
   static constexpr const char* s_className = "ormix::geom::ConvexHullTransform2d";  ///< registered name

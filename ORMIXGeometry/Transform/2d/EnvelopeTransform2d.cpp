@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Transform/2d/EnvelopeTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/PlanarParts.h>
 #include <ORMIXGeometry/Transform/EnvelopeOf.h>
@@ -69,6 +70,27 @@ bool grow(Box<omReal32>& box, const Shape2d& shape) {
     pixels.includeRun(xy, 2);
   });
   box.setRounded(pixels);
+  return true;
+}
+
+// The ends, and the outermost points of the circle in the directions that the arc passes.
+template <class T>
+bool grow(Box<T>& box, const Arc2d<T>& entity) {
+  const CircularArc arc = detail::circularArcOf(entity);
+  Box<omReal64> points;
+  bool isTurned = false;
+  for (const omReal64 angle : {arc.start, arc.start + arc.sweep}) {
+    const PlanarPoint end = pointAt(arc, angle);
+    const omReal64 xy[] = {end.x, end.y};
+    points.includeRun(xy, 1);
+    isTurned = isTurned || angle != 0;
+  }
+  for (const PlanarPoint& direction : {PlanarPoint{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
+    const omReal64 xy[] = {arc.center.x + arc.radius * direction.x, arc.center.y + arc.radius * direction.y};
+    if (hasDirection(arc, direction)) points.includeRun(xy, 1);
+  }
+  const omReal64 size = std::abs(arc.center.x) + std::abs(arc.center.y) + arc.radius;
+  box.setRounded(points, isTurned ? size * detail::s_turnError : 0);
   return true;
 }
 

@@ -23,6 +23,7 @@ template <class T> inline constexpr eMapRequirement s_mapRequirement<PointCloud2
 template <>        inline constexpr eMapRequirement s_mapRequirement<Shape2d>               = eMR_StraightLines;
 template <>        inline constexpr eMapRequirement s_mapRequirement<Skeleton2d>            = eMR_Angles;
 template <>        inline constexpr eMapRequirement s_mapRequirement<SkeletonVertex2d>      = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Arc2d<T>>              = eMR_Angles;
 
 template <class T> inline constexpr bool s_isRunOfPoints<PointCloud2d<T>> = true;
 template <class T> inline constexpr bool s_isRunOfPoints<Polygon2d<T>> = true;

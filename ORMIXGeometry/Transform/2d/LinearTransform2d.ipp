@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/2d/Arc/Arc2d.h>
 #include <ORMIXGeometry/Entity/2d/BoundingBox/BoundingBox2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
@@ -16,6 +17,7 @@
 #include <ORMIXGeometry/Entity/2d/Square/Square2d.h>
 #include <ORMIXGeometry/Entity/2d/Vector/Vector2d.h>
 #include <ORMIXGeometry/Transform/2d/LinearTransform2d.h>
+#include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXGeometry/Transform/LinearTransform.ipp>
 
 #include <cmath>
@@ -113,6 +115,21 @@ bool mapInSitu(const Map& map, Parabola2d& parabola) {
   if (!mapPoint(map, focus) || !mapInSitu(map, directrix)) return false;
   parabola.setFocus(focus);
   parabola.setDirectrix(directrix);
+  return true;
+}
+
+// The image of its set of points: a negative scale turns the arc by half a turn.
+template <class Map, class T>
+bool mapInSitu(const Map& map, Arc2d<T>& arc) {
+  using Math = std::decay_t<decltype(map.math)>;
+  Point2dData<T> center = arc.center();
+  T radius = arc.getRadius();
+  omReal64 start = arc.getStartAngle();
+  const omReal64 factor = lengthFactor(map.math);
+  if (!mapPoint(map, center) || !scaleLength(std::abs(factor), radius) || !mapAngle(map, start)) return false;
+  if constexpr (preserves<Math>(eMR_Directions))
+    if (factor < 0) start = std::remainder(start + s_pi, s_twoPi);
+  arc.setCoords(center, radius, start, arc.getSweep());
   return true;
 }
 

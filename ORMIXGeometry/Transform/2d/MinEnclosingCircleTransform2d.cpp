@@ -1,7 +1,9 @@
+#include <ORMIXGeometry/Entity/2d/Arc/CircularArcOf.h>
 #include <ORMIXGeometry/Transform/2d/MinEnclosingCircleTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/PlanarParts.h>
 #include <ORMIXGeometry/Transform/EnclosingRadius.h>
 #include <ORMIXMath/Enclosing/SmallestBall.h>
+#include <ORMIXMath/Scalar/Constants.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.ipp>
 
 #include <algorithm>
@@ -36,6 +38,16 @@ bool enclose(const Ellipse2d<T>& ellipse, Circle2d<omReal64>& circle) {
   const omReal64 a = std::abs(omReal64(ellipse.getMajorRadius()));
   const omReal64 b = std::abs(omReal64(ellipse.getMinorRadius()));
   return std::isfinite(b) && encloseRound(ellipse.center(), std::max(a, b), circle);
+}
+// Of less than half a turn the circle around the chord.
+template <class T>
+bool enclose(const Arc2d<T>& entity, Circle2d<omReal64>& circle) {
+  const CircularArc arc = detail::circularArcOf(entity);
+  const omReal64 half = std::abs(arc.sweep) / 2;
+  if (half >= s_pi / 2) return encloseRound(entity.center(), arc.radius, circle);
+  const PlanarPoint middle =
+      pointAt({arc.center, arc.radius * std::cos(half), arc.start, arc.sweep}, arc.start + arc.sweep / 2);
+  return encloseRound(Point2dData<omReal64>(middle.x, middle.y), arc.radius * std::sin(half), circle);
 }
 
 }  // namespace

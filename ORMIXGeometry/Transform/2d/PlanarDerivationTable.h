@@ -23,8 +23,8 @@ constexpr PlanarDerivations noPlanarDerivations() {
 }  // namespace detail
 
 /// What can be derived from an entity: a table with a row for each entity of the plane. A missing row does not compile;
-/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything; a vector
-/// has no place.
+/// what is no entity of the library has nothing. Everything that is bounded and has a place has everything, except that
+/// no class holds the convex hull of an arc; a vector has no place.
 template <class Entity>
 inline constexpr PlanarDerivations s_planarDerivationsOf = detail::noPlanarDerivations<Entity>();
 // clang-format off
@@ -47,6 +47,7 @@ template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Poin
 template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Shape2d>               {true,     true,       true,     true};
 template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<Skeleton2d>            {false,    false,      false,    false};
 template <>        inline constexpr PlanarDerivations s_planarDerivationsOf<SkeletonVertex2d>      {false,    false,      false,    false};
+template <class T> inline constexpr PlanarDerivations s_planarDerivationsOf<Arc2d<T>>              {true,     false,      true,     true};
 /// @}
 // clang-format on
 

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/RoundSolidOf.h>
 #include <ORMIXGeometry/Measure/3d/MeshMoments3d.h>
 #include <ORMIXGeometry/Measure/3d/TriMeshMeasures.h>
 #include <ORMIXGeometry/Transform/3d/CentroidTransform3d.h>
@@ -159,11 +160,16 @@ bool isWhole(const Entity& entity) {
   EnvelopeTransform3d::Result<Entity> box;
   return EnvelopeTransform3d().derive(entity, box);
 }
-/// Spheres and ellipsoids.
+/// Of cylinders, cones, tori, circles, spheres and ellipsoids.
 template <class Entity>
 bool centroidOf(const Entity& entity, eHoleMsrPolicy, Centroid& centroid) {
-  return isWhole(entity) &&
-         setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ()));
+  if constexpr (detail::s_isRoundSolid<Entity>) {
+    const SpatialPoint center = ormix::centroid(detail::roundSolidOf(entity));
+    return isWhole(entity) && setTo(centroid, center.x, center.y, center.z);
+  } else {
+    return isWhole(entity) &&
+           setTo(centroid, omReal64(entity.centerX()), omReal64(entity.centerY()), omReal64(entity.centerZ()));
+  }
 }
 // Cubes and cuboids are turned about the origin of coordinates, their centre with them (intended).
 template <class Solid>

@@ -21,8 +21,8 @@ namespace ormix::geom {
 /// Computed about the first vertex: to 1e-14 of the size, wherever it lies, as far as omReal64 has the number. A
 /// volume counts as 0 within the rounding of its sum, 1e-15 of area times extent, and if its centroid is outside.
 ///
-/// Vectors and plans have none, nor has what has no points, a null hole that counts, or a number that is not finite. In
-/// place for `Point3d<omReal64>`, which it leaves as it is. Linear in the number of triangles.
+/// Vectors, plans and lines have none, nor has what has no points, a null hole that counts, or a number that is not
+/// finite. In place for `Point3d<omReal64>`, which it leaves as it is. Linear in the number of triangles.
 class ORMIX_GEOMETRY_API CentroidTransform3d : public DerivedTransform<CentroidTransform3d, SpatialTransforms> {
  public:
   static constexpr const char* s_className = "ormix::geom::CentroidTransform3d";  ///< registered name

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
 #include <ORMIXGeometry/Transform/3d/ConvexHullTransform3d.h>
+#include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
 #include <ORMIXMath/Scalar/Round.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.ipp>
@@ -53,6 +54,21 @@ bool deriveHull(const Ellipsoid3d<T>& ellipsoid, Ellipsoid3d<T>& result) {
                                     ellipsoid.getBeta(),
                                     ellipsoid.getChi()};
   return std::all_of(all.begin(), all.end(), [](omReal64 value) { return std::isfinite(value); });
+}
+/// Cylinders and cones, of which the envelope says whether all numbers are finite.
+template <class Solid>
+bool deriveConvex(const Solid& solid, Solid& result) {
+  result = solid;
+  EnvelopeTransform3d::Result<Solid> box;
+  return EnvelopeTransform3d().derive(solid, box);
+}
+template <class T>
+bool deriveHull(const Cylinder3d<T>& cylinder, Cylinder3d<T>& result) {
+  return deriveConvex(cylinder, result);
+}
+template <class T>
+bool deriveHull(const Cone3d<T>& cone, Cone3d<T>& result) {
+  return deriveConvex(cone, result);
 }
 
 }  // namespace

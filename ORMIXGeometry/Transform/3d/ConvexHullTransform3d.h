@@ -18,20 +18,29 @@ struct SpatialHullOf<Sphere3d<T>> {
   using Type = Sphere3d<T>;
 };
 template <class T>
+struct SpatialHullOf<Cylinder3d<T>> {
+  using Type = Cylinder3d<T>;
+};
+template <class T>
+struct SpatialHullOf<Cone3d<T>> {
+  using Type = Cone3d<T>;
+};
+template <class T>
 struct SpatialHullOf<Ellipsoid3d<T>> {
   using Type = Ellipsoid3d<T>;
 };
 }  // namespace detail
 
 /// The convex hull of a spatial entity: a closed exterior `Mesh3d` of its coordinate type, of a shape that of its
-/// boundaries, as quickHull() answers it. Spheres and ellipsoids are convex, and answer themselves.
+/// boundaries, as quickHull() answers it. Spheres, ellipsoids, cylinders and cones are convex, and answer
+/// themselves.
 ///
 /// It is that of the stored numbers, exactly; of cubes and cuboids that of their corners, rounded to the coordinate
 /// type. A shape without boundaries has the hull of its voxels.
 ///
-/// Vectors, plans, points, segments and triangles have none, nor has what lies in one plane, what has a null hole, a
-/// number that is not finite, or voxels whose corners are no numbers of omReal32 (beyond 2^24). In place for meshes,
-/// spheres and ellipsoids.
+/// Vectors, plans, points, segments, triangles, tori, circles and lines have none, nor has what lies in one plane, what
+/// has a null hole, a number that is not finite, or voxels whose corners are no numbers of omReal32 (beyond 2^24). In
+/// place for meshes, spheres, ellipsoids, cylinders and cones.
 class ORMIX_GEOMETRY_API ConvexHullTransform3d : public DerivedTransform<ConvexHullTransform3d, SpatialTransforms> {
  public:
   static constexpr const char* s_className = "ormix::geom::ConvexHullTransform3d";  ///< registered name

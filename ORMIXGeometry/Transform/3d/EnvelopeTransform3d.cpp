@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/RoundSolidOf.h>
 #include <ORMIXGeometry/Transform/3d/EnvelopeTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
 #include <ORMIXGeometry/Transform/EnvelopeOf.h>
@@ -40,6 +41,54 @@ bool grow(Box<T>& box, const Ellipsoid3d<T>& ellipsoid) {
     return detail::ellipsoidHalfExtent<3>({axes(row, 0), axes(row, 1), axes(row, 2)}, radii);
   };
   box.setAround(toArray(ellipsoid.center()), {halfExtent(0), halfExtent(1), halfExtent(2)});
+  return true;
+}
+
+/// How far a disc across a unit vector reaches along an axis, and a ball around it.
+detail::HalfExtent discHalfExtent(omReal64 first, omReal64 second, omReal64 radius, omReal64 ball = 0) {
+  // Across the axis where the other components are 0, along it where they are a unit vector.
+  const omReal64 sine = std::hypot(first, second);
+  return {ormix::detail::sumUp(sine * radius, ball), sine == 0 || sine == 1 || radius == 0};
+}
+template <class T>
+Box<T> boxOfDisc(const Point3dData<T>& center, const SpatialPoint& axis, omReal64 radius, omReal64 ball = 0) {
+  Box<T> box;
+  box.setAround(toArray(center),
+                {discHalfExtent(axis.y, axis.z, radius, ball), discHalfExtent(axis.z, axis.x, radius, ball),
+                 discHalfExtent(axis.x, axis.y, radius, ball)});
+  return box;
+}
+
+/// The box of both discs of a cylinder or a cone.
+template <class T, class Solid>
+bool growFrustum(Box<T>& box, const Solid& entity) {
+  const RoundSolid solid = detail::roundSolidOf(entity);
+  // Without a number there is no axis.
+  if (!std::isfinite(solid.height)) return false;
+  box = boxOfDisc(entity.getPoint0(), solid.axis, solid.radius0);
+  const Box<T> other = boxOfDisc(entity.getPoint1(), solid.axis, solid.radius1);
+  box.isFinite = box.isFinite && other.isFinite;
+  for (std::size_t axis = 0; axis < 3; ++axis) box.include(axis, other.low[axis], other.high[axis]);
+  return true;
+}
+template <class T>
+bool grow(Box<T>& box, const Cylinder3d<T>& cylinder) {
+  return growFrustum(box, cylinder);
+}
+template <class T>
+bool grow(Box<T>& box, const Cone3d<T>& cone) {
+  return growFrustum(box, cone);
+}
+template <class T>
+bool grow(Box<T>& box, const Torus3d<T>& torus) {
+  const RoundSolid solid = detail::roundSolidOf(torus);
+  box = boxOfDisc(torus.center(), solid.axis, solid.radius0, solid.radius1);
+  return true;
+}
+template <class T>
+bool grow(Box<T>& box, const Circle3d<T>& circle) {
+  const RoundSolid solid = detail::roundSolidOf(circle);
+  box = boxOfDisc(circle.center(), solid.axis, solid.radius0);
   return true;
 }
 

@@ -11,12 +11,13 @@ namespace ormix::geom {
 /// The smallest box, with sides along the axes, around a spatial entity: a `BoundingBox3d` of its coordinate type, of a
 /// shape that of its boundaries.
 ///
-/// It contains every point of the entity, as EnvelopeTransform2d says; of ellipsoids, cubes and cuboids that are
-/// turned, sides in reals are a few units in the last place too far out. Cubes and cuboids are where their corners are,
-/// turned about the origin of coordinates. A shape without boundaries has that of its voxels.
+/// It contains every point of the entity, as EnvelopeTransform2d says; of ellipsoids, cubes, cuboids, cylinders, cones,
+/// tori and circles that are turned, sides in reals are a few units in the last place too far out. Cubes and cuboids
+/// are where their corners are, turned about the origin of coordinates. A shape without boundaries has that of its
+/// voxels.
 ///
-/// Vectors and plans have none, nor has what has no points, a null hole or a number that is not finite. In place for
-/// boxes only. Linear in the number of vertices; those of a mesh that no triangle has are within the box, too.
+/// Vectors, plans and lines have none, nor has what has no points, a null hole or a number that is not finite. In place
+/// for boxes only. Linear in the number of vertices; those of a mesh that no triangle has are within the box, too.
 class ORMIX_GEOMETRY_API EnvelopeTransform3d : public DerivedTransform<EnvelopeTransform3d, SpatialTransforms> {
  public:
   static constexpr const char* s_className = "ormix::geom::EnvelopeTransform3d";

@@ -21,6 +21,11 @@ template <class T> inline constexpr eMapRequirement s_mapRequirement<PointCloud3
 template <class T> inline constexpr eMapRequirement s_mapRequirement<Mesh3d<T>>          = eMR_StraightLines;
 template <class T> inline constexpr eMapRequirement s_mapRequirement<MeshWithHoles3d<T>> = eMR_StraightLines;
 template <>        inline constexpr eMapRequirement s_mapRequirement<Shape3d>            = eMR_StraightLines;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Cylinder3d<T>>      = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Cone3d<T>>          = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Torus3d<T>>         = eMR_Angles;
+template <class T> inline constexpr eMapRequirement s_mapRequirement<Circle3d<T>>        = eMR_Angles;
+template <>        inline constexpr eMapRequirement s_mapRequirement<Line3d>             = eMR_Parallels;
 
 template <class T> inline constexpr bool s_isRunOfPoints<PointCloud3d<T>> = true;
 // clang-format on
@@ -35,6 +40,9 @@ template <class T> inline constexpr bool s_isRunOfPoints<PointCloud3d<T>> = true
 /// its corners about the origin of coordinates, so the corners are the images of those before under a scale; under a
 /// translation in general only when no angle turns them, under a rotation only when the centre is the origin
 /// (intended).
+///
+/// The image of a cylinder, a cone, a torus, a circle or a line is that set of points: radii stay positive, and an axis
+/// or a normal is turned by the rotation, not by the sign of a scale. A scale of 0 leaves no line.
 ///
 /// Of a shape the surfaces are mapped and the voxels left as they are: no other grid is their image.
 template <class Self, class Math>

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/BoundingBox/BoundingBox3d.h>
+#include <ORMIXGeometry/Entity/3d/Circle/Circle3d.h>
+#include <ORMIXGeometry/Entity/3d/Cone/Cone3d.h>
 #include <ORMIXGeometry/Entity/3d/Cube/Cube3d.h>
 #include <ORMIXGeometry/Entity/3d/Cuboid/Cuboid3d.h>
+#include <ORMIXGeometry/Entity/3d/Cylinder/Cylinder3d.h>
 #include <ORMIXGeometry/Entity/3d/Ellipsoid/Ellipsoid3d.h>
+#include <ORMIXGeometry/Entity/3d/Line/Line3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Entity/3d/MeshWithHoles/MeshWithHoles3d.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3d.h>
@@ -11,6 +15,7 @@
 #include <ORMIXGeometry/Entity/3d/Segment/Segment3d.h>
 #include <ORMIXGeometry/Entity/3d/Shape/Shape3d.h>
 #include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
+#include <ORMIXGeometry/Entity/3d/Torus/Torus3d.h>
 #include <ORMIXGeometry/Entity/3d/Triangle/Triangle3d.h>
 #include <ORMIXGeometry/Entity/3d/Vector/Vector3d.h>
 #include <ORMIXGeometry/Transform/3d/LinearTransform3d.h>
@@ -110,6 +115,93 @@ bool mapInSitu(const Map& map, Cuboid3d<T>& cuboid) {
   cuboid.setCoords(center, halfLength, halfWidth, halfHeight, angles.chi, angles.beta, angles.alpha);
   return true;
 }
+
+/// \name Cylinders, cones, tori, circles and lines, each of which becomes its image as a set of points.
+/// @{
+
+/// The lengths under the map, without the sign of its scale.
+template <class Map, class... T>
+bool mapSize(const Map& map, T&... lengths) {
+  const omReal64 factor = std::abs(lengthFactor(map.math));
+  return (scaleLength(factor, lengths) && ...);
+}
+
+/// Turns a direction by the rotation that is in the map; unchanged, to the bit, where the map keeps directions. False
+/// where the angles are not finite.
+template <class Map>
+bool turnDirection(const Map& map, Point3dData<omReal64>& direction) {
+  if constexpr (!preserves<std::decay_t<decltype(map.math)>>(eMR_Directions)) {
+    // By the map's own angles and not its matrix, which a scale of zero leaves without a direction.
+    const RotationMatrix rows = eulerToMatrix(map.math.getAlpha(), map.math.getBeta(), map.math.getChi());
+    const auto along = [&direction](const std::array<omReal64, 3>& row) {
+      return row[0] * direction.getX() + row[1] * direction.getY() + row[2] * direction.getZ();
+    };
+    const Point3dData<omReal64> turned(along(rows[0]), along(rows[1]), along(rows[2]));
+    if (!std::isfinite(turned.getX() + turned.getY() + turned.getZ())) return false;
+    direction = turned;
+  }
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Cylinder3d<T>& cylinder) {
+  Point3dData<T> pt0 = cylinder.getPoint0();
+  Point3dData<T> pt1 = cylinder.getPoint1();
+  T radius = cylinder.getRadius();
+  if (!mapPoint(map, pt0, pt1) || !mapSize(map, radius)) return false;
+  cylinder.setCoords(pt0, pt1, radius);
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Cone3d<T>& cone) {
+  Point3dData<T> pt0 = cone.getPoint0();
+  Point3dData<T> pt1 = cone.getPoint1();
+  T radius0 = cone.getRadius0();
+  T radius1 = cone.getRadius1();
+  if (!mapPoint(map, pt0, pt1) || !mapSize(map, radius0, radius1)) return false;
+  cone.setCoords(pt0, pt1, radius0, radius1);
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Torus3d<T>& torus) {
+  Point3dData<T> center = torus.center();
+  Point3dData<omReal64> axis = torus.getAxis();
+  T majorRadius = torus.getMajorRadius();
+  T minorRadius = torus.getMinorRadius();
+  if (!mapPoint(map, center) || !mapSize(map, majorRadius, minorRadius) || !turnDirection(map, axis)) return false;
+  torus.setCoords(center, axis, majorRadius, minorRadius);
+  return true;
+}
+
+template <class Map, class T>
+bool mapInSitu(const Map& map, Circle3d<T>& circle) {
+  Point3dData<T> center = circle.center();
+  Point3dData<omReal64> normal = circle.getNormal();
+  T radius = circle.getRadius();
+  if (!mapPoint(map, center) || !mapSize(map, radius) || !turnDirection(map, normal)) return false;
+  circle.setCoords(center, normal, radius);
+  return true;
+}
+
+template <class Map>
+bool mapInSitu(const Map& map, Line3d& line) {
+  using Math = std::decay_t<decltype(map.math)>;
+  Point3dData<omReal64> point = line.getNearestPointFromOrigin();
+  Point3dData<omReal64> direction = line.getDirection();
+  if (!mapPoint(map, point)) return false;
+  const auto& c = map.math.getCoefficients();
+  const omReal64 x = direction.getX(), y = direction.getY(), z = direction.getZ();
+  const Point3dData<omReal64> image(c.xx * x + c.xy * y + c.xz * z, c.yx * x + c.yy * y + c.yz * z,
+                                    c.zx * x + c.zy * y + c.zz * z);
+  const omReal64 length = std::hypot(image.getX(), image.getY(), image.getZ());
+  if (!std::isfinite(length) || length == 0) return false;
+  if constexpr (!preserves<Math>(eMR_Directions)) direction = image;
+  line.setCoords(point, direction);
+  return true;
+}
+/// @}
 
 /// \name Runs of points and trees of them.
 /// @{

@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Entity/3d/RoundSolidOf.h>
 #include <ORMIXGeometry/Transform/3d/MinEnclosingSphereTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/SpatialParts.h>
 #include <ORMIXGeometry/Transform/EnclosingRadius.h>
@@ -15,12 +16,20 @@ namespace {
 
 template <class Entity>
 bool enclose(const Entity& entity, Sphere3d<omReal64>& sphere) {
-  return detail::useHullPoints(entity, [&sphere](const auto* xyz, std::size_t nbPoints) {
-    EnclosingSphere ball;
-    if (!smallestEnclosingSphere(xyz, nbPoints, ball)) return false;
-    sphere = {{ball.center[0], ball.center[1], ball.center[2]}, detail::enclosingRadius(ball.radius)};
-    return true;
-  });
+  if constexpr (detail::s_isRoundSolid<Entity>) {
+    SpatialPoint center;
+    omReal64 radius = 0;
+    enclosingBall(detail::roundSolidOf(entity), center, radius);
+    sphere = {{center.x, center.y, center.z}, radius};
+    return std::isfinite(center.x + center.y + center.z) && std::isfinite(radius);
+  } else {
+    return detail::useHullPoints(entity, [&sphere](const auto* xyz, std::size_t nbPoints) {
+      EnclosingSphere ball;
+      if (!smallestEnclosingSphere(xyz, nbPoints, ball)) return false;
+      sphere = {{ball.center[0], ball.center[1], ball.center[2]}, detail::enclosingRadius(ball.radius)};
+      return true;
+    });
+  }
 }
 template <class T>
 bool encloseRound(const Point3dData<T>& center, omReal64 radius, Sphere3d<omReal64>& sphere) {

@@ -15,8 +15,8 @@ namespace ormix::geom {
 /// of the smallest, see smallestEnclosingSphere(), which also tells the points that determine the sphere. A sphere
 /// answers itself, an ellipsoid the sphere around its major axis. A shape without boundaries has that of its voxels.
 ///
-/// Vectors and plans have none, nor has what has no points, a null hole, or a number that is not finite. In place for
-/// `Sphere3d<omReal64>`. Linear in the number of points, with about ten passes.
+/// Vectors, plans and lines have none, nor has what has no points, a null hole, or a number that is not finite. In
+/// place for `Sphere3d<omReal64>`. Linear in the number of points, with about ten passes.
 class ORMIX_GEOMETRY_API MinEnclosingSphereTransform3d
     : public DerivedTransform<MinEnclosingSphereTransform3d, SpatialTransforms> {
  public:

@@ -24,7 +24,8 @@ constexpr SpatialDerivations noSpatialDerivations() {
 
 /// What can be derived from an entity: a table with a row for each entity of space. A missing row does not compile;
 /// what is no entity of the library has nothing. Everything that is bounded and has a place has everything, except that
-/// points, segments and triangles have no convex hull, as they are flat; a vector has no place.
+/// points, segments, triangles and circles have no convex hull, as they are flat, nor have tori, as no class holds it;
+/// a vector has no place.
 template <class Entity>
 inline constexpr SpatialDerivations s_spatialDerivationsOf = detail::noSpatialDerivations<Entity>();
 // clang-format off
@@ -45,6 +46,11 @@ template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Po
 template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Mesh3d<T>>          {true,     true,       true,     true};
 template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<MeshWithHoles3d<T>> {true,     true,       true,     true};
 template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Shape3d>            {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cylinder3d<T>>      {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Cone3d<T>>          {true,     true,       true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Torus3d<T>>         {true,     false,      true,     true};
+template <class T> inline constexpr SpatialDerivations s_spatialDerivationsOf<Circle3d<T>>        {true,     false,      true,     true};
+template <>        inline constexpr SpatialDerivations s_spatialDerivationsOf<Line3d>             {false,    false,      false,    false};
 /// @}
 // clang-format on
 

@@ -59,6 +59,7 @@ TEST(EntityTable, OfThePlane) {
                            "edges=[0, 1]], [point=[0.75, 0.625], radius=0.75, edges=[1]]], edges=[[0, 1], [1, 2]]]");
   expectEntity<SkeletonVertex2d>(13, "eE2DT_Skeleton", "[point=[1, 2], radius=0.5, edges=[3, 4]]");
   expectEntities<Segment2d>(14, "eE2DT_Segment", "[p0=[1, 2], p1=[7, 5]]");
+  expectEntities<Arc2d>(15, "eE2DT_Arc", "[center=[1, 2], radius=3, start=0.25, sweep=-1.5]");
 }
 
 TEST(EntityTable, OfSpace) {
@@ -79,6 +80,11 @@ TEST(EntityTable, OfSpace) {
   expectEntity<Plan3d>(11, "eE3DT_Plan", "[rho=1.25, theta=0.5, phi=-0.25]", false);
   expectEntities<Segment3d>(12, "eE3DT_Segment", "[p0=[1, 2, 3], p1=[7, 5, 6]]");
   expectEntities<Triangle3d>(13, "eE3DT_Triangle", "[pt0=[1, 2, 3], pt1=[7, 5, 6], pt2=[4, 8, 9]]");
+  expectEntities<Cylinder3d>(14, "eE3DT_Cylinder", "[p0=[1, 2, 3], p1=[7, 5, 6], radius=4]");
+  expectEntities<Cone3d>(15, "eE3DT_Cone", "[p0=[1, 2, 3], p1=[7, 5, 6], radius0=4, radius1=2]");
+  expectEntities<Torus3d>(16, "eE3DT_Torus", "[center=[1, 2, 3], axis=[0, 0.6, 0.8], R=5, r=2]");
+  expectEntities<Circle3d>(17, "eE3DT_Circle", "[center=[1, 2, 3], normal=[0, 0.6, 0.8], radius=4]");
+  expectEntity<Line3d>(18, "eE3DT_Line", "[point=[1, -0.16, 0.12], direction=[0, 0.6, 0.8]]");
 }
 
 TEST(EntityTable, OfWhatIsEmptyAndOfEnumerators) {
@@ -89,7 +95,7 @@ TEST(EntityTable, OfWhatIsEmptyAndOfEnumerators) {
        << ' ' << eM2DT_HuMoments << ' ' << eP2DT_Interior;
   EXPECT_EQ(text.str(),
             "eE2DT_Skeleton eE2DT_Square eCD_3d eCS2DT_Polar eHMP_IgnoreHoles eM2DT_HuMoments eP2DT_Interior");
-  EXPECT_EQ(toString(static_cast<eEntity2dType>(15)), "eEntity2dType(15)");
+  EXPECT_EQ(toString(static_cast<eEntity3dType>(19)), "eEntity3dType(19)");
 }
 
 template <class T>
@@ -114,6 +120,9 @@ TYPED_TEST(GettersAndSetters, OfThePlaneBelongTogether) {
   this->template expectRebuilt<Ellipse2d>([&](auto& to, auto& from) {
     to.setCenter(centerOf(from)), to.setMajorRadius(from.getMajorRadius()), to.setMinorRadius(from.getMinorRadius());
     to.setTheta(std::atan2(from.getSinTheta(), from.getCosTheta()));
+  });
+  this->template expectRebuilt<Arc2d>([&](auto& to, auto& from) {
+    to.setCenter(from.center()), to.setRadius(from.getRadius()), to.setAngles(from.getStartAngle(), from.getSweep());
   });
   this->template expectRebuilt<Square2d>([&](auto& to, auto& from) {
     to.setCenter(centerOf(from)), to.setHalfLength(from.getLength() / 2), to.setOrientation(from.getOrientation());
@@ -148,6 +157,20 @@ TYPED_TEST(GettersAndSetters, OfSpaceBelongTogether) {
   this->template expectRebuilt<Cuboid3d>([&](auto& to, auto& from) {
     to.setCenter(centerOf(from)), to.setHalfLength(from.getLength() / 2), to.setHalfWidth(from.getWidth() / 2);
     to.setHalfHeight(from.getHeight() / 2), setAngles(to, from);
+  });
+  this->template expectRebuilt<Cylinder3d>([](auto& to, auto& from) {
+    to.setPoint0(from.getPoint0()), to.setPoint1(from.getPoint1()), to.setRadius(from.getRadius());
+  });
+  this->template expectRebuilt<Cone3d>([](auto& to, auto& from) {
+    to.setPoint0(from.getPoint0()), to.setPoint1(from.getPoint1());
+    to.setRadius0(from.getRadius0()), to.setRadius1(from.getRadius1());
+  });
+  this->template expectRebuilt<Torus3d>([](auto& to, auto& from) {
+    to.setCenter(from.center()), to.setAxis(from.getAxis()), to.setMajorRadius(from.getMajorRadius());
+    to.setMinorRadius(from.getMinorRadius());
+  });
+  this->template expectRebuilt<Circle3d>([](auto& to, auto& from) {
+    to.setCenter(from.center()), to.setNormal(from.getNormal()), to.setRadius(from.getRadius());
   });
   this->template expectRebuilt<Segment3d>(
       [](auto& to, auto& from) { to.setPoint0(P(from.getPoint0())), to.setPoint1(P(from.getPoint1())); });

@@ -39,9 +39,11 @@ struct Space {
 
 /// Which samples have a centroid, a convex hull, an envelope and a smallest ball, by class; all unless named.
 const std::map<std::string, std::string> s_support{
-    {"Vector2d", "0000"},  {"Line2d", "0000"},     {"Parabola2d", "0000"},       {"Vector3d", "0000"},
-    {"Plan3d", "0000"},    {"Skeleton2d", "0000"}, {"SkeletonVertex2d", "0000"}, {"Point3d", "1011"},
-    {"Segment3d", "1011"}, {"Triangle3d", "1011"}, {"PointCloud3d", "1011"}};
+    {"Vector2d", "0000"},         {"Line2d", "0000"},       {"Parabola2d", "0000"},
+    {"Vector3d", "0000"},         {"Plan3d", "0000"},       {"Skeleton2d", "0000"},
+    {"SkeletonVertex2d", "0000"}, {"Point3d", "1011"},      {"Segment3d", "1011"},
+    {"Triangle3d", "1011"},       {"PointCloud3d", "1011"}, {"Arc2d", "1011"},
+    {"Torus3d", "1011"},          {"Circle3d", "1011"},     {"Line3d", "0000"}};
 
 template <class S, class... T>
 void expectSupport(ClassList<T...>) {
@@ -259,6 +261,38 @@ TYPED_TEST(Derived, ContainEveryPointOfSolids) {
       expectInside(cuboid, corner);
     for (int k = 0; k < 20; ++k)
       expectInside(ellipsoid, ellipsoid.boundaryPoint(random.uniform(0, s_pi), random.uniform(-4, 4)));
+    const auto size = [&random] { return T(1 + random.below(9)); };
+    const Point3dData<T> other(T(60 + random.below(30)), center.getY(), T(60 + random.below(30)));
+    const Point3dData<omReal64> axis(random.uniform(), random.uniform(0.1, 1), round % 2 == 0 ? 0 : 1);
+    const auto expectTight = [&](const auto& solid) {
+      const PreparedEntity3d prepared(solid);
+      const auto box = EnvelopeTransform3d::envelope(solid);
+      const auto ball = MinEnclosingSphereTransform3d::minEnclosingSphere(solid);
+      // The planes of all sides touch, up to whole numbers, and so does a sphere that is a little smaller.
+      const omReal64 unit = std::is_integral_v<T> ? 1 : 1e-4;
+      const auto low = box.getMinCornerPt(), high = box.getMaxCornerPt();
+      const auto toPlan = [&](omReal64 rho, omReal64 theta, omReal64 phi) {
+        return distance(prepared, PreparedEntity3d(Plan3d(rho, theta, phi)));
+      };
+      for (const auto& [rho, theta, phi, inward] :
+           std::vector<std::array<omReal64, 4>>{{omReal64(low.getX()), s_pi / 2, 0, 1},
+                                                {omReal64(high.getX()), s_pi / 2, 0, -1},
+                                                {omReal64(low.getY()), s_pi / 2, s_pi / 2, 1},
+                                                {omReal64(high.getY()), s_pi / 2, s_pi / 2, -1},
+                                                {omReal64(low.getZ()), 0, 0, 1},
+                                                {omReal64(high.getZ()), 0, 0, -1}}) {
+        EXPECT_EQ(toPlan(rho + inward * unit, theta, phi), 0) << solid;
+        EXPECT_GT(toPlan(rho - inward * unit * 0.01, theta, phi), 0) << solid;
+      }
+      EXPECT_EQ(distance(solid, Sphere3d<omReal64>(ball.center(), ball.getRadius() * 0.9999), eIP_Boundary), 0);
+      EXPECT_GT(distance(solid, Sphere3d<omReal64>(ball.center(), ball.getRadius() * 1.0001), eIP_Boundary), 0);
+      EXPECT_LE(ball.signedDistance(CentroidTransform3d::centroid(solid)), 0);
+    };
+    expectTight(Cylinder3d<T>(center, other, size()));
+    expectTight(Cone3d<T>(center, other, size(), T(0)));
+    expectTight(Cone3d<T>(center, center, size(), size()));
+    expectTight(Torus3d<T>(center, axis, size(), size()));
+    expectTight(Circle3d<T>(center, axis, size()));
   }
 }
 

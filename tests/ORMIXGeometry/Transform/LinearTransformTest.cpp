@@ -101,7 +101,9 @@ const std::map<std::string, std::string> s_support{
     {"Parabola2d", "0011001|0011001"},    {"Skeleton2d", "0011111|0011111"},  {"SkeletonVertex2d", "0011111|0011111"},
     {"BoundingBox3d", "1000101|1000101"}, {"Triangle3d", "1011111|1011111"},  {"Plan3d", "0000000|0000000"},
     {"Sphere3d", "0011111|1011111"},      {"Ellipsoid3d", "0011111|0011111"}, {"Cube3d", "0011111|0011111"},
-    {"Cuboid3d", "0011111|0011111"}};
+    {"Cuboid3d", "0011111|0011111"},      {"Arc2d", "0011111|0011111"},       {"Cylinder3d", "0011111|0011111"},
+    {"Cone3d", "0011111|0011111"},        {"Torus3d", "0011111|0011111"},     {"Circle3d", "0011111|0011111"},
+    {"Line3d", "1011111|1011111"}};
 
 /// Both ways give the same image; a refusal says what was refused and changes nothing.
 template <class S>
