@@ -190,6 +190,7 @@
 #include <ORMIXGeometry/Transform/3d/Transform3dTypes.h>
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/TriMeshTransforms.h>
+#include <ORMIXGeometry/Transform/AffinePoints.h>
 #include <ORMIXGeometry/Transform/BaseGeometryTransform.h>
 #include <ORMIXGeometry/Transform/DerivedTransform.h>
 #include <ORMIXGeometry/Transform/GeometryTransform.h>

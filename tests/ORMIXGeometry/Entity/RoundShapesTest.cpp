@@ -229,5 +229,24 @@ TEST(RoundShape, ArcsAndDirectionsRefuseWhatTheyCannotHold) {
   expectFailure(Arc2d<omInt32>({0, 0}, 1, 0.5, 1.5), "1.5", "7.5", "_sweep is not within a full turn");
 }
 
+TEST(RoundShape, PointsFollowAnyAffineMap) {
+  std::vector<Point2dData<omInt32>> points{{1, 2}, {-3, 5}};
+  ASSERT_TRUE(applyInSitu(Affine2d(1, 2, 3, 0, -1, 0.5), points));
+  EXPECT_EQ(points, (std::vector<Point2dData<omInt32>>{{8, -2}, {10, -5}}));
+  PointCloud3d<omReal64> cloud({{1, 2, 3}, {1e308, 1, 1}});
+  Matrix4x4 matrix = boost::numeric::ublas::identity_matrix<omReal64>(4);
+  matrix(0, 0) = 4;
+  matrix(0, 3) = -1;
+  EXPECT_EQ(std::string(applyInSitu(toAffine(matrix), cloud).getMessage()).substr(0, 28),
+            "Failed to apply eGT3DT_Affin");
+  EXPECT_EQ(cloud.getCollection()[0], (Point3dData<omReal64>(1, 2, 3)));
+  cloud.getCollection().pop_back();
+  ASSERT_TRUE(applyInSitu(toAffine(matrix), cloud));
+  EXPECT_EQ(cloud.getCollection()[0], (Point3dData<omReal64>(3, 2, 3)));
+  matrix(3, 1) = support::s_nan;
+  EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { toAffine(matrix); }),
+            "The last row of the matrix of an affine map must be 0, ..., 0, 1");
+}
+
 }  // namespace
 }  // namespace ormix::geom
