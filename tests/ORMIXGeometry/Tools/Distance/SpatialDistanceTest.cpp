@@ -233,9 +233,12 @@ TEST_F(SpatialDistanceTest, OfAllPairsIsThatOfTheirPoints) {
         SCOPED_TRACE(testing::Message() << kindA << " and " << kindB << ", " << i);
         const PreparedEntity3d pa(*a.entity), pb(*b.entity);
         if (!hasDistance(kindA, kindB)) {
-          ASSERT_EQ(
-              support::thrownBy<ORMIXGeometryException>([&] { nearestPoints(pa, pb, policy); }),
-              "No distance is defined between a " + a.entity->getClassName() + " and a " + b.entity->getClassName());
+          const std::string text = support::thrownBy<ORMIXGeometryException>([&] { nearestPoints(pa, pb, policy); });
+          const auto between = [](const Case& first, const Case& second) {
+            return "No distance is defined between a " + first.entity->getClassName() + " and a " +
+                   second.entity->getClassName();
+          };
+          ASSERT_TRUE(text == between(a, b) || text == between(b, a)) << text;
           continue;
         }
         const SpatialNearestPoints pair = nearestPoints(pa, pb, policy), back = nearestPoints(pb, pa, policy);
