@@ -21,7 +21,6 @@ using ormix::detail::cross;
 using ormix::detail::dot;
 
 omReal64 norm(const SpatialPoint& p) { return std::hypot(p.x, p.y, p.z); }
-SpatialNearestPair pairOf(const SpatialPoint& p, const SpatialPoint& q) { return {norm(p - q), p, q}; }
 SpatialNearestPair pairAt(const SpatialPoint& p) { return {0, p, p}; }
 SpatialNearestPair exchanged(const SpatialNearestPair& pair) { return {pair.distance, pair.onB, pair.onA}; }
 constexpr SpatialNearestPair s_noPair{std::numeric_limits<omReal64>::infinity(), {0, 0, 0}, {0, 0, 0}};
