@@ -47,14 +47,15 @@ bool haveDirection(const Moments& m) {
          (std::abs(m.sxx - m.syy) >= largest * threshold || std::abs(m.sxy) >= threshold);
 }
 
-/// The normal's angle: the extremal directions are phi and phi + pi / 2, and of these the one with the smaller sum of
-/// squared residuals. That sum is n (Sxx cos² + 2 Sxy cos sin + Syy sin²), which takes no second pass over the points.
+/// The normal's angle: the extremal directions are phi and phi + pi / 2, with |phi| at most pi / 4 up to a half turn,
+/// and of these the one with the smaller sum of squared residuals. That sum is
+/// n (Sxx cos² + 2 Sxy cos sin + Syy sin²): it is smaller for phi where Sxx is less than Syy.
 omReal64 normalAngle(const Moments& m) {
   const omReal64 difference = m.sxx - m.syy;
-  omReal64 phi = difference == 0 ? s_pi / 4 : std::fmod(std::atan(2 * m.sxy / difference) / 2, s_pi);
+  omReal64 phi = difference == 0 ? s_pi / 4 : std::atan(2 * m.sxy / difference) / 2;
   if (phi < 0) phi += s_pi;
-  const omReal64 firstLessSecond = difference * std::cos(2 * phi) + 2 * m.sxy * std::sin(2 * phi);
-  return firstLessSecond <= 0 ? phi : phi + s_pi / 2;
+  const bool isFirst = difference == 0 ? m.sxy <= 0 : difference < 0;
+  return isFirst ? phi : phi + s_pi / 2;
 }
 
 }  // namespace
