@@ -74,6 +74,7 @@
 #include <ORMIXGeometry/Estimation/PairEstimator.h>
 #include <ORMIXGeometry/Estimation/Samples.h>
 #include <ORMIXGeometry/Estimation/SphereEquations.h>
+#include <ORMIXGeometry/Estimation/Uncertainty.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>
 #include <ORMIXGeometry/Measure/2d/BaseGeometryMeasure2d.h>
 #include <ORMIXGeometry/Measure/2d/BaseTypedGeometryMeasure2d.h>

@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Estimation/CentredSums.h>
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
+#include <ORMIXGeometry/Estimation/PairVerdict.h>
 #include <ORMIXGeometry/Estimation/RoughHomography.h>
 #include <ORMIXMath/Algebra/SvdSolve.h>
 #include <ORMIXMath/Algebra/TallQr.h>
@@ -145,6 +146,21 @@ struct HomographySystem {
     return isSingular(targets, D, target.rounding() * std::sqrt(nbPoints));
   }
 
+  /// Why there is no map, by the spreads about the means, the reduced columns and the rank that is left.
+  template <class Sums>
+  static PairVerdict whyNot(const Sums& sums, const Columns& qr, const Frame& source, const Frame& target,
+                            std::size_t rank) {
+    std::array<omReal64, D> sourceMean, targetMean;
+    std::copy_n(sums.mean.begin(), D, sourceMean.begin());
+    std::copy_n(sums.mean.begin() + D, D, targetMean.begin());
+    const PairVerdict coincident = whichCoincide(sums.sums[0], sourceMean, sums.sums[1], targetMean, sums.nbRows);
+    if (coincident.code != eEC_Success) return coincident;
+    const auto value = static_cast<omReal64>(rank);
+    const bool isFlat = areFlat(qr, source, target, sums.nbRows);
+    return {isFlat ? (D == 2 ? eEC_Collinear : eEC_Coplanar) : eEC_RankDeficient, "rank of the linear system", value,
+            smallestRank};
+  }
+
   /// Whether the matrix maps the plane or space onto less, to rounding of the coordinates that led to it.
   static bool isSingular(const Elements& h, const Frame& source, const Frame& target) {
     // By how much its smallest singular value may exceed the rounding where a minimal sample has flat sources.
@@ -270,10 +286,15 @@ BoolResult HomographyEstimator<Self, D>::processViewEstimation(const SampleView&
   const bool isMap = !System::areFlat(qr, source, target, sums.nbRows) && !System::isSingular(h, source, target) &&
                      (samples.nbSamples > Self::s_minimalDataSize || System::maps(h, samples, source, target));
   if (!isMap) rank = std::min(rank, System::smallestRank - 1);
-  if (rank < System::smallestRank) return detail::estimationFailure(Self::s_rankMessage, rank, System::smallestRank);
+  if (rank < System::smallestRank) {
+    const detail::PairVerdict why = System::whyNot(sums, qr, source, target, rank);
+    return this->fail(why.code, why.quantity, why.value, why.threshold,
+                      detail::estimationFailure(Self::s_rankMessage, rank, System::smallestRank));
+  }
   h = System::withoutFrames(source, target, h);
   if (!std::all_of(h.begin(), h.end(), [](omReal64 element) { return std::isfinite(element); }))
-    return failure(this->getClassName() + ": the matrix is beyond the range of numbers");
+    return this->fail(eEC_NotFinite, {}, 0, 0,
+                      failure(this->getClassName() + ": the matrix is beyond the range of numbers"));
   std::copy(h.begin(), h.end(), params.begin());
   return {};
 }

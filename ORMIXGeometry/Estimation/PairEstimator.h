@@ -10,11 +10,12 @@ namespace ormix::geom {
 namespace detail {
 struct PairSums2d;
 struct PairSums3d;
+struct PairVerdict;
 }  // namespace detail
 
 /// An estimator of a transform of the plane (D = 2) or of space (D = 3) that is computed from the means of its pairs
-/// and their sums of products alone: `Self` has a static function `estimate(sums, params)`. The bodies are in
-/// PairEstimator.ipp.
+/// and their sums of products alone: `Self` has static functions `estimate(sums, params)` and `whyNot(sums)`, which
+/// says why it failed. The bodies are in PairEstimator.ipp.
 template <class Self, std::size_t D>
 class ORMIX_GEOMETRY_API PairEstimator : public GeometryEstimator<Self> {
  public:
@@ -29,6 +30,9 @@ class ORMIX_GEOMETRY_API PairEstimator : public GeometryEstimator<Self> {
 
   /// Computes the sums of the pairs and calls `Self::estimate`.
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+
+ private:
+  BoolResult estimateFrom(const Sums& sums, RealVector& params);
 };
 
 }  // namespace ormix::geom

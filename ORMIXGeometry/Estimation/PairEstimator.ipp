@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace ormix::geom {
 namespace detail {
@@ -33,7 +34,7 @@ BoolResult PairEstimator<Self, D>::computeEstimation(const SampleView& sources, 
   BoolResult result = detail::checkHalves(*this, sources, targets);
   if (!result) return result;
   RealVector found(Self::s_nbParams);
-  result = Self::estimate(Sums::of(sources, targets), found);
+  result = estimateFrom(Sums::of(sources, targets), found);
   if (!result) return result;
   if (!std::all_of(found.begin(), found.end(), [](omReal64 value) { return std::isfinite(value); }))
     return failure(this->getClassName() + ": the points lead to parameters that are NaN or infinite");
@@ -43,7 +44,15 @@ BoolResult PairEstimator<Self, D>::computeEstimation(const SampleView& sources, 
 
 template <class Self, std::size_t D>
 BoolResult PairEstimator<Self, D>::processViewEstimation(const SampleView& samples, RealVector& params) {
-  return Self::estimate(Sums::of(samples), params);
+  return estimateFrom(Sums::of(samples), params);
+}
+
+template <class Self, std::size_t D>
+BoolResult PairEstimator<Self, D>::estimateFrom(const Sums& sums, RealVector& params) {
+  BoolResult result = Self::estimate(sums, params);
+  if (result) return result;
+  const detail::PairVerdict verdict = Self::whyNot(sums);
+  return this->fail(verdict.code, verdict.quantity, verdict.value, verdict.threshold, std::move(result));
 }
 
 }  // namespace ormix::geom

@@ -6,6 +6,8 @@
 #include <boost/numeric/ublas/vector.hpp>
 #include <cassert>
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -81,6 +83,40 @@ std::vector<std::size_t> samplesNotFinite(const DataSet& dataSet) {
 }
 /// @}
 
+/// The first samples that repeat an earlier one, bit for bit. O(samples · log samples).
+/// @{
+std::vector<std::size_t> repeatedSamples(std::size_t nbSamples,
+                                         const std::function<int(std::size_t, std::size_t)>& compare) {
+  std::vector<std::size_t> order(nbSamples), found;
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const int sign = compare(a, b);
+    return sign != 0 ? sign < 0 : a < b;
+  });
+  for (std::size_t k = 1; k < nbSamples; ++k)
+    if (compare(order[k - 1], order[k]) == 0) found.push_back(order[k]);
+  std::sort(found.begin(), found.end());
+  found.resize(std::min(found.size(), EstimationStatus::s_nbMaxIndices));
+  return found;
+}
+template <class Row>
+int compareRows(const Row& a, const Row& b, std::size_t dimension) {
+  for (std::size_t d = 0; d < dimension; ++d)
+    if (a[d] != b[d]) return a[d] < b[d] ? -1 : 1;
+  return 0;
+}
+std::vector<std::size_t> repeatedSamples(const SampleView& samples) {
+  return repeatedSamples(samples.nbSamples, [&](std::size_t a, std::size_t b) {
+    return compareRows(samples[a], samples[b], samples.dimension);
+  });
+}
+std::vector<std::size_t> repeatedSamples(const DataSet& dataSet) {
+  return repeatedSamples(dataSet.size(), [&](std::size_t a, std::size_t b) {
+    return compareRows(dataSet[a], dataSet[b], dataSet[a].size());
+  });
+}
+/// @}
+
 /// Checks the samples and the parameters, calls `process` with a new vector, and moves that to `residuals` on success.
 template <class SampleSet, class Process>
 BoolResult evaluate(const BaseEstimator& estimator, const SampleSet& samples, std::size_t nbSamples,
@@ -137,6 +173,8 @@ BoolResult BaseEstimator::estimate(const SampleSet& samples, RealVector& params,
     _status.code = eEC_InvalidInput;
     _status.quantity.clear();
     _status.value = _status.threshold = 0;
+  } else {
+    _status.indices = repeatedSamples(samples);
   }
   _status.advice = adviceAgainst(_status.code);
   _status.message = result.getMessage();

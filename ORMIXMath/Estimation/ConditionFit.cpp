@@ -1,3 +1,4 @@
+#include <ORMIXMath/Algebra/EigenBridge.h>
 #include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Estimation/ConditionFit.h>
 #include <ORMIXMath/Estimation/Loss.h>
@@ -25,6 +26,8 @@ template <class Model>
 constexpr bool s_hasAlgebraicWeight<
     Model, std::void_t<decltype(std::declval<Model>().algebraicWeight(std::declval<const omReal64*>()))>> = true;
 
+using RealTriangle = Eigen::MatrixXd;
+
 BoolResult failed(FitResult& result, EstimationStatus status) {
   result.status = std::move(status);
   return failure(result.status.message);
@@ -50,6 +53,51 @@ bool choleskyFactor(std::array<std::array<omReal64, K>, K>& s) {
   return true;
 }
 
+/// The triangle of n columns, which a right-hand side follows.
+RealTriangle triangleOf(const omReal64* rows, std::size_t n) {
+  const Eigen::Map<const detail::RowMajorMatrix> all(rows, static_cast<Eigen::Index>(n),
+                                                     static_cast<Eigen::Index>(n + 1));
+  return all.leftCols(static_cast<Eigen::Index>(n));
+}
+
+std::vector<omReal64> valuesOf(const RealTriangle& matrix) { return {matrix.data(), matrix.data() + matrix.size()}; }
+
+/// Fills the condition number, the rank and its threshold; fails where a tangent is not determined.
+BoolResult checkRank(const omReal64* rows, std::size_t n, std::size_t nbEquations, FitResult& result) {
+  const RealTriangle triangle = triangleOf(rows, n);
+  const RealTriangle scaled = triangle * triangle.colwise().norm().cwiseInverse().asDiagonal();
+  const bool isFinite = scaled.allFinite();
+  Eigen::VectorXd values = Eigen::VectorXd::Zero(triangle.cols());
+  if (isFinite) values = Eigen::JacobiSVD<RealTriangle>(scaled).singularValues();
+  const omReal64 smallest = values(values.size() - 1) / values(0);
+  result.rankThreshold = static_cast<omReal64>(std::max(nbEquations, n)) * NumericLimits<omReal64>::s_eps;
+  result.conditionNumber = 1 / smallest;
+  result.rank = 0;
+  for (const omReal64 value : values) result.rank += value > result.rankThreshold * values(0);
+  if (result.rank == n) return {};
+  return failed(result, failedStatus(eEC_RankDeficient, "ratio of the smallest to the largest singular value",
+                                     isFinite ? smallest : 0, result.rankThreshold,
+                                     "The samples do not determine the parameters"));
+}
+
+/// (R' R)⁻¹ times the factor.
+std::vector<omReal64> covarianceOf(const omReal64* rows, std::size_t n, omReal64 factor) {
+  const auto size = static_cast<Eigen::Index>(n);
+  const RealTriangle inverse =
+      triangleOf(rows, n).triangularView<Eigen::Upper>().solve(RealTriangle::Identity(size, size));
+  return valuesOf(inverse * inverse.transpose() * factor);
+}
+
+/// (B' B)⁻¹ (M' M) (B' B)⁻¹ times the factor.
+std::vector<omReal64> sandwich(const omReal64* bread, const omReal64* meat, std::size_t n, omReal64 factor) {
+  const RealTriangle b = triangleOf(bread, n);
+  const RealTriangle transposed = b.transpose();
+  RealTriangle root = triangleOf(meat, n).transpose();
+  transposed.triangularView<Eigen::Lower>().solveInPlace(root);
+  b.triangularView<Eigen::Upper>().solveInPlace(root);
+  return valuesOf(root * root.transpose() * factor);
+}
+
 template <class Model>
 class ConditionFit {
  public:
@@ -59,7 +107,6 @@ class ConditionFit {
   using Qr = TallQr<N + 1>;
   using Step = std::array<omReal64, N>;
   using Sample = Conditions<K, N, M>;
-  using Matrix = Eigen::Matrix<omReal64, static_cast<int>(N), static_cast<int>(N)>;
 
   ConditionFit(const SampleView& samples, const FitOptions& options, FitResult& result)
       : _samples(samples), _options(options), _result(result) {}
@@ -405,33 +452,14 @@ class ConditionFit {
 
   /// What the result says of the model.
   BoolResult describe(const Model& model, const Linear& linear) {
-    const auto n = static_cast<int>(N);
-    Matrix triangle;
-    for (int r = 0; r < n; ++r)
-      for (int c = 0; c < n; ++c) triangle(r, c) = linear(static_cast<std::size_t>(r), static_cast<std::size_t>(c));
-    const Eigen::Matrix<omReal64, 1, static_cast<int>(N)> lengths = triangle.colwise().norm();
-    const Matrix scaled = triangle * lengths.cwiseInverse().asDiagonal();
-    const Eigen::JacobiSVD<Matrix> svd(scaled);
-    const auto values = svd.singularValues();
-    const auto nbEquations = static_cast<omReal64>(_nbUsed * K);
-    const bool isFinite = scaled.allFinite();
-    _result.rankThreshold = std::max(nbEquations, static_cast<omReal64>(N)) * NumericLimits<omReal64>::s_eps;
-    _result.conditionNumber = isFinite ? values(0) / values(n - 1) : s_nan;
-    _result.rank = 0;
-    for (int k = 0; isFinite && k < n; ++k) _result.rank += values(k) > _result.rankThreshold * values(0);
-    if (_result.rank < N)
-      return failed(_result, failedStatus(eEC_RankDeficient, "ratio of the smallest to the largest singular value",
-                                          isFinite ? values(n - 1) / values(0) : 0, _result.rankThreshold,
-                                          "The samples do not determine the parameters"));
+    const BoolResult determined = checkRank(linear.rows.data(), N, _nbUsed * K, _result);
+    if (!determined) return determined;
     _result.degreesOfFreedom = _nbUsed * K - N;
-    fillResiduals(model);
-    const Matrix inverse = triangle.template triangularView<Eigen::Upper>().solve(Matrix::Identity());
-    Matrix root = inverse * std::sqrt(varianceFactor(linear));
-    if constexpr (s_hasAlgebraicWeight<Model>)
-      if (_options.method == eFM_Algebraic && !algebraicRoot(model, root)) root.setConstant(s_nan);
-    const Matrix covariance = root * root.transpose();
-    _result.covariance.assign(covariance.data(), covariance.data() + N * N);
     _result.method = _options.method;
+    fillResiduals(model);
+    _result.covariance = covarianceOf(linear.rows.data(), N, varianceFactor(linear));
+    if constexpr (s_hasAlgebraicWeight<Model>)
+      if (_options.method == eFM_Algebraic) describeAlgebraic(model);
     return {};
   }
 
@@ -455,23 +483,15 @@ class ConditionFit {
     }
   }
 
-  /// The root of the covariance of the minimum of the linear equations, in which each sample has its own weight a:
-  /// (J' a J)⁻¹ (J' a² J) (J' a J)⁻¹ times the variance.
-  bool algebraicRoot(const Model& model, Matrix& root) const {
+  /// The covariance of the minimum of the linear equations, in which each sample has its own weight.
+  void describeAlgebraic(const Model& model) {
     Linear bread, meat;
     const auto weighed = [&](std::size_t i) { return model.algebraicWeight(_samples[i]); };
-    if (!reduce(model, bread, [&](std::size_t i, omReal64) { return std::sqrt(weighed(i)); }) ||
-        !reduce(model, meat, [&](std::size_t i, omReal64) { return weighed(i); }))
-      return false;
-    Matrix inner, outer;
-    for (std::size_t r = 0; r < N; ++r)
-      for (std::size_t c = 0; c < N; ++c) {
-        inner(static_cast<int>(r), static_cast<int>(c)) = bread(r, c);
-        outer(static_cast<int>(r), static_cast<int>(c)) = meat(r, c);
-      }
-    const Matrix half = inner.transpose().template triangularView<Eigen::Lower>().solve(outer.transpose());
-    root = inner.template triangularView<Eigen::Upper>().solve(half) * _result.sigma0;
-    return true;
+    if (reduce(model, bread, [&](std::size_t i, omReal64) { return std::sqrt(weighed(i)); }) &&
+        reduce(model, meat, [&](std::size_t i, omReal64) { return weighed(i); }))
+      _result.covariance = sandwich(bread.rows.data(), meat.rows.data(), N, _result.sigma0 * _result.sigma0);
+    else
+      std::fill(_result.covariance.begin(), _result.covariance.end(), s_nan);
   }
 
   /// By what the inverse of the squared triangle is multiplied, and sigma0.

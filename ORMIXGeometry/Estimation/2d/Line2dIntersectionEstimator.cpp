@@ -5,6 +5,7 @@
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
 #include <algorithm>
+#include <utility>
 
 ORMIX_GEOMETRY_ESTIMATOR_LEVELS(, Line2dIntersectionEstimator)
 
@@ -41,13 +42,17 @@ TallQr<3> reducedSystem(const SampleView& lines, omReal64 unit) {
   return qr;
 }
 
-/// Whether the two columns are parallel within the rounding errors of the angles, up to pi, and of the reduction.
+/// The rounding errors of the angles, up to pi, and of the reduction.
+omReal64 roundingOf(std::size_t nbLines) {
+  return NumericLimits<omReal64>::s_eps * static_cast<omReal64>(std::max(nbLines, std::size_t{4}));
+}
+
+/// Whether the two columns are parallel within these.
 bool areParallel(const TallQr<3>& qr, std::size_t nbLines) {
   const omReal64 a = qr(0, 0);
   const omReal64 b = qr(0, 1);
   const omReal64 c = qr(1, 1);
-  const omReal64 rounding = NumericLimits<omReal64>::s_eps * static_cast<omReal64>(std::max(nbLines, std::size_t{4}));
-  return !(std::abs(a * c) > rounding * (a * a + b * b + c * c));
+  return !(std::abs(a * c) > roundingOf(nbLines) * (a * a + b * b + c * c));
 }
 
 }  // namespace
@@ -65,7 +70,12 @@ BoolResult Line2dIntersectionEstimator::processViewEstimation(const SampleView& 
   params(1) = point[1] * unit;
   params(2) = 1;
   if (found && std::isfinite(params(0)) && std::isfinite(params(1))) return {};
-  return detail::estimationFailure(eEstimationMessage::eEsM_IntersectionUndefined);
+  BoolResult failed = detail::estimationFailure(eEstimationMessage::eEsM_IntersectionUndefined);
+  if (!std::isfinite(unit) || !areParallel(qr, samples.nbSamples))
+    return fail(eEC_NotFinite, {}, 0, 0, std::move(failed));
+  const omReal64 lengths = qr(0, 0) * qr(0, 0) + qr(0, 1) * qr(0, 1) + qr(1, 1) * qr(1, 1);
+  return fail(eEC_RankDeficient, "product of the singular values of the directions over the sum of their squares",
+              std::abs(qr(0, 0) * qr(1, 1)) / lengths, roundingOf(samples.nbSamples), std::move(failed));
 }
 
 BoolResult Line2dIntersectionEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Estimation/CentredSums.h>
 #include <ORMIXUtil/NumericLimits.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ormix::geom::detail {
@@ -42,6 +43,15 @@ bool PairSums2d::determineRotation() const {
   // What turning the sources the best way gains, against the product of the lengths, which it never exceeds.
   const omReal64 gain = std::hypot(s, c);
   return std::isfinite(gain) && gain > threshold * (std::sqrt(spread1) * std::sqrt(spread2));
+}
+
+PairVerdict PairSums2d::whyNoRotation() const {
+  const PairVerdict coincident = whichCoincide<2>(spread1, {mx1, my1}, spread2, {mx2, my2}, nbPairs);
+  if (coincident.code != eEC_Success) return coincident;
+  constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
+  const omReal64 gain = std::hypot(s, c) / (std::sqrt(spread1) * std::sqrt(spread2));
+  if (!(gain > threshold)) return {eEC_NotUnique, "what the best rotation gains over others", gain, threshold};
+  return {eEC_RankDeficient, s_prescribedSums, std::max(std::abs(s), std::abs(c)), threshold};
 }
 
 omReal64 PairSums2d::rotationAngle() const {

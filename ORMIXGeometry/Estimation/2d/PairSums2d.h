@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Estimation/PairVerdict.h>
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Scalar/EuclideanNorm.h>
 
@@ -26,6 +27,8 @@ struct PairSums2d {
   /// the sources or the targets coincide to rounding of their coordinates, when every rotation fits as well to half the
   /// digits (mirror images of regular polygons), and when a sum is NaN or infinite.
   bool determineRotation() const;
+  /// Why they do not.
+  PairVerdict whyNoRotation() const;
   /// The angle of the rotation about the means that maps the sources to the targets with least squared distances.
   omReal64 rotationAngle() const;
 };

@@ -16,6 +16,8 @@ BoolResult RigidTransform2dEstimator::estimate(const detail::PairSums2d& sums, R
   return {};
 }
 
+detail::PairVerdict RigidTransform2dEstimator::whyNot(const detail::PairSums2d& sums) { return sums.whyNoRotation(); }
+
 BoolResult RigidTransform2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                            RealVector& residuals) const {
   const omReal64 co = std::cos(params(0));

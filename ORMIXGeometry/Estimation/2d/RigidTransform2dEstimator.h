@@ -27,6 +27,7 @@ class ORMIX_GEOMETRY_API RigidTransform2dEstimator : public PairEstimator<RigidT
  private:
   friend PairEstimator<RigidTransform2dEstimator, 2>;
   static BoolResult estimate(const detail::PairSums2d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums2d& sums);
 };
 
 }  // namespace ormix::geom

@@ -18,6 +18,10 @@ BoolResult SimilarityTransform2dEstimator::estimate(const detail::PairSums2d& su
   return {};
 }
 
+detail::PairVerdict SimilarityTransform2dEstimator::whyNot(const detail::PairSums2d& sums) {
+  return sums.whyNoRotation();
+}
+
 BoolResult SimilarityTransform2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                                 RealVector& residuals) const {
   const omReal64 co = params(0) * std::cos(params(1));

@@ -24,6 +24,7 @@ class ORMIX_GEOMETRY_API SimilarityTransform2dEstimator : public PairEstimator<S
  private:
   friend PairEstimator<SimilarityTransform2dEstimator, 2>;
   static BoolResult estimate(const detail::PairSums2d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums2d& sums);
 };
 
 }  // namespace ormix::geom

@@ -13,6 +13,10 @@ BoolResult TranslationTransform2dEstimator::estimate(const detail::PairSums2d& s
   return {};
 }
 
+detail::PairVerdict TranslationTransform2dEstimator::whyNot(const detail::PairSums2d& sums) {
+  return sums.whyNoRotation();
+}
+
 BoolResult TranslationTransform2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                                  RealVector& residuals) const {
   const omReal64 tx = params(0);

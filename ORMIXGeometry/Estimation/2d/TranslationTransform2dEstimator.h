@@ -24,6 +24,7 @@ class ORMIX_GEOMETRY_API TranslationTransform2dEstimator : public PairEstimator<
  private:
   friend PairEstimator<TranslationTransform2dEstimator, 2>;
   static BoolResult estimate(const detail::PairSums2d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums2d& sums);
 };
 
 }  // namespace ormix::geom

@@ -72,6 +72,35 @@ bool PairSums3d::bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const 
   return true;
 }
 
+PairVerdict PairSums3d::whyNoTranslation() const {
+  const PairVerdict coincident = whichCoincide(spread1, mean1, spread2, mean2, nbPairs);
+  if (coincident.code != eEC_Success) return coincident;
+  omReal64 largest = 0;
+  for (const omReal64 product : products) largest = std::max(largest, std::abs(product));
+  return {eEC_RankDeficient, s_prescribedSums, largest, NumericLimits<omReal64>::s_sqrt_eps};
+}
+
+PairVerdict PairSums3d::whyNoRotation() const {
+  const PairVerdict coincident = whichCoincide(spread1, mean1, spread2, mean2, nbPairs);
+  if (coincident.code != eEC_Success) return coincident;
+  constexpr omReal64 threshold = NumericLimits<omReal64>::s_sqrt_eps;
+  const omReal64 lengths = std::sqrt(spread1) * std::sqrt(spread2);
+  // Sources or targets on a line make the matrix of products one of rank 1: its minors of two rows vanish.
+  omReal64 minors = 0;
+  for (std::size_t r = 0; r < 3; ++r)
+    for (std::size_t c = 0; c < 3; ++c) {
+      const auto at = [&](std::size_t i, std::size_t j) { return products[3 * ((r + i) % 3) + (c + j) % 3] / lengths; };
+      const omReal64 minor = at(1, 1) * at(2, 2) - at(1, 2) * at(2, 1);
+      minors += minor * minor;
+    }
+  if (!(std::sqrt(minors) > threshold))
+    return {eEC_Collinear, "second singular value of the products of sources and targets over the first",
+            std::sqrt(minors), threshold};
+  BestRotation best;
+  const omReal64 gap = rotationFromSums(products, best) ? best.gap / lengths : 0;
+  return {eEC_NotUnique, "what the best rotation gains over others", gap, threshold};
+}
+
 SimilarityDistance3d SimilarityDistance3d::ofMeans(omReal64 factor, const EulerAngles& angles, const PairSums3d& sums) {
   SimilarityDistance3d map(factor, angles, std::array<omReal64, 3>{});
   const auto& mean = sums.mean1;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Estimation/PairVerdict.h>
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Fitting/RotationFromSums.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
@@ -34,6 +35,11 @@ struct PairSums3d {
   /// The thresholds are relative, so that the result does not depend on the scale.
   /// \param sumOfTurned set to the sum of the products of centred targets and rotated centred sources
   bool bestRotation(EulerAngles& angles, omReal64& sumOfTurned) const;
+  /// Why there is no translation, or no rotation.
+  /// @{
+  PairVerdict whyNoTranslation() const;
+  PairVerdict whyNoRotation() const;
+  /// @}
 };
 
 /// The distance of p2 from the image scale · R p1 + t of p1.

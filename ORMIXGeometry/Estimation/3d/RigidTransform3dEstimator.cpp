@@ -17,6 +17,8 @@ BoolResult RigidTransform3dEstimator::estimate(const detail::PairSums3d& sums, R
   return {};
 }
 
+detail::PairVerdict RigidTransform3dEstimator::whyNot(const detail::PairSums3d& sums) { return sums.whyNoRotation(); }
+
 BoolResult RigidTransform3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                            RealVector& residuals) const {
   return detail::fillResiduals<s_sampleDimension>(

@@ -26,6 +26,7 @@ class ORMIX_GEOMETRY_API RigidTransform3dEstimator : public PairEstimator<RigidT
  private:
   friend PairEstimator<RigidTransform3dEstimator, 3>;
   static BoolResult estimate(const detail::PairSums3d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums3d& sums);
 };
 
 }  // namespace ormix::geom

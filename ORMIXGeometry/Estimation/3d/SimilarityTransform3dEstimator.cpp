@@ -19,6 +19,10 @@ BoolResult SimilarityTransform3dEstimator::estimate(const detail::PairSums3d& su
   return {};
 }
 
+detail::PairVerdict SimilarityTransform3dEstimator::whyNot(const detail::PairSums3d& sums) {
+  return sums.whyNoRotation();
+}
+
 BoolResult SimilarityTransform3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                                 RealVector& residuals) const {
   return detail::fillResiduals<s_sampleDimension>(

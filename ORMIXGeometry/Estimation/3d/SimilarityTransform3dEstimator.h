@@ -26,6 +26,7 @@ class ORMIX_GEOMETRY_API SimilarityTransform3dEstimator : public PairEstimator<S
  private:
   friend PairEstimator<SimilarityTransform3dEstimator, 3>;
   static BoolResult estimate(const detail::PairSums3d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums3d& sums);
 };
 
 }  // namespace ormix::geom

@@ -15,6 +15,10 @@ BoolResult TranslationTransform3dEstimator::estimate(const detail::PairSums3d& s
   return {};
 }
 
+detail::PairVerdict TranslationTransform3dEstimator::whyNot(const detail::PairSums3d& sums) {
+  return sums.whyNoTranslation();
+}
+
 BoolResult TranslationTransform3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,
                                                                  RealVector& residuals) const {
   const omReal64 tx = params(0);

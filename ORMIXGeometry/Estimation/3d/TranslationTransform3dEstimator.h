@@ -26,6 +26,7 @@ class ORMIX_GEOMETRY_API TranslationTransform3dEstimator : public PairEstimator<
  private:
   friend PairEstimator<TranslationTransform3dEstimator, 3>;
   static BoolResult estimate(const detail::PairSums3d& sums, RealVector& params);
+  static detail::PairVerdict whyNot(const detail::PairSums3d& sums);
 };
 
 }  // namespace ormix::geom
