@@ -130,11 +130,11 @@ void MeshTopology::clear() noexcept {
 
 void MeshTopology::refresh() {
   _halfEdgeTable.clear();
-  _vertexIndexColl.clear();
-  _vertexIndexColl.reserve(_halfEdgeColl.size());
+  _vertexIndexColl.resize(_halfEdgeColl.size());
+  omUInt32* vertexIdx = _vertexIndexColl.data();
   for (omUInt32 halfEdgeIdx : _triangleToHalfEdgeColl) {
     for (std::size_t corner = 0; corner < 3; ++corner) {
-      _vertexIndexColl.push_back(_halfEdgeColl[halfEdgeIdx].startVertexIdx);
+      *vertexIdx++ = _halfEdgeColl[halfEdgeIdx].startVertexIdx;
       halfEdgeIdx = _halfEdgeColl[halfEdgeIdx].nextHalfEdgeIdx;
     }
   }
