@@ -1,20 +1,40 @@
 #include <ORMIXSerialization/Archive/Utf8.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace ormix {
 
 namespace {
 
-/// The number of ASCII characters at the start; most keys and texts contain no others.
+template <class Word>
+Word wordAt(const unsigned char* text) {
+  Word word;
+  std::memcpy(&word, text, sizeof word);
+  return word;
+}
+
+/// Whether all characters are ASCII. The words at the end overlap those before, so that no byte is looked at alone.
+template <class Word>
+bool isAscii(const unsigned char* text, std::size_t size) {
+  Word bits = wordAt<Word>(text + size - sizeof(Word));
+  for (std::size_t at = 0; at + sizeof(Word) < size; at += sizeof(Word)) bits |= wordAt<Word>(text + at);
+  return (bits & static_cast<Word>(0x8080808080808080u)) == 0;
+}
+
+/// Most keys and texts contain no other characters.
+bool isAscii(const unsigned char* text, std::size_t size) {
+  if (size >= 8) return isAscii<omUInt64>(text, size);
+  if (size >= 4) return isAscii<omUInt32>(text, size);
+  return std::all_of(text, text + size, [](unsigned char byte) { return byte < 0x80; });
+}
+
+/// The number of ASCII characters at the start.
 std::size_t asciiPrefix(const unsigned char* text, std::size_t size) {
   std::size_t at = 0;
-  for (; at + sizeof(omUInt64) <= size; at += sizeof(omUInt64)) {
-    omUInt64 word;
-    std::memcpy(&word, text + at, sizeof word);
-    if (word & 0x8080808080808080u) break;
-  }
+  for (; at + sizeof(omUInt64) <= size; at += sizeof(omUInt64))
+    if (wordAt<omUInt64>(text + at) & 0x8080808080808080u) break;
   while (at < size && text[at] < 0x80) ++at;
   return at;
 }
@@ -39,6 +59,7 @@ std::size_t characterLength(const unsigned char* text, std::size_t size) {
 
 bool isUtf8(std::string_view text) {
   const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+  if (isAscii(bytes, text.size())) return true;
   std::size_t at = asciiPrefix(bytes, text.size());
   while (at < text.size()) {
     const std::size_t length = characterLength(bytes + at, text.size() - at);

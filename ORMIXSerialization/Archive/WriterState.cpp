@@ -31,7 +31,7 @@ bool WriterState::acceptsText(std::string_view key, std::string_view text) {
   return accepts(key) && (isUtf8(text) || _failure.set(Message::eSM_InvalidText, shownText(key)));
 }
 
-BoolResult WriterState::result() {
+BoolResult WriterState::failedResult() {
   if (!out.good()) _failure.set(Message::eSM_StreamNotWritable);
   return _failure.result();
 }

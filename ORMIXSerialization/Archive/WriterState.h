@@ -27,7 +27,7 @@ class WriterState {
   /// The same as `accepts` for an entry with a text, which must be UTF-8.
   bool acceptsText(std::string_view key, std::string_view text);
   /// Success, or the first failure; tests the state of the stream as well.
-  BoolResult result();
+  BoolResult result() { return out.good() && !_failure.failed() ? BoolResult() : failedResult(); }
 
   /// Closes the archive for further entries. Returns whether the caller must write the end of the archive.
   bool beginClose();
@@ -40,6 +40,8 @@ class WriterState {
   ByteOutput out;  ///< the bytes of the archive
 
  private:
+  BoolResult failedResult();
+
   FirstFailure _failure;
   std::size_t _depth = 0;
   bool _closed = false;
