@@ -54,17 +54,17 @@ void ByteInput::measureStream() {
     _streamLeft = static_cast<omUInt64>(end - here);
 }
 
-std::optional<omUInt64> ByteInput::remaining() {
+std::optional<omUInt64> ByteInput::measuredRemaining() {
   if (!_measured) measureStream();
-  if (_streamLeft) return *_streamLeft + (_end - _begin);
+  if (_streamLeft) return *_streamLeft + buffered();
   if (_stream.good()) return std::nullopt;
-  return _end - _begin;
+  return buffered();
 }
 
 omUInt64 ByteInput::available() {
   if (const auto known = remaining()) return *known;
   const std::streamsize waiting = _stream.rdbuf()->in_avail();
-  return (_end - _begin) + (waiting > 0 ? static_cast<omUInt64>(waiting) : 0);
+  return buffered() + (waiting > 0 ? static_cast<omUInt64>(waiting) : 0);
 }
 
 }  // namespace ormix

@@ -19,7 +19,9 @@ class ByteInput {
 
   /// The next `size` bytes (at most `s_archiveBlockSize`), which are not consumed and valid until the next call; null
   /// when fewer are left.
-  const unsigned char* peek(std::size_t size) { return _end - _begin >= size ? _block.get() + _begin : refill(size); }
+  const unsigned char* peek(std::size_t size) { return buffered() >= size ? _block.get() + _begin : refill(size); }
+  /// The number of bytes that `peek` returns without reading the stream.
+  std::size_t buffered() const { return _end - _begin; }
   /// Consumes bytes that `peek` has returned.
   void skip(std::size_t size) { _begin += size; }
   /// Consumes the next bytes and copies them to `target`. Returns their number, which is below `size` only at the end
@@ -27,7 +29,9 @@ class ByteInput {
   std::size_t read(void* target, std::size_t size);
 
   /// The number of bytes up to the end of the stream, if it can be determined.
-  std::optional<omUInt64> remaining();
+  std::optional<omUInt64> remaining() {
+    return _streamLeft ? std::optional<omUInt64>(*_streamLeft + buffered()) : measuredRemaining();
+  }
   /// A lower bound of `remaining()`: bytes that can be read without waiting for them.
   omUInt64 available();
   /// Whether reading has failed for another reason than the end of the stream.
@@ -36,6 +40,7 @@ class ByteInput {
  private:
   const unsigned char* refill(std::size_t size);
   std::size_t readStream(void* target, std::size_t size);
+  std::optional<omUInt64> measuredRemaining();
   void measureStream();
 
   std::istream& _stream;

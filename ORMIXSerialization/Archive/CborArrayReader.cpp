@@ -75,14 +75,19 @@ bool CborArrayReader::readTyped(omUInt64 tag, std::optional<omUInt64> nbRows) {
 
 template <class T>
 bool CborArrayReader::readBytes(omUInt64 size) {
-  // The sink copies each piece again; pieces that fit into the first-level cache make this copy fast.
-  constexpr omUInt64 pieceSize = 8192;
-  NumberBlock<T> block(_sink, std::min(size, pieceSize) / sizeof(T));
-  while (size != 0) {
-    const auto piece = static_cast<std::size_t>(std::min<omUInt64>(size, block.capacity() * sizeof(T)));
-    if (_entries.decoder.input.read(block.data(), piece) != piece) return truncated();
-    block.take(piece / sizeof(T));
-    size -= piece;
+  // The sink clears the memory of each piece or copies the piece again; both are fast in the first-level cache.
+  constexpr std::size_t pieceSize = 8192;
+  const std::size_t rowSize = sizeof(T) * std::max<std::size_t>(_sink.nbColumns, 1);
+  const std::size_t nbRowsOfPiece = std::max<std::size_t>(pieceSize / rowSize, 1);
+  std::unique_ptr<T[]> staged;
+  for (omUInt64 nbRows = size / rowSize; nbRows != 0;) {
+    const auto nbNext = static_cast<std::size_t>(std::min<omUInt64>(nbRows, nbRowsOfPiece));
+    void* const place = _sink.extend(nbNext);
+    if (!place && !staged) staged.reset(new T[nbNext * rowSize / sizeof(T)]);
+    void* const rows = place ? place : staged.get();
+    if (_entries.decoder.input.read(rows, nbNext * rowSize) != nbNext * rowSize) return truncated();
+    if (!place) _sink.append(rows, nbNext);
+    nbRows -= nbNext;
   }
   return true;
 }

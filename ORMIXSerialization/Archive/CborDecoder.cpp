@@ -2,6 +2,7 @@
 #include <cbor/streaming.h>
 
 #include <cstddef>
+#include <cstring>
 
 namespace ormix {
 
@@ -66,9 +67,50 @@ std::size_t headSize(unsigned char first) {
 
 bool isString(unsigned char first) { return (first >> 5) == 2 || (first >> 5) == 3; }
 
+/// An unsigned integer of 1, 2, 4 or 8 bytes, most significant byte first; eight bytes are read.
+omUInt64 bigEndian(const unsigned char* bytes, std::size_t size) {
+  omUInt64 bits;
+  std::memcpy(&bits, bytes, sizeof bits);
+  return __builtin_bswap64(bits) >> (64 - 8 * size);
+}
+
 }  // namespace
 
-CborToken CborDecoder::next() {
+std::size_t CborDecoder::decodeCommon(const unsigned char* bytes, CborToken& item) {
+  constexpr eCborKind kinds[] = {eCborKind::Unsigned, eCborKind::Negative, eCborKind::Bytes, eCborKind::Text,
+                                 eCborKind::Array,    eCborKind::Map,      eCborKind::Tag};
+  constexpr unsigned char openList = 0x9F, single = 0xFA, real = 0xFB;
+  const unsigned char first = bytes[0];
+  const unsigned type = first >> 5;
+  const unsigned info = first & 31u;
+  const std::size_t size = headSize(first);
+  // Not all short tags are known to libcbor, which decides about them.
+  if (type < 6 ? info < 28 : type == 6 && info >= 24 && info < 28) {
+    item.kind = kinds[type];
+    item.number = size == 1 ? info : bigEndian(bytes + 1, size - 1);
+    return size;
+  }
+  if (first == openList) {
+    keep(&item, eCborKind::Array, 0, true);
+    return size;
+  }
+  if (first == real) {
+    const omUInt64 bits = bigEndian(bytes + 1, sizeof bits);
+    item.kind = eCborKind::Real;
+    std::memcpy(&item.real, &bits, sizeof bits);
+    return size;
+  }
+  if (first == single) {
+    const auto bits = static_cast<omUInt32>(bigEndian(bytes + 1, sizeof(omUInt32)));
+    omReal32 value;
+    std::memcpy(&value, &bits, sizeof bits);
+    keepReal(&item, value);
+    return size;
+  }
+  return 0;
+}
+
+CborToken CborDecoder::nextOfAny() {
   CborToken result;
   result.kind = eCborKind::End;
   const unsigned char* first = input.peek(1);

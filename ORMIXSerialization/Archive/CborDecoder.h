@@ -45,7 +45,19 @@ class CborDecoder {
   explicit CborDecoder(std::istream& stream) : input(stream) {}
 
   /// Consumes the next item, or the head of one with contents.
-  CborToken next();
+  /// @{
+  CborToken next() {
+    CborToken item;
+    next(item);
+    return item;
+  }
+  void next(CborToken& item) {
+    item = CborToken();
+    const std::size_t size = input.buffered() < s_longestHead ? 0 : decodeCommon(input.peek(s_longestHead), item);
+    if (size == 0) item = nextOfAny();
+    input.skip(size);
+  }
+  /// @}
   /// Consumes the next byte if it has this value; returns whether it has.
   bool takeByte(unsigned char byte) {
     const unsigned char* at = input.peek(1);
@@ -64,6 +76,12 @@ class CborDecoder {
   ByteInput input;  ///< the bytes after the items read so far
 
  private:
+  static constexpr std::size_t s_longestHead = 9;  ///< bytes
+
+  /// Decodes an item of one of the kinds that archives consist of, from `s_longestHead` bytes.
+  /// \return the length of its head; 0 for an item of another kind
+  static std::size_t decodeCommon(const unsigned char* bytes, CborToken& item);
+  CborToken nextOfAny();
   CborToken stringHead(unsigned char first);
 };
 

@@ -34,7 +34,7 @@ bool CborEntries::refuse(std::string_view key, const char* expected, const CborT
 }
 
 bool CborEntries::expect(std::string_view key, eCborKind kind, const char* expected, CborToken& token) {
-  token = decoder.next();
+  decoder.next(token);
   return token.kind == kind || refuse(key, expected, token);
 }
 
@@ -89,7 +89,24 @@ bool CborEntries::takeCanonicalStart(std::string_view key) {
   return true;
 }
 
+/// The same for an entry with any key, whose text is stored.
+bool CborEntries::takeCanonicalStart() {
+  const unsigned char* at = decoder.input.peek(3);
+  if (!at || at[0] != s_onePairMap) return false;
+  const bool isShort = at[1] >= s_textHead && at[1] < s_textHead + 24;
+  if (!isShort && at[1] != (s_textHead | 24)) return false;
+  const std::size_t size = isShort ? at[1] - s_textHead : at[2];
+  const std::size_t head = isShort ? 2 : 3;
+  at = decoder.input.peek(head + size);
+  if (!at) return false;
+  _key.assign(reinterpret_cast<const char*>(at + head), size);
+  decoder.input.skip(head + size);
+  _lists.back().entryIndefinite = false;
+  return true;
+}
+
 bool CborEntries::takeStart(std::string_view key) {
+  if (takeCanonicalStart()) return isUtf8(_key) || failure.set(Message::eSM_InvalidText, shownText(key));
   CborToken head;
   if (!expect(key, eCborKind::Map, "an entry", head)) return false;
   if (!head.indefinite && head.number != 1)

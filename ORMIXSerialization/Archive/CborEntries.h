@@ -54,6 +54,7 @@ class CborEntries {
 
   bool openArchive();
   bool takeCanonicalStart(std::string_view key);
+  bool takeCanonicalStart();
   bool takeStart(std::string_view key);
   bool atEnd();
   bool finish();

@@ -30,15 +30,6 @@ class NumberBlock {
     _numbers[_size++] = number;
     if (_size == _capacity) flush();
   }
-  /// The memory of the block, in which the caller may store up to `capacity()` numbers instead of `push`.
-  T* data() { return _numbers.get(); }
-  /// The number of numbers in a full block: whole rows.
-  std::size_t capacity() const { return _capacity; }
-  /// Passes the first `size` numbers of the block (whole rows) to the sink.
-  void take(std::size_t size) {
-    _size = size;
-    flush();
-  }
   /// Passes the remaining numbers to the sink.
   void flush() {
     if (_size != 0) _sink.append(_numbers.get(), _size / _width);

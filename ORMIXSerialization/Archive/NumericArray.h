@@ -48,6 +48,12 @@ class NumericArraySink {
   virtual void reserve(std::size_t nbRows) = 0;
   /// Appends `nbRows` rows of numbers of type `scalar`, at `rows` and aligned for that type.
   virtual void append(const void* rows, std::size_t nbRows) = 0;
+  /// Appends `nbRows` rows, whose numbers the caller stores in the memory that is returned, before any other call. By
+  /// default null: there is no such memory, and `append` is to be called.
+  virtual void* extend(std::size_t nbRows) {
+    static_cast<void>(nbRows);
+    return nullptr;
+  }
 
  protected:
   /// A sink for numbers of type `scalarType` in rows of `columns`.

@@ -38,6 +38,10 @@ class VectorSink final : public NumericArraySink {
     const P* first = static_cast<const P*>(rows);
     _target.insert(_target.end(), first, first + nbRows);
   }
+  void* extend(std::size_t nbRows) override {
+    _target.resize(_target.size() + nbRows);
+    return _target.data() + (_target.size() - nbRows);
+  }
 
  private:
   std::vector<P>& _target;

@@ -2,6 +2,7 @@
 #include "SampleClasses.h"
 #include "support/ArchiveFormats.h"
 #include "support/Checks.h"
+#include "support/Random.h"
 
 namespace {
 
@@ -153,6 +154,30 @@ TEST(CborBytes, AnotherFormatIsRefused) {
       hex("81 a1 6d") + "ormix-archive" + hex("82 a1 67") + "version" + hex("02 a1 66") + "writer" + hex("61 78");
   EXPECT_FAILURE(Reading<Cbor>(newer).archive.state(), "format version 2, the newest known is 1");
   EXPECT_SUCCESS(Reading<Cbor>(hex("81") + g_header).archive.close());
+}
+
+/// An item near the end of the stream and one in its middle are decoded in two ways.
+TEST(CborBytes, AreReadAlikeAtTheEndAndBefore) {
+  Random random(18);
+  for (unsigned first = 0; first < 256; ++first) {
+    std::string item(1, static_cast<char>(first));
+    const unsigned info = first & 31u;
+    for (unsigned left = info < 24 || info > 27 ? 0 : 1u << (info - 24); left != 0; --left)
+      item += static_cast<char>(random.below(256));
+    const std::string start = hex("9f") + g_header + hex("a1 61 76") + item;
+    const auto outcome = [](const std::string& bytes, auto value) {
+      Reading<Cbor> reading(bytes);
+      const BoolResult result = readItem(reading.archive, "v", value);
+      std::ostringstream text;
+      text << std::hexfloat << value << result.getMessage();
+      return text.str();
+    };
+    const std::string padded = start + std::string(20, '\x80');
+    EXPECT_EQ(outcome(start, omReal64(0)), outcome(padded, omReal64(0))) << first;
+    EXPECT_EQ(outcome(start, omReal32(0)), outcome(padded, omReal32(0))) << first;
+    EXPECT_EQ(outcome(start, omInt64(0)), outcome(padded, omInt64(0))) << first;
+    EXPECT_EQ(outcome(start, omUInt64(0)), outcome(padded, omUInt64(0))) << first;
+  }
 }
 
 }  // namespace
