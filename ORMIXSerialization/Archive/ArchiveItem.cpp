@@ -1,9 +1,7 @@
 #include <ORMIXSerialization/Archive/ArchiveItem.h>
-#include <ORMIXSerialization/Archive/ArchiveSectionManager.h>
 #include <ORMIXSerialization/Archive/Utf8.h>
 #include <ORMIXSerialization/Message/SerializationMessage.h>
 #include <ORMIXUtil/Exception/BaseException.h>
-#include <ORMIXUtil/Object/DynamicObjectFactory.h>
 
 #include <exception>
 #include <utility>
@@ -29,13 +27,6 @@ BoolResult nullPointer(std::string_view key) {
   return failure(serializationMessage(Message::eSM_NullPointer, shownText(key)));
 }
 
-BoolResult writeObjectItem(BaseOArchive& archive, std::string_view key, const BaseSerializationObject& object) {
-  ArchiveSectionManager section(archive, key);
-  if (!section.getState()) return section.getState();
-  if (BoolResult written = object.write(archive); !written) return written;
-  return section.close();
-}
-
 namespace {
 
 // Not inlined, so that their stack space is free while nested objects are read.
@@ -49,9 +40,11 @@ __attribute__((noinline)) bool endSection(BaseIArchive& archive, BoolResult& res
 }
 
 /// As `ArchiveSectionManager`, but of two machine words: one is on the stack for each level of nested objects.
+template <class Archive>
 class ObjectSection {
  public:
-  ObjectSection(BaseIArchive& archive, std::string_view key) : _archive(archive), _open(begin(archive, key)) {}
+  ObjectSection(Archive& archive, std::string_view key, BoolResult& result)
+      : _archive(archive), _open(begin(key, result)) {}
   ~ObjectSection() {
     if (_open) closeQuietly();
   }
@@ -61,13 +54,15 @@ class ObjectSection {
   bool isOpen() const { return _open; }
   void close(BoolResult& result) {
     _open = false;
-    endSection(_archive, result);
+    end(result);
   }
 
  private:
-  __attribute__((noinline)) static bool begin(BaseIArchive& archive, std::string_view key) {
-    return static_cast<bool>(archive.beginSection(key));
+  __attribute__((noinline)) bool begin(std::string_view key, BoolResult& result) {
+    result = _archive.beginSection(key);
+    return static_cast<bool>(result);
   }
+  __attribute__((noinline)) void end(BoolResult& result) { result = _archive.endSection(); }
   __attribute__((noinline)) void closeQuietly() noexcept {
     try {
       _archive.endSection();
@@ -76,7 +71,7 @@ class ObjectSection {
     }
   }
 
-  BaseIArchive& _archive;
+  Archive& _archive;
   bool _open;
 };
 
@@ -84,7 +79,7 @@ using ObjectColl = std::vector<boost::shared_ptr<BaseSerializationObject>>;
 
 /// Appends a new object of the class of the next entry. Returns null at the end of the section and after a failure.
 __attribute__((noinline)) BaseSerializationObject* addNextObject(BaseIArchive& archive, std::string_view key,
-                                                                 bool (*isAllowed)(const BaseSerializationObject&),
+                                                                 bool (*isAllowed)(BaseSerializationObject&),
                                                                  ObjectColl& objects, BoolResult& result) {
   boost::shared_ptr<BaseSerializationObject> object = createNextObject(archive, key, result);
   if (object && !isAllowed(*object)) {
@@ -98,19 +93,28 @@ __attribute__((noinline)) BaseSerializationObject* addNextObject(BaseIArchive& a
 
 }  // namespace
 
-BoolResult readObjectItem(BaseIArchive& archive, std::string_view key, BaseSerializationObject& object) {
-  ObjectSection section(archive, key);
-  BoolResult result = section.isOpen() ? object.read(archive) : archive.state();
+BoolResult writeObjectItem(BaseOArchive& archive, std::string_view key, const BaseSerializationObject& object) {
+  BoolResult result;
+  ObjectSection<BaseOArchive> section(archive, key, result);
+  if (section.isOpen()) result = object.write(archive);
   if (result) section.close(result);
   return result;
 }
 
-bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isAllowed)(const BaseSerializationObject&),
+BoolResult readObjectItem(BaseIArchive& archive, std::string_view key, BaseSerializationObject& object) {
+  BoolResult result;
+  ObjectSection<BaseIArchive> section(archive, key, result);
+  if (section.isOpen()) result = object.read(archive);
+  if (result) section.close(result);
+  return result;
+}
+
+bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isAllowed)(BaseSerializationObject&),
                        ObjectColl& objects, BoolResult& result) {
   if (!beginSection(archive, key, result)) return false;
   while (BaseSerializationObject* object = addNextObject(archive, key, isAllowed, objects, result)) {
-    ObjectSection section(archive, object->getClassName());
-    result = section.isOpen() ? object->read(archive) : archive.state();
+    ObjectSection<BaseIArchive> section(archive, object->getClassName(), result);
+    if (section.isOpen()) result = object->read(archive);
     if (result) section.close(result);
     if (!result) return false;
   }
@@ -119,19 +123,20 @@ bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isAll
 
 boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive, std::string_view key,
                                                             BoolResult& result) {
-  const std::optional<std::string> className = archive.nextKey();
-  result = archive.state();
-  if (!className) return nullptr;
-  boost::shared_ptr<BaseDynamicObject> object;
+  const std::string* className = archive.peekKey();
+  if (!className) {
+    result = archive.state();
+    return nullptr;
+  }
+  boost::shared_ptr<BaseSerializationObject> object;
   try {
-    object = DynamicObjectFactory::getInstance().createShared(*className);
+    object = archive.createObject(*className);
   } catch (const BaseException&) {
     result = failure(serializationMessage(Message::eSM_UnregisteredClass, shownText(key), shownText(*className)));
     return nullptr;
   }
-  auto readable = boost::dynamic_pointer_cast<BaseSerializationObject>(object);
-  if (!readable) result = wrongClass(key, *className);
-  return readable;
+  result = object ? BoolResult() : wrongClass(key, *className);
+  return object;
 }
 
 }  // namespace ormix::detail

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -73,17 +74,27 @@ ORMIX_SERIALIZATION_API boost::shared_ptr<BaseSerializationObject> createNextObj
 /// during the recursion is in functions that are not inlined.
 /// \return whether `result` is a success
 ORMIX_SERIALIZATION_API bool readSharedObjects(BaseIArchive& archive, std::string_view key,
-                                               bool (*isAllowed)(const BaseSerializationObject&),
+                                               bool (*isAllowed)(BaseSerializationObject&),
                                                std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
                                                BoolResult& result);
 
-/// Sets `values` to the objects, all of which are of class V.
+/// The object as one of class V, null when it is none. Mostly it is one of V itself, which is seen without a search
+/// through its base classes.
 template <class V>
-__attribute__((noinline)) void castObjects(const std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
+V* castObject(BaseSerializationObject& object) {
+  return typeid(object) == typeid(V) ? static_cast<V*>(dynamic_cast<void*>(&object)) : dynamic_cast<V*>(&object);
+}
+
+/// Sets `values` to the objects, all of which are of class V; `objects` are null afterwards.
+template <class V>
+__attribute__((noinline)) void castObjects(std::vector<boost::shared_ptr<BaseSerializationObject>>& objects,
                                            std::vector<boost::shared_ptr<V>>& values) {
   std::vector<boost::shared_ptr<V>> typed;
   typed.reserve(objects.size());
-  for (const auto& object : objects) typed.push_back(boost::dynamic_pointer_cast<V>(object));
+  for (auto& object : objects) {
+    V* const value = castObject<V>(*object);
+    typed.emplace_back(std::move(object), value);
+  }
   values = std::move(typed);
 }
 
@@ -95,9 +106,7 @@ template <class V, std::enable_if_t<isObjectItem<V>, int> = 0>
 bool readField(BaseIArchive& archive, std::string_view key, std::vector<boost::shared_ptr<V>>& values,
                BoolResult& result) {
   std::vector<boost::shared_ptr<BaseSerializationObject>> objects;
-  const auto isAllowed = [](const BaseSerializationObject& object) {
-    return dynamic_cast<const V*>(&object) != nullptr;
-  };
+  const auto isAllowed = [](BaseSerializationObject& object) { return castObject<V>(object) != nullptr; };
   if (!readSharedObjects(archive, key, isAllowed, objects, result)) return false;
   castObjects(objects, values);
   return true;

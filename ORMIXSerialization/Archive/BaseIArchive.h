@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXSerialization/Archive/ClassVersionRegistry.h>
+#include <ORMIXSerialization/Archive/CreatedClasses.h>
 #include <ORMIXSerialization/Archive/NumericArray.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
@@ -50,10 +51,24 @@ class ORMIX_SERIALIZATION_API BaseIArchive : public ClassVersionRegistry {
   /// Success until an operation has failed; then that failure.
   virtual BoolResult state() const = 0;
 
+  /// As `nextKey`, without a copy: the key is valid until the next operation, null where `nextKey` has no value.
+  virtual const std::string* peekKey();
+
+  /// A new object of the class with this registered name, as the factory of dynamic objects makes it; null when its
+  /// class is not serializable. The name is resolved once, and again after a class has been unregistered.
+  /// \throw UnHandleException as the factory
+  boost::shared_ptr<BaseSerializationObject> createObject(const std::string& className) {
+    return _createdClasses.create(className);
+  }
+
  protected:
   BaseIArchive() = default;
   BaseIArchive(const BaseIArchive&) = delete;
   BaseIArchive& operator=(const BaseIArchive&) = delete;
+
+ private:
+  std::optional<std::string> _nextKey;
+  detail::CreatedClasses _createdClasses;
 };
 
 }  // namespace ormix

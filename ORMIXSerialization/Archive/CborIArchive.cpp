@@ -77,9 +77,11 @@ BoolResult CborIArchive::endSection() {
 }
 
 std::optional<std::string> CborIArchive::nextKey() {
-  const std::string* key = _reader->entries.peekKey();
+  const std::string* key = peekKey();
   return key ? std::optional<std::string>(*key) : std::nullopt;
 }
+
+const std::string* CborIArchive::peekKey() { return _reader->entries.peekKey(); }
 
 BoolResult CborIArchive::readBool(std::string_view key, bool& value) {
   return _reader->entry(key, value, [&](const CborToken& token, bool& read) {

@@ -3,6 +3,7 @@
 #include <ORMIXSerialization/Export.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -20,11 +21,20 @@ class ORMIX_SERIALIZATION_API ClassVersionRegistry {
   omUInt32 getRegisterClassVersion(const std::string& className) const;
 
  protected:
-  ClassVersionRegistry() = default;
-  ~ClassVersionRegistry() = default;
+  ClassVersionRegistry();
+  ~ClassVersionRegistry();
 
  private:
-  std::unordered_map<std::string, omUInt32> _versions;
+  using Versions = std::unordered_map<std::string, omUInt32>;
+  /// Registered versions by the address of the name that they were registered with. Every object asks for the versions
+  /// of its classes, mostly by the same strings: comparing one is faster than a hash. A name that is not found so, as
+  /// another string has its place or it was registered from another address, is looked up among all.
+  struct KnownNames;
+
+  const Versions::value_type* find(const std::string& className) const;
+
+  Versions _versions;
+  std::unique_ptr<KnownNames> _knownNames;
 };
 
 }  // namespace ormix

@@ -46,9 +46,11 @@ BoolResult JsonIArchive::endSection() {
 }
 
 std::optional<std::string> JsonIArchive::nextKey() {
-  const std::string* key = _reader->entries.peekKey();
+  const std::string* key = peekKey();
   return key ? std::optional<std::string>(*key) : std::nullopt;
 }
+
+const std::string* JsonIArchive::peekKey() { return _reader->entries.peekKey(); }
 
 BoolResult JsonIArchive::readBool(std::string_view key, bool& value) {
   JsonEntries& entries = _reader->entries;

@@ -29,6 +29,7 @@ class ORMIX_SERIALIZATION_API JsonIArchive final : public BaseIArchive {
   BoolResult readArray(std::string_view key, NumericArraySink& sink) override;
   BoolResult close() override;
   BoolResult state() const override;
+  const std::string* peekKey() override;
 
  private:
   struct Reader;

@@ -20,15 +20,27 @@ constexpr std::string_view s_unknownObjectKey = "(an object)";
   throw ORMIXSerializationException(text, function, __FILE__, line);
 }
 
+/// Reads the next object of the archive; null when `result` is a failure or there is none.
+SerializationObjectPtr readNext(BaseIArchive& archive, BoolResult& result) {
+  SerializationObjectPtr object = detail::createNextObject(archive, s_unknownObjectKey, result);
+  if (object) result = detail::readObjectItem(archive, object->getClassName(), *object);
+  if (!result) return nullptr;
+  return object;
+}
+
+/// The failure that there is no object left.
+BoolResult noObject() { return failure(serializationMessage(Message::eSM_KeyMissing, s_unknownObjectKey)); }
+
 /// Reads exactly one object, or all objects up to the end of the archive.
 BoolResult readObjects(std::istream& stream, SerializationObjectPtrColl& objects, bool exactlyOne) {
   const std::unique_ptr<BaseIArchive> archive = openArchive(stream);
   BoolResult result = archive->state();
-  while (result && (exactlyOne ? objects.empty() : archive->nextKey().has_value())) {
-    ProcessingResult<SerializationObjectPtr> object = readObject(*archive);
-    if (!object) return failure(object.getMessage());
-    objects.push_back(object.getResult());
+  while (result && (!exactlyOne || objects.empty())) {
+    SerializationObjectPtr object = readNext(*archive, result);
+    if (!object) break;
+    objects.push_back(std::move(object));
   }
+  if (result && exactlyOne && objects.empty()) return noObject();
   return result ? archive->close() : result;
 }
 
@@ -72,11 +84,9 @@ BoolResult writeObject(BaseOArchive& archive, const BaseSerializationObject& obj
 
 ProcessingResult<SerializationObjectPtr> readObject(BaseIArchive& archive) {
   BoolResult result;
-  SerializationObjectPtr object = detail::createNextObject(archive, s_unknownObjectKey, result);
-  if (object) result = detail::readObjectItem(archive, object->getClassName(), *object);
-  if (object && result) return object;
-  const std::string none = serializationMessage(Message::eSM_KeyMissing, s_unknownObjectKey);
-  return {nullptr, result ? none : result.getMessage()};
+  SerializationObjectPtr object = readNext(archive, result);
+  if (object) return object;
+  return {nullptr, result ? noObject().getMessage() : result.getMessage()};
 }
 
 BoolResult save(std::ostream& stream, const BaseSerializationObject& object, eArchiveFormat format) {

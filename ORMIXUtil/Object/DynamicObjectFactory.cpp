@@ -2,6 +2,7 @@
 #include <ORMIXUtil/Object/DynamicObjectFactory.h>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <shared_mutex>
 #include <unordered_map>
@@ -15,8 +16,8 @@ struct Creators {
 };
 
 template <class Creator>
-auto called(Creator creator, const std::string& name) {
-  if (creator) return creator();
+Creator required(Creator creator, const std::string& name) {
+  if (creator) return creator;
   throw UnHandleException("Class \"" + name + "\" is registered without this way of creating its objects",
                           __PRETTY_FUNCTION__, __FILE__, __LINE__);
 }
@@ -25,6 +26,7 @@ auto called(Creator creator, const std::string& name) {
 struct DynamicObjectFactory::Registry {
   mutable std::shared_mutex mutex;
   std::unordered_map<std::string, Creators> classes;
+  std::atomic<omUInt64> nbUnregistered{0};
 
   /// Copies the creators out, so that an object is never constructed under the lock.
   Creators find(const std::string& name) const {
@@ -53,7 +55,9 @@ bool DynamicObjectFactory::registerClass(const std::string& name, CreateNew newC
 
 bool DynamicObjectFactory::unRegisterClass(const std::string& name) {
   const std::unique_lock<std::shared_mutex> lock(_registry->mutex);
-  return _registry->classes.erase(name) != 0;
+  const bool wasRegistered = _registry->classes.erase(name) != 0;
+  if (wasRegistered) ++_registry->nbUnregistered;
+  return wasRegistered;
 }
 
 bool DynamicObjectFactory::isRegistered(const std::string& name) const {
@@ -73,11 +77,17 @@ std::vector<std::string> DynamicObjectFactory::getRegisteredNames() const {
 }
 
 BaseDynamicObject* DynamicObjectFactory::createNew(const std::string& name) const {
-  return called(_registry->find(name).createNew, name);
+  return required(_registry->find(name).createNew, name)();
 }
 
 boost::shared_ptr<BaseDynamicObject> DynamicObjectFactory::createShared(const std::string& name) const {
-  return called(_registry->find(name).createShared, name);
+  return getSharedCreator(name)();
 }
+
+DynamicObjectFactory::CreateShared DynamicObjectFactory::getSharedCreator(const std::string& name) const {
+  return required(_registry->find(name).createShared, name);
+}
+
+omUInt64 DynamicObjectFactory::getNbUnregistered() const noexcept { return _registry->nbUnregistered; }
 
 }  // namespace ormix

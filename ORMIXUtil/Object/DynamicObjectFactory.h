@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXUtil/Object/BaseDynamicObject.h>
+#include <ORMIXUtil/ScalarTypes.h>
 
 #include <string>
 #include <vector>
@@ -30,6 +31,13 @@ class ORMIX_UTIL_API DynamicObjectFactory {
   BaseDynamicObject* createNew(const std::string& name) const;
   /// The same as a shared pointer, made in one allocation.
   boost::shared_ptr<BaseDynamicObject> createShared(const std::string& name) const;
+
+  /// The function by which `createShared` makes objects of a class, to be called while the class is registered.
+  /// \throw UnHandleException as `createShared`
+  CreateShared getSharedCreator(const std::string& name) const;
+  /// How many classes have been unregistered so far. While this number stays the same, so does what is registered under
+  /// a name that was found, and its creator may be called.
+  omUInt64 getNbUnregistered() const noexcept;
 
   DynamicObjectFactory(const DynamicObjectFactory&) = delete;
   DynamicObjectFactory& operator=(const DynamicObjectFactory&) = delete;

@@ -233,6 +233,26 @@ TEST_F(ObjectArchive, NestedObjectsTakeLittleStack) {
   }
 }
 
+/// An archive asks the factory once a class, but does not use what it was told of a class that is gone since.
+TEST_F(ObjectArchive, AClassIsKnownAsLongAsItIsRegistered) {
+  DynamicObjectFactory& factory = DynamicObjectFactory::getInstance();
+  const std::string name = Disc::getTypeName();
+  const std::string bytes = archived<Cbor>([](BaseOArchive& archive) {
+    for (int i = 0; i < 3; ++i) writeObject(archive, Disc({1, 2}, i));
+  });
+  Reading<Cbor> reading(bytes);
+  EXPECT_TRUE(readObject(reading.archive));
+  ASSERT_TRUE(factory.unRegisterClass(name));
+  EXPECT_EQ(readObject(reading.archive).getMessage(),
+            "Key \"(an object)\": class \"sample::Disc\" is not registered in the dynamic object factory");
+  const auto createRing = [] { return Ring::createSharedObject(); };
+  ASSERT_TRUE(factory.registerClass(name, nullptr, createRing));
+  EXPECT_EQ(reading.archive.createObject(name)->getClassName(), "sample::Ring");
+  ASSERT_TRUE(factory.unRegisterClass(name));
+  ASSERT_TRUE(factory.registerClass(name, &Disc::createNewObject, &Disc::createSharedObject));
+  EXPECT_EQ(dynamic_cast<Disc&>(*readObject(reading.archive).getResult()).radius(), 1);
+}
+
 TEST_F(ObjectArchive, ObjectsOfAnotherClassAreRefused) {
   const std::string bytes = archived<Json>([](BaseOArchive& archive) {
     archive.beginSection("branches");
