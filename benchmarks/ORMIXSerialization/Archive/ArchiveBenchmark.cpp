@@ -4,12 +4,18 @@
 #include <ORMIXSerialization/Archive/JsonIArchive.h>
 #include <ORMIXSerialization/Archive/JsonOArchive.h>
 #include <benchmark/benchmark.h>
+#include <benchmarks/support/CerealObjects.h>
 #include <benchmarks/support/MemoryBuffer.h>
 #include <benchmarks/support/StarPolygon.h>
+#include <benchmarks/support/TorusMesh.h>
 
+#include <algorithm>
 #include <charconv>
 #include <istream>
+#include <numeric>
 #include <ostream>
+#include <random>
+#include <sstream>
 #if defined(__GLIBC__)
 #include <malloc.h>
 #endif
@@ -103,6 +109,55 @@ void readCircles(benchmark::State& state) {
   }
 }
 
+#if defined(ORMIX_BENCHMARK_CEREAL)
+void cerealReadRing(benchmark::State& state) {
+  std::ostringstream output;
+  cereal::BinaryOutputArchive{output}(starRing<omReal64>(nbPoints));
+  const std::string text = output.str();
+  for (auto _ : state) {
+    StringSource source(text);
+    std::istream stream(&source);
+    std::vector<omReal64> xy;
+    cereal::BinaryInputArchive{stream}(xy);
+    benchmark::DoNotOptimize(xy.data());
+  }
+}
+#endif
+
+/// A mesh whose vertices and triangles have no order.
+geom::Mesh3d<omReal64> shuffledMesh() {
+  using Mesh = geom::Mesh3d<omReal64>;
+  const Mesh ordered = torusMesh<omReal64>(1000000);
+  std::mt19937_64 generator(18);
+  std::vector<omUInt32> places(ordered.getNbVertices()), triangles(ordered.getNbTriangles());
+  std::iota(places.begin(), places.end(), omUInt32{0});
+  std::iota(triangles.begin(), triangles.end(), omUInt32{0});
+  std::shuffle(places.begin(), places.end(), generator);
+  std::shuffle(triangles.begin(), triangles.end(), generator);
+  Mesh::VertexColl vertices(places.size());
+  for (std::size_t vertex = 0; vertex < places.size(); ++vertex)
+    vertices[places[vertex]] = ordered.getVertexColl()[vertex];
+  Mesh::IndexColl indices;
+  for (const omUInt32 triangle : triangles)
+    for (const std::size_t vertex : ordered.getTriangleVertexIndices(triangle)) indices.push_back(places[vertex]);
+  Mesh mesh;
+  mesh.build(std::move(vertices), std::move(indices));
+  return mesh;
+}
+
+void readMesh(benchmark::State& state) {
+  const geom::Mesh3d<omReal64> mesh = state.range(0) != 0 ? shuffledMesh() : torusMesh<omReal64>(1000000);
+  const std::string text = written<CborOArchive>(1 << 27, [&mesh](BaseOArchive& archive) { mesh.write(archive); });
+  for (auto _ : state) {
+    StringSource source(text);
+    std::istream stream(&source);
+    CborIArchive archive(stream);
+    geom::Mesh3d<omReal64> read;
+    if (const BoolResult result = read.read(archive); !result) return state.SkipWithError(result.getMessage().c_str());
+    benchmark::DoNotOptimize(read.getVertexColl().data());
+  }
+}
+
 /// Copying the coordinates into a new string: the limit of writing CBOR, and of reading it too.
 void cborLimit(benchmark::State& state) {
   const std::vector<omReal64> xy = starRing<omReal64>(nbPoints);
@@ -144,6 +199,10 @@ void jsonWriteLimit(benchmark::State& state) {
 BENCHMARK(cborLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(writeRing, CborOArchive)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(readRing, CborOArchive, CborIArchive)->Unit(benchmark::kMillisecond);
+#if defined(ORMIX_BENCHMARK_CEREAL)
+BENCHMARK(cerealReadRing)->Unit(benchmark::kMillisecond);
+#endif
+BENCHMARK(readMesh)->ArgName("shuffled")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(jsonWriteLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(writeRing, JsonOArchive)->Unit(benchmark::kMillisecond);
 BENCHMARK(jsonReadLimit)->Unit(benchmark::kMillisecond);
