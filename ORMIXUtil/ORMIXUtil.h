@@ -8,6 +8,7 @@
 #include <ORMIXUtil/Exception/UnHandleException.h>
 #include <ORMIXUtil/HashSecret.h>
 #include <ORMIXUtil/Logger/Logger.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 #include <ORMIXUtil/Message/LogMessageFormater.h>
 #include <ORMIXUtil/Message/LogMessageManager.h>
 #include <ORMIXUtil/Message/MessageDomain.h>

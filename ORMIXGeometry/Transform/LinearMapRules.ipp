@@ -3,15 +3,18 @@
 #include <ORMIXGeometry/Entity/2d/Point/Point2dData.h>
 #include <ORMIXGeometry/Entity/3d/Point/Point3dData.h>
 #include <ORMIXGeometry/Entity/HoleTree.h>
+#include <ORMIXGeometry/Entity/ReserveMore.h>
 #include <ORMIXGeometry/Message/TransformMessage.h>
 #include <ORMIXGeometry/ORMIXGeometryLogger.h>
 #include <ORMIXGeometry/Transform/MapRequirement.h>
 #include <ORMIXMath/Scalar/Round.h>
 #include <ORMIXMath/Transform/PointRun.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -68,19 +71,24 @@ bool mapPoint(const Map& map, Point&... points) {
   return ((applyTo(map.math, points) || reportUndefinedImage(map, points)) && ...);
 }
 
-/// Whether every point has an image; logs the first that has none.
-template <class Map, class Point>
-bool hasImage(const Map& map, const std::vector<Point>& points) {
-  const std::size_t undefined = firstUndefinedImage(map.math, coordinates(points), points.size());
-  return undefined == points.size() || reportUndefinedImage(map, points[undefined]);
+template <class Point>
+auto spanOf(std::vector<Point>& points) {
+  return PointSpan<typename Point::CoordinateType>{coordinates(points), points.size()};
 }
 
-/// The same for a run of points, all or none.
+/// Replaces the points of several runs by their images, all or none; logs the first that has none.
+template <class Point, class Map, class T>
+bool mapRuns(const Map& map, const PointSpan<T>* runs, std::size_t nbRuns) {
+  const PlaceInRuns undefined = applyToRuns(map.math, runs, nbRuns);
+  if (undefined.run == nbRuns) return true;
+  return reportUndefinedImage(map, reinterpret_cast<const Point*>(runs[undefined.run].points)[undefined.point]);
+}
+
+/// The same for one run.
 template <class Map, class Point>
 bool mapPoints(const Map& map, std::vector<Point>& points) {
-  if (!hasImage(map, points)) return false;
-  applyToRun(map.math, coordinates(points), points.size());
-  return true;
+  const auto run = spanOf(points);
+  return mapRuns<Point>(map, &run, 1);
 }
 
 /// The images of the points, none of which is there yet: block by block, each read from memory once and written once.
@@ -90,7 +98,7 @@ template <class Map, class Point>
   constexpr std::size_t nbCoordinates = sizeof(Point) / sizeof(typename Point::CoordinateType);
   // 2 KiB, so that a block and its images stay in the nearest cache between being cleared, mapped and checked.
   constexpr std::size_t nbInBlock = 2048 / sizeof(Point);
-  images.reserve(points.size());
+  reserveLarge(images, points.size());
   while (images.size() < points.size()) {
     const std::size_t nbDone = images.size();
     const std::size_t count = std::min(nbInBlock, points.size() - nbDone);
@@ -179,37 +187,34 @@ bool mapBall(const Map& map, Ball& ball) {
 /// \name Trees whose nodes each hold a run, `pointsOf(node)`.
 /// @{
 
-/// Appends the nodes of a tree while their points have images; false at the first that has one without.
-template <class Map, class Node, class PointsOf>
-bool appendMapped(const Map& map, Node& tree, const PointsOf& pointsOf, std::vector<Node*>& nodes) {
-  return visitNodes(tree, [&](Node& node) {
-    nodes.push_back(&node);
-    return hasImage(map, pointsOf(std::as_const(node)));
+/// The type of the points of the nodes of trees.
+template <class Node, class PointsOf>
+using PointOfNode = typename std::decay_t<std::invoke_result_t<PointsOf, Node&>>::value_type;
+
+/// Appends the runs of a tree, a node before its holes.
+template <class T, class Node, class PointsOf>
+void appendRuns(Node& tree, const PointsOf& pointsOf, std::vector<PointSpan<T>>& runs) {
+  reserveMore(runs, 1 + tree.getNbHoles());
+  visitNodes(tree, [&](Node& node) {
+    runs.push_back(spanOf(pointsOf(node)));
+    return true;
   });
-}
-/// Each point must have an image. Needs no memory, so that either all nodes are mapped or none.
-template <class Map, class Node, class PointsOf>
-void applyToNodes(const Map& map, const std::vector<Node*>& nodes, const PointsOf& pointsOf) {
-  for (Node* const node : nodes) {
-    auto& points = pointsOf(*node);
-    applyToRun(map.math, coordinates(points), points.size());
-  }
 }
 template <class Map, class Node, class PointsOf>
 bool mapTree(const Map& map, Node& tree, const PointsOf& pointsOf) {
-  std::vector<Node*> nodes;
-  if (!appendMapped(map, tree, pointsOf, nodes)) return false;
-  applyToNodes(map, nodes, pointsOf);
-  return true;
+  using Point = PointOfNode<Node, PointsOf>;
+  std::vector<PointSpan<typename Point::CoordinateType>> runs;
+  appendRuns(tree, pointsOf, runs);
+  return mapRuns<Point>(map, runs.data(), runs.size());
 }
 /// The trees of a collection, all or none; null ones are passed over.
 template <class Map, class TreeColl, class PointsOf>
 bool mapTrees(const Map& map, const TreeColl& trees, const PointsOf& pointsOf) {
-  std::vector<typename TreeColl::value_type::element_type*> nodes;
+  using Point = PointOfNode<typename TreeColl::value_type::element_type, PointsOf>;
+  std::vector<PointSpan<typename Point::CoordinateType>> runs;
   for (const auto& tree : trees)
-    if (tree && !appendMapped(map, *tree, pointsOf, nodes)) return false;
-  applyToNodes(map, nodes, pointsOf);
-  return true;
+    if (tree) appendRuns(*tree, pointsOf, runs);
+  return mapRuns<Point>(map, runs.data(), runs.size());
 }
 /// @}
 

@@ -1,3 +1,4 @@
+#include <ORMIXMath/Shape/PrefetchBehind.h>
 #include <ORMIXMath/Shape/Ring.h>
 #include <ORMIXMath/Shape/RingLengthBlocks.h>
 #if defined(__x86_64__)
@@ -5,9 +6,7 @@
 #include <ORMIXMath/Shape/RingLengthAvx512.h>
 #endif
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace ormix {
 namespace {
@@ -44,24 +43,12 @@ omReal64 sumOfManyEdges(const T* xy, std::size_t nbPoints) {
   return detail::joined(lanes);
 }
 
-/// Prefetches what lies behind a small ring: mostly the next one. Processors foresee no access of rings that are read
-/// backwards one after the other.
-template <class T>
-void prefetchBehind(const T* xy, std::size_t nbPoints) {
-  constexpr std::uintptr_t mostBytes = 1024;
-  constexpr std::uintptr_t cacheLine = 64;
-  const std::uintptr_t bytes = std::min<std::uintptr_t>(2 * nbPoints * sizeof(T), mostBytes);
-  const std::uintptr_t behind = reinterpret_cast<std::uintptr_t>(xy + 2 * nbPoints);
-  for (std::uintptr_t at = 0; at < bytes; at += cacheLine)
-    __builtin_prefetch(reinterpret_cast<const void*>(behind + at));
-}
-
 }  // namespace
 
 template <class T>
 omReal64 ringSignedArea(const T* xy, std::size_t nbPoints) {
   if (nbPoints <= 3) return 0;
-  prefetchBehind(xy, nbPoints);
+  detail::prefetchBehind(xy, 2 * nbPoints);
   omReal64 sum = 0;
   const T* vertex = xy + 2 * (nbPoints - 1);
   auto x = static_cast<omReal64>(vertex[0]);

@@ -1,3 +1,4 @@
+#include <ORMIXMath/Shape/PrefetchBehind.h>
 #include <ORMIXMath/Transform/PointBlocks.h>
 #include <ORMIXMath/Transform/PointRun.h>
 
@@ -39,6 +40,14 @@ std::size_t firstNotFinite(const T* points, std::size_t nbPoints) {
   return static_cast<std::size_t>(found - points) / nbCoordinates;
 }
 
+/// Whether there is no need to look at points, as with integers often: their type bounds them.
+template <class T, class Map>
+bool hasImagesByType(const Map& map) {
+  if constexpr (std::is_integral_v<T>)
+    return imagesStayFinite<T>(map, 1 + static_cast<omReal64>(std::numeric_limits<T>::max()));
+  return false;
+}
+
 constexpr std::size_t nbInBlock = 256;
 
 /// Maps copies, block by block, and looks at the images. Integers are left in omReal64, where it shows.
@@ -60,11 +69,7 @@ std::size_t findUndefinedByImages(const Map& map, const T* points, std::size_t n
 
 template <class Map, class T>
 std::size_t findUndefined(const Map& map, const T* points, std::size_t nbPoints) {
-  if constexpr (std::is_integral_v<T>) {
-    // Often no need to look: the type bounds them.
-    constexpr omReal64 typeBound = 1 + static_cast<omReal64>(std::numeric_limits<T>::max());
-    if (imagesStayFinite<T>(map, typeBound)) return nbPoints;
-  }
+  if (hasImagesByType<T>(map)) return nbPoints;
   if (imagesStayFinite<T>(map, maxMagnitude(points, s_nbCoordinates<Map> * nbPoints))) return nbPoints;
   return findUndefinedByImages(map, points, nbPoints);
 }
@@ -95,10 +100,32 @@ std::size_t mapChecked(const Map& map, const T* points, T* images, std::size_t n
   }
 }
 
-#define ORMIX_MATH_INSTANTIATE_RUNS_OF(Map, T)                           \
-  template std::size_t findUndefined(const Map&, const T*, std::size_t); \
-  template void mapQuarters(const Map&, const T*, T*, std::size_t);      \
-  template std::size_t mapChecked(const Map&, const T*, T*, std::size_t);
+template <class Map, class T>
+PlaceInRuns mapRunsOrNone(const Map& map, const PointSpan<T>* runs, std::size_t nbRuns) {
+  if (nbRuns == 1) prefetchBehind(runs[0].points, s_nbCoordinates<Map> * runs[0].nbPoints);
+  bool areDefined = hasImagesByType<T>(map);
+  if (!areDefined) {
+    const MagnitudeWord<T> largest = onThisProcessor(
+        [&](auto blocks) { return decltype(blocks)::template largestOfRuns<s_nbCoordinates<Map>>(runs, nbRuns); });
+    areDefined = imagesStayFinite<T>(map, magnitudeBound<T>(largest));
+  }
+  for (std::size_t run = 0; run < nbRuns && !areDefined; ++run) {
+    const auto& [points, nbPoints] = runs[run];
+    const std::size_t nbDefined =
+        nbRuns == 1 ? findUndefinedByImages(map, points, nbPoints) : findUndefined(map, points, nbPoints);
+    if (nbDefined != nbPoints) return {run, nbDefined};
+  }
+  onThisProcessor([&](auto blocks) { decltype(blocks)::mapShort(map, runs, nbRuns); });
+  for (std::size_t run = 0; run < nbRuns; ++run)
+    if (!isShort(runs[run])) mapQuarters(map, runs[run].points, runs[run].points, runs[run].nbPoints);
+  return {nbRuns, 0};
+}
+
+#define ORMIX_MATH_INSTANTIATE_RUNS_OF(Map, T)                            \
+  template std::size_t findUndefined(const Map&, const T*, std::size_t);  \
+  template void mapQuarters(const Map&, const T*, T*, std::size_t);       \
+  template std::size_t mapChecked(const Map&, const T*, T*, std::size_t); \
+  template PlaceInRuns mapRunsOrNone(const Map&, const PointSpan<T>*, std::size_t);
 #define ORMIX_MATH_INSTANTIATE_RUNS(Map)        \
   ORMIX_MATH_INSTANTIATE_RUNS_OF(Map, omInt32)  \
   ORMIX_MATH_INSTANTIATE_RUNS_OF(Map, omUInt32) \

@@ -14,12 +14,25 @@
 /// them; the same bits on every processor as point by point. `Map` is a transform of the plane or of space or its
 /// coefficients, T one of the four scalar types. Nothing is allocated.
 ///
-/// A run is mapped in place, or left alone where a point has no image, by firstUndefinedImage() before applyToRun().
-/// Both take the quarters of a long run side by side, the first from their last points to their first, which leaves in
-/// the caches what is mapped first. Images that go to another place need no such look: they are checked while they are
-/// stored.
+/// A run is mapped in place, or left alone where a point has no image, by firstUndefinedImage() before applyToRun();
+/// many short ones by one call of applyToRuns(). Both look and map take the quarters of a long run side by side, the
+/// first from their last points to their first, which leaves in the caches what is mapped first. Images that go to
+/// another place need no such look: they are checked while they are stored.
 
 namespace ormix {
+
+/// A run of points that may be changed.
+template <class T>
+struct PointSpan {
+  T* points;             ///< the coordinates of each in turn
+  std::size_t nbPoints;  ///< their number
+};
+
+/// A point of one of several runs.
+struct PlaceInRuns {
+  std::size_t run;    ///< index of the run
+  std::size_t point;  ///< index of the point in it
+};
 
 namespace detail {
 
@@ -40,6 +53,8 @@ template <class Coefficients, class T>
 ORMIX_MATH_API void mapQuarters(const Coefficients& map, const T* points, T* images, std::size_t nbPoints);
 template <class Coefficients, class T>
 ORMIX_MATH_API std::size_t mapChecked(const Coefficients& map, const T* points, T* images, std::size_t nbPoints);
+template <class Coefficients, class T>
+ORMIX_MATH_API PlaceInRuns mapRunsOrNone(const Coefficients& map, const PointSpan<T>* runs, std::size_t nbRuns);
 /// @}
 
 }  // namespace detail
@@ -62,6 +77,13 @@ void applyToRun(const Map& map, const T* points, T* images, std::size_t nbPoints
 template <class Map, class T>
 void applyToRun(const Map& map, T* points, std::size_t nbPoints) {
   applyToRun(map, static_cast<const T*>(points), points, nbPoints);
+}
+
+/// Maps the points of all runs in place where each of them has an image, else none. O(points).
+/// \return the first that has none, in order of the runs; the run `nbRuns` when all are mapped
+template <class Map, class T>
+PlaceInRuns applyToRuns(const Map& map, const PointSpan<T>* runs, std::size_t nbRuns) {
+  return detail::mapRunsOrNone(detail::coefficientsOf(map), runs, nbRuns);
 }
 
 /// Maps the points to another place, which must not overlap theirs. Answers as firstUndefinedImage(); the images of

@@ -130,6 +130,8 @@ class PointRun<Case<S, T>> : public ::testing::Test {
       }
     }
     expectUndefined(transform, anyPoints, firstUndefined);
+    if (firstUndefined < anyPoints.size() / D) expectRuns(transform, anyPoints, firstUndefined, anyPoints);
+    expectRuns(transform, run, run.size() / D, expected);
     const std::size_t nbPoints = run.size() / D;
     // In place and elsewhere, and nothing beyond the run.
     const auto expectMapped = [&](const char* version, bool inPlace, const auto& map) {
@@ -149,6 +151,23 @@ class PointRun<Case<S, T>> : public ::testing::Test {
           EXPECT_TRUE(decltype(blocks)::template map<true>(transform.getCoefficients(), from, to, nbPoints));
         });
       });
+  }
+
+  /// The same points cut into runs of 0, 1, 2, … points, of which the last takes the rest: all mapped or none.
+  template <class Transform>
+  static void expectRuns(const Transform& transform, Run points, std::size_t firstUndefined, const Run& expected) {
+    const std::size_t nbPoints = points.size() / D;
+    std::vector<PointSpan<T>> runs;
+    std::size_t first = 0;
+    for (std::size_t count = 0; first + count < nbPoints && count < 30; first += count++)
+      runs.push_back({points.data() + D * first, count});
+    runs.push_back({points.data() + D * first, nbPoints - first});
+    std::size_t nbBefore = 0, run = 0;
+    while (run < runs.size() && nbBefore + runs[run].nbPoints <= firstUndefined) nbBefore += runs[run++].nbPoints;
+    const PlaceInRuns place = applyToRuns(transform, runs.data(), runs.size());
+    ASSERT_EQ(place.run, run);
+    EXPECT_EQ(place.point, run < runs.size() ? firstUndefined - nbBefore : 0);
+    EXPECT_TRUE(sameBits(points, expected));
   }
 
   /// Of a run whose first undefined image is that of the given point, `nbPoints` for none.

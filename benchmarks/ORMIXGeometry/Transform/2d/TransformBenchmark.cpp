@@ -94,7 +94,7 @@ BENCHMARK_TEMPLATE(transformInSitu, omReal64, homography)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omReal32, homography)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omInt32, homography)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformInSitu, omUInt32, rigid)->Apply(sizes);
-BENCHMARK_TEMPLATE(transformCopy, omReal64, rigid)->Apply(sizes);
+BENCHMARK_TEMPLATE(transformCopy, omReal64, rigid)->Apply(sizes)->Arg(2000000)->Arg(4000000);
 BENCHMARK_TEMPLATE(transformCopy, omReal32, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformCopy, omInt32, rigid)->Apply(sizes);
 BENCHMARK_TEMPLATE(transformCopy, omReal64, similarity)->Apply(sizes);
