@@ -1,35 +1,53 @@
 #include <ORMIXGeometry/Tools/PointsBoundingBox.h>
+#include <ORMIXGeometry/Transform/EnvelopeOf.h>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace ormix::geom {
+
+namespace {
+
+/// The first coordinate of an axis that is a zero of either sign; there is one.
+template <std::size_t D, class T>
+T firstZero(const T* coords) {
+  while (*coords != 0) coords += D;
+  return *coords;
+}
+
+/// The box of at least one point as comparing one after the other gives it: of zeros of both signs it has the first,
+/// and a NaN is passed over unless it is the first.
+template <std::size_t D, class T>
+detail::GrowingBox<T, D> boxOf(const T* coords, std::size_t nbPoints) {
+  detail::GrowingBox<T, D> box;
+  box.includeAnyZero(coords, nbPoints);
+  if constexpr (std::is_floating_point_v<T>) {
+    if (!box.isFinite) {
+      std::copy(coords, coords + D, box.low.begin());
+      std::copy(coords, coords + D, box.high.begin());
+      for (std::size_t at = 0; at < D * nbPoints; ++at) box.include(at % D, coords[at], coords[at]);
+    }
+    for (std::size_t axis = 0; axis < D; ++axis)
+      for (T* const side : {&box.low[axis], &box.high[axis]})
+        if (*side == 0) *side = firstZero<D>(coords + axis);
+  }
+  return box;
+}
+
+}  // namespace
 
 template <class T>
 BoundingBox2d<T> pointsBoundingBox(const std::vector<Point2dData<T>>& points) {
   if (points.empty()) return {T(0), T(0), T(0), T(0)};
-  BoundingBox2d<T> box(points.front(), points.front());
-  for (const Point2dData<T>& point : points) {
-    box.setXMin(std::min(box.getXMin(), point.getX()));
-    box.setYMin(std::min(box.getYMin(), point.getY()));
-    box.setXMax(std::max(box.getXMax(), point.getX()));
-    box.setYMax(std::max(box.getYMax(), point.getY()));
-  }
-  return box;
+  const auto box = boxOf<2>(coordinates(points), points.size());
+  return {box.low[0], box.low[1], box.high[0], box.high[1]};
 }
 
 template <class T>
 BoundingBox3d<T> pointsBoundingBox(const std::vector<Point3dData<T>>& points) {
   if (points.empty()) return {};
-  BoundingBox3d<T> box(points.front(), points.front());
-  for (const Point3dData<T>& point : points) {
-    box.setXMin(std::min(box.getXMin(), point.getX()));
-    box.setYMin(std::min(box.getYMin(), point.getY()));
-    box.setZMin(std::min(box.getZMin(), point.getZ()));
-    box.setXMax(std::max(box.getXMax(), point.getX()));
-    box.setYMax(std::max(box.getYMax(), point.getY()));
-    box.setZMax(std::max(box.getZMax(), point.getZ()));
-  }
-  return box;
+  const auto box = boxOf<3>(coordinates(points), points.size());
+  return {box.low[0], box.low[1], box.low[2], box.high[0], box.high[1], box.high[2]};
 }
 
 #define ORMIX_GEOMETRY_INSTANTIATE_BOX(T)                                                             \

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <ORMIXMath/Scalar/DirectedRounding.h>
+#include <ORMIXMath/Shape/PrefetchBehind.h>
+#include <ORMIXMath/Transform/CoordinateVectors.h>
 
 #include <algorithm>
 #include <array>
@@ -35,35 +37,80 @@ struct GrowingBox {
     high[axis] = std::max(high[axis], to);
   }
 
-  /// `nbPoints` points of D interleaved coordinates each.
-  void includeRun(const T* coords, std::size_t nbPoints) {
-    if (nbPoints == 0) return;
+  /// `nbPoints` points of D interleaved coordinates each. Which of zeros of both signs becomes a side is unspecified.
+  void includeAnyZero(const T* coords, std::size_t nbPoints) {
+    ormix::detail::prefetchBehind(coords, D * nbPoints);
     if (isEmpty) {
       std::copy(coords, coords + D, low.begin());
       std::copy(coords, coords + D, high.begin());
       isEmpty = false;
     }
-    // As many running values as fill wide registers, for independent steps that the compiler makes vectors of. What is
-    // not finite makes its `rest` NaN.
-    constexpr std::size_t nbLanes = 8 * D;
-    std::array<T, nbLanes> least, most, rest{};
-    for (std::size_t lane = 0; lane < nbLanes; ++lane) {
-      least[lane] = low[lane % D];
-      most[lane] = high[lane % D];
+    // So many vectors of 16 bytes, which every processor has, hold a whole number of points; the last ones may overlap
+    // those before them. What is not finite makes its `rest` NaN.
+    constexpr std::size_t nbLanes = 16 / sizeof(T);
+    constexpr std::size_t nbVectors = 2 * D;
+    constexpr std::size_t nbInBlock = nbVectors * nbLanes;
+    using Values = ormix::detail::Vector<T, nbLanes>;
+    using Stored = ormix::detail::StoredVector<T, nbLanes>;
+    if (D * nbPoints < nbInBlock) {
+      for (std::size_t at = 0; at < D * nbPoints; ++at) {
+        include(at % D, coords[at], coords[at]);
+        isFinite = isFinite && coords[at] * T(0) == 0;
+      }
+      return;
     }
-    const auto step = [&](const T* from, std::size_t lane) {
-      least[lane] = from[lane] < least[lane] ? from[lane] : least[lane];
-      most[lane] = most[lane] < from[lane] ? from[lane] : most[lane];
-      if constexpr (std::is_floating_point_v<T>) rest[lane] += from[lane] * T(0);
-    };
-    std::size_t at = 0;
-    for (; at + nbLanes <= nbPoints * D; at += nbLanes)
-      for (std::size_t lane = 0; lane < nbLanes; ++lane) step(coords + at, lane);
-    for (std::size_t lane = 0; at + lane < nbPoints * D; ++lane) step(coords + at, lane);
-    for (std::size_t lane = 0; lane < nbLanes; ++lane) {
-      include(lane % D, least[lane], most[lane]);
-      isFinite = isFinite && rest[lane] == 0;
+    Values least[nbVectors], most[nbVectors], rest[nbVectors];
+    for (std::size_t v = 0; v < nbVectors; ++v) {
+      least[v] = most[v] = *reinterpret_cast<const Stored*>(coords + v * nbLanes);
+      rest[v] = least[v] * T(0);
     }
+    const T* const last = coords + (D * nbPoints - nbInBlock);
+    for (const T* block = coords; block != last;) {
+      block = last - block < std::ptrdiff_t(nbInBlock) ? last : block + nbInBlock;
+      for (std::size_t v = 0; v < nbVectors; ++v) {
+        const Values from = *reinterpret_cast<const Stored*>(block + v * nbLanes);
+        least[v] = from < least[v] ? from : least[v];
+        most[v] = most[v] < from ? from : most[v];
+        if constexpr (std::is_floating_point_v<T>) rest[v] += from * T(0);
+      }
+    }
+    T sumOfRests{};
+    for (std::size_t v = 0; v < D; ++v) {
+      // D vectors further the axes are the same again.
+      const Values lows = least[v + D] < least[v] ? least[v + D] : least[v];
+      const Values highs = most[v] < most[v + D] ? most[v + D] : most[v];
+      const Values rests = rest[v] + rest[v + D];
+      for (std::size_t lane = 0; lane < nbLanes; ++lane) {
+        include((v * nbLanes + lane) % D, lows[lane], highs[lane]);
+        sumOfRests += rests[lane];
+      }
+    }
+    isFinite = isFinite && sumOfRests == 0;
+  }
+
+  /// The same. Where a side is zero and there are zeros of both signs, it is the side before or the first point if that
+  /// is zero, else the first of the points whose index modulo 8 is the least (intended: once eight were compared side
+  /// by side, and results keep their bits).
+  void includeRun(const T* coords, std::size_t nbPoints) {
+    if (nbPoints == 0) return;
+    std::array<T, D> lowBefore = low, highBefore = high;
+    if (isEmpty) {
+      std::copy(coords, coords + D, lowBefore.begin());
+      highBefore = lowBefore;
+    }
+    includeAnyZero(coords, nbPoints);
+    if constexpr (std::is_floating_point_v<T>) {
+      for (std::size_t axis = 0; axis < D; ++axis) {
+        if (low[axis] == 0) low[axis] = lowBefore[axis] == 0 ? lowBefore[axis] : zeroOf(coords + axis, nbPoints);
+        if (high[axis] == 0) high[axis] = highBefore[axis] == 0 ? highBefore[axis] : zeroOf(coords + axis, nbPoints);
+      }
+    }
+  }
+  static T zeroOf(const T* coords, std::size_t nbPoints) {
+    for (std::size_t first = 0; first < 8; ++first)
+      for (std::size_t point = first; point < nbPoints; point += 8)
+        if (coords[D * point] == 0) return coords[D * point];
+    return T(0);
   }
 
   /// What reaches `halfExtents` from a centre, exactly or up to `s_turnError`.

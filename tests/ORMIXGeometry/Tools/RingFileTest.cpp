@@ -5,9 +5,13 @@
 #include <fstream>
 
 #include "support/Checks.h"
+#include "support/Random.h"
 
 using namespace ormix;
 using namespace ormix::geom;
+using support::bitsOf;
+using support::s_infinity;
+using support::s_nan;
 
 namespace {
 
@@ -148,4 +152,28 @@ TEST(PointsBoundingBox, enclosesEveryPoint) {
   const std::vector<Point2dData<omInt32>> points{{3, -7}, {-2, 5}, {9, 0}};
   EXPECT_EQ(pointsBoundingBox(points), BoundingBox2d<omInt32>(-2, -7, 9, 5));
   EXPECT_EQ(pointsBoundingBox(std::vector<Point2dData<omReal32>>()), BoundingBox2d<omReal32>(0, 0, 0, 0));
+}
+
+// Whatever is computed side by side: to the bit, of zeros the first, of NaNs that of the first point.
+TEST(PointsBoundingBox, isThatOfComparingOneAfterTheOther) {
+  support::Random random(7);
+  const omReal64 odd[] = {0.0, -0.0, 1, -1, s_nan, -s_nan, s_infinity, -s_infinity};
+  for (int trial = 0; trial < 20000; ++trial) {
+    std::vector<Point3dData<omReal64>> points(1 + random.below(40));
+    const omUInt32 nbOdd = 1 + random.below(8);
+    for (auto& point : points) point = {odd[random.below(nbOdd)], odd[random.below(2)], odd[random.below(nbOdd)]};
+    std::array<omReal64, 6> expected{points[0].getX(), points[0].getY(), points[0].getZ(),
+                                     points[0].getX(), points[0].getY(), points[0].getZ()};
+    for (const auto& point : points) {
+      const std::array<omReal64, 3> place{point.getX(), point.getY(), point.getZ()};
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        expected[axis] = std::min(expected[axis], place[axis]);
+        expected[3 + axis] = std::max(expected[3 + axis], place[axis]);
+      }
+    }
+    const auto box = pointsBoundingBox(points);
+    const std::array<omReal64, 6> sides{box.getXMin(), box.getYMin(), box.getZMin(),
+                                        box.getXMax(), box.getYMax(), box.getZMax()};
+    for (std::size_t side = 0; side < 6; ++side) ASSERT_EQ(bitsOf(sides[side]), bitsOf(expected[side])) << trial;
+  }
 }
