@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <iterator>
 #include <new>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -40,21 +41,20 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 
   /// The node that encloses this one; empty for a root, and when the parent is gone or no shared pointer owns it.
   boost::shared_ptr<const Node> getParent() const {
-    if (const boost::shared_ptr<Anchor> anchor = _parent.anchor.lock())
+    const boost::shared_ptr<Anchor> anchor = _parent.anchor.lock();
+    if (anchor)
       if (boost::shared_ptr<const Node> parent = anchor->node->weak_from_this().lock()) return parent;
-    return _parent.given.lock();
+    return anchor && _parent.given.empty() ? anchor->given.lock() : _parent.given.lock();
   }
   /// Stores a weak link to `parent`, none when it is null. Adding this node to its holes is left to the caller. Counts
   /// as a use of both nodes: not to be called from two threads for holes of one parent.
-  void setParent(const boost::shared_ptr<const Node>& parent) {
-    if (!parent) {
-      _parent = {};
-      return;
-    }
-    const boost::shared_ptr<Anchor>& anchor = static_cast<const HoleTree&>(*parent).anchor();
-    anchor->isGiven = true;
-    _parent = {anchor, parent};
+  /// @{
+  void setParent(const boost::shared_ptr<const Node>& parent) { linkTo(parent); }
+  template <class Given, std::enable_if_t<std::is_same_v<Given, Node>, int> = 0>
+  void setParent(const boost::shared_ptr<Given>& parent) {
+    linkTo(parent);  // not made a pointer to const first, which would count twice
   }
+  /// @}
 
   bool hasHoles() const { return !_holes.empty(); }
   std::size_t getNbHoles() const { return _holes.size(); }
@@ -121,7 +121,12 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       to->_holes.reserve(from->_holes.size());
       for (const auto& hole : from->_holes) {
         to->_holes.push_back(hole ? boost::make_shared<Node>() : nullptr);
-        if (hole) pending.emplace_back(hole.get(), to->_holes.back().get());
+        if (!hole) continue;
+        const HoleTree<NodeIn, ExteriorIn>& below = *hole;
+        if (below.hasHoles())
+          pending.emplace_back(&below, to->_holes.back().get());
+        else
+          cast(below._exterior, to->_holes.back()->exterior());
       }
       to->linkHoles();
     }
@@ -141,24 +146,44 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   /// Where a node's holes find it: follows it when it moves and ends with it, shared or not.
   struct Anchor {
     const HoleTree* node;
-    bool isGiven;  ///< whether a hole was given this node by `setParent`
+    bool isGiven;                       ///< whether a hole was given this node by `setParent`
+    boost::weak_ptr<const Node> given;  ///< the first pointer that it was given by
   };
 
   struct ParentLink {
     boost::weak_ptr<Anchor> anchor;
-    /// The node itself where a shared pointer to it exists: the node that the anchor leads to may be on the stack.
+    /// What to answer while no shared pointer owns the node of the anchor, which may be on the stack, where that is not
+    /// what the anchor was given. Mostly empty, as each link that is not costs two locked counts.
     boost::weak_ptr<const Node> given;
   };
 
   const boost::shared_ptr<Anchor>& anchor() const {
-    if (!_anchor) _anchor = boost::make_shared<Anchor>(Anchor{this, false});
+    if (!_anchor) _anchor = boost::make_shared<Anchor>(Anchor{this, false, {}});
     return _anchor;
+  }
+
+  template <class Given>
+  void linkTo(const boost::shared_ptr<Given>& parent) {
+    if (!parent) {
+      _parent = {};
+      return;
+    }
+    const boost::shared_ptr<Anchor>& anchor = static_cast<const HoleTree&>(*parent).anchor();
+    if (!anchor->isGiven) {
+      anchor->isGiven = true;
+      anchor->given = parent;
+    }
+    _parent.anchor = anchor;
+    if (anchor->given.owner_equals(parent))
+      _parent.given.reset();
+    else
+      _parent.given = parent;
   }
 
   /// Makes this node the parent of its holes.
   void linkHoles() {
     if (_holes.empty()) return;
-    const ParentLink link{anchor(), this->weak_from_this()};
+    const ParentLink link{anchor(), {}};
     for (const auto& hole : _holes)
       if (hole) static_cast<HoleTree&>(*hole)._parent = link;
   }
@@ -195,7 +220,8 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
     if (!former) return;
     // Nodes that are no longer among the holes of `source` may still have it as their parent, so it keeps its anchor.
     // One that nobody could be given has no such nodes, and passes its anchor on.
-    const bool isKnown = former->isGiven || !source.weak_from_this().expired();
+    const boost::weak_ptr<const Node> before = source.weak_from_this();
+    const bool isKnown = former->isGiven || !before.expired();
     if (!_anchor && isKnown) {
       try {
         anchor();
@@ -214,9 +240,11 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       if (!link.anchor.owner_equals(former)) continue;
       link.anchor = _anchor;
       if (!here.expired())
-        link.given = here;
-      else if (!source.weak_from_this().expired())
-        link.given = source.weak_from_this();
+        link.given.reset();
+      else if (!before.expired())
+        link.given = before;
+      else if (link.given.empty())
+        link.given = former->given;
     }
   }
 
@@ -262,6 +290,8 @@ bool visitNodes(Node& root, Visit visit) {
   if (!root.hasHoles()) return true;
   std::vector<Node*> pending;
   const auto pushHoles = [&pending](Node& node) {
+    const std::size_t nbPending = pending.size() + node.getNbHoles();
+    if (nbPending > pending.capacity()) pending.reserve(std::max(nbPending, 2 * pending.capacity()));
     const auto first = static_cast<std::ptrdiff_t>(pending.size());
     for (auto hole = node.beginHole(); hole != node.endHole(); ++hole)
       if (*hole) pending.push_back(hole->get());

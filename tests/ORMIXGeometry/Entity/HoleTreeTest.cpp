@@ -175,6 +175,13 @@ TYPED_TEST(HoleTree, TheParentMayBePartOfAnotherObject) {
   const boost::shared_ptr<const TypeParam> part(owner, &owner->second);
   this->hole->setParent(part);
   EXPECT_EQ(this->hole->getParent(), part);
+  // Each hole follows the pointer that it was given itself, which may have another owner.
+  auto keeper = boost::make_shared<boost::shared_ptr<const TypeParam>>(part);
+  this->island->setParent(boost::shared_ptr<const TypeParam>(keeper, part.get()));
+  EXPECT_EQ(this->island->getParent(), part);
+  keeper.reset();
+  EXPECT_FALSE(this->island->getParent());
+  EXPECT_EQ(this->hole->getParent(), part);
   holesOf(owner->second).push_back(this->hole);
   const auto moved = boost::make_shared<TypeParam>(std::move(owner->second));
   EXPECT_EQ(this->hole->getParent(), moved);
