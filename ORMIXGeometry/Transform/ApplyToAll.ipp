@@ -2,6 +2,7 @@
 
 #include <ORMIXGeometry/Message/TransformMessage.h>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -15,28 +16,41 @@ std::string failureText(const typename Space::Transform& transform, const typena
                                           entity ? toString(Space::typeOf(*entity)) : "null");
 }
 
-template <class Space>
-BoolResult applyToAll(const typename Space::Transform& transform, typename Space::EntityPtrColl& entities) {
-  for (const typename Space::EntityPtr& entity : entities) {
-    BoolResult result = transform.applyInSitu(entity);
+/// Calls `visit` with each entity of a collection, in order, until it fails, and answers that failure. Entities that
+/// lie apart in memory are asked for two steps before their turn, their pointers being there already.
+template <class EntityPtrColl, class Visit>
+BoolResult visitAll(const EntityPtrColl& entities, const Visit& visit) {
+  constexpr std::size_t nbAhead = 2;
+  for (std::size_t at = 0; at < entities.size(); ++at) {
+    if (at + nbAhead < entities.size()) __builtin_prefetch(entities[at + nbAhead].get());
+    BoolResult result = visit(entities[at]);
     if (!result) return result;
   }
   return {};
 }
 
 template <class Space>
+BoolResult applyToAll(const typename Space::Transform& transform, typename Space::EntityPtrColl& entities) {
+  return visitAll(entities, [&](const typename Space::EntityPtr& entity) { return transform.applyInSitu(entity); });
+}
+
+template <class Space>
 BoolResult imagesOfAll(const typename Space::Transform& transform, const typename Space::EntityPtrColl& in,
                        typename Space::EntityPtrColl& out) {
-  // Held here: `out` may be `in`.
-  const typename Space::EntityPtrColl entities = in;
+  if (&in == &out) {
+    typename Space::EntityPtrColl entities;
+    entities.reserve(in.size());
+    entities.swap(out);
+    return imagesOfAll<Space>(transform, entities, out);
+  }
   out.clear();
-  out.reserve(entities.size());
-  for (const typename Space::EntityPtr& entity : entities) {
-    typename Space::EntityPtr image = transform.apply(entity);
+  out.reserve(in.size());
+  return visitAll(in, [&](const typename Space::EntityPtr& entity) -> BoolResult {
+    typename Space::EntityPtr image = entity ? transform.apply(*entity) : nullptr;
     if (!image) return failure(failureText<Space>(transform, entity));
     out.push_back(std::move(image));
-  }
-  return {};
+    return {};
+  });
 }
 
 }  // namespace ormix::geom::detail
