@@ -7,6 +7,7 @@
 #include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
+#include <new>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -27,9 +28,11 @@ bool GeometryMeasure<Self, Base>::measure(const typename Base::Entity& entity, t
 template <class Measure>
 typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, const char* function, const char* file,
                                        int line) {
-  const Measure measure;
+  // One for all calls, and never destroyed, so that it is there until a program has ended.
+  alignas(Measure) static unsigned char place[sizeof(Measure)];
+  static const Measure& measure = *new (place) Measure;
   typename Measure::Value value{};
-  if (measure.measure(entity, value)) return value;
+  if (entity.visit(measure, value)) return value;
   std::string kind, type;
   if constexpr (std::is_same_v<typename Measure::Entity, BaseGeometryEntity2d>) {
     kind = toString(measure.getMeasure2dType());

@@ -42,6 +42,16 @@ void measureCircleAreaInOneCall(benchmark::State& state) {
   }
 }
 
+template <class Measure>
+void measurePolygonInOneCall(benchmark::State& state) {
+  const Polygon2d<omReal64> polygon = starPolygon<omReal64>(static_cast<std::size_t>(state.range(0)));
+  const BaseGeometryEntity2d* hidden = &polygon;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(hidden);
+    benchmark::DoNotOptimize(Measure::measure(*hidden));
+  }
+}
+
 /// The direct functions that the measures of small entities are compared with; the dispatch may cost 10 ns.
 void directCircleArea(benchmark::State& state) {
   const Circle2d<omReal64> circle(Point2dData<omReal64>(1, 2), 3);
@@ -69,6 +79,8 @@ BENCHMARK(measureCircleAreaInOneCall);
 BENCHMARK(directCircleArea);
 BENCHMARK_TEMPLATE(measurePolygon, AreaMsr2d, omReal64)->Arg(5)->Arg(1000000);
 BENCHMARK(directPolygonArea)->Arg(5);
+BENCHMARK_TEMPLATE(measurePolygonInOneCall, AreaMsr2d)->Arg(5);
+BENCHMARK_TEMPLATE(measurePolygonInOneCall, PerimeterMsr2d)->Arg(5);
 BENCHMARK_TEMPLATE(measurePolygon, AreaMsr2d, omReal32)->Arg(1000000);
 BENCHMARK_TEMPLATE(measurePolygon, AreaMsr2d, omInt32)->Arg(1000000);
 BENCHMARK_TEMPLATE(measurePolygon, PerimeterMsr2d, omReal64)->Arg(1000000);
