@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Tools/Stl/StlMerge.h>
 #include <ORMIXGeometry/Tools/Stl/TripleTable.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 
 #include <algorithm>
 #include <array>
@@ -63,6 +64,7 @@ class CornerParts {
   std::vector<CoordWithIndex> merge(std::vector<omUInt32>& placeColl) {
     const auto nbUsed = _ends.size() - static_cast<std::size_t>(std::count(_ends.begin(), _ends.end(), 0));
     std::vector<CoordWithIndex> vertices;
+    reserveLarge(vertices, _nbCorners);  // address space: memory is taken where vertices come
     // If most parts are empty, few corners are different: one table for all of them is small enough.
     if (4 * nbUsed < _ends.size()) {
       detail::TripleTable table(0);
@@ -91,6 +93,7 @@ class CornerParts {
     std::size_t sum = 0;
     for (std::size_t& end : _ends) sum += std::exchange(end, sum);
     const std::unique_ptr<Corner[]> corners(new Corner[_nbCorners]);  // uninitialized until the corners are distributed
+    adviseLargePages(corners.get(), _nbCorners * sizeof(Corner));
     for (std::size_t at = 0; at < _nbCorners; ++at) {
       const detail::TripleTable::Triple key = keyOf(&_coords[3 * at]);
       corners[_ends[partOf(key)]++] = {key, static_cast<omUInt32>(at)};
@@ -175,9 +178,11 @@ void sortByCoords(std::vector<CoordWithIndex>& vertices) { vertices = CoordSorte
 
 MergedCoords removeDoubles(const std::vector<omReal32>& coordColl) {
   MergedCoords merged;
+  reserveLarge(merged.indexColl, coordColl.size() / 3);
   merged.indexColl.resize(coordColl.size() / 3);
   std::vector<CoordWithIndex> vertices = CornerParts(coordColl).merge(merged.indexColl);
   sortByCoords(vertices);
+  reserveLarge(merged.coordColl, 3 * vertices.size());
   merged.coordColl.resize(3 * vertices.size());
   std::vector<omUInt32> ranks(vertices.size());
   for (std::size_t at = 0; at < vertices.size(); ++at) {

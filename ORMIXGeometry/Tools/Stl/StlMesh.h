@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Tools/Stl/StlMerge.h>
 #include <ORMIXGeometry/Tools/Stl/StlTriangles.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
 #include <string>
@@ -14,7 +15,7 @@ namespace ormix::geom::detail {
 template <class T>
 typename Mesh3d<T>::VertexColl verticesOf(const MergedCoords& merged) {
   typename Mesh3d<T>::VertexColl vertices;
-  vertices.reserve(merged.getNbVertices());
+  reserveLarge(vertices, merged.getNbVertices());
   for (std::size_t at = 0; at < merged.coordColl.size(); at += 3) {
     const omReal32* coords = &merged.coordColl[at];
     vertices.push_back(cast<T>(Point3dData<omReal32>(coords[0], coords[1], coords[2])));

@@ -1,6 +1,7 @@
 #include <ORMIXGeometry/Tools/Stl/StlBytes.h>
 #include <ORMIXGeometry/Tools/Stl/StlReader.h>
 #include <ORMIXGeometry/Tools/Stl/StlWords.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 
 #include <algorithm>
 #include <array>
@@ -24,7 +25,7 @@ class AsciiReader {
  protected:
   explicit AsciiReader(StlInput& input) : _input(input), _words(input) {
     constexpr omUInt64 smallestFacet = 80;
-    _triangles.coordColl.reserve(9 * input.getRoom(smallestFacet));
+    reserveLarge(_triangles.coordColl, 9 * input.getRoom(smallestFacet));
   }
 
   /// Stores why reading stops. Always returns false.
@@ -208,7 +209,7 @@ StlTriangles readBinaryTriangles(StlInput& input, StlCount count) {
   const std::size_t nbWanted =
       readsAll ? StlTriangles::s_maxTriangles : std::min<std::size_t>(declared, StlTriangles::s_maxTriangles);
   std::vector<omReal32>& coords = triangles.coordColl;
-  coords.reserve(9 * std::min(nbWanted, input.getRoom(s_recordSize)));
+  reserveLarge(coords, 9 * std::min(nbWanted, input.getRoom(s_recordSize)));
   std::size_t nbRead = 0, partial = 0;
   while (nbRead < nbWanted) {
     const std::size_t wanted = std::min(recordsOfBlock, nbWanted - nbRead) * s_recordSize;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 #include <ORMIXUtil/ScalarTypes.h>
 
 #include <algorithm>
@@ -38,6 +39,7 @@ class EdgeIndex {
     // beginning of the next one.
     for (std::size_t bucket = 2; bucket < _firstColl.size(); ++bucket) _firstColl[bucket] += _firstColl[bucket - 1];
     _sideColl.reset(new Side[_firstColl.back()]);
+    adviseLargePages(_sideColl.get(), _firstColl.back() * sizeof(Side));
     visitSides([this](omUInt32 sideIdx, omUInt32 start, omUInt32 end) {
       _sideColl[_firstColl[std::min(start, end) + std::size_t{1}]++] = {std::max(start, end), sideIdx};
     });

@@ -2,6 +2,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopologyChecks.h>
 #include <ORMIXGeometry/Message/EntityMessage.h>
+#include <ORMIXUtil/Memory/LargePages.h>
 
 #include <algorithm>
 #include <utility>
@@ -25,7 +26,9 @@ std::array<std::size_t, 3> cornersOf(const IndexColl& vertexIndexColl, std::size
 
 /// The half-edges of the triangles, three each in order, without opposite ones.
 MeshTopology::HalfEdgeColl makeHalfEdges(const IndexColl& vertexIndexColl) {
-  MeshTopology::HalfEdgeColl halfEdges(vertexIndexColl.size());
+  MeshTopology::HalfEdgeColl halfEdges;
+  reserveLarge(halfEdges, vertexIndexColl.size());
+  halfEdges.resize(vertexIndexColl.size());
   const omUInt32* starts = vertexIndexColl.data();
   const auto nbHalfEdges = static_cast<omUInt32>(vertexIndexColl.size());
   HalfEdge* triangle = halfEdges.data();
