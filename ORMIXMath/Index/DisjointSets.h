@@ -30,10 +30,24 @@ class DisjointSets {
     return a != b;
   }
 
+  /// Unites the set of this lowest number with that of an element, and answers the lowest number of both.
+  omUInt32 extend(omUInt32 lowestNumber, omUInt32 element) {
+    const omUInt32 other = lowest(element);
+    if (other == lowestNumber) return other;
+    const omUInt32 both = std::min(lowestNumber, other);
+    _parents[std::max(lowestNumber, other)] = both;
+    return both;
+  }
+
   /// The lowest number of a set.
   omUInt32 lowest(omUInt32 element) {
-    while (_parents[element] != element) element = _parents[element] = _parents[_parents[element]];
-    return element;
+    // Mostly the parent is it, and nothing is to be written.
+    for (omUInt32 parent = _parents[element];; parent = _parents[element]) {
+      const omUInt32 above = _parents[parent];
+      if (above == parent) return parent;
+      _parents[element] = above;
+      element = above;
+    }
   }
 
   /// Numbers the sets from 0 in order of their lowest numbers.
@@ -43,8 +57,9 @@ class DisjointSets {
     labels.resize(_parents.size());
     omUInt32 nbSets = 0;
     for (omUInt32 element = 0; element < _parents.size(); ++element) {
-      const omUInt32 first = lowest(element);
-      labels[element] = first == element ? nbSets++ : labels[first];
+      // A parent is lower than its children, and so has a number already.
+      const omUInt32 parent = _parents[element];
+      labels[element] = parent == element ? nbSets++ : labels[parent];
     }
     return nbSets;
   }

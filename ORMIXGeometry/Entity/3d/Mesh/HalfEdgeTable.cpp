@@ -8,6 +8,7 @@ namespace ormix::geom {
 namespace {
 
 constexpr std::size_t s_smallestNbSlots = 16;
+constexpr std::size_t s_nbGroupSlots = 8;
 
 // The finalizer of SplitMix64 (Steele2014): every bit of the vertex indices influences every bit of the slot, so that
 // the regular indices of meshes cause no clusters. The secret protects against archives with indices chosen to collide.
@@ -16,6 +17,16 @@ std::size_t hashOf(omUInt32 start, omUInt32 end) {
   key = (key ^ key >> 30) * 0xBF58476D1CE4E5B9u;
   key = (key ^ key >> 27) * 0x94D049BB133111EBu;
   return static_cast<std::size_t>(key ^ key >> 31);
+}
+
+/// Visits the slots in which a half-edge may be, in order, until `isLast(slot)`; there must be an empty one.
+template <class IsLast>
+void visitSlots(omUInt32 start, omUInt32 end, std::size_t nbSlots, IsLast isLast) {
+  const std::size_t mask = nbSlots - 1;
+  const std::size_t group = s_nbGroupSlots * start & mask;
+  for (std::size_t slot = group; slot < group + s_nbGroupSlots; ++slot)
+    if (isLast(slot)) return;
+  for (std::size_t slot = hashOf(start, end) & mask; !isLast(slot);) slot = (slot + 1) & mask;
 }
 
 }  // namespace
@@ -33,14 +44,15 @@ void HalfEdgeTable::update(const std::vector<HalfEdge>& halfEdgeColl, std::size_
 }
 
 omUInt32 HalfEdgeTable::find(omUInt32 start, omUInt32 end, const std::vector<HalfEdge>& halfEdgeColl) const {
-  if (_slotColl.empty()) return s_noHalfEdge;
-  const std::size_t mask = _slotColl.size() - 1;
-  for (std::size_t slot = hashOf(start, end) & mask;; slot = (slot + 1) & mask) {
-    const omUInt32 held = _slotColl[slot];
-    if (held == s_noHalfEdge) return s_noHalfEdge;
-    const HalfEdge& halfEdge = halfEdgeColl[held];
-    if (halfEdge.startVertexIdx == start && halfEdgeColl[halfEdge.nextHalfEdgeIdx].startVertexIdx == end) return held;
-  }
+  omUInt32 found = s_noHalfEdge;
+  if (_slotColl.empty()) return found;
+  visitSlots(start, end, _slotColl.size(), [&](std::size_t slot) {
+    found = _slotColl[slot];
+    if (found == s_noHalfEdge) return true;
+    const HalfEdge& halfEdge = halfEdgeColl[found];
+    return halfEdge.startVertexIdx == start && halfEdgeColl[halfEdge.nextHalfEdgeIdx].startVertexIdx == end;
+  });
+  return found;
 }
 
 void HalfEdgeTable::clear() noexcept {
@@ -55,10 +67,12 @@ void HalfEdgeTable::swap(HalfEdgeTable& other) noexcept {
 
 void HalfEdgeTable::enter(omUInt32 halfEdgeIdx, const std::vector<HalfEdge>& halfEdgeColl) {
   const HalfEdge& halfEdge = halfEdgeColl[halfEdgeIdx];
-  const std::size_t mask = _slotColl.size() - 1;
-  std::size_t slot = hashOf(halfEdge.startVertexIdx, halfEdgeColl[halfEdge.nextHalfEdgeIdx].startVertexIdx) & mask;
-  while (_slotColl[slot] != s_noHalfEdge) slot = (slot + 1) & mask;
-  _slotColl[slot] = halfEdgeIdx;
+  const omUInt32 end = halfEdgeColl[halfEdge.nextHalfEdgeIdx].startVertexIdx;
+  visitSlots(halfEdge.startVertexIdx, end, _slotColl.size(), [&](std::size_t slot) {
+    if (_slotColl[slot] != s_noHalfEdge) return false;
+    _slotColl[slot] = halfEdgeIdx;
+    return true;
+  });
 }
 
 }  // namespace ormix::geom

@@ -73,10 +73,13 @@ BoolResult MeshTopology::addTriangle(std::size_t vertexIdx0, std::size_t vertexI
   for (std::size_t corner = 0; corner < 3; ++corner) {
     const omUInt32 start = narrowed(corners[corner]);
     const omUInt32 end = narrowed(corners[(corner + 1) % 3]);
-    const omUInt32 taken = _halfEdgeTable.find(start, end, _halfEdgeColl);
+    // The opposite half-edge knows whether there is one in this direction.
+    const omUInt32 opposite = _halfEdgeTable.find(end, start, _halfEdgeColl);
+    const omUInt32 taken = opposite != s_noHalfEdge ? _halfEdgeColl[opposite].oppositeHalfEdgeIdx
+                                                    : _halfEdgeTable.find(start, end, _halfEdgeColl);
     if (taken != s_noHalfEdge)
       return failure(formatMessage<eEntityMessage>(eEntityMessage::eEM_HalfEdgeCannotTakeTriangle, taken));
-    opposites[corner] = _halfEdgeTable.find(end, start, _halfEdgeColl);
+    opposites[corner] = opposite;
   }
   detail::reserveMore(_halfEdgeColl, 3);
   detail::reserveMore(_triangleToHalfEdgeColl, 1);

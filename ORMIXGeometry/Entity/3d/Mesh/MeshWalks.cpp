@@ -8,11 +8,38 @@ namespace {
 /// Calls `visit` with the half-edge of lowest index of each boundary loop.
 template <class Visit>
 void visitBoundaryLoops(const MeshTopology& topology, Visit visit) {
-  std::vector<bool> isVisited(topology.getNbHalfEdges());
-  for (std::size_t halfEdgeIdx = 0; halfEdgeIdx < topology.getNbHalfEdges(); ++halfEdgeIdx) {
-    if (isVisited[halfEdgeIdx] || topology.getHalfEdgeColl()[halfEdgeIdx].oppositeHalfEdgeIdx != s_noHalfEdge) continue;
+  const auto& halfEdges = topology.getHalfEdgeColl();
+  std::vector<bool> isVisited;
+  for (std::size_t halfEdgeIdx = 0; halfEdgeIdx < halfEdges.size(); ++halfEdgeIdx) {
+    if (halfEdges[halfEdgeIdx].oppositeHalfEdgeIdx != s_noHalfEdge) continue;
+    isVisited.resize(halfEdges.size());
+    if (isVisited[halfEdgeIdx]) continue;
     visitBoundaryLoop(topology, halfEdgeIdx, [&isVisited](std::size_t onLoop) { isVisited[onLoop] = true; });
     visit(halfEdgeIdx);
+  }
+}
+
+/// Unites the triangles on both sides of each edge, if triangle t has the half-edges 3t, 3t + 1 and 3t + 2, as it
+/// mostly has: so that the neighbours' numbers need not be looked up, anywhere in memory. Else returns false.
+bool uniteOrderedTriangles(const MeshTopology::HalfEdgeColl& halfEdges, ormix::detail::DisjointSets& triangles) {
+  const HalfEdge* halfEdge = halfEdges.data();
+  const auto nbTriangles = static_cast<omUInt32>(halfEdges.size() / 3);
+  for (omUInt32 triangle = 0; triangle < nbTriangles; ++triangle) {
+    omUInt32 lowest = triangle;
+    for (const HalfEdge* const end = halfEdge + 3; halfEdge != end; ++halfEdge) {
+      if (halfEdge->triangleIdx != triangle) return false;
+      const omUInt32 neighbour = halfEdge->oppositeHalfEdgeIdx / 3;
+      if (neighbour < triangle) lowest = triangles.extend(lowest, neighbour);
+    }
+  }
+  return true;
+}
+
+/// The same for half-edges in any order.
+void uniteTriangles(const MeshTopology::HalfEdgeColl& halfEdges, ormix::detail::DisjointSets& triangles) {
+  for (omUInt32 halfEdgeIdx = 0; halfEdgeIdx < halfEdges.size(); ++halfEdgeIdx) {
+    const omUInt32 opposite = halfEdges[halfEdgeIdx].oppositeHalfEdgeIdx;
+    if (opposite < halfEdgeIdx) triangles.unite(halfEdges[halfEdgeIdx].triangleIdx, halfEdges[opposite].triangleIdx);
   }
 }
 
@@ -62,10 +89,9 @@ std::size_t getNbComponents(const MeshTopology& topology) {
 std::size_t labelComponents(const MeshTopology& topology, std::vector<omUInt32>& labels) {
   const auto& halfEdges = topology.getHalfEdgeColl();
   ormix::detail::DisjointSets triangles(topology.getNbTriangles());
-  for (omUInt32 halfEdgeIdx = 0; halfEdgeIdx < halfEdges.size(); ++halfEdgeIdx) {
-    const HalfEdge& halfEdge = halfEdges[halfEdgeIdx];
-    if (halfEdge.oppositeHalfEdgeIdx == s_noHalfEdge || halfEdge.oppositeHalfEdgeIdx < halfEdgeIdx) continue;
-    triangles.unite(halfEdge.triangleIdx, halfEdges[halfEdge.oppositeHalfEdgeIdx].triangleIdx);
+  if (!uniteOrderedTriangles(halfEdges, triangles)) {
+    triangles = ormix::detail::DisjointSets(topology.getNbTriangles());
+    uniteTriangles(halfEdges, triangles);
   }
   return triangles.number(labels);
 }

@@ -3,6 +3,7 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Export.h>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -16,15 +17,28 @@ namespace ormix::geom {
 /// \throw ORMIXGeometryException, logged, for an invalid index, as all functions here
 template <class Visit>
 bool visitFan(const MeshTopology& topology, std::size_t halfEdgeIdx, Visit visit) {
+  // The half-edges are looked for clockwise, as far as there is one, and visited the other way round; what was found is
+  // remembered, so that a fan of usual size is walked once.
+  std::array<omUInt32, 16> found;
+  std::size_t nbFound = 0;
   omUInt32 first = static_cast<omUInt32>(halfEdgeIdx);
   omUInt32 opposite = topology.getHalfEdge(halfEdgeIdx).oppositeHalfEdgeIdx;
   const HalfEdge* halfEdges = topology.getHalfEdgeColl().data();
   while (opposite != s_noHalfEdge) {
     first = halfEdges[opposite].nextHalfEdgeIdx;
     if (first == halfEdgeIdx) break;
+    if (nbFound < found.size()) found[nbFound] = first;
+    ++nbFound;
     opposite = halfEdges[first].oppositeHalfEdgeIdx;
   }
   omUInt32 current = first;
+  if (nbFound <= found.size()) {
+    const bool isClosed = opposite != s_noHalfEdge;
+    current = static_cast<omUInt32>(halfEdgeIdx);
+    if (isClosed) visit(std::size_t{current});
+    while (nbFound > 0) visit(std::size_t{found[--nbFound]});
+    if (isClosed) return true;
+  }
   do {
     const HalfEdge& halfEdge = halfEdges[current];
     visit(std::size_t{current});

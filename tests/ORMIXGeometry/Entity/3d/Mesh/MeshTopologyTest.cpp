@@ -36,8 +36,14 @@ void expectWalksReachEverything(const Mesh3d<omReal64>& mesh) {
   std::vector<std::size_t> ring;
   for (std::size_t halfEdge = 0; halfEdge < mesh.getNbHalfEdges(); ++halfEdge) {
     std::set<std::size_t> walked;
+    std::size_t before = s_noHalfEdge;
     const bool isClosed = visitFan(topology, halfEdge, [&](std::size_t outgoing) {
       EXPECT_EQ(mesh.getHalfEdge(outgoing).startVertexIdx, mesh.getHalfEdge(halfEdge).startVertexIdx);
+      if (before != s_noHalfEdge)
+        EXPECT_EQ(mesh.getHalfEdge(topology.getPreviousHalfEdgeIdx(before)).oppositeHalfEdgeIdx, outgoing);
+      else
+        EXPECT_TRUE(outgoing == halfEdge || mesh.getHalfEdge(outgoing).oppositeHalfEdgeIdx == s_noHalfEdge);
+      before = outgoing;
       EXPECT_TRUE(walked.insert(outgoing).second);
     });
     EXPECT_EQ(walked.count(halfEdge), 1u);
@@ -145,6 +151,24 @@ TEST(MeshTopology, IsTurnedInsideOut) {
               before.getHalfEdge(2 - k).oppositeHalfEdgeIdx == s_noHalfEdge);
   EXPECT_FALSE(mesh.addTriangle(first[0], first[1], apex));
   expectWhole(mesh);
+}
+
+// Around the longest fan that is remembered while it is walked.
+TEST(MeshTopology, WalksFansOfAnyLengthInOrder) {
+  for (const omUInt32 valence : {3u, 15u, 16u, 17u, 18u, 40u})
+    for (const bool isClosed : {true, false})
+      expectWalksReachEverything(addedOneByOne(points(valence + 1), fan(valence, isClosed)));
+}
+
+// Vertices whose half-edges are looked for in the same places.
+TEST(MeshTopology, TakesVertexIndicesThatDifferByPowersOfTwo) {
+  support::Random random(21);
+  constexpr omUInt32 step = 4096;
+  Indices indices = soup(random, 40, 400);
+  for (omUInt32& index : indices) index *= step;
+  Mesh3d<omReal64> built;
+  ASSERT_TRUE(built.build(points(40 * step), indices, eNMP_OwnVertices));
+  expectSame(built, addedOneByOne(points(40 * step), indices));
 }
 
 // Quadratic work in the valence would take minutes here.
