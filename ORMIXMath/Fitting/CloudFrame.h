@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 
 /// \file
 /// Normalised coordinates in which shapes are fitted to a cloud of points; not installed.
@@ -51,32 +52,50 @@ struct SpreadSamples {
   }
 };
 
+/// The least power of two above a positive finite value, clamped so that its inverse is a normal number.
+inline omReal64 powerOfTwoAbove(omReal64 value) {
+  constexpr int bias = 1023;
+  constexpr int nbDigits = 52;
+  omUInt64 bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  const int exponent = std::clamp(static_cast<int>(bits >> nbDigits) - bias + 1, -1000, 1000);
+  bits = static_cast<omUInt64>(exponent + bias) << nbDigits;
+  std::memcpy(&value, &bits, sizeof bits);
+  return value;
+}
+
+/// The nearest integer, ties to even, of a value below 2^52 in magnitude.
+inline omReal64 nearestInteger(omReal64 value) { return std::copysign((std::abs(value) + 0x1p52) - 0x1p52, value); }
+
 /// The frame of at most `nbUsed` of the samples, not aligned.
 template <std::size_t D>
 CloudFrame<D> cloudFrame(const SampleView& samples, std::size_t nbUsed) {
   CloudFrame<D> frame;
   const SpreadSamples used(samples, nbUsed);
   const omReal64* first = used(0);
+  const omReal64 part = 1 / static_cast<omReal64>(used.nb);
   for (std::size_t k = 0; k < used.nb; ++k)
-    for (std::size_t d = 0; d < D; ++d) frame.origin[d] += (used(k)[d] - first[d]) / static_cast<omReal64>(used.nb);
+    for (std::size_t d = 0; d < D; ++d) frame.origin[d] += (used(k)[d] - first[d]) * part;
   omReal64 largest = 0;
   for (std::size_t d = 0; d < D; ++d) {
     frame.origin[d] += first[d];
     largest = std::max(largest, std::abs(frame.origin[d]));
   }
-  omReal64 reach = 0;
+  // One maximum a coordinate: a single one would wait for itself at each value.
+  std::array<omReal64, D> reaches{};
   for (std::size_t k = 0; k < used.nb; ++k)
-    for (std::size_t d = 0; d < D; ++d) reach = std::max(reach, std::abs(used(k)[d] - frame.origin[d]));
+    for (std::size_t d = 0; d < D; ++d) reaches[d] = std::max(reaches[d], std::abs(used(k)[d] - frame.origin[d]));
+  const omReal64 reach = *std::max_element(reaches.begin(), reaches.end());
   if (!(reach > 0) || !std::isfinite(reach)) return frame;
-  // A power of two, so that scaling is exact; clamped so that its inverse is a normal number.
-  frame.extent = std::ldexp(1.0, std::clamp(std::ilogb(reach) + 1, -1000, 1000));
+  // A power of two, so that scaling is exact.
+  frame.extent = powerOfTwoAbove(reach);
   frame.coarseness = NumericLimits<omReal64>::s_eps * std::max(1.0, largest / frame.extent);
   // Rounded to few binary digits, so that subtracting it is exact except for coordinates much closer to zero than to
   // it.
   const omReal64 step = 0x1p-8 * frame.extent;
   for (omReal64& origin : frame.origin) {
     const omReal64 nbSteps = origin / step;
-    if (std::abs(nbSteps) < 0x1p52) origin = std::nearbyint(nbSteps) * step;
+    if (std::abs(nbSteps) < 0x1p52) origin = nearestInteger(nbSteps) * step;
   }
   return frame;
 }

@@ -1,4 +1,5 @@
 #include <ORMIXMath/Algebra/EigenBridge.h>
+#include <ORMIXMath/Algebra/SmallTriangle.h>
 #include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Fitting/CloudFrame.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
@@ -15,6 +16,8 @@ namespace ormix {
 namespace {
 
 using detail::CloudFrame;
+using detail::SmallMatrix;
+using detail::SmallVector;
 
 /// Folds all samples into the triangle, block by block; `fill(rows, nbRows)` writes the columns of a block.
 template <class Qr, class Fill>
@@ -27,12 +30,36 @@ void foldSamples(const SampleView& samples, Qr& qr, const Fill& fill) {
   }
 }
 
-/// The triangle as a matrix of Eigen.
+/// The triangle of all samples folded so far.
 template <class Qr>
 auto triangleOf(const Qr& qr) {
-  constexpr int size = static_cast<int>(Qr::s_nbColumns);
+  return SmallMatrix<Qr::s_nbColumns>{qr.triangle()};
+}
+
+/// A small matrix as one of Eigen, for its decompositions.
+template <std::size_t N>
+auto toEigen(const SmallMatrix<N>& a) {
+  constexpr int size = static_cast<int>(N);
   return Eigen::Matrix<omReal64, size, size>(
-      Eigen::Map<const Eigen::Matrix<omReal64, size, size, Eigen::RowMajor>>(qr.triangle().data()));
+      Eigen::Map<const Eigen::Matrix<omReal64, size, size, Eigen::RowMajor>>(a.values.data()));
+}
+
+/// Whether no coordinate, the first D columns of a triangle, has a root mean square beyond what fits the frame.
+template <std::size_t D, std::size_t N>
+bool isWithin(const SmallMatrix<N>& triangle, std::size_t nbSamples) {
+  constexpr omReal64 largestSpread = 8;  // in extents
+  omReal64 largest = 0;
+  for (std::size_t column = 0; column < D; ++column) {
+    omReal64 square = 0;
+    for (std::size_t row = 0; row <= column; ++row) square += triangle(row, column) * triangle(row, column);
+    if (!(square <= largest)) largest = square;
+  }
+  return largest <= largestSpread * largestSpread * static_cast<omReal64>(nbSamples);
+}
+
+template <std::size_t N>
+bool allFinite(const SmallMatrix<N>& a) {
+  return std::all_of(a.values.begin(), a.values.end(), [](omReal64 value) { return std::isfinite(value); });
 }
 
 /// The triangle of all samples in a frame. The frame is computed from a part of the samples; where the triangle shows
@@ -41,18 +68,14 @@ auto triangleOf(const Qr& qr) {
 template <std::size_t D, class Fold, class Triangle>
 bool framedTriangle(const SampleView& samples, const Fold& fold, CloudFrame<D>& frame, Triangle& triangle,
                     std::size_t& rank) {
-  // Root mean square of a coordinate, in extents, up to which the frame fits.
-  constexpr omReal64 largestSpread = 8;
   rank = 0;
   if (samples.empty()) return false;
   for (const std::size_t nbUsed : {detail::s_nbFrameSamples, samples.nbSamples}) {
     frame = detail::cloudFrame<D>(samples, nbUsed);
-    if (!(frame.extent > 0)) continue;
-    triangle = fold(samples, frame);
-    const omReal64 spread = triangle.template leftCols<static_cast<int>(D)>().colwise().norm().maxCoeff();
-    if (spread <= largestSpread * std::sqrt(static_cast<omReal64>(samples.nbSamples))) break;
+    if (frame.extent > 0) triangle = fold(samples, frame);
+    if (nbUsed >= samples.nbSamples || (frame.extent > 0 && isWithin<D>(triangle, samples.nbSamples))) break;
   }
-  if (frame.extent > 0) return triangle.allFinite();
+  if (frame.extent > 0) return allFinite(triangle);
   rank = std::all_of(frame.origin.begin(), frame.origin.end(), [](omReal64 value) { return std::isfinite(value); });
   return false;
 }
@@ -70,15 +93,12 @@ std::size_t rankOf(const Values& values, omReal64 negligible) {
   return static_cast<std::size_t>((values.array() > negligible * values(0)).count());
 }
 
-/// The same of a triangle. Its lengths and those of its inverse bound the singular values; where these do not settle
-/// that all count, the values themselves are computed, which takes far longer.
-template <class Triangle>
-std::size_t rankOfTriangle(const Triangle& triangle, omReal64 negligible) {
-  // Beyond what rounding changes in the bounds and in computed singular values.
-  constexpr omReal64 margin = 4;
-  const Triangle inverse = triangle.template triangularView<Eigen::Upper>().solve(Triangle::Identity());
-  if (1 > margin * negligible * triangle.norm() * inverse.norm()) return Triangle::ColsAtCompileTime;
-  return rankOf(Eigen::JacobiSVD<Triangle>(triangle).singularValues(), negligible);
+/// The same of a triangle; its singular values are computed only where bounds do not settle that all count.
+template <std::size_t N>
+std::size_t rankOfTriangle(const SmallMatrix<N>& triangle, omReal64 negligible) {
+  if (isSurelyRegular(triangle, negligible)) return N;
+  using Matrix = Eigen::Matrix<omReal64, static_cast<int>(N), static_cast<int>(N)>;
+  return rankOf(Eigen::JacobiSVD<Matrix>(toEigen(triangle)).singularValues(), negligible);
 }
 
 /// The triangle of the system (coordinates, 1 | sum of their squares) of a sphere of dimension D.
@@ -103,14 +123,14 @@ auto sphereTriangle(const SampleView& samples, const CloudFrame<D>& frame) {
 
 /// Converts the solution in the frame (twice the centre; radius² - |centre|²) to a sphere in the coordinates of the
 /// samples. Returns false when that is not finite or has no positive radius.
-template <std::size_t D, class Solution>
-bool placeSphere(const Solution& solution, const CloudFrame<D>& frame, std::array<omReal64, D>& center,
+template <std::size_t D>
+bool placeSphere(const SmallVector<D + 1>& solution, const CloudFrame<D>& frame, std::array<omReal64, D>& center,
                  omReal64& radius) {
-  omReal64 square = solution(static_cast<Eigen::Index>(D));
+  omReal64 square = solution[D];
   std::array<omReal64, D> placed;
   bool isFinite = true;
   for (std::size_t d = 0; d < D; ++d) {
-    const omReal64 offset = solution(static_cast<Eigen::Index>(d)) / 2;
+    const omReal64 offset = solution[d] / 2;
     square += offset * offset;
     placed[d] = frame.origin[d] + frame.extent * offset;
     isFinite = isFinite && std::isfinite(placed[d]);
@@ -122,23 +142,46 @@ bool placeSphere(const Solution& solution, const CloudFrame<D>& frame, std::arra
   return true;
 }
 
+/// The solution of a triangle with a right-hand side from its singular values, and its rank; zeros where that is
+/// not full.
+template <std::size_t N>
+[[gnu::noinline]] SmallVector<N> solveBySvd(const SmallMatrix<N>& triangle, const SmallVector<N>& right,
+                                            omReal64 negligible, std::size_t& rank) {
+  constexpr int size = static_cast<int>(N);
+  using Vector = Eigen::Matrix<omReal64, size, 1>;
+  const Eigen::JacobiSVD<Eigen::Matrix<omReal64, size, size>> svd(toEigen(triangle),
+                                                                  Eigen::ComputeFullU | Eigen::ComputeFullV);
+  SmallVector<N> solution{};
+  rank = rankOf(svd.singularValues(), negligible);
+  if (rank < N) return solution;
+  const Vector given(right.data());
+  const Vector weights = (svd.matrixU().transpose() * given).cwiseQuotient(svd.singularValues());
+  const Vector found = svd.matrixV() * weights;
+  std::copy(found.data(), found.data() + N, solution.begin());
+  return solution;
+}
+
+/// The same; where bounds show the rank to be full, by substitution.
+template <std::size_t N>
+SmallVector<N> solveByRank(const SmallMatrix<N>& triangle, const SmallVector<N>& right, omReal64 negligible,
+                           std::size_t& rank) {
+  if (!isSurelyRegular(triangle, negligible)) return solveBySvd(triangle, right, negligible, rank);
+  rank = N;
+  return solve(triangle, right);
+}
+
 /// circleFromSamples() for D = 2 and sphereFromSamples() for D = 3.
 template <std::size_t D>
 bool sphereInDimension(const SampleView& samples, std::array<omReal64, D>& center, omReal64& radius,
                        std::size_t& rank) {
-  constexpr int nbUnknowns = static_cast<int>(D) + 1;
-  using Matrix = Eigen::Matrix<omReal64, nbUnknowns, nbUnknowns>;
-  using Vector = Eigen::Matrix<omReal64, nbUnknowns, 1>;
   CloudFrame<D> frame;
-  Eigen::Matrix<omReal64, nbUnknowns + 1, nbUnknowns + 1> triangle;
+  SmallMatrix<D + 2> triangle;
   if (!framedTriangle(samples, sphereTriangle<D>, frame, triangle, rank)) return false;
-  const Eigen::JacobiSVD<Matrix> svd(Matrix(triangle.template topLeftCorner<nbUnknowns, nbUnknowns>()),
-                                     Eigen::ComputeFullU | Eigen::ComputeFullV);
-  rank = rankOf(svd.singularValues(), negligiblePart(samples.nbSamples, D + 1, frame.coarseness));
-  if (rank < D + 1) return false;
-  const Vector weights = (svd.matrixU().transpose() * triangle.template topRightCorner<nbUnknowns, 1>())
-                             .cwiseQuotient(svd.singularValues());
-  return placeSphere(Vector(svd.matrixV() * weights), frame, center, radius);
+  SmallVector<D + 1> right;
+  for (std::size_t i = 0; i <= D; ++i) right[i] = triangle(i, D + 1);
+  const SmallVector<D + 1> solution = solveByRank(detail::partOf<D + 1>(triangle, 0), right,
+                                                  negligiblePart(samples.nbSamples, D + 1, frame.coarseness), rank);
+  return rank == D + 1 && placeSphere(solution, frame, center, radius);
 }
 
 constexpr omReal64 s_sqrt2 = 1.4142135623730951;
@@ -149,9 +192,9 @@ struct QuadricSizes {
   static constexpr std::size_t nbLinear = D + 1;
   static constexpr std::size_t nbQuadratic = D * (D + 1) / 2;
   static constexpr std::size_t nbColumns = nbLinear + nbQuadratic;
-  using Triangle = Eigen::Matrix<omReal64, static_cast<int>(nbColumns), static_cast<int>(nbColumns)>;
-  using Linear = Eigen::Matrix<omReal64, static_cast<int>(nbLinear), 1>;
-  using Quadratic = Eigen::Matrix<omReal64, static_cast<int>(nbQuadratic), 1>;
+  using Triangle = SmallMatrix<nbColumns>;
+  using Linear = SmallVector<nbLinear>;
+  using Quadratic = SmallVector<nbQuadratic>;
 };
 
 /// The triangle of the columns (u, v, ..., 1, sqrt(2) u v, ..., u², v², ...) in the coordinates of the frame. With the
@@ -181,33 +224,40 @@ typename QuadricSizes<D>::Triangle quadricTriangle(const SampleView& samples, co
 }
 
 /// The unit vector q that minimises |matrix q|.
-template <int N>
-Eigen::Matrix<omReal64, N, 1> leastDirection(const Eigen::Matrix<omReal64, N, N>& matrix) {
-  return Eigen::JacobiSVD<Eigen::Matrix<omReal64, N, N>>(matrix, Eigen::ComputeFullV).matrixV().col(N - 1);
+template <std::size_t N>
+SmallVector<N> leastDirection(const SmallMatrix<N>& matrix) {
+  constexpr int size = static_cast<int>(N);
+  SmallVector<N> q;
+  Eigen::Map<Eigen::Matrix<omReal64, size, 1>>(q.data()) =
+      Eigen::JacobiSVD<Eigen::Matrix<omReal64, size, size>>(toEigen(matrix), Eigen::ComputeFullV)
+          .matrixV()
+          .col(size - 1);
+  return q;
 }
 
 /// The quadratic coefficients (xy / √2, xx, yy) q in sheared coordinates that minimise |corner q| under the constraint
-/// that the coefficients in the coordinates before the shear have length 1.
+/// that the coefficients in the coordinates before the shear have length 1; `corner` is an upper triangle.
 ///
-/// A singular vector has errors relative to its largest element, which is not accurate enough: for a long and narrow
-/// cloud the column of xx is the longest and its coefficient the smallest. A step of inverse iteration makes every
-/// element accurate, since errors of triangular solutions do not depend on the scaling of columns (Higham2002, chapter
-/// 8).
-Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
+/// The vector sought is the one that the inverse of `corner`, in the coordinates before the shear, makes longest, and
+/// the adjugate stands for the inverse: it exists where the conic passes through all points, too.
+SmallVector<3> leastConic(const SmallMatrix<3>& corner, bool isFlat, omReal64 shear) {
+  const SmallMatrix<3> adjugate = adjugateOf(corner);
   const omReal64 slope = s_sqrt2 * shear;
-  Eigen::Matrix3d toSheared;
-  toSheared << 1, 0, slope, slope, 1, shear * shear, 0, 0, 1;
-  Eigen::Matrix3d fromSheared;
-  fromSheared << 1, 0, -slope, -slope, 1, shear * shear, 0, 0, 1;
-  const Eigen::Vector3d start = fromSheared.transpose() * leastDirection<3>(corner * toSheared);
-  // A pivot is 0 where the conic passes through all points. The replacement is far below rounding but prevents
-  // overflow.
-  const omReal64 smallestPivot = NumericLimits<omReal64>::s_eps * NumericLimits<omReal64>::s_eps * corner.norm();
-  for (int k = 0; k < 3; ++k)
-    if (!(std::abs(corner(k, k)) > smallestPivot)) corner(k, k) = smallestPivot;
-  const Eigen::Vector3d half = corner.transpose().triangularView<Eigen::Lower>().solve(start);
-  const Eigen::Vector3d q = corner.triangularView<Eigen::Upper>().solve(half);
-  return q / (fromSheared * q).norm();
+  const SmallMatrix<3> fromSheared{{1, 0, -slope, -slope, 1, shear * shear, 0, 0, 1}};
+  SmallVector<3> start;
+  if (!dominantLeftVector(isFlat ? product(fromSheared, adjugate) : adjugate, start)) {
+    const SmallMatrix<3> toSheared{{1, 0, slope, slope, 1, shear * shear, 0, 0, 1}};
+    start = leastDirection(product(corner, toSheared));
+  }
+  if (!isFlat) return start;
+  // A singular vector has errors relative to its largest element, which is not accurate enough: for a long and narrow
+  // cloud the column of xx is the longest and its coefficient the smallest. A step of inverse iteration makes every
+  // element accurate, since errors of triangular solutions do not depend on the scaling of columns (Higham2002,
+  // chapter 8).
+  SmallVector<3> q = product(adjugate, product(product(start, fromSheared), adjugate));
+  const omReal64 length = detail::lengthOf(product(fromSheared, q));
+  for (omReal64& value : q) value /= length;
+  return q;
 }
 
 /// The conic or quadric of least algebraic distance in the frame, from the triangle: the quadratic coefficients are the
@@ -215,16 +265,18 @@ Eigen::Vector3d leastSheared(Eigen::Matrix3d corner, omReal64 shear) {
 template <std::size_t D>
 void bestQuadric(const typename QuadricSizes<D>::Triangle& triangle, const CloudFrame<D>& frame,
                  typename QuadricSizes<D>::Linear& linear, typename QuadricSizes<D>::Quadratic& quadratic) {
-  constexpr int nbLinear = static_cast<int>(QuadricSizes<D>::nbLinear);
-  constexpr int nbQuadratic = static_cast<int>(QuadricSizes<D>::nbQuadratic);
-  if constexpr (D == 2) {
-    const Eigen::Matrix3d corner = triangle.template bottomRightCorner<3, 3>();
-    quadratic = frame.isFlat ? leastSheared(corner, frame.shear) : leastDirection<3>(corner);
-  } else {
-    quadratic = leastDirection<nbQuadratic>(triangle.template bottomRightCorner<nbQuadratic, nbQuadratic>());
+  constexpr std::size_t nbLinear = QuadricSizes<D>::nbLinear;
+  constexpr std::size_t nbQuadratic = QuadricSizes<D>::nbQuadratic;
+  const SmallMatrix<nbQuadratic> corner = detail::partOf<nbQuadratic>(triangle, nbLinear);
+  if constexpr (D == 2)
+    quadratic = leastConic(corner, frame.isFlat, frame.shear);
+  else
+    quadratic = leastDirection(corner);
+  for (std::size_t i = 0; i < nbLinear; ++i) {
+    linear[i] = 0;
+    for (std::size_t j = 0; j < nbQuadratic; ++j) linear[i] -= triangle(i, nbLinear + j) * quadratic[j];
   }
-  linear = -triangle.template topLeftCorner<nbLinear, nbLinear>().template triangularView<Eigen::Upper>().solve(
-      triangle.template topRightCorner<nbLinear, nbQuadratic>() * quadratic);
+  linear = solve(detail::partOf<nbLinear>(triangle, 0), linear);
 }
 
 /// Computes frame, rank and coefficients. Returns false, and the rank, when the samples do not determine the conic or
@@ -299,7 +351,7 @@ bool ellipseFromSamples(const SampleView& samples, omReal64& cx, omReal64& cy, o
   QuadricSizes<2>::Linear linear;
   QuadricSizes<2>::Quadratic quadratic;
   if (!quadricInDimension(samples, frame, linear, quadratic, rank)) return false;
-  const EllipseConic conic{quadratic(1), s_sqrt2 * quadratic(0), quadratic(2), linear(0), linear(1), linear(2), 0, 0};
+  const EllipseConic conic{quadratic[1], s_sqrt2 * quadratic[0], quadratic[2], linear[0], linear[1], linear[2], 0, 0};
   omReal64 u = 0;
   omReal64 v = 0;
   omReal64 major = 0;
@@ -323,7 +375,7 @@ bool ellipsoidFromSamples(const SampleView& samples, EllipsoidParameters& ellips
   QuadricSizes<3>::Quadratic q;
   if (!quadricInDimension(samples, frame, linear, q, rank)) return false;
   const EllipsoidQuadric quadric{
-      q(3), q(4), q(5), s_sqrt2 * q(0), s_sqrt2 * q(1), s_sqrt2 * q(2), linear(0), linear(1), linear(2), linear(3),
+      q[3], q[4], q[5], s_sqrt2 * q[0], s_sqrt2 * q[1], s_sqrt2 * q[2], linear[0], linear[1], linear[2], linear[3],
       0,    0,    0};
   EllipsoidParameters found;
   if (!convertEllipsoidFromQuadratic(quadric, found)) return false;

@@ -1,6 +1,9 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
+#include <array>
+#include <boost/multiprecision/cpp_bin_float.hpp>
+
 #include "support/Checks.h"
 #include "support/Random.h"
 
@@ -54,6 +57,51 @@ TEST(CircleFromSamples, IsNotMisledByCrowdedOrPeriodicSamples) {
   const Rows ring = arc(1, 0, 5, 3, 0, 0, 2 * s_pi, 100);
   for (int i = 0; i < 64; ++i) periodic.insert(periodic.end(), ring.begin(), ring.end());
   EXPECT_NEAR(fitEllipse(periodic).a, 5, 1e-12);
+}
+
+using Exact = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<100>, boost::multiprecision::et_off>;
+
+/// The determinant of three columns, from which Cramer's rule makes the solution of a system.
+Exact determinant(const std::array<std::array<Exact, 3>, 3>& c) {
+  return c[0][0] * (c[1][1] * c[2][2] - c[1][2] * c[2][1]) - c[1][0] * (c[0][1] * c[2][2] - c[0][2] * c[2][1]) +
+         c[2][0] * (c[0][1] * c[1][2] - c[0][2] * c[1][1]);
+}
+
+/// The solution of the normal equations, in 100 digits: centre and radius.
+std::array<Exact, 3> exactCircle(const Rows& rows) {
+  std::array<std::array<Exact, 3>, 3> columns{};
+  std::array<Exact, 3> right{};
+  for (std::size_t i = 0; i < rows.size(); i += 2) {
+    const std::array<Exact, 3> row{Exact(rows[i]) - rows[0], Exact(rows[i + 1]) - rows[1], 1};
+    for (std::size_t k = 0; k < 3; ++k) {
+      for (std::size_t j = 0; j < 3; ++j) columns[j][k] += row[j] * row[k];
+      right[k] += row[k] * (row[0] * row[0] + row[1] * row[1]);
+    }
+  }
+  std::array<Exact, 3> solution;
+  for (std::size_t k = 0; k < 3; ++k) {
+    auto replaced = columns;
+    replaced[k] = right;
+    solution[k] = determinant(replaced) / determinant(columns);
+  }
+  const Exact x = solution[0] / 2, y = solution[1] / 2;
+  return {x + rows[0], y + rows[1], sqrt(solution[2] + x * x + y * y)};
+}
+
+TEST(CircleFromSamples, IsTheExactSolutionToRounding) {
+  support::Random random(18);
+  for (int i = 0; i < 3000; ++i) {
+    const omReal64 scale = std::pow(10.0, 6 * random.uniform());
+    const omReal64 offset = i % 3 == 0 ? 1e9 * scale * random.uniform() : 0;
+    Rows rows = arc(offset, -offset, scale, scale, 0, random.uniform(), 7, 4 + random.below(40));
+    for (omReal64& value : rows) value += 0.05 * scale * random.uniform();
+    const Fit fit = fitCircle(rows);
+    ASSERT_TRUE(fit.isFound);
+    const auto [x, y, radius] = exactCircle(rows);
+    const omReal64 allowed = 4e-15 * scale + 0x1p-52 * std::abs(offset);
+    for (const Exact& error : {fit.cx - x, fit.cy - y, fit.a - radius})
+      ASSERT_LE(std::abs(error.convert_to<omReal64>()), allowed) << "case " << i;
+  }
 }
 
 TEST(CircleFromSamples, RefusesWhatIsNoCircle) {
