@@ -45,16 +45,37 @@ template <std::size_t D>
   feet.distance[i] = level < 1 ? -distance : distance;
 }
 
+/// 1 / (r² + t) for each radius, by one division.
+template <std::size_t D>
+[[gnu::always_inline]] inline std::array<omReal64, D> inverses(const omReal64* r, omReal64 t) {
+  if constexpr (D == 2) {
+    const omReal64 a = r[0] * r[0] + t;
+    const omReal64 b = r[1] * r[1] + t;
+    const omReal64 both = 1 / (a * b);
+    return {b * both, a * both};
+  } else {
+    const omReal64 a = r[0] * r[0] + t;
+    const omReal64 b = r[1] * r[1] + t;
+    const omReal64 c = r[2] * r[2] + t;
+    const omReal64 ab = a * b;
+    const omReal64 all = 1 / (ab * c);
+    const omReal64 ofC = c * all;
+    return {b * ofC, a * ofC, ab * all};
+  }
+}
+
 /// The nearest point is r² x / (r² + t) in each coordinate, t being the root of a function that is nearly linear, and
 /// Newton's steps from t = 0 on find it for all points of a block side by side (Eberly2013). Points for which they do
 /// not settle are searched one by one.
+///
+/// The error after a step is about the square of it, in units of the least squared radius: a step of `lastStep` is
+/// the last one.
 template <std::size_t D>
 [[gnu::always_inline]] inline void findFeet(const FramedRows<D>& along, const omReal64* r, std::size_t nb,
-                                            Feet<D>& feet) {
+                                            omReal64 lastStep, Feet<D>& feet) {
   constexpr int nbMostSteps = 6;
-  // The error after a step is about the square of it.
   const omReal64 least = r[D - 1] * r[D - 1];
-  const omReal64 settled = 1e-8 * least;
+  const omReal64 settled = lastStep * least;
   const omReal64 lowest = -0.875 * least;
   std::array<omReal64, s_nbRows> t;
   std::array<omReal64, s_nbRows> change;
@@ -65,11 +86,11 @@ template <std::size_t D>
     for (std::size_t i = 0; i < nb; ++i) {
       omReal64 square = 0;
       omReal64 slope = 0;
+      const auto q = inverses<D>(r, t[i]);
       for (std::size_t k = 0; k < D; ++k) {
-        const omReal64 q = 1 / (r[k] * r[k] + t[i]);
-        const omReal64 u = r[k] * along[k][i] * q;
+        const omReal64 u = r[k] * along[k][i] * q[k];
         square += u * u;
-        slope += u * u * q;
+        slope += u * u * q[k];
       }
       change[i] = (std::sqrt(square) - 1) * square / slope;
       t[i] += change[i];
@@ -78,8 +99,9 @@ template <std::size_t D>
   }
   for (std::size_t i = 0; i < nb; ++i) {
     omReal64 square = 0;
+    const auto q = inverses<D>(r, t[i]);
     for (std::size_t k = 0; k < D; ++k) {
-      const omReal64 gradient = along[k][i] / (r[k] * r[k] + t[i]);
+      const omReal64 gradient = along[k][i] * q[k];
       feet.gradient[k][i] = gradient;
       feet.u[k][i] = r[k] * gradient;
       square += gradient * gradient;
@@ -202,8 +224,10 @@ template <std::size_t D>
       for (std::size_t d = 0; d < D; ++d) sum += axes[D * k + d] * from[d][i];
       along[k][i] = sum;
     }
+  // Steps of a fit need fewer digits of a distance than what is reported: the error is below 1e-9 of the radii.
+  const omReal64 lastStep = block.derivatives ? 1e-5 : 1e-8;
   Feet<D> feet;
-  findFeet<D>(along, state.data() + radiiAt<D>, nb, feet);
+  findFeet<D>(along, state.data() + radiiAt<D>, nb, lastStep, feet);
   std::copy_n(feet.distance.data(), nb, block.distances);
   if (block.gains) std::copy_n(feet.length.data(), nb, block.gains);
   if (!block.derivatives && !block.normals) return;
@@ -234,6 +258,7 @@ template <std::size_t D>
 template <std::size_t D>
 AxesModel<D>::AxesModel(const SampleView& fitted) : FramedModel<D>(fitted) {
   this->nbUnknowns = this->nbReported = D + D * (D + 1) / 2;
+  this->isGainConstant = false;
 }
 
 template <std::size_t D>

@@ -64,8 +64,6 @@ template <std::size_t D>
   }
   if (block.normals)
     for (std::size_t d = 0; d < D; ++d) std::fill_n(block.normals + d * nbMost, nb, n[d]);
-  // The algebraic fit is the one of least distances.
-  if (block.gains) std::fill_n(block.gains, nb, 1.0);
 }
 
 }  // namespace

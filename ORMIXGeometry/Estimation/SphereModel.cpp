@@ -36,8 +36,6 @@ template <std::size_t D>
   }
   if (block.normals)
     for (std::size_t d = 0; d < D; ++d) std::copy_n(from[d].data(), nb, block.normals + d * nbMost);
-  // The squared distance from the centre less r² has the same gradient everywhere on the circle.
-  if (block.gains) std::fill_n(block.gains, nb, 1.0);
 }
 
 }  // namespace

@@ -18,9 +18,10 @@ using State = DistanceModel::State;
 constexpr std::size_t s_nbRows = DistanceBlock::s_nbRows;
 constexpr omReal64 s_unknown = std::numeric_limits<omReal64>::quiet_NaN();
 
-// A step that changes the residuals by less than this part of their standard deviation is the last one: what is left
-// after it is less by the rate of the iteration, about the ratio of distances to radii.
-constexpr omReal64 s_lastStep = 1e-6;
+// What is left after the last step changes the residuals by less than this part of their standard deviation. Steps
+// become shorter by about the same rate, the ratio of distances to radii.
+constexpr omReal64 s_leftOver = 1e-6;
+constexpr omReal64 s_surelyConverging = 0.1;
 // Rounding errors of a sum of squares, relative.
 constexpr omReal64 s_roundingOfCost = 1e-12;
 // The scale of a loss is settled when it changes by less than this, and changes at most so often.
@@ -31,10 +32,8 @@ constexpr omReal64 s_settledNormals = 1e-4;
 
 /// What the rows of a triangle are multiplied by.
 enum eRowWeights {
-  eRW_All,          ///< the roots of all weights, those of the loss too
-  eRW_Given,        ///< the roots of the weights that were given
-  eRW_Gains,        ///< the gains of the algebraic fit
-  eRW_GainsSquared  ///< their squares
+  eRW_All,    ///< the roots of all weights, those of the loss too
+  eRW_Given,  ///< the roots of the weights that were given
 };
 
 // Matrices and vectors of up to the most unknowns; matrices row by row, each of s_nbMost.
@@ -89,6 +88,8 @@ omReal64 squaredImage(const Square& r, const Column& x, std::size_t n) {
 /// one-sided rotations (Hestenes1958): small ones are right to their own size.
 void decompose(Square a, std::size_t n, Column& values, Square& v) {
   constexpr int nbMostSweeps = 40;
+  // Columns that are so nearly perpendicular are: the error of a value is about the square of this.
+  constexpr omReal64 skew = 1e-10;
   const auto rotate = [n](Square& m, std::size_t p, std::size_t q, omReal64 co, omReal64 si) {
     for (std::size_t k = 0; k < n; ++k) {
       const omReal64 x = m[k * s_nbMost + p];
@@ -118,7 +119,7 @@ void decompose(Square a, std::size_t n, Column& values, Square& v) {
           rotate(v, p, q, 0, -1);
           isRotated = true;
         }
-        if (!(std::abs(pq) > NumericLimits<omReal64>::s_eps * std::sqrt(pp * qq))) continue;
+        if (!(std::abs(pq) > skew * std::sqrt(pp * qq))) continue;
         const omReal64 zeta = (std::min(pp, qq) - std::max(pp, qq)) / (2 * (pp < qq ? -pq : pq));
         const omReal64 tangent = (zeta >= 0 ? 1 : -1) / (std::abs(zeta) + std::sqrt(1 + zeta * zeta));
         const omReal64 co = 1 / std::sqrt(1 + tangent * tangent);
@@ -228,11 +229,10 @@ class DistanceFit {
   template <std::size_t N>
   void fold(const State& state, eRowWeights weights, Pass& found) const {
     TallQr<N + 1> qr;
-    const bool hasGains = weights == eRW_Gains || weights == eRW_GainsSquared;
-    const bool isWeighted = _weights || hasGains || _scale > 0;
+    const bool isWeighted = _weights || _scale > 0;
     std::array<omReal64, s_nbRows> factors;
     forEachBlock([&](std::size_t first, std::size_t nb) {
-      _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, hasGains ? factors.data() : nullptr});
+      _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, nullptr});
       if (isWeighted) {
         fillFactors(weights, first, nb, qr.block(N), factors.data(), found);
         for (std::size_t c = 0; c <= N; ++c)
@@ -262,14 +262,9 @@ class DistanceFit {
     return std::sqrt(square);
   }
 
-  /// Replaces the gains by the factors of the rows, and adds up the cost.
+  /// The factors of the rows; adds up the cost where there is a loss.
   void fillFactors(eRowWeights weights, std::size_t first, std::size_t nb, const omReal64* distances, omReal64* factors,
                    Pass& found) const {
-    if (weights == eRW_Gains) return;
-    if (weights == eRW_GainsSquared) {
-      for (std::size_t i = 0; i < nb; ++i) factors[i] *= factors[i];
-      return;
-    }
     for (std::size_t i = 0; i < nb; ++i) factors[i] = _weights ? std::sqrt(_weights[first + i]) : 1;
     if (!(_scale > 0)) return;
     for (std::size_t i = 0; i < nb; ++i) {
@@ -335,6 +330,7 @@ class DistanceFit {
     constexpr omReal64 mostDamping = 1e12;
     omReal64 damping = 0;
     omReal64 growth = 4;
+    omReal64 previous = 0;
     const std::size_t nbMostIterations = _result.nbIterations + _options.nbMaxIterations;
     _movedBy = 0;
     for (bool isLast = false; !isLast;) {
@@ -349,8 +345,10 @@ class DistanceFit {
       const omReal64 variance =
           _last.cost / static_cast<omReal64>(std::max<std::size_t>(degreesOfFreedom(_model.nbUnknowns), 1));
       const omReal64 floor = 4 * _model.coarseness;
+      // The square of the rate; unknown at first.
+      const omReal64 rate = change < s_surelyConverging * s_surelyConverging * previous ? change / previous : 1;
       isLast = damping <= firstDamping &&
-               change <= std::max(s_lastStep * s_lastStep * variance, _sumOfWeights * floor * floor);
+               change * rate <= std::max(s_leftOver * s_leftOver * variance, _sumOfWeights * floor * floor);
       State moved = state;
       const bool isMoved = _model.move(state, step, moved);
       // The last step is too small for another triangle, and for the cost to tell whether it is better.
@@ -361,6 +359,7 @@ class DistanceFit {
         std::swap(_last, _trial);
         state = moved;
         _movedBy = std::max(_movedBy, std::sqrt(change / variance));
+        previous = change;
         damping = gain > 0.75 && damping <= firstDamping ? 0 : damping / 3;
         growth = 4;
       } else {
@@ -446,27 +445,58 @@ class DistanceFit {
     return true;
   }
 
-  /// The sandwich of an algebraic fit.
+  /// The triangles of GJ and of G²J, with the gains G of an algebraic fit.
+  template <std::size_t N>
+  void foldGains(const State& state, Pass& once, Pass& twice) const {
+    if constexpr (N > 2)
+      if (_nb < N) return foldGains<N - 1>(state, once, twice);
+    TallQr<N + 1> qr;
+    TallQr<N + 1> squared;
+    std::array<omReal64, s_nbRows> gains;
+    forEachBlock([&](std::size_t first, std::size_t nb) {
+      _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, gains.data()});
+      const std::size_t nbRows = nb * _model.nbEquations;
+      for (std::size_t c = 0; c <= N; ++c)
+        for (std::size_t k = 0; k < nbRows; k += nb)
+          for (std::size_t i = 0; i < nb; ++i) {
+            const omReal64 value = qr.block(c)[k + i] * gains[i];
+            qr.block(c)[k + i] = value;
+            squared.block(c)[k + i] = value * gains[i];
+          }
+      qr.fold(nbRows);
+      squared.fold(nbRows);
+    });
+    take<N>(qr, once);
+    take<N>(squared, twice);
+  }
+
+  /// The sandwich of an algebraic fit; where all gains are equal, it is the covariance of an orthogonal one.
   void finishAlgebraic(const State& state) {
-    pass(state, eRW_Gains, _trial);
     const omReal64 cost = _last.cost;
-    invert(_trial.r);
-    pass(state, eRW_GainsSquared, _trial);
-    // With the inverse L Lᵀ of JᵀG²J and the triangle R of G²J: L Lᵀ Rᵀ.
+    if (_model.isGainConstant) {
+      invert(_last.r);
+    } else {
+      foldGains<s_nbMost>(state, _last, _trial);
+      invert(_last.r);
+      spreadBy(_trial.r);
+    }
+    const auto dof = static_cast<omReal64>(_result.degreesOfFreedom);
+    _result.sigma0 = _options.sigma > 0 ? _options.sigma : std::sqrt(dof > 0 ? cost / dof : s_unknown) * _sampleUnit;
+    _variance = (_result.sigma0 / _sampleUnit) * (_result.sigma0 / _sampleUnit);
+  }
+
+  /// From L with L Lᵀ = (JᵀG²J)⁻¹ the one whose square is the sandwich with JᵀG⁴J = RᵀR in it: L Lᵀ Rᵀ.
+  void spreadBy(const Square& r) {
     const Square left = _left;
     Square image{};
     for (std::size_t i = 0; i < _nb; ++i)
       for (std::size_t j = 0; j < _nb; ++j)
-        for (std::size_t c = 0; c < _nb; ++c)
-          image[i * s_nbMost + j] += left[c * s_nbMost + i] * _trial.r[j * s_nbMost + c];
+        for (std::size_t c = 0; c < _nb; ++c) image[i * s_nbMost + j] += left[c * s_nbMost + i] * r[j * s_nbMost + c];
     _left = {};
     for (std::size_t i = 0; i < _nb; ++i)
       for (std::size_t j = 0; j < _nb; ++j)
         for (std::size_t c = 0; c < _nb; ++c)
           _left[i * s_nbMost + j] += left[i * s_nbMost + c] * image[c * s_nbMost + j];
-    const auto dof = static_cast<omReal64>(_result.degreesOfFreedom);
-    _result.sigma0 = _options.sigma > 0 ? _options.sigma : std::sqrt(dof > 0 ? cost / dof : s_unknown) * _sampleUnit;
-    _variance = (_result.sigma0 / _sampleUnit) * (_result.sigma0 / _sampleUnit);
   }
 
   /// Rank and condition of a triangle, and a matrix L with L Lᵀ = (RᵀR)⁻¹ over what is determined.

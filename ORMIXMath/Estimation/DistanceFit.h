@@ -46,6 +46,7 @@ class ORMIX_MATH_API DistanceModel {
   std::size_t nbReported = 0;   ///< Parameters that report() answers.
   std::size_t nbEquations = 1;  ///< Equations of a sample, whose root of squares is its distance; 1, 2 or 3.
   omReal64 unit = 1;            ///< A distance of 1 in the frame is this long.
+  bool isGainConstant = true;   ///< Whether algebraic fits weight all distances alike; gains are not asked for then.
   omReal64 coarseness = 0;      ///< Rounding error of a coordinate, in the frame.
 
   /// Writes the equations of `nb` samples from `first` on. Called with at most s_nbRows / nbEquations samples.
