@@ -205,4 +205,99 @@ TEST(FitTransforms, PredictTheirUncertainty) {
       expectTrueUncertainty(model, mode);
 }
 
+TEST(FitTransforms, HoldAlphaAtGimbalLock) {
+  // Turned by (alpha, pi / 2, chi): only chi - alpha is determined.
+  Random random(31);
+  const Rigid3d lock(0, s_pi / 2, 0.4, 1, 2, 3);
+  Values pairs;
+  for (int i = 0; i < 20; ++i) {
+    const omReal64 x = random.uniform(), y = random.uniform(), z = random.uniform();
+    omReal64 u, v, w;
+    ASSERT_TRUE(lock.apply(x, y, z, u, v, w));
+    pairs.insert(pairs.end(), {x, y, z, u, v, w});
+  }
+  RigidTransform3d transform;
+  FitReport report;
+  FitOptions options;
+  options.sigma = 0.01;
+  ASSERT_TRUE(fitRigid(viewOf(pairs, 6), options, transform, report));
+  for (const omReal64 element : report.covariance) EXPECT_TRUE(std::isfinite(element));
+  EXPECT_EQ(report.standardUncertainty(0), 0);
+  EXPECT_GT(report.standardUncertainty(1), 1e-3);
+  EXPECT_LT(report.standardUncertainty(1), 1e-2);
+  EXPECT_GT(report.standardUncertainty(2), 1e-3);
+  EXPECT_LT(report.standardUncertainty(2), 1e-2);
+}
+
+TEST(FitTransforms, KeepThePrescribedResultsAndLeaveOut) {
+  for (const Case& model : allCases()) {
+    SCOPED_TRACE(model.name);
+    Random random(41);
+    Values measured = model.exact;
+    for (omReal64& value : measured) value += 0.01 * random.uniform();
+    const std::size_t nb = measured.size() / model.m;
+    FitReport all, some, robust;
+    FitOptions algebraic;
+    algebraic.method = eFM_Algebraic;
+    ASSERT_TRUE(model.fit(viewOf(measured, model.m), algebraic, all));
+    // A sample without a weight may be anything; so may an outlier.
+    Values more = measured, weights(nb, 1);
+    more.insert(more.end(), model.m, s_nan);
+    weights.push_back(0);
+    FitOptions options;
+    ASSERT_TRUE(model.fit(viewOf(measured, model.m), options, all));
+    options.weights = viewOf(weights, 1);
+    ASSERT_TRUE(model.fit(viewOf(more, model.m), options, some));
+    RobustOptions loop;
+    loop.threshold = 0.2;
+    FitOptions withLoop;
+    withLoop.robust = &loop;
+    std::fill(more.end() - static_cast<std::ptrdiff_t>(model.m), more.end(), 40);
+    ASSERT_TRUE(model.fit(viewOf(more, model.m), withLoop, robust));
+    EXPECT_FALSE(robust.inliers.back());
+    EXPECT_EQ(robust.weights.back(), 0);
+    EXPECT_GT(std::abs(robust.residuals.back()), 1);
+    for (std::size_t k = 0; k < all.params.size(); ++k) {
+      EXPECT_NEAR(some.params[k], all.params[k], 1e-12);
+      EXPECT_NEAR(robust.params[k], all.params[k], 1e-12);
+      EXPECT_NEAR(some.standardUncertainty(k), all.standardUncertainty(k), 1e-9 * all.standardUncertainty(k));
+    }
+    // The estimator's own result, where that has least distances.
+    if (std::string(model.name) == "rigid" && model.m == 6) {
+      RigidTransform3d prescribed, fitted;
+      ASSERT_TRUE(fitRigid(viewOf(measured, 6), prescribed));
+      ASSERT_TRUE(fitRigid(viewOf(measured, 6), FitOptions(), fitted, all));
+      EXPECT_EQ(valuesOf(prescribed.getGeometricTransform().getParams()),
+                valuesOf(fitted.getGeometricTransform().getParams()));
+    }
+    // Without degrees of freedom or with options that are none the report says so.
+    weights[0] = -1;
+    EXPECT_FALSE(model.fit(viewOf(more, model.m), options, some));
+    EXPECT_EQ(some.status.code, eEC_InvalidInput);
+    EXPECT_EQ(some.status.indices, std::vector<std::size_t>{0});
+    EXPECT_TRUE(some.params.empty());
+  }
+}
+
+TEST(FitTransforms, AreAsSureAtEveryScaleAndPlace) {
+  for (const Case& model : allCases()) {
+    if (model.m == 2) continue;
+    SCOPED_TRACE(model.name);
+    Random random(43);
+    Values measured = model.exact;
+    for (omReal64& value : measured) value = std::round((value + 0.01 * random.uniform()) * 0x1p18) * 0x1p-18;
+    FitReport near, far;
+    ASSERT_TRUE(model.fit(viewOf(measured, model.m), FitOptions(), near));
+    for (const omReal64 scale : {0x1p-12, 0x1p20})
+      for (const omReal64 offset : {0.0, 0x1p30}) {
+        Values moved = measured;
+        for (omReal64& value : moved) value = (value + offset) * scale;
+        const BoolResult result = model.fit(viewOf(moved, model.m), FitOptions(), far);
+        ASSERT_TRUE(result) << result.getMessage();
+        EXPECT_NEAR(far.sigma0 / scale, near.sigma0, 1e-6 * near.sigma0) << scale << " " << offset;
+        EXPECT_NEAR(far.conditionNumber, near.conditionNumber, 1e-5 * near.conditionNumber);
+      }
+  }
+}
+
 }  // namespace
