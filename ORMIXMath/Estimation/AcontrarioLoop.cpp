@@ -46,23 +46,18 @@ omReal64 binEdge(omReal64 lowest, std::size_t bin) {
 
 }  // namespace
 
-omReal64 deviationWithin(const std::vector<omReal64>& squares, const ChanceModel& chance, std::size_t minimalDataSize,
+omReal64 deviationWithin(const ModelDistances& distances, const ChanceModel& chance, std::size_t minimalDataSize,
                          omReal64 smallest, omReal64 largest, omReal64& threshold) {
   const InlierBand band = inlierBand(chance.codimension());
   const auto d = static_cast<omReal64>(chance.codimension());
-  const auto n = static_cast<omReal64>(squares.size());
+  const auto n = static_cast<omReal64>(distances.squares().size());
   const auto m = static_cast<omReal64>(minimalDataSize);
   omReal64 sigma = threshold / band.deviations;
   constexpr int nbRounds = 20;
   for (int round = 0; round < nbRounds; ++round) {
     const omReal64 limit = threshold * threshold;
     omReal64 sum = 0;
-    omReal64 count = 0;
-    for (const omReal64 square : squares) {
-      if (!(square <= limit)) continue;
-      sum += square;
-      count += 1;
-    }
+    const auto count = static_cast<omReal64>(distances.countWithin(threshold, sum));
     // Outliers within the threshold are spread evenly there.
     const omReal64 p = std::min(chance.probability(threshold), 0.9);
     const omReal64 nbByChance = std::max((n - count) * p / (1 - p), 0.0);
@@ -70,7 +65,7 @@ omReal64 deviationWithin(const std::vector<omReal64>& squares, const ChanceModel
     if (!(surplus > m)) return sigma;
     const omReal64 square = std::max(sum - nbByChance * limit * d / (d + 2), sum / 100);
     sigma = std::sqrt(square / (d * surplus * band.variance));
-    const omReal64 next = std::clamp(band.deviations * sigma, smallest, largest);
+    const omReal64 next = std::max(std::min(band.deviations * sigma, largest), smallest);
     const bool isSettled = std::abs(next - threshold) <= 0.005 * threshold;
     threshold = next;
     if (isSettled) break;
@@ -138,7 +133,7 @@ bool AcontrarioLoop::prepareChance() {
       return false;
     }
     ++_nbIterations;
-    if (!drawModel() || !_chance.evaluate(_trial.params)) {
+    if (!drawModel() || !(isKnown() || _chance.evaluate(_trial.params))) {
       ++_nbDegenerate;
       continue;
     }
@@ -148,6 +143,7 @@ bool AcontrarioLoop::prepareChance() {
     std::sort(codimensions.begin(), codimensions.end());
     _chance.setCodimension(codimensions[codimensions.size() / 2]);
     ++nbModels;
+    if (isKnown()) continue;
     omReal64 probability = 0;
     // What half of the background is within is left out below.
     for (std::size_t b = 0; b < s_nbBins && probability < 0.7; ++b) {
@@ -156,6 +152,7 @@ bool AcontrarioLoop::prepareChance() {
     }
   }
   if (nbModels == 0) return false;
+  if (isKnown()) return true;
   for (std::size_t b = 0; b < s_nbBins; ++b) {
     _logChance[b] = std::min(logs[b] / static_cast<omReal64>(nbModels), -1e-9);
     _logMiss[b] = std::log(-std::expm1(_logChance[b]));
@@ -183,6 +180,7 @@ void AcontrarioLoop::choosePart(std::size_t size) {
   _rest = ModelDistances({_partRows.data() + nbFirst * dimension, size - nbFirst, dimension});
   _squares.resize(size);
   _gathered.resize(std::max(_gathered.size(), size * dimension));
+  if (isKnown()) return;
   _entropy.resize(size + 1);
   const auto n = static_cast<omReal64>(size);
   for (std::size_t k = 0; k <= size; ++k) {
@@ -273,11 +271,10 @@ void AcontrarioLoop::improve(Hypothesis& hypothesis) {
     if (near.nbSamples <= _drawn.size()) return;
     if (!estimate(near, _refit.params) || !_first.evaluate(_estimator, _refit.params) || !score(_refit)) return;
     scale = _refit.scale;
-    if (_refit.loss < hypothesis.loss) {
-      std::swap(_refit, hypothesis);
-      continue;
-    }
-    if (round >= 2) return;
+    // Improvements below a thousandth are left to the last refits.
+    const bool isSettled = !(_refit.loss < hypothesis.loss - 1e-3 * std::abs(hypothesis.loss));
+    if (_refit.loss < hypothesis.loss) std::swap(_refit, hypothesis);
+    if (round >= 2 && isSettled) return;
   }
 }
 
@@ -389,17 +386,15 @@ void AcontrarioLoop::search() {
 }
 
 /// Fits the model to its inliers among all samples until these no longer change.
-bool AcontrarioLoop::polish(RealVector& params, omReal64& threshold, omReal64& sigma) {
+bool AcontrarioLoop::polish(RealVector& params, omReal64& threshold) {
   ModelDistances distances(_samples);
   const omReal64 largest = isKnown() ? threshold : 2 * threshold;
   const std::size_t m = _drawn.size();
   std::size_t lastCount = 0;
   omReal64 lastSum = s_infinity;
   for (std::size_t round = 0; round < s_nbFinalRounds; ++round) {
-    if (!distances.evaluate(_estimator, params) || !_chance.evaluate(params)) return false;
-    omReal64 within = threshold;
-    sigma = deviationWithin(distances.squares(), _chance, m, _rounding, largest, within);
-    if (!isKnown()) threshold = within;
+    if (!distances.evaluate(_estimator, params)) return false;
+    if (!isKnown() && _chance.evaluate(params)) deviationWithin(distances, _chance, m, _rounding, largest, threshold);
     const std::size_t count = distances.countWithin(threshold);
     const omReal64 sum = distances.truncatedSum(threshold);
     if (count == lastCount && !(sum < lastSum * (1 - 1e-9))) return true;
@@ -418,9 +413,8 @@ bool AcontrarioLoop::polish(RealVector& params, omReal64& threshold, omReal64& s
 BoolResult AcontrarioLoop::finish(RobustResult& result) {
   RealVector params = _best.params;
   omReal64 threshold = _best.scale;
-  omReal64 sigma = 0;
   ModelDistances distances(_all);
-  if (!polish(params, threshold, sigma) || !distances.evaluate(_estimator, params) || !_chance.evaluate(params))
+  if (!polish(params, threshold) || !distances.evaluate(_estimator, params) || !_chance.evaluate(params))
     return failure("The robust model cannot be evaluated");
   const std::size_t nbInliers = distances.countWithin(threshold);
   if (nbInliers < _drawn.size())
@@ -436,11 +430,13 @@ BoolResult AcontrarioLoop::finish(RobustResult& result) {
   result.threshold = threshold;
   result.nbIterations = _nbIterations;
   result.nbDegenerate = _nbDegenerate;
-  result.sigma = sigma;
+  omReal64 within = threshold;
+  result.sigma = deviationWithin(distances, _chance, _drawn.size(), _rounding, threshold, within);
   result.nbFalseAlarms = std::exp(logAlarms);
   result.score = logAlarms / std::log(10.0);
   result.end = _end;
-  if (_end == eRO_Confident && !(result.nbFalseAlarms <= _options.maxFalseAlarms)) result.end = eRO_NotConfident;
+  const bool isByChance = nbInliers <= _drawn.size() || !(result.nbFalseAlarms <= _options.maxFalseAlarms);
+  if (_end == eRO_Confident && isByChance) result.end = eRO_NotConfident;
   return {};
 }
 

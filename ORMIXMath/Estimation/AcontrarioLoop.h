@@ -51,7 +51,7 @@ class AcontrarioLoop {
   omReal64 nbDrawsNeeded() const;
   void search();
   SampleView gather(const SampleView& rows, const std::vector<omReal64>& squares, omReal64 threshold);
-  bool polish(RealVector& params, omReal64& threshold, omReal64& sigma);
+  bool polish(RealVector& params, omReal64& threshold);
   BoolResult finish(RobustResult& result);
 
   BaseEstimator& _estimator;
@@ -86,11 +86,11 @@ class AcontrarioLoop {
   eRobustEnd _end = eRO_IterationLimit;
 };
 
-/// The standard deviation of one coordinate of the errors of samples, from their squared distances: of those within
+/// The standard deviation of one coordinate of the errors of samples, from their distances: of those within
 /// `threshold`, with what the truncation takes and what outliers add taken into account. `threshold` becomes the
 /// distance within which nearly all inliers are, at least `smallest` and at most `largest`. The chance model has
 /// evaluated the same model.
-omReal64 deviationWithin(const std::vector<omReal64>& squares, const ChanceModel& chance, std::size_t minimalDataSize,
+omReal64 deviationWithin(const ModelDistances& distances, const ChanceModel& chance, std::size_t minimalDataSize,
                          omReal64 smallest, omReal64 largest, omReal64& threshold);
 
 }  // namespace ormix::detail

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t s_nbBackground = 512;
 constexpr std::size_t s_nbNearest = 32;
 constexpr omReal64 s_margin = 1.27;
+constexpr std::size_t s_nbForSpread = 128;
 // Samples are moved by up to this many times the distance from the median that three quarters of them have: enough to
 // lose a common curve, not enough to thin out what is dense.
 constexpr omReal64 s_move = 0.6;
@@ -106,10 +107,10 @@ ChanceModel::ChanceModel(const BaseEstimator& estimator, const SampleView& sampl
   const auto* model = dynamic_cast<const RobustModel*>(&estimator);
   const RobustModel usual;
   const auto unitOf = [&](std::size_t c) { return (model ? model : &usual)->getUnitOfCoordinate(c, dimension); };
-  std::vector<omReal64> values(_nbRows);
+  std::vector<omReal64> values(std::min(_nbRows, s_nbForSpread));
   std::vector<omReal64> own(dimension);
   for (std::size_t c = 0; c < dimension; ++c) {
-    for (std::size_t i = 0; i < _nbRows; ++i) values[i] = _rows[i * dimension + c];
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = _rows[i * dimension + c];
     own[c] = spreadOf(values);
   }
   for (std::size_t c = 0; c < dimension; ++c)
@@ -189,13 +190,12 @@ omReal64 ChanceModel::probability(omReal64 distance) const {
 omReal64 ChanceModel::logFalseAlarms(std::size_t nbSamples, std::size_t nbInliers, omReal64 distance,
                                      std::size_t nbScales) const {
   const std::size_t m = _estimator.getMinimalDataSize();
-  if (nbInliers <= m) return std::numeric_limits<omReal64>::infinity();
   const auto n = static_cast<omReal64>(nbSamples);
   const auto drawn = static_cast<omReal64>(m);
   omReal64 nbModels = 1;  // the binomial coefficient
   for (omReal64 k = 0; k < drawn; k += 1) nbModels *= (n - k) / (drawn - k);
   return std::log(nbModels) + std::log(static_cast<omReal64>(nbScales)) +
-         logTail(n - drawn, static_cast<omReal64>(nbInliers - m), probability(distance));
+         logTail(n - drawn, static_cast<omReal64>(nbInliers) - drawn, probability(distance));
 }
 
 }  // namespace ormix::detail

@@ -47,6 +47,23 @@ std::size_t ModelDistances::countWithin(omReal64 threshold) const {
   return count;
 }
 
+std::size_t ModelDistances::countWithin(omReal64 threshold, omReal64& sum) const {
+  const omReal64 limit = threshold * threshold;
+  omReal64 sums[s_nbLanes] = {};
+  std::size_t counts[s_nbLanes] = {};
+  const auto add = [&](std::size_t i, std::size_t l) {
+    const bool isWithin = _squares[i] <= limit;
+    sums[l] += isWithin ? _squares[i] : 0;
+    counts[l] += isWithin ? 1 : 0;
+  };
+  std::size_t i = 0;
+  for (; i + s_nbLanes <= _squares.size(); i += s_nbLanes)
+    for (std::size_t l = 0; l < s_nbLanes; ++l) add(i + l, l);
+  for (; i < _squares.size(); ++i) add(i, 0);
+  sum = (sums[0] + sums[1]) + (sums[2] + sums[3]);
+  return (counts[0] + counts[1]) + (counts[2] + counts[3]);
+}
+
 omReal64 ModelDistances::truncatedSum(omReal64 threshold) const {
   const omReal64 limit = threshold * threshold;
   omReal64 sums[s_nbLanes] = {};

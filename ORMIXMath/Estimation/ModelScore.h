@@ -31,6 +31,8 @@ class ModelDistances {
 
   /// The number of samples at most `threshold` from the model.
   std::size_t countWithin(omReal64 threshold) const;
+  /// The same with the sum of their squared distances.
+  std::size_t countWithin(omReal64 threshold, omReal64& sum) const;
   /// Sum of squared distances, each cut off at the threshold's square.
   omReal64 truncatedSum(omReal64 threshold) const;
   /// The smallest squared distance that at least (n + nbParams + 1) / 2 of the n samples do not exceed

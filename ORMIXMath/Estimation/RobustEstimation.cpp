@@ -286,8 +286,8 @@ void RobustLoop::judge(RobustResult& result, std::size_t nbInliers, omReal64 thr
   result.nbFalseAlarms =
       std::exp(chance.logFalseAlarms(_samples.nbSamples, nbInliers, threshold, isGiven ? 1 : _samples.nbSamples));
   omReal64 within = threshold;
-  result.sigma = detail::deviationWithin(squares, chance, _drawn.size(), _rounding, threshold, within);
-  const bool isByChance = !(result.nbFalseAlarms <= _options.maxFalseAlarms);
+  result.sigma = detail::deviationWithin(_distances, chance, _drawn.size(), _rounding, threshold, within);
+  const bool isByChance = nbInliers <= _drawn.size() || !(result.nbFalseAlarms <= _options.maxFalseAlarms);
   result.end = _end == eRO_Confident && isByChance ? eRO_NotConfident : _end;
 }
 

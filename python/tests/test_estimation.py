@@ -139,7 +139,12 @@ def test_robust_methods_and_options():
         found = og.robust_estimation("ormix::geom::Circle2dEstimator", points, method=method, threshold=0.01)
         assert found.inliers[20:].all() and found.entity == og.Circle2dEstimator().model(found.params)
         assert f"nb_inliers={found.nb_inliers}" in repr(found)
-    for wrong in ({"confidence": 2}, {"threshold": -1}, {"threshold": np.nan}, {"nb_max_iterations": 0}):
+        assert found.nb_false_alarms < 1e-6 and found.sigma <= 0.01 and found.end == og.eRobustEnd.eRO_Confident
+    noise = RANDOM.uniform(size=(100, 2))
+    assert og.robust_estimation("Line2dEstimator", noise).end != og.eRobustEnd.eRO_Confident
+    ranked = og.robust_estimation("Circle2dEstimator", points[::-1], method="eRM_Acontrario", is_ranked=True)
+    assert ranked.nb_iterations < 20 and ranked.inliers[:-20].all()
+    for wrong in ({"confidence": 2}, {"threshold": -1}, {"threshold": np.nan}, {"nb_max_iterations": 0}, {"max_false_alarms": 0}):
         with pytest.raises(og.Error):
             og.robust_estimation("Circle2dEstimator", points, **wrong)
     for wrong in ({"seed": -1}, {"method": "eRM_None"}, {"progress": 5}, {"nb_max_iterations": 1.5}):
