@@ -48,6 +48,7 @@
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXMath/Fitting/SpatialShapes.h>
 #include <ORMIXMath/Fitting/SpatialShapesFromSamples.h>
+#include <ORMIXMath/Form/FormDeviation.h>
 #include <ORMIXMath/Hull/ConvexHull2d.h>
 #include <ORMIXMath/Hull/ConvexHull3d.h>
 #include <ORMIXMath/Hull/RotatingCalipers.h>
