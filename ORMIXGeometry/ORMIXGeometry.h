@@ -117,6 +117,7 @@
 #include <ORMIXGeometry/Tools/Distance/SpatialDistance.h>
 #include <ORMIXGeometry/Tools/Extent/PlanarExtents.h>
 #include <ORMIXGeometry/Tools/Extent/SpatialExtents.h>
+#include <ORMIXGeometry/Tools/Form/FormZones.h>
 #include <ORMIXGeometry/Tools/Html/HtmlReport.h>
 #include <ORMIXGeometry/Tools/Html/HtmlScene.h>
 #include <ORMIXGeometry/Tools/Html/ToHtml.h>

@@ -156,7 +156,8 @@ EstimationStatus planarStraightness(const SampleView& samples, eFormReference re
   const PlanarLineModel model = bestOf(cloud.points, reference, starts, eFO_Global, form);
   measure(cloud, model, form);
   form.point = cloud.placed(model.frame.origin);
-  form.direction = cross(model.frame.normal, up);
+  // Without zeros of negative sign.
+  form.direction = cross(model.frame.normal, up) + SpatialPoint{0, 0, 0};
   centre(form, model.frame.normal);
   result = std::move(form);
   return {};

@@ -1,0 +1,57 @@
+#include <ORMIXGeometry/Tools/Form/FormZones.h>
+#include <ORMIXMath/Algebra/VectorArithmetic.h>
+
+namespace ormix::geom {
+
+namespace {
+
+using ormix::detail::operator*;
+using ormix::detail::operator+;
+
+/// The element at three distances from the reference.
+template <class Entity, class MakeAt>
+FormZone<Entity> zoneAt(const MakeAt& at, omReal64 reference, const FormDeviation& form) {
+  return {at(reference), at(form.lowest), at(form.highest)};
+}
+
+}  // namespace
+
+FormZone<Line2d> zoneOfLine(const FormDeviation& form) {
+  Vector2d along;
+  along.setCoords(Point2dData<omReal64>(form.direction.x, form.direction.y));
+  const auto at = [&](omReal64 distance) {
+    // Distances are positive to the left.
+    Line2d line;
+    line.setCoords(
+        Point2dData<omReal64>(form.point.x - distance * form.direction.y, form.point.y + distance * form.direction.x),
+        along);
+    return line;
+  };
+  return zoneAt<Line2d>(at, 0, form);
+}
+
+FormZone<Plan3d> zoneOfPlane(const FormDeviation& form) {
+  Vector3d normal;
+  normal.setCoords(Point3dData<omReal64>(form.direction.x, form.direction.y, form.direction.z));
+  const auto at = [&](omReal64 distance) {
+    const SpatialPoint point = form.point + form.direction * distance;
+    Plan3d plan;
+    plan.setCoords(Point3dData<omReal64>(point.x, point.y, point.z), normal);
+    return plan;
+  };
+  return zoneAt<Plan3d>(at, 0, form);
+}
+
+FormZone<Circle2d<omReal64>> zoneOfCircle(const FormDeviation& form) {
+  const Point2dData<omReal64> center(form.point.x, form.point.y);
+  return zoneAt<Circle2d<omReal64>>([&](omReal64 radius) { return Circle2d<omReal64>(center, radius); }, form.radius,
+                                    form);
+}
+
+FormZone<Sphere3d<omReal64>> zoneOfSphere(const FormDeviation& form) {
+  const Point3dData<omReal64> center(form.point.x, form.point.y, form.point.z);
+  return zoneAt<Sphere3d<omReal64>>([&](omReal64 radius) { return Sphere3d<omReal64>(center, radius); }, form.radius,
+                                    form);
+}
+
+}  // namespace ormix::geom
