@@ -9,6 +9,7 @@ namespace ormix::command {
 
 Command measureCommand();
 Command fitCommand();
+Command formCommand();
 Command inspectCommand();
 Command convertCommand();
 Command simplifyCommand();

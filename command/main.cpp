@@ -14,7 +14,7 @@ namespace ormix::command {
 
 const std::vector<Command>& commands() {
   static const std::vector<Command> all = [] {
-    std::vector<Command> made{measureCommand(), fitCommand(),      inspectCommand(),
+    std::vector<Command> made{measureCommand(), fitCommand(),      formCommand(), inspectCommand(),
                               convertCommand(), simplifyCommand(), viewCommand()};
     std::vector<std::string_view> names;
     for (const Command& command : made) names.push_back(command.name);

@@ -83,6 +83,12 @@ check 0 '"m31":1\.84[0-9]*e-05,.*"rms":[0-9.]*e-1[0-9]' '' 'ormix fit homography
 check 0 '"tx":10,"ty":20,"tz":30,"rms":0,' '' "printf '0 0 0 10 20 30\n1,2,3;11,22,33\n1 0 0\t11 20 30\n' | ormix fit translation"
 check 1 '' 'set 1: a model "circle" is fitted to lines of 2 numbers, and these have 4' 'ormix fit circle pairs.csv'
 check 2 '' 'there is no model "sqare"' 'ormix fit sqare fits.txt'
+check 0 '"deviation":0\.5,.*"outer_contacts":"2","inner_contacts":"1 3","imbalance":0,"optimum":"global"' '' \
+  "printf '0 0\n1 0.5\n2 0\n' | ormix form straightness"
+check 0 '"reference":"inscribed".*"radius":1[,}]' '' "printf '1 0\n0 1\n-1 0\n0 -1\n2 2\n' | ormix form roundness -r inscribed"
+check 1 '' 'set 1: flatness is measured of lines of 3 numbers, and these have 2' 'ormix form flatness fits.txt'
+check 1 '' 'eEC_Collinear' "printf '0 0\n1 1\n2 2\n' | ormix form roundness"
+check 2 '' 'there is no form "flat"' 'ormix form flat part.stl'
 check 0 '"class":"ormix::geom::Sphere3d<ormix::omReal64>".*"volume":4\.18879' '' \
   "printf '1 0 0\n0 1 0\n0 0 1\n-1 0 0\n' | ormix fit sphere -o - | ormix measure"
 check 1 '"closed":false,"defects":[1-9][0-9]*,"boundary_edge":3,' '' 'ormix inspect open.stl'
