@@ -32,6 +32,8 @@ def body(dtype):
 
 # The arguments of a sample of each class, for a dtype.
 SAMPLES = {
+    "Arc2d": lambda t: (P[:2], 3, 0.5, -1.5), "Circle3d": lambda t: (P, Q, 3), "Cone3d": lambda t: (P, Q, 3, 2),
+    "Cylinder3d": lambda t: (P, Q, 3), "Line3d": lambda t: (P, Q), "Torus3d": lambda t: (P, Q, 3, 2),
     "BoundingBox2d": lambda t: (P[:2], Q[:2]), "BoundingBox3d": lambda t: (P, Q), "Circle2d": lambda t: (P[:2], 3),
     "Cube3d": lambda t: (P, 2, 0.1, 0.2, 0.3), "Cuboid3d": lambda t: (P, 2, 3, 4, 0.1, 0.2, 0.3),
     "Ellipse2d": lambda t: (P[:2], 3, 2, 0.5), "Ellipsoid3d": lambda t: (P, 4, 3, 2, 0.1, 0.2, 0.3),

@@ -12,6 +12,7 @@ void bindEntities2d(py::module_& module) {
   bindLine2d(module);
   bindBoundingBox2d(module);
   bindCircle2d(module);
+  bindArc2d(module);
   bindEllipse2d(module);
   bindRectangle2d(module);
   bindSquare2d(module);
@@ -35,6 +36,11 @@ void bindEntities3d(py::module_& module) {
   bindCuboid3d(module);
   bindEllipsoid3d(module);
   bindSphere3d(module);
+  bindCylinder3d(module);
+  bindCone3d(module);
+  bindTorus3d(module);
+  bindCircle3d(module);
+  bindLine3d(module);
   bindTriangle3d(module);
   bindTriMesh3d(module);
   bindFaceVertexTriMesh3d(module);

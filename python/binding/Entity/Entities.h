@@ -6,6 +6,7 @@ namespace ormix::python {
 
 /// Each adds the Python classes of one family of planar entities; `bindEntities2d` calls them all.
 /// @{
+void bindArc2d(py::module_& module);
 void bindBoundingBox2d(py::module_& module);
 void bindCircle2d(py::module_& module);
 void bindEllipse2d(py::module_& module);
@@ -29,11 +30,15 @@ void bindEntities2d(py::module_& module);
 /// Each adds the Python classes of one family of spatial entities; `bindEntities3d` calls them all.
 /// @{
 void bindBoundingBox3d(py::module_& module);
+void bindCircle3d(py::module_& module);
+void bindCone3d(py::module_& module);
 void bindCube3d(py::module_& module);
 void bindCuboid3d(py::module_& module);
+void bindCylinder3d(py::module_& module);
 void bindEllipsoid3d(py::module_& module);
 void bindFaceVertexAdjTriMesh3d(py::module_& module);
 void bindFaceVertexTriMesh3d(py::module_& module);
+void bindLine3d(py::module_& module);
 void bindMesh3d(py::module_& module);
 void bindMeshWithHoles3d(py::module_& module);
 void bindPlan3d(py::module_& module);
@@ -43,6 +48,7 @@ void bindRowIntersections3d(py::module_& module);
 void bindSegment3d(py::module_& module);
 void bindShape3d(py::module_& module);
 void bindSphere3d(py::module_& module);
+void bindTorus3d(py::module_& module);
 void bindTriMesh3d(py::module_& module);
 void bindTriangle3d(py::module_& module);
 void bindVector3d(py::module_& module);

@@ -98,6 +98,7 @@ void bindTransforms(py::module_& module) {
   bindDerivedTransforms(module);
   bindSimplification(module);
   bindConvert(module);
+  bindAffinePoints(module);
 }
 
 }  // namespace ormix::python

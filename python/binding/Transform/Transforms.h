@@ -12,6 +12,7 @@ void bindLinearTransforms3d(py::module_& module);
 void bindDerivedTransforms(py::module_& module);
 void bindSimplification(py::module_& module);
 void bindConvert(py::module_& module);
+void bindAffinePoints(py::module_& module);
 void bindTransforms(py::module_& module);
 /// @}
 
