@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Entity/2d/PlanarEntities.h>
 #include <ORMIXGeometry/Entity/3d/SpatialEntities.h>
+#include <ORMIXGeometry/Estimation/2d/Arc2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
@@ -8,12 +9,17 @@
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Circle3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Cone3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Cylinder3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Ellipsoid3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/HomographyTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Line3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Torus3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/FitReport.h>
 #include <ORMIXGeometry/Measure/2d/AreaMsr2d.h>

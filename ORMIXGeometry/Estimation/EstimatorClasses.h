@@ -10,6 +10,7 @@ namespace ormix::geom {
 
 /// Estimators of entities and transforms of the plane.
 /// @{
+class ORMIX_GEOMETRY_API Arc2dEstimator;
 class ORMIX_GEOMETRY_API Circle2dEstimator;
 class ORMIX_GEOMETRY_API Ellipse2dEstimator;
 class ORMIX_GEOMETRY_API HomographyTransform2dEstimator;
@@ -22,12 +23,17 @@ class ORMIX_GEOMETRY_API TranslationTransform2dEstimator;
 
 /// Estimators of entities and transforms of space.
 /// @{
+class ORMIX_GEOMETRY_API Circle3dEstimator;
+class ORMIX_GEOMETRY_API Cone3dEstimator;
+class ORMIX_GEOMETRY_API Cylinder3dEstimator;
 class ORMIX_GEOMETRY_API Ellipsoid3dEstimator;
 class ORMIX_GEOMETRY_API HomographyTransform3dEstimator;
+class ORMIX_GEOMETRY_API Line3dEstimator;
 class ORMIX_GEOMETRY_API Plan3dEstimator;
 class ORMIX_GEOMETRY_API RigidTransform3dEstimator;
 class ORMIX_GEOMETRY_API SimilarityTransform3dEstimator;
 class ORMIX_GEOMETRY_API Sphere3dEstimator;
+class ORMIX_GEOMETRY_API Torus3dEstimator;
 class ORMIX_GEOMETRY_API TranslationTransform3dEstimator;
 /// @}
 
@@ -39,7 +45,8 @@ using EstimatorList = ClassList<Circle2dEstimator, Ellipse2dEstimator, Homograph
                                 Line2dIntersectionEstimator, RigidTransform2dEstimator, SimilarityTransform2dEstimator,
                                 TranslationTransform2dEstimator, Ellipsoid3dEstimator, HomographyTransform3dEstimator,
                                 Plan3dEstimator, RigidTransform3dEstimator, SimilarityTransform3dEstimator,
-                                Sphere3dEstimator, TranslationTransform3dEstimator>;
+                                Sphere3dEstimator, TranslationTransform3dEstimator, Arc2dEstimator, Circle3dEstimator,
+                                Cone3dEstimator, Cylinder3dEstimator, Line3dEstimator, Torus3dEstimator>;
 
 /// All results of estimations that are objects themselves.
 using EstimationResultList = ClassList<FitReport>;

@@ -36,11 +36,12 @@ struct ORMIX_GEOMETRY_API eEstimationMessage {
     eEsM_Similarity3dRank,         ///< the pairs do not determine a rotation
     eEsM_SphereRank,               ///< the points coincide, are collinear or coplanar
     eEsM_SphereCostFunction,       ///< no points, or a point without three finite coordinates
-    eEsM_NoSuchParameter           ///< a report has no parameter of that index or name
+    eEsM_NoSuchParameter,          ///< a report has no parameter of that index or name
+    eEsM_NoShape                   ///< a cylinder, cone, torus, line or circle of space, or arc was not found
   };
 
   /// The texts by id, with placeholders of Boost.Format; programs may match them, so they do not change.
-  static constexpr std::array<MessageText, 23> texts{{
+  static constexpr std::array<MessageText, 24> texts{{
       {eEsM_CircleRank, "Can't estimate circle 2d from cloud of points, insufficient matrix rank for estimation"},
       {eEsM_CircleCostFunction, "Can't initialize circle 2d cost function\n%s"},
       {eEsM_EllipseRank, "Can't estimate ellipse 2d from cloud of points, insufficient matrix rank for estimation"},
@@ -69,6 +70,7 @@ struct ORMIX_GEOMETRY_API eEstimationMessage {
       {eEsM_SphereRank, "Can't estimate sphere 3d from cloud of points, insufficient matrix rank for estimation"},
       {eEsM_SphereCostFunction, "Can't initialize sphere 3d cost function\n%s"},
       {eEsM_NoSuchParameter, "The report has no parameter %s"},
+      {eEsM_NoShape, "Can't fit %s to the samples (%s): %s"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".

@@ -1,5 +1,7 @@
+#include <ORMIXGeometry/Entity/2d/Arc/Arc2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Estimation/2d/Arc2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Fit2d.h>
@@ -29,6 +31,10 @@ using detail::fitOf;
 
 BoolResult fitCircle(const SampleView& points, Circle2d<omReal64>& circle) {
   return fitOf<Circle2dEstimator>([&](const RealVector& p) { circle.setCoords({p(0), p(1)}, p(2)); }, points);
+}
+
+BoolResult fitArc(const SampleView& points, Arc2d<omReal64>& arc) {
+  return fitOf<Arc2dEstimator>([&](const RealVector& p) { arc.setCoords({p(0), p(1)}, p(2), p(3), p(4)); }, points);
 }
 
 BoolResult fitEllipse(const SampleView& points, Ellipse2d<omReal64>& ellipse) {

@@ -20,6 +20,8 @@ namespace ormix::geom {
 
 /// Points (x, y), see Circle2dEstimator.
 ORMIX_GEOMETRY_API BoolResult fitCircle(const SampleView& points, Circle2d<omReal64>& circle);
+/// Points (x, y), see Arc2dEstimator.
+ORMIX_GEOMETRY_API BoolResult fitArc(const SampleView& points, Arc2d<omReal64>& arc);
 /// Points (x, y), see Ellipse2dEstimator.
 ORMIX_GEOMETRY_API BoolResult fitEllipse(const SampleView& points, Ellipse2d<omReal64>& ellipse);
 /// Points (x, y), see Line2dEstimator; the parameters are normalised by Line2d::setCoords.

@@ -23,6 +23,14 @@ namespace ormix::geom {
 ORMIX_GEOMETRY_API BoolResult fitPlan(const SampleView& points, Plan3d& plan);
 ORMIX_GEOMETRY_API BoolResult fitSphere(const SampleView& points, Sphere3d<omReal64>& sphere);
 ORMIX_GEOMETRY_API BoolResult fitEllipsoid(const SampleView& points, Ellipsoid3d<omReal64>& ellipsoid);
+/// The part of the side of a cylinder, or of a cone, between the outermost samples along its axis.
+/// @{
+ORMIX_GEOMETRY_API BoolResult fitCylinder(const SampleView& points, Cylinder3d<omReal64>& cylinder);
+ORMIX_GEOMETRY_API BoolResult fitCone(const SampleView& points, Cone3d<omReal64>& cone);
+/// @}
+ORMIX_GEOMETRY_API BoolResult fitTorus(const SampleView& points, Torus3d<omReal64>& torus);
+ORMIX_GEOMETRY_API BoolResult fitLine(const SampleView& points, Line3d& line);
+ORMIX_GEOMETRY_API BoolResult fitCircle(const SampleView& points, Circle3d<omReal64>& circle);
 /// @}
 /// Pairs of a source and its target, either as samples (x1, y1, z1, x2, y2, z2) or as sources and targets (x, y, z) in
 /// separate arrays, paired by index and not copied. See the estimator of the transform.

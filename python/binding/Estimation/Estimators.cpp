@@ -129,6 +129,15 @@ void bindEstimators(py::module_& module) {
   bindEstimator<Sphere3dEstimator>(module, "Sphere of points (x, y, z): cx, cy, cz, r. See `fit_sphere()`.");
   bindEstimator<Ellipsoid3dEstimator>(
       module, "Ellipsoid of points (x, y, z): cx, cy, cz, three radii, alpha, beta, chi. See `fit_ellipsoid()`.");
+  bindEstimator<Arc2dEstimator>(module, "Arc of points (x, y): cx, cy, r, start angle, sweep. See `fit_arc()`.");
+  bindEstimator<Cylinder3dEstimator>(
+      module, "Cylinder of points (x, y, z): point and direction of its axis, r. See `fit_cylinder()`.");
+  bindEstimator<Cone3dEstimator>(
+      module, "Cone of points (x, y, z): apex, direction of its axis, half angle. See `fit_cone()`.");
+  bindEstimator<Torus3dEstimator>(
+      module, "Torus of points (x, y, z): center, axis, major and minor radius. See `fit_torus()`.");
+  bindEstimator<Line3dEstimator>(module, "Line of points (x, y, z): a point, its direction. See `fit_line3d()`.");
+  bindEstimator<Circle3dEstimator>(module, "Circle of points (x, y, z): center, normal, r. See `fit_circle3d()`.");
   bindEstimator<TranslationTransform3dEstimator>(
       module, "Translation of pairs (x1, y1, z1, x2, y2, z2): tx, ty, tz and three zeros. See `fit_translation3d()`.");
   bindEstimator<RigidTransform3dEstimator>(

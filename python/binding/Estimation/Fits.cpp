@@ -1,6 +1,7 @@
 #include "Estimators.h"
 #include "Models.h"
 
+#include <ORMIXGeometry/Estimation/3d/Fit3d.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 
 #include <pybind11/stl.h>
@@ -20,6 +21,27 @@ auto fit(const py::object& samples) {
   }();
   check(result, Estimator::s_className);
   return makeModel(TagOf<Estimator>(), params);
+}
+
+template <class>
+struct EntityOf;
+template <class Entity>
+struct EntityOf<BoolResult (*)(const SampleView&, Entity&)> {
+  using Type = Entity;
+};
+
+/// The entity that a function of the library finds in points of space.
+template <auto function>
+auto fitEntity(const py::object& points) {
+  using Entity = typename EntityOf<decltype(function)>::Type;
+  const SampleArray rows = matrixOf<omReal64>(points, 3, "points");
+  auto entity = boost::make_shared<Entity>();
+  const BoolResult result = [&] {
+    const Reading reading;
+    return function(samplesOf(rows), *entity);
+  }();
+  check(result, Entity::s_className);
+  return entity;
 }
 
 // Whether an estimator reads sources and targets where they are.
@@ -111,6 +133,25 @@ void bindShapes(py::module_& module) {
   module.def("fit_sphere", &fit<Sphere3dEstimator>, "points"_a,
              "The sphere of least squared algebraic residuals of points, an array of shape (n, 3), n >= 4.\n\n"
              "Error for points that are coplanar.");
+  module.def(
+      "fit_arc", &fit<Arc2dEstimator>, "points"_a,
+      "The arc of least squared distances of points, an array of shape (n, 2), n >= 3, from its circle; it ends\n"
+      "at the outermost of them. Error for points on a line.");
+  module.def(
+      "fit_cylinder", &fitEntity<&fitCylinder>, "points"_a,
+      "The part that points, an array of shape (n, 3), n >= 5, reach of the cylinder of least squared distances\n"
+      "from its side. Error for points in a plane.");
+  module.def("fit_cone", &fitEntity<&fitCone>, "points"_a,
+             "The part that points, an array of shape (n, 3), n >= 6, reach of the cone of least squared distances\n"
+             "from its side. Error for points near a cylinder or a plane.");
+  module.def("fit_torus", &fit<Torus3dEstimator>, "points"_a,
+             "The torus of least squared distances of points, an array of shape (n, 3), n >= 7.\n\n"
+             "Error where the tube would be as wide as the ring.");
+  module.def("fit_line3d", &fit<Line3dEstimator>, "points"_a,
+             "The line of space of least squared distances of points, an array of shape (n, 3), n >= 2.");
+  module.def("fit_circle3d", &fit<Circle3dEstimator>, "points"_a,
+             "The circle of space of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
+             "Error for points on a line.");
   module.def("fit_ellipsoid", &fit<Ellipsoid3dEstimator>, "points"_a,
              "The ellipsoid of least squared algebraic residuals of points, an array of shape (n, 3), n >= 9.\n\n"
              "Error where the best quadric is none.");

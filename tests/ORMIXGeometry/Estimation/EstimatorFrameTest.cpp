@@ -23,26 +23,49 @@ TYPED_TEST_SUITE(AnyEstimator, TypesOf<EstimatorList>::Type);
 /// Samples that determine a model, its parameters, and the values of a sample.
 using Sizes = std::array<std::size_t, 3>;
 Sizes sizesOf(const std::string& name) {
-  for (const auto& [each, minimal, params, dimension] :
-       {std::tuple("Circle2d", 3, 3, 2), std::tuple("Ellipse2d", 5, 5, 2), std::tuple("Line2d", 2, 2, 2),
-        std::tuple("Line2dIntersection", 2, 3, 2), std::tuple("TranslationTransform2d", 2, 2, 4),
-        std::tuple("RigidTransform2d", 2, 3, 4), std::tuple("SimilarityTransform2d", 2, 4, 4),
-        std::tuple("HomographyTransform2d", 4, 9, 4), std::tuple("Plan3d", 3, 3, 3), std::tuple("Sphere3d", 4, 4, 3),
-        std::tuple("Ellipsoid3d", 9, 9, 3), std::tuple("TranslationTransform3d", 3, 6, 6),
-        std::tuple("RigidTransform3d", 3, 6, 6), std::tuple("SimilarityTransform3d", 3, 7, 6),
-        std::tuple("HomographyTransform3d", 5, 16, 6)})
+  for (const auto& [each, minimal, params, dimension] : {std::tuple("Circle2d", 3, 3, 2),
+                                                         std::tuple("Ellipse2d", 5, 5, 2),
+                                                         std::tuple("Line2d", 2, 2, 2),
+                                                         std::tuple("Line2dIntersection", 2, 3, 2),
+                                                         std::tuple("TranslationTransform2d", 2, 2, 4),
+                                                         std::tuple("RigidTransform2d", 2, 3, 4),
+                                                         std::tuple("SimilarityTransform2d", 2, 4, 4),
+                                                         std::tuple("HomographyTransform2d", 4, 9, 4),
+                                                         std::tuple("Plan3d", 3, 3, 3),
+                                                         std::tuple("Sphere3d", 4, 4, 3),
+                                                         std::tuple("Ellipsoid3d", 9, 9, 3),
+                                                         std::tuple("TranslationTransform3d", 3, 6, 6),
+                                                         std::tuple("RigidTransform3d", 3, 6, 6),
+                                                         std::tuple("SimilarityTransform3d", 3, 7, 6),
+                                                         std::tuple("HomographyTransform3d", 5, 16, 6),
+                                                         std::tuple("Arc2d", 3, 5, 2),
+                                                         std::tuple("Circle3d", 3, 7, 3),
+                                                         std::tuple("Cone3d", 6, 7, 3),
+                                                         std::tuple("Cylinder3d", 5, 7, 3),
+                                                         std::tuple("Line3d", 2, 6, 3),
+                                                         std::tuple("Torus3d", 7, 8, 3)})
     if (name == std::string("ormix::geom::") + each + "Estimator")
       return {std::size_t(minimal), std::size_t(params), std::size_t(dimension)};
   return {};
 }
 
-/// A point of a plan, a sphere, an ellipsoid, or, for the transforms, of a ball.
+/// A point of a plan, a sphere, an ellipsoid, a line, a circle, a side of a cylinder or a cone, a torus, or, for the
+/// transforms, of a ball.
 template <class Estimator>
 Values spatialSample(Random& random) {
   const omReal64 t = random.uniform(0, 6.28), z = random.uniform(-1, 1), across = std::sqrt(1 - z * z);
   const omReal64 x = 30 * across * std::cos(t);
   const omReal64 y = 30 * across * std::sin(t);
   if (std::is_same_v<Estimator, Plan3dEstimator>) return {x, y, 0.5 * x - 0.2 * y + 2};
+  const omReal64 c = std::cos(t), s = std::sin(t);
+  if (std::is_same_v<Estimator, Line3dEstimator>) return {30 * z + 1, 2 - 12 * z, 9 * z};
+  if (std::is_same_v<Estimator, Circle3dEstimator>) return {30 * c, 24 * s + 4, 18 * s - 2};
+  if (std::is_same_v<Estimator, Cylinder3dEstimator>) return {20 * c + 1, 20 * s - 2, 40 * z + 3 * c};
+  if (std::is_same_v<Estimator, Cone3dEstimator>) return {(15 + 10 * z) * c + 1, (15 + 10 * z) * s - 2, 30 * z};
+  if (std::is_same_v<Estimator, Torus3dEstimator>) {
+    const omReal64 tube = random.uniform(0, 6.28), rho = 30 + 10 * std::cos(tube);
+    return {rho * c + 1, rho * s - 2, 10 * std::sin(tube)};
+  }
   if (std::is_same_v<Estimator, Ellipsoid3dEstimator>) return {x + 1, 0.7 * y - 2, 15 * z};
   return {x + 1, y - 2, 30 * z};
 }
@@ -54,7 +77,8 @@ Values samplesOf(std::size_t count, bool hasOutliers = false) {
   Values values;
   for (std::size_t i = 0; i < count; ++i) {
     const omReal64 t = random.uniform(0, 6.28);
-    omReal64 x = 30 * std::cos(t) + 4, y = (std::is_same_v<Estimator, Circle2dEstimator> ? 30 : 20) * std::sin(t) - 3;
+    omReal64 x = 30 * std::cos(t) + 4,
+             y = (isListed<Estimator>(ClassList<Circle2dEstimator, Arc2dEstimator>()) ? 30 : 20) * std::sin(t) - 3;
     if (std::is_same_v<Estimator, Line2dEstimator>) y = 0.5 * x + 2;
     if (std::is_same_v<Estimator, Line2dIntersectionEstimator>) {
       x = t;

@@ -106,6 +106,55 @@ TEST(Fit, GivesEntitiesFromPoints) {
   EXPECT_LE(distance(plan.getNearestPointFromOrigin(), {0, 0, -5}), 1e-14);
 }
 
+TEST(Fits, FindTheEntityWhoseSurfaceIsSampledAndWhereItEnds) {
+  Random random(34);
+  const auto expectFitted = [&](const auto& entity, auto fit) {
+    // The nearest points of the surface to places around it, and the ends of the axis where there are any.
+    using Entity = std::decay_t<decltype(entity)>;
+    std::vector<Point3dData<omReal64>> points;
+    for (int i = 0; i < 400; ++i) {
+      const omReal64 u = random.uniform(0, 6.3), v = i < 20 ? i % 2 : random.uniform(0, 1), c = std::cos(u),
+                     s = std::sin(u);
+      if constexpr (std::is_same_v<Entity, Cylinder3d<omReal64>>)
+        points.emplace_back(1 + 3 * c, 2 + 6 * v, 3 + 3 * s);
+      else if constexpr (std::is_same_v<Entity, Cone3d<omReal64>>)
+        points.emplace_back(1 + (2 + 2 * v) * c, 2 + 6 * v, 3 + (2 + 2 * v) * s);
+      else if constexpr (std::is_same_v<Entity, Torus3d<omReal64>>)
+        points.emplace_back(1 + (5 + 2 * std::cos(9 * v)) * c, 2 + 2 * std::sin(9 * v),
+                            3 + (5 + 2 * std::cos(9 * v)) * s);
+      else if constexpr (std::is_same_v<Entity, Circle3d<omReal64>>)
+        points.emplace_back(1 + 5 * c, 2, 3 + 5 * s);
+      else
+        points.emplace_back(1 + 3 * v, 2 - v, 3 + 7 * v);
+    }
+    Entity found;
+    const BoolResult result = fit(toSamples(points), found);
+    ASSERT_TRUE(result) << result.getMessage();
+    for (int i = 0; i < 50; ++i) {
+      const Point3d<omReal64> p(random.uniform(-9, 9), random.uniform(-9, 9), random.uniform(-9, 9));
+      EXPECT_NEAR(distance(found, p), distance(entity, p), 1e-9) << found;
+    }
+    const std::string before = support::printed(found);
+    points.assign(20, {1, 2, 3});
+    const BoolResult refused = fit(toSamples(points), found);
+    EXPECT_NE(std::string(refused.getMessage()).find("to the samples (eEC_Coincident): "), std::string::npos)
+        << refused.getMessage();
+    EXPECT_EQ(support::printed(found), before);
+  };
+  expectFitted(Cylinder3d<omReal64>({1, 2, 3}, {1, 8, 3}, 3), [](auto&&... x) { return fitCylinder(x...); });
+  expectFitted(Cone3d<omReal64>({1, 2, 3}, {1, 8, 3}, 2, 4), [](auto&&... x) { return fitCone(x...); });
+  expectFitted(Torus3d<omReal64>({1, 2, 3}, {0, 1, 0}, 5, 2), [](auto&&... x) { return fitTorus(x...); });
+  expectFitted(Circle3d<omReal64>({1, 2, 3}, {0, 1, 0}, 5), [](auto&&... x) { return fitCircle(x...); });
+  expectFitted(Line3d({1, 2, 3}, {3, -1, 7}), [](auto&&... x) { return fitLine(x...); });
+  std::vector<Point2dData<omReal64>> points;
+  const Arc2d<omReal64> arc({4, -3}, 20, -2, 1.25);
+  for (int i = 0; i <= 90; ++i) points.push_back(arc.pointAt(i / 90.0));
+  Arc2d<omReal64> found;
+  ASSERT_TRUE(fitArc(toSamples(points), found));
+  for (const omReal64 share : {0.0, 0.4, 1.0})
+    EXPECT_NEAR(distance(found.pointAt(share), arc.pointAt(share)), 0, 1e-10) << found;
+}
+
 template <class Point, class... Transforms>
 void expectImages(const std::vector<Point>& sources, const std::vector<Point>& targets,
                   const Transforms&... transforms) {

@@ -38,7 +38,7 @@ TEST(Messages, AreThoseOfTheirPage) {
     }
   }
   expectEnd();
-  EXPECT_EQ(nbTexts, 26 + 6 + 5 + 23 + 19 + 27);
+  EXPECT_EQ(nbTexts, 26 + 6 + 5 + 24 + 19 + 27);
 }
 
 TEST(Messages, AreFormattedInOrder) {

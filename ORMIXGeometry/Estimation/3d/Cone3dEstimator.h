@@ -1,0 +1,26 @@
+#pragma once
+
+#include <ORMIXGeometry/Estimation/GeometryEstimator.h>
+
+ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Cone3dEstimator)
+
+namespace ormix::geom {
+
+/// Cone of points (x, y, z): its apex, the direction of its axis from there into it, of length 1, and the angle between
+/// axis and side, in radians. One nappe, without end; fitCone() answers the frustum that the samples reach.
+///
+/// The one with the least sum of squared distances, see coneFromSamples(), which also says when it fails (message 23).
+/// The residual of a point is its distance from the side: positive outside.
+class ORMIX_GEOMETRY_API Cone3dEstimator : public GeometryEstimator<Cone3dEstimator> {
+ public:
+  static constexpr const char* s_className = "ormix::geom::Cone3dEstimator";  ///< registered name
+  static constexpr std::size_t s_minimalDataSize = 6;                         ///< points
+  static constexpr std::size_t s_nbParams = 7;         ///< apex x, y, z, direction x, y, z, half angle
+  static constexpr std::size_t s_sampleDimension = 3;  ///< x, y, z
+
+  BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override;
+};
+
+}  // namespace ormix::geom
