@@ -45,6 +45,9 @@ ORMIX_GEOMETRY_API BoolResult fitHomography(const SampleView& pairs, HomographyT
 /// Points (x, y): center x, center y, radius.
 ORMIX_GEOMETRY_API BoolResult fitCircle(const SampleView& points, const FitOptions& options, Circle2d<omReal64>& circle,
                                         FitReport& report);
+/// Points (x, y): center x, center y, radius; an arc ends at the samples that were used.
+ORMIX_GEOMETRY_API BoolResult fitArc(const SampleView& points, const FitOptions& options, Arc2d<omReal64>& arc,
+                                     FitReport& report);
 /// Points (x, y): center x, center y, major radius, minor radius, theta.
 ORMIX_GEOMETRY_API BoolResult fitEllipse(const SampleView& points, const FitOptions& options,
                                          Ellipse2d<omReal64>& ellipse, FitReport& report);

@@ -63,6 +63,25 @@ ORMIX_GEOMETRY_API BoolResult fitSphere(const SampleView& points, const FitOptio
 /// chi, which have no variance where beta is a right angle.
 ORMIX_GEOMETRY_API BoolResult fitEllipsoid(const SampleView& points, const FitOptions& options,
                                            Ellipsoid3d<omReal64>& ellipsoid, FitReport& report);
+/// Points (x, y, z): point x, point y, point z, direction x, direction y, direction z, and of a cylinder radius. The
+/// point is one of the axis, in the middle of the samples, and has no variance along it. The cylinder ends at the
+/// samples that were used.
+/// @{
+ORMIX_GEOMETRY_API BoolResult fitCylinder(const SampleView& points, const FitOptions& options,
+                                          Cylinder3d<omReal64>& cylinder, FitReport& report);
+ORMIX_GEOMETRY_API BoolResult fitLine(const SampleView& points, const FitOptions& options, Line3d& line,
+                                      FitReport& report);
+/// @}
+/// Points (x, y, z): apex x, apex y, apex z, direction x, direction y, direction z, half angle. The cone ends at the
+/// samples that were used.
+ORMIX_GEOMETRY_API BoolResult fitCone(const SampleView& points, const FitOptions& options, Cone3d<omReal64>& cone,
+                                      FitReport& report);
+/// Points (x, y, z): center x, center y, center z, axis x, axis y, axis z, major radius, minor radius.
+ORMIX_GEOMETRY_API BoolResult fitTorus(const SampleView& points, const FitOptions& options, Torus3d<omReal64>& torus,
+                                       FitReport& report);
+/// Points (x, y, z): center x, center y, center z, normal x, normal y, normal z, radius.
+ORMIX_GEOMETRY_API BoolResult fitCircle(const SampleView& points, const FitOptions& options, Circle3d<omReal64>& circle,
+                                        FitReport& report);
 /// Pairs (x1, y1, z1, x2, y2, z2).
 /// @{
 ORMIX_GEOMETRY_API BoolResult fitTranslation(const SampleView& pairs, const FitOptions& options,

@@ -106,6 +106,57 @@ TEST(Fit, GivesEntitiesFromPoints) {
   EXPECT_LE(distance(plan.getNearestPointFromOrigin(), {0, 0, -5}), 1e-14);
 }
 
+TEST(Fits, PredictTheScatterOfShapesWithAnAxis) {
+  Random random(35);
+  const auto expectScatter = [&](auto entity, const Values& expected, auto at, auto fit) {
+    constexpr omReal64 sigma = 0.01;
+    constexpr int nbTrials = 60;
+    Values squares(expected.size(), 0), variances(expected.size(), 0);
+    for (int trial = 0; trial < nbTrials; ++trial) {
+      std::vector<Point3dData<omReal64>> points;
+      for (int i = 0; i < 40; ++i) {
+        const Point3dData<omReal64> p = at(6.2832 * i / 40, random.uniform(0, 1));
+        const auto noisy = [&](omReal64 value) { return 1000 + value + sigma * random.noise(); };
+        points.emplace_back(noisy(p.getX()), noisy(p.getY()), noisy(p.getZ()));
+      }
+      FitReport report;
+      const BoolResult result = fit(toSamples(points), FitOptions(), entity, report);
+      ASSERT_TRUE(result) << result.getMessage();
+      ASSERT_EQ(report.params.size(), expected.size());
+      ASSERT_EQ(report.residuals.size(), 40u);
+      // Either direction of an axis.
+      const omReal64 sign = report.params[4] < 0 ? -1 : 1;
+      for (std::size_t k = 0; k < expected.size(); ++k) {
+        const omReal64 off = (k >= 3 && k < 6 ? sign : 1) * report.params[k] - expected[k] - (k < 3 ? 1000 : 0);
+        squares[k] += off * off;
+        variances[k] += std::pow(report.standardUncertainty(k), 2);
+      }
+    }
+    // Of 60 trials the sum of squares is within half and twice its mean, but for one in 10⁵.
+    for (std::size_t k = 0; k < expected.size(); ++k) {
+      const bool isKnown = variances[k] < 1e-10 * nbTrials;
+      EXPECT_TRUE(isKnown || (squares[k] > 0.5 * variances[k] && squares[k] < 2 * variances[k]))
+          << entity << " parameter " << k << ": " << squares[k] / variances[k];
+    }
+  };
+  using P = Point3dData<omReal64>;
+  expectScatter(
+      Circle3d<omReal64>(), {1, 2, 3, 0, 1, 0, 5},
+      [](omReal64 u, omReal64) { return P(1 + 5 * std::cos(u), 2, 3 + 5 * std::sin(u)); },
+      [](auto&&... x) { return fitCircle(x...); });
+  expectScatter(
+      Torus3d<omReal64>(), {1, 2, 3, 0, 1, 0, 5, 2},
+      [](omReal64 u, omReal64 v) {
+        const omReal64 rho = 5 + 2 * std::cos(7 * v);
+        return P(1 + rho * std::cos(u), 2 + 2 * std::sin(7 * v), 3 + rho * std::sin(u));
+      },
+      [](auto&&... x) { return fitTorus(x...); });
+  expectScatter(
+      Cone3d<omReal64>(), {1, 2, 3, 0, 1, 0, std::atan(0.5)},
+      [](omReal64 u, omReal64 v) { return P(1 + (1 + v) * std::cos(u), 4 + 2 * v, 3 + (1 + v) * std::sin(u)); },
+      [](auto&&... x) { return fitCone(x...); });
+}
+
 TEST(Fits, FindTheEntityWhoseSurfaceIsSampledAndWhereItEnds) {
   Random random(34);
   const auto expectFitted = [&](const auto& entity, auto fit) {
@@ -146,11 +197,27 @@ TEST(Fits, FindTheEntityWhoseSurfaceIsSampledAndWhereItEnds) {
   expectFitted(Torus3d<omReal64>({1, 2, 3}, {0, 1, 0}, 5, 2), [](auto&&... x) { return fitTorus(x...); });
   expectFitted(Circle3d<omReal64>({1, 2, 3}, {0, 1, 0}, 5), [](auto&&... x) { return fitCircle(x...); });
   expectFitted(Line3d({1, 2, 3}, {3, -1, 7}), [](auto&&... x) { return fitLine(x...); });
+  FitReport report;
+  FitOptions options;
+  options.sigma = -1;
+  Torus3d<omReal64> torus;
+  EXPECT_FALSE(fitTorus(toSamples(std::vector<Point3d<omReal64>>(9)), options, torus, report));
+  EXPECT_EQ(report.status.code, eEC_InvalidInput);
   std::vector<Point2dData<omReal64>> points;
   const Arc2d<omReal64> arc({4, -3}, 20, -2, 1.25);
   for (int i = 0; i <= 90; ++i) points.push_back(arc.pointAt(i / 90.0));
   Arc2d<omReal64> found;
   ASSERT_TRUE(fitArc(toSamples(points), found));
+  points[20] = {90, 70};  // an outlier beyond the arc
+  Arc2d<omReal64> robust;
+  RobustOptions robustOptions;
+  robustOptions.threshold = 0.01;
+  options = FitOptions();
+  options.robust = &robustOptions;
+  ASSERT_TRUE(fitArc(toSamples(points), options, robust, report));
+  EXPECT_EQ(report.inliers[20], false);
+  EXPECT_LE(report.standardUncertainty(2), 1e-9);
+  EXPECT_NEAR(distance(robust.pointAt(1), arc.pointAt(1)), 0, 1e-9) << robust;
   for (const omReal64 share : {0.0, 0.4, 1.0})
     EXPECT_NEAR(distance(found.pointAt(share), arc.pointAt(share)), 0, 1e-10) << found;
 }
