@@ -7,7 +7,7 @@
 namespace ormix {
 
 /// The kinds of data items, and the reasons why there is none.
-enum class eCborKind {
+enum class eCborKind : unsigned char {
   Unsigned,  ///< integer from 0 to 2^64 - 1
   Negative,  ///< integer from -2^64 to -1
   Real,      ///< float of 16, 32 or 64 bits

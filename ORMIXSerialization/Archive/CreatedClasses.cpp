@@ -55,10 +55,11 @@ CreatedClasses::~CreatedClasses() = default;
 
 boost::shared_ptr<BaseSerializationObject> CreatedClasses::create(const std::string& className) {
   const DynamicObjectFactory& factory = DynamicObjectFactory::getInstance();
-  if (!_places) _places = std::make_unique<Places>();
   const omUInt64 nbUnregistered = factory.getNbUnregistered();
-  if (nbUnregistered != _places->nbUnregistered) *_places = {};
-  _places->nbUnregistered = nbUnregistered;
+  if (!_places || _places->nbUnregistered != nbUnregistered) {
+    _places = std::make_unique<Places>();
+    _places->nbUnregistered = nbUnregistered;
+  }
   CreatedClass& place = _places->classes[Places::placeOf(className)];
   if (!place.creator || place.name != className) {
     const DynamicObjectFactory::CreateShared creator = factory.getSharedCreator(className);
