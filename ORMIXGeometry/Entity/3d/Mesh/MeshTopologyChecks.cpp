@@ -17,8 +17,8 @@ std::string halfEdgeText(std::size_t halfEdgeIdx, const char* what) {
 }
 
 /// Finds the first broken rule of a topology. Each check relies on those before it; each answers a text, which is empty
-/// where all is well. Whether the half-edges keep the rules is decided first, which takes a fraction of the time: half-
-/// edges may be in any order, and then each look at another one is a look into far memory.
+/// where all is well. Whether the half-edges keep the rules is decided first, which takes a fraction of the time: they
+/// may be in any order, and then each look at another one is a look into far memory.
 class TopologyChecker {
  public:
   TopologyChecker(const MeshTopology& topology, std::size_t nbVertices)
