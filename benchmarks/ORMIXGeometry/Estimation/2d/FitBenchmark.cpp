@@ -47,6 +47,18 @@ void fit(benchmark::State& state) {
   for (auto _ : state) estimate<Estimator>(state, toSamples(points));
 }
 
+/// Of 20 points: what a fit takes beside reading them.
+template <class Estimator>
+void fitFew(benchmark::State& state) {
+  std::vector<Points> clouds;
+  const Points all = noisyEllipse(state, 30, 20);
+  for (std::size_t first = 0; first + 20 <= all.size(); first += 20)
+    clouds.emplace_back(all.begin() + static_cast<std::ptrdiff_t>(first),
+                        all.begin() + static_cast<std::ptrdiff_t>(first + 20));
+  for (auto _ : state)
+    for (const Points& points : clouds) estimate<Estimator>(state, toSamples(points));
+}
+
 /// By way of one vector a point.
 template <class Estimator>
 void fitByDataSet(benchmark::State& state) {
@@ -112,6 +124,9 @@ BENCHMARK(fitReadLimit)->Apply(sizes);
 BENCHMARK_TEMPLATE(fit, Circle2dEstimator)->Apply(sizes);
 BENCHMARK_TEMPLATE(fit, Ellipse2dEstimator)->Apply(sizes);
 BENCHMARK_TEMPLATE(fit, Line2dEstimator)->Apply(sizes);
+BENCHMARK_TEMPLATE(fitFew, Circle2dEstimator)->Arg(20000);
+BENCHMARK_TEMPLATE(fitFew, Ellipse2dEstimator)->Arg(20000);
+BENCHMARK_TEMPLATE(fitFew, Line2dEstimator)->Arg(20000);
 BENCHMARK_TEMPLATE(fitByDataSet, Circle2dEstimator)->Apply(sizes);
 BENCHMARK(fitHomography)->Arg(10000);
 BENCHMARK(fitLineRobustly)->Unit(benchmark::kMillisecond);
