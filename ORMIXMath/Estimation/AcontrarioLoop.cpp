@@ -32,6 +32,36 @@ bool isFinite(const omReal64* row, std::size_t dimension) {
   return std::all_of(row, row + dimension, [](omReal64 value) { return std::isfinite(value); });
 }
 
+/// Half the step of coordinates that were rounded to multiples of one, as pixels are; 0 where they were not. Samples of
+/// noise lie exactly on lines of such a grid.
+omReal64 halfStepOf(const SampleView& samples) {
+  constexpr std::size_t nbLooks = 256;
+  const std::size_t stride = samples.nbSamples / nbLooks + 1;
+  std::vector<omReal64> values;
+  omReal64 largest = 0;
+  for (std::size_t c = 0; c < samples.dimension; ++c) {
+    values.clear();
+    for (std::size_t i = 0; i < samples.nbSamples; i += stride) values.push_back(samples[i][c]);
+    std::sort(values.begin(), values.end());
+    std::size_t nbEqual = 0;
+    omReal64 step = s_infinity;
+    for (std::size_t i = 1; i < values.size(); ++i) {
+      const omReal64 gap = values[i] - values[i - 1];
+      nbEqual += gap == 0 ? 1 : 0;
+      if (gap > 0) step = std::min(step, gap);
+    }
+    // Values that are not rounded repeat where samples do, but not between others.
+    const std::size_t nbDifferent = values.size() - nbEqual;
+    if (nbDifferent > 2 && step < s_infinity && nbEqual > 0 &&
+        std::all_of(values.begin(), values.end(), [&](omReal64 value) {
+          const omReal64 count = (value - values.front()) / step;
+          return std::abs(count - std::round(count)) < 1e-6;
+        }))
+      largest = std::max(largest, step / 2);
+  }
+  return largest;
+}
+
 /// The exponent of a positive number.
 int exponentOf(omReal64 value) {
   omUInt64 bits;
@@ -96,6 +126,7 @@ AcontrarioLoop::AcontrarioLoop(BaseEstimator& estimator, const SampleView& sampl
       if (isFinite(samples[i], dimension)) _finite.insert(_finite.end(), samples[i], samples[i] + dimension);
     _samples = {_finite.data(), _finite.size() / dimension, dimension};
   }
+  if (!isKnown()) _rounding = std::max(_rounding, halfStepOf(_samples));
   if (_samples.nbSamples >= _drawn.size())
     _ranked = RankedDraw(_samples.nbSamples, _drawn.size(), options.nbMaxIterations);
   for (Hypothesis* hypothesis : {&_trial, &_refit, &_best, &_epochBest}) {
@@ -373,6 +404,8 @@ void AcontrarioLoop::search() {
         std::swap(_trial, _epochBest);
       }
     }
+    // By accident none of the first may be an inlier.
+    if (k == s_longEpoch && !(_bestShare > 0)) _nbFirstNeeded = 0;
     const std::size_t epoch = _bestShare > 0 ? s_longEpoch : s_epoch;
     if (k % epoch == epoch - 1 && _epochBest.loss < s_infinity) {
       if (_first.evaluate(_estimator, _epochBest.params) && score(_epochBest)) take(_epochBest);

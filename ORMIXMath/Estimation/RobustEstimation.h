@@ -62,10 +62,13 @@ struct RobustOptions {
   omUInt32 seed = 0;                ///< Seed of the draws; the same seed gives the same bits with every compiler.
   /// Largest distance of an inlier, in the unit of the samples; finite, not negative.
   ///
-  /// 0: estimated from the model of least median, which is valid for up to about one half of outliers. With n samples
-  /// of which m determine a model, it starts as 2.5 times the robust standard deviation 1.4826 (1 + 5 / (n - m)) ·
-  /// median distance and is then repeatedly replaced by 2.5 standard deviations of the samples within it until it no
-  /// longer shrinks (RousseeuwLeroy1987).
+  /// 0: estimated, but for eRM_Acontrario, from the model of least median, which is valid for up to about one half of
+  /// outliers. With n samples of which m determine a model, it starts as 2.5 times the robust standard deviation 1.4826
+  /// (1 + 5 / (n - m)) · median distance and is then repeatedly replaced by 2.5 standard deviations of the samples
+  /// within it until it no longer shrinks (RousseeuwLeroy1987).
+  ///
+  /// eRM_Acontrario finds it with the model, at any share of outliers: all but 0.27 % of the inliers are within it, and
+  /// it is at least half the step of coordinates that were rounded, as those of pixels.
   ///
   /// For eRM_LMedS a given threshold selects the inliers but does not enter the score.
   omReal64 threshold = 0;

@@ -95,7 +95,10 @@ TEST_P(RobustMethods, AreNotConfidentOfNoise) {
   options.nbMaxIterations = 300;
   int nbConfident = 0;
   for (options.seed = 0; options.seed < 100; ++options.seed) {
-    const Values noise = circlePoints(60, 1, 0, 100 + options.seed);
+    Values noise = circlePoints(60, 1, 0, 100 + options.seed);
+    // Of pixels many are in line.
+    if (options.seed % 4 == 0)
+      for (omReal64& value : noise) value = std::round(value / 50);
     options.threshold = options.seed % 2 == 0 ? 0 : 20;
     RobustResult result;
     const BoolResult found = robustEstimation(estimator, viewOf(noise, 2), options, result);

@@ -86,27 +86,50 @@ Points withAsManyOutliers(std::size_t nbPoints, omReal64 low, omReal64 high, OnS
 }
 
 template <class Estimator>
-void fitRobustly(benchmark::State& state, const Points& points) {
+void fitRobustly(benchmark::State& state, const SampleView& samples, eRobustMethod method = eRM_Msac) {
   RobustOptions options;
+  options.method = method;
   options.threshold = 3;
   for (auto _ : state) {
+    ++options.seed;
     Estimator estimator;
     RobustResult result;
-    if (!robustEstimation(estimator, toSamples(points), options, result)) state.SkipWithError("the fit failed");
+    if (!robustEstimation(estimator, samples, options, result)) state.SkipWithError("the fit failed");
     benchmark::DoNotOptimize(result.params);
   }
 }
 void fitLineRobustly(benchmark::State& state) {
-  fitRobustly<Line2dEstimator>(state, withAsManyOutliers(10000, 0, 2000, [](omReal64 t, omReal64 noise) {
-                                 return Point2dData<omReal64>(1600 * t - 0.6 * noise + 100,
-                                                              1200 * t + 0.8 * noise + 50);
-                               }));
+  const Points points = withAsManyOutliers(10000, 0, 2000, [](omReal64 t, omReal64 noise) {
+    return Point2dData<omReal64>(1600 * t - 0.6 * noise + 100, 1200 * t + 0.8 * noise + 50);
+  });
+  fitRobustly<Line2dEstimator>(state, toSamples(points));
 }
+template <eRobustMethod Method>
 void fitCircleRobustly(benchmark::State& state) {
-  fitRobustly<Circle2dEstimator>(state, withAsManyOutliers(10000, 19000, 21000, [](omReal64 t, omReal64 noise) {
-                                   return Point2dData<omReal64>(20000 + (500 + noise) * std::cos(6.28 * t),
-                                                                20000 + (500 + noise) * std::sin(6.28 * t));
-                                 }));
+  const auto nbPoints = static_cast<std::size_t>(state.range(0));
+  const Points points = withAsManyOutliers(nbPoints, 19000, 21000, [](omReal64 t, omReal64 noise) {
+    return Point2dData<omReal64>(20000 + (500 + noise) * std::cos(6.28 * t),
+                                 20000 + (500 + noise) * std::sin(6.28 * t));
+  });
+  fitRobustly<Circle2dEstimator>(state, toSamples(points), Method);
+}
+
+/// Pairs of which a share, in percent, have a target anywhere.
+template <eRobustMethod Method>
+void fitHomographyRobustly(benchmark::State& state) {
+  std::mt19937 random(15);
+  std::uniform_real_distribution<omReal64> anywhere(0, 1000);
+  std::normal_distribution<omReal64> noise;
+  std::vector<omReal64> pairs;
+  for (auto k = state.range(0); k > 0; --k) {
+    const omReal64 x = anywhere(random), y = anywhere(random), w = 1 + 2e-4 * x - 1e-4 * y;
+    if (k % 100 < state.range(1))
+      pairs.insert(pairs.end(), {x, y, anywhere(random), anywhere(random)});
+    else
+      pairs.insert(pairs.end(), {x, y, (0.9 * x + 0.1 * y + 30) / w + noise(random),
+                                 (-0.1 * x + 0.95 * y + 50) / w + noise(random)});
+  }
+  fitRobustly<HomographyTransform2dEstimator>(state, {pairs.data(), pairs.size() / 4, 4}, Method);
 }
 
 void fitHomography(benchmark::State& state) {
@@ -130,7 +153,10 @@ BENCHMARK_TEMPLATE(fitFew, Line2dEstimator)->Arg(20000);
 BENCHMARK_TEMPLATE(fitByDataSet, Circle2dEstimator)->Apply(sizes);
 BENCHMARK(fitHomography)->Arg(10000);
 BENCHMARK(fitLineRobustly)->Unit(benchmark::kMillisecond);
-BENCHMARK(fitCircleRobustly)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(fitCircleRobustly, eRM_Msac)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(fitCircleRobustly, eRM_Acontrario)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(fitHomographyRobustly, eRM_Msac)->Args({1000, 50})->Args({1000, 70})->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(fitHomographyRobustly, eRM_Acontrario)->Args({1000, 50})->Args({1000, 70})->Args({100000, 70})->Unit(benchmark::kMillisecond);
 // clang-format on
 
 }  // namespace ormix::benchmarks
