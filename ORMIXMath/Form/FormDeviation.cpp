@@ -218,7 +218,7 @@ EstimationStatus roundness(const SampleView& samples, eFormReference reference, 
     smallestEnclosingCircle(samples.data, samples.nbSamples, circle);
     starts.assign(1, {cloud.inside({circle.center[0], circle.center[1], 0})});
   } else if (reference != eFR_LeastSquares) {
-    const CircleCandidates found = circleCandidates(cloud.points);
+    const CircleCandidates found = circleCandidates(cloud.points, starts.front().center);
     const std::vector<SpatialPoint>& centers =
         reference == eFR_MinimumZone ? found.zoneCenters : found.inscribedCenters;
     if (reference == eFR_MaximumInscribed) starts.clear();

@@ -104,7 +104,8 @@ ORMIX_MATH_API EstimationStatus flatness(const SampleView& points, eFormReferenc
 /// Roundness in the plane, from three points on that are not on a line; all references. Zone, inscribed and
 /// circumscribed circle are the best of all: of the zone every vertex of the Voronoi diagrams of the nearest and the
 /// farthest point, one laid over the other, is compared (Ebara1989), for an inscribed circle those of the nearest one
-/// that are surrounded by their points. O(n log n) as observed.
+/// that are surrounded by their points and whose circle holds the centre of least squares, if there are
+/// such: it shall not slip out through a gap. O(n log n) as observed.
 ORMIX_MATH_API EstimationStatus roundness(const SampleView& points, eFormReference reference, FormDeviation& result);
 
 /// Sphericity, from four points on that are not in a plane; all references. The circumscribed sphere is the smallest of

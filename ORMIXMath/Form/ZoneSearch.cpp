@@ -32,6 +32,7 @@ class Best {
                                      [](omReal64 v, const Place& other) { return v < other.value; });
     _places.insert(at, {value, place});
   }
+  bool isEmpty() const { return _places.empty(); }
   omReal64 worst() const {
     return _places.size() < s_nbCompared ? std::numeric_limits<omReal64>::infinity() : _places.back().value;
   }
@@ -73,8 +74,9 @@ bool hullOf(const std::vector<SpatialPoint>& points, std::vector<IndexTriangle>&
   return static_cast<bool>(convexHull3d(xyz.data(), points.size(), facets));
 }
 
-/// The largest circles around triples of nearest points that surround their centre.
-void addInscribed(const std::vector<SpatialPoint>& points, const IndexTriangle& facet, Best& best) {
+/// Adds the circle around three nearest points that surround its centre, apart where it does not hold the middle.
+void addInscribed(const std::vector<SpatialPoint>& points, const IndexTriangle& facet, const SpatialPoint& middle,
+                  Best& best, Best& apart) {
   const SpatialPoint& a = points[facet[0]];
   const omReal64 ux = points[facet[1]].x - a.x;
   const omReal64 uy = points[facet[1]].y - a.y;
@@ -88,7 +90,9 @@ void addInscribed(const std::vector<SpatialPoint>& points, const IndexTriangle& 
   const omReal64 least = -1e-9 * std::max(uu, vv);
   if (uv < least || uu - uv < least || vv - uv < least || twice == 0) return;
   const SpatialPoint offset{(vy * uu - uy * vv) / twice, (ux * vv - vx * uu) / twice, 0};
-  best.add(-lengthOf(offset), SpatialPoint{a.x, a.y, 0} + offset);
+  const SpatialPoint center = SpatialPoint{a.x, a.y, 0} + offset;
+  Best& where = lengthOf(center - middle) < lengthOf(offset) ? best : apart;
+  where.add(-lengthOf(offset), center);
 }
 
 }  // namespace
@@ -127,7 +131,7 @@ std::vector<SpatialPoint> thinnestDirectionsOfSpace(const std::vector<SpatialPoi
   return best.bestBy([&](const SpatialPoint& direction) { return extentAlong(direction, points); });
 }
 
-CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points) {
+CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points, const SpatialPoint& middle) {
   std::vector<SpatialPoint> lifted = points;
   for (SpatialPoint& p : lifted) p.z = p.x * p.x + p.y * p.y;
   std::vector<IndexTriangle> facets;
@@ -140,13 +144,16 @@ CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points) {
     zones.add(std::abs(lengthOf(points[pair.upper] - center) - lengthOf(points[pair.lower] - center)), center);
   });
   Best inscribed;
+  Best apart;
   for (const IndexTriangle& facet : facets) {
     const SpatialPoint n = cross(lifted[facet[1]] - lifted[facet[0]], lifted[facet[2]] - lifted[facet[0]]);
-    if (n.z < 0) addInscribed(points, facet, inscribed);
+    if (n.z < 0) addInscribed(points, facet, middle, inscribed, apart);
   }
   const auto range = [&](const SpatialPoint& center) { return rangeOf(CenterModel<2>{center}, points); };
   return {zones.bestBy([&](const SpatialPoint& center) { return range(center).highest - range(center).lowest; }),
-          inscribed.bestBy([&](const SpatialPoint& center) { return -range(center).lowest; })};
+          (inscribed.isEmpty() ? apart : inscribed).bestBy([&](const SpatialPoint& center) {
+            return -range(center).lowest;
+          })};
 }
 
 }  // namespace ormix::detail

@@ -22,12 +22,13 @@ std::vector<SpatialPoint> thinnestDirectionsOfSpace(const std::vector<SpatialPoi
 /// Centres in the plane z = 0.
 struct CircleCandidates {
   std::vector<SpatialPoint> zoneCenters;       ///< about which the farthest and nearest point differ least
-  std::vector<SpatialPoint> inscribedCenters;  ///< of the largest empty circles that their own points surround
+  std::vector<SpatialPoint> inscribedCenters;  ///< of the largest empty circles that hold the middle, see below
 };
 
 /// The hull of the points (x, y, x² + y²) has the Delaunay triangles of the nearest and of the farthest point as its
 /// lower and upper facets (Brown1979), and pairs of parts of it that lie opposite are vertices of both Voronoi diagrams
-/// laid over each other.
-CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points);
+/// laid over each other. Empty circles are those that the points on them surround and that hold `middle` inside, if
+/// there are such.
+CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points, const SpatialPoint& middle);
 
 }  // namespace ormix::detail

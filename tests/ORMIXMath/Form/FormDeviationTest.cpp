@@ -1,6 +1,7 @@
 #include <ORMIXMath/Form/FormDeviation.h>
 #include <ORMIXMath/Form/FormModels.h>
 #include <ORMIXMath/Form/MinimaxDescent.h>
+#include <ORMIXMath/Scalar/Constants.h>
 
 #include <functional>
 #include <vector>
@@ -239,6 +240,14 @@ TEST(FormDeviation, RefusesWhatHasNoSuchElement) {
               f.nbReferences == 2 ? eEC_InvalidInput : eEC_TooFewSamples);
   }
   EXPECT_EQ(form.deviation, 7);
+  // The circle stays inside, and does not slip out towards a point that stands apart.
+  std::vector<omReal64> outlier{2.2, 2.2};
+  for (const omReal64 turn : {1, 2, 3, 4, 5, 6, 7, 8}) {
+    const omReal64 angle = (turn + 0.5) * s_pi / 4;
+    outlier.insert(outlier.end(), {std::cos(angle), std::sin(angle)});
+  }
+  ASSERT_TRUE(roundness({outlier.data(), 9, 2}, eFR_MaximumInscribed, form));
+  EXPECT_NEAR(form.radius, 1, 1e-12);
 }
 
 }  // namespace
