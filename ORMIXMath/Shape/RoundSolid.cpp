@@ -19,6 +19,22 @@ using detail::operator/;
 
 omReal64 norm(const SpatialPoint& p) { return std::hypot(p.x, p.y, p.z); }
 
+/// The part of a vector across an axis, and its direction, which is at right angles to the axis; any such direction
+/// where the part is what rounding leaves of none.
+struct PartAcross {
+  omReal64 length;
+  SpatialPoint direction;
+};
+PartAcross partAcross(const SpatialPoint& v, omReal64 along, const SpatialPoint& axis) {
+  SpatialPoint across = v - axis * along;
+  // Once more, as the first time leaves a part along the axis that may not be small beside what is across.
+  across = across - axis * dot(across, axis);
+  const omReal64 length = norm(across);
+  constexpr omReal64 rounding = 4 * std::numeric_limits<omReal64>::epsilon();
+  if (length <= rounding * std::abs(along)) return {0, directionAcross(axis)};
+  return {length, length > 0 ? across / length : directionAcross(axis)};
+}
+
 /// A point by its distance from the axis and its height, and the unit vector from the axis to it; any across the axis
 /// for a point on that.
 struct AxialPoint {
@@ -30,11 +46,8 @@ struct AxialPoint {
 AxialPoint toAxial(const RoundSolid& solid, const SpatialPoint& point) {
   const SpatialPoint v = point - solid.origin;
   const omReal64 z = dot(v, solid.axis);
-  SpatialPoint across = v - solid.axis * z;
-  // Once more, as the first time leaves a part along the axis that may not be small beside what is across.
-  across = across - solid.axis * dot(across, solid.axis);
-  const omReal64 rho = norm(across);
-  return {rho, z, rho > 0 ? across / rho : directionAcross(solid.axis)};
+  const PartAcross part = partAcross(v, z, solid.axis);
+  return {part.length, z, part.direction};
 }
 
 SpatialPoint fromAxial(const RoundSolid& solid, const SpatialPoint& outward, const PlanarPoint& place) {
@@ -124,9 +137,8 @@ struct Across {
 };
 Across acrossOf(const RoundSolid& solid, const SpatialPoint& direction) {
   const omReal64 cosine = dot(direction, solid.axis);
-  const SpatialPoint across = direction - solid.axis * cosine;
-  const omReal64 sine = norm(across);
-  return {sine > 0 ? across / sine : directionAcross(solid.axis), sine, cosine};
+  const PartAcross part = partAcross(direction, cosine, solid.axis);
+  return {part.direction, part.length, cosine};
 }
 
 /// A cosine from a quotient of which both may be 0.

@@ -65,7 +65,9 @@ TEST(RoundSolid, NearestAndOutermostPointsAreThoseOfDensePoints) {
   for (int count = 0; count < 900; ++count) {
     SCOPED_TRACE(count);
     const RoundSolid solid = sample(count % 9, random);
-    const SpatialPoint p = count % 5 == 0 ? solid.origin : pointIn(random, 5), n = unitVector(pointIn(random, 1));
+    // On the axis, too, and along it, up to rounding.
+    const SpatialPoint p = count % 5 == 0 ? solid.origin : count % 5 == 1 ? centroid(solid) : pointIn(random, 5);
+    const SpatialPoint n = count % 7 == 0 ? solid.axis : unitVector(pointIn(random, 1));
     const SpatialPoint nearest = nearestOn(solid, p, true), onSurface = nearestOn(solid, p, false);
     const omReal64 signedAway = signedDistance(solid, p);
     ASSERT_TRUE(isIn(solid, nearest, 1e-13) && isIn(solid, onSurface, 1e-13));
@@ -79,6 +81,7 @@ TEST(RoundSolid, NearestAndOutermostPointsAreThoseOfDensePoints) {
     SpatialPoint center;
     omReal64 radius = 0;
     enclosingBall(solid, center, radius);
+    ASSERT_NEAR(distance(center, farthestOn(solid, center)), radius, 1e-13);
     for (int i = 0; i < 300; ++i) {
       // A point of the solid: the nearest one to any place.
       const SpatialPoint q = nearestOn(solid, pointIn(random, 6), i % 2 == 0);
