@@ -18,6 +18,8 @@ namespace {
 
 // Steps that promise less of the sum of squares than this change no parameter by 1e-10 of its standard deviation.
 constexpr omReal64 s_settled = 1e-22;
+// The same by 1e-8, where weights follow the residuals and steps shrink by a factor only.
+constexpr omReal64 s_settledWeights = 1e-17;
 constexpr omReal64 s_nan = std::numeric_limits<omReal64>::quiet_NaN();
 
 template <class Model, class = void>
@@ -377,19 +379,20 @@ class ConditionFit {
   }
 
   BoolResult refine(Model& model, Linear& linear) {
-    if (_options.loss == eLS_Squares) return descend(model, linear);
-    // The scale follows the residuals until it settles.
-    constexpr std::size_t nbMostScales = 20;
+    if (_options.loss == eLS_Squares) return descend(model, linear, s_settled);
+    // The scale follows the residuals for some rounds, each of few steps, and is kept then.
+    constexpr std::size_t nbMostScales = 6;
+    constexpr omReal64 nearlySettled = 1e-8, steady = 1e-4;
     for (std::size_t round = 0; round < nbMostScales; ++round) {
       const omReal64 before = _lossScale;
       updateScale(model);
-      if (_lossScale == 0) return descend(model, linear);
-      if (std::abs(_lossScale - before) <= 1e-8 * _lossScale) break;
       if (!linearise(model, linear)) return notPositive(model);
-      BoolResult done = descend(model, linear);
+      // Exact samples have no scale.
+      if (!(_lossScale > 0) || std::abs(_lossScale - before) <= steady * _lossScale) break;
+      BoolResult done = descend(model, linear, nearlySettled);
       if (!done) return done;
     }
-    return {};
+    return descend(model, linear, s_settledWeights);
   }
 
   /// The standard deviation of weight 1 by the median length, and from it the scale of the loss.
@@ -409,7 +412,8 @@ class ConditionFit {
     _lossScale = _options.lossScale > 0 ? _options.lossScale : _sigma * efficientLossScale(_options.loss, K);
   }
 
-  BoolResult descend(Model& model, Linear& linear) {
+  /// \param settled the part of the sum of squares that a last step may promise
+  BoolResult descend(Model& model, Linear& linear, omReal64 settled) {
     // Damping beyond this makes steps that change no digit.
     constexpr omReal64 largestDamping = 1e20;
     omReal64 damping = 0, growth = 2;
@@ -421,7 +425,7 @@ class ConditionFit {
       const Step step = dampedStep(linear, lengths, damping);
       const bool isFinite = std::all_of(step.begin(), step.end(), [](omReal64 value) { return std::isfinite(value); });
       const omReal64 decrease = isFinite ? promised(linear, step) : 0;
-      if (isFinite && (isTiny(step, lengths) || decrease <= s_settled * linear.cost)) return {};
+      if (isFinite && (isTiny(step, lengths) || decrease <= settled * linear.cost)) return {};
       ++_result.nbIterations;
       const Model trial = isFinite ? model.moved(step) : model;
       if (isFinite && linearise(trial, trialLinear) && trialLinear.cost < linear.cost) {
