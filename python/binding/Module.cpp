@@ -30,6 +30,7 @@ PYBIND11_MODULE(_core, module) {
   bindMeasures(module);
   bindTransforms(module);
   bindEstimators(module);
+  bindFitReports(module);
   bindFits(module);
   bindRobustEstimation(module);
   bindMeshTools(module);

@@ -30,8 +30,28 @@ NUMBERS = ["(entities: {0}{1}) -> float", "(entities: Iterable[{0}]{1}) -> npt.N
 POLICY = ", *, hole_policy: _eHoleMsrPolicy = ..."
 DERIVED = ["(entities: Entity2d) -> Entity2d", "(entities: Entity3d) -> Entity3d", "(entities: Iterable[Entity]) -> list[Any]"]
 SIMPLIFIED = ", tolerance: float, method: _ePathSimplification = ...)"
+FIT = (
+    ", {0}method: Optional[_eFitMethod] = ..., weights: Optional[npt.ArrayLike] = ..., sigma: float = ..., loss: _eLoss = ..., "
+    "loss_scale: float = ..., robust: Union[bool, Dict[str, Any], None] = ..., nb_max_iterations: int = ..., "
+    "progress: Optional[Callable[[float], object]] = ...)"
+)
+FITTED = {
+    "fit_circle": "Circle2d[np.float64]",
+    "fit_ellipse": "Ellipse2d[np.float64]",
+    "fit_line": "Line2d",
+    "fit_plan": "Plan3d",
+    "fit_sphere": "Sphere3d[np.float64]",
+    "fit_ellipsoid": "Ellipsoid3d[np.float64]",
+}
 # Functions whose results depend on what they are given.
 OVERLOADS = {
+    **{
+        name: [
+            f"(points: npt.ArrayLike, *{FIT.format('report: Literal[False] = ..., ')} -> {entity}",
+            f"(points: npt.ArrayLike, *{FIT.format('report: Literal[True], ')} -> tuple[{entity}, FitReport]",
+        ]
+        for name, entity in FITTED.items()
+    },
     "area": [line.format("Entity", POLICY) for line in NUMBERS],
     "perimeter": [line.format("Entity2d", POLICY) for line in NUMBERS],
     "volume": [line.format("Entity3d", POLICY) for line in NUMBERS],

@@ -199,3 +199,52 @@ def test_an_interrupt_ends_it_and_threads_run():
         endless(None)
     thread.join()
     assert next(count) > 10 and time.monotonic() - begin < 30
+
+
+@pytest.mark.parametrize("name, dimension", [("circle", 2), ("ellipse", 2), ("line", 2), ("plan", 3), ("sphere", 3), ("ellipsoid", 3)])
+def test_fits_with_a_report(name, dimension):
+    rng = np.random.default_rng(7)
+    points = rng.normal(size=(200, dimension))
+    points = points / np.linalg.norm(points, axis=1)[:, None] * np.array([5, 3, 2])[:dimension] if name.startswith("ell") else (
+        np.c_[points[:, 1:], 0.5 * points[:, 1]] if name in ("line", "plan") else points / np.linalg.norm(points, axis=1)[:, None]
+    )
+    points += 0.01 * rng.normal(size=points.shape)
+    fit = getattr(og, "fit_" + name)
+    entity, report = fit(points, report=True)
+    nb = len(report.parameter_names)
+    assert type(entity) is type(fit(points)) and report.model in type(entity).__name__
+    assert report.params.shape == (nb,) and report.covariance.shape == (nb, nb) and report.residuals.shape == (200,)
+    assert 0.008 < report.sigma0 < 0.012 and np.allclose(report.sigma0, np.sqrt(np.sum(report.residuals**2) / report.degrees_of_freedom))
+    assert report.status and report.status.code == og.eEstimationCode.eEC_Success
+    assert pickle.loads(pickle.dumps(report)) == report
+    assert f"{report.parameter_names[-1]} " in str(report) and "(k = 2)" in str(report)
+    # A point of weight 0 is left out, and covariances are weights where they are round.
+    weights = np.ones(200)
+    weights[3] = 0
+    rest, without = fit(np.delete(points, 3, axis=0), report=True)
+    assert np.array_equal(fit(points, report=True, weights=weights)[1].params, without.params)
+    covariances = np.tile(np.eye(dimension) * 1e-4, (200, 1, 1))
+    assert np.allclose(fit(points, report=True, weights=covariances, sigma=1)[1].params, report.params, atol=1e-7)
+    assert type(fit(points, method="eFM_Algebraic")) is type(entity)
+
+
+def test_fits_refuse_wrong_options():
+    points = np.array([[1, 0], [0, 1], [-1, 0], [0, -1.1]])
+    for options, error in [
+        ({"weights": [1, 2, 3]}, og.Error),
+        ({"weights": [1, 2, 3, -1]}, og.Error),
+        ({"weights": np.ones((4, 3))}, ValueError),
+        ({"weights": []}, ValueError),
+        ({"sigma": np.nan}, og.Error),
+        ({"loss": "eLS_None"}, TypeError),
+        ({"robust": {"treshold": 1}}, ValueError),
+        ({"robust": 3}, TypeError),
+        ({"nb_max_iterations": 0, "report": True}, og.Error),
+        ({"method": "eFM_Algebraic", "loss": "eLS_Huber"}, og.Error),
+    ]:
+        with pytest.raises(error):
+            og.fit_circle(points, **options)
+    with pytest.raises(KeyError):
+        og.fit_circle(points, report=True)[1].standard_uncertainty("rho")
+    with pytest.raises(ZeroDivisionError):
+        og.fit_circle(points, report=True, progress=lambda fraction: 1 / 0)

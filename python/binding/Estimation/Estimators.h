@@ -14,6 +14,8 @@ namespace ormix::python {
 
 /// Adds the classes of the estimators.
 void bindEstimators(py::module_& module);
+/// Adds `FitReport`, with the enumerations of fits. Before bindFits().
+void bindFitReports(py::module_& module);
 /// Adds `fit_circle` and its like.
 void bindFits(py::module_& module);
 /// Adds `robust_estimation` with its result, and the refinement of circles and spheres. After bindEstimators().

@@ -1,10 +1,13 @@
-#include "Estimators.h"
+#include "FitArguments.h"
 #include "Models.h"
 
+#include <ORMIXGeometry/Estimation/2d/Fit2d.h>
 #include <ORMIXGeometry/Estimation/3d/Fit3d.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 
 #include <pybind11/stl.h>
+
+#include <string>
 
 namespace ormix::python {
 namespace {
@@ -23,25 +26,53 @@ auto fit(const py::object& samples) {
   return makeModel(TagOf<Estimator>(), params);
 }
 
-template <class>
-struct EntityOf;
-template <class Entity>
-struct EntityOf<BoolResult (*)(const SampleView&, Entity&)> {
-  using Type = Entity;
-};
-
-/// The entity that a function of the library finds in points of space.
-template <auto function>
-auto fitEntity(const py::object& points) {
-  using Entity = typename EntityOf<decltype(function)>::Type;
-  const SampleArray rows = matrixOf<omReal64>(points, 3, "points");
+/// A shape of points that has more than the parameters of its estimator, as the ends of a cylinder.
+template <class Estimator, class Entity, BoolResult (*fitEntity)(const SampleView&, Entity&)>
+auto fitWhole(const py::object& points) {
+  const SampleArray rows = samplesFor(Estimator(), points);
   auto entity = boost::make_shared<Entity>();
   const BoolResult result = [&] {
     const Reading reading;
-    return function(samplesOf(rows), *entity);
+    return fitEntity(samplesOf(rows), *entity);
   }();
-  check(result, Entity::s_className);
+  check(result, Estimator::s_className);
   return entity;
+}
+
+template <class Entity>
+using FitOf = BoolResult (*)(const SampleView&, const FitOptions&, Entity&, geom::FitReport&);
+
+/// The same with options, and a report where it is asked for; `fitPlain` is the fit without both.
+template <class Estimator, class Entity, FitOf<Entity> fitEntity, auto fitPlain = &fit<Estimator>>
+py::object fitWithOptions(const py::object& samples, bool report, const py::object& method, const py::object& weights,
+                          omReal64 sigma, eLoss loss, omReal64 lossScale, const py::object& robust,
+                          std::size_t nbMaxIterations, const py::object& progress) {
+  const FitArguments arguments({report, method, weights, sigma, loss, lossScale, robust, nbMaxIterations, progress},
+                               Estimator::s_sampleDimension);
+  if (arguments.isPlain()) return py::cast(fitPlain(samples));
+  const SampleArray rows = samplesFor(Estimator(), samples);
+  const auto entity = boost::make_shared<Entity>();
+  geom::FitReport found;
+  const BoolResult result = [&] {
+    const Reading reading;
+    return fitEntity(samplesOf(rows), arguments.options(), *entity, found);
+  }();
+  arguments.check(result, Estimator::s_className);
+  return arguments.answer(py::cast(entity), std::move(found));
+}
+
+/// The text of a fit with what all of them say of their options, and an example.
+std::string withOptions(const char* text, const char* example = "") {
+  return std::string(text) +
+         "\n\n"
+         "With `report=True` it is a tuple with a FitReport; with that or any other option the fit is that of least\n"
+         "distances (`method=\"eFM_Orthogonal\"`), or again the one above (`method=\"eFM_Algebraic\"`). `weights` has "
+         "an\n"
+         "inverse variance, up to a factor, or a covariance matrix for each point; `sigma` is the standard deviation\n"
+         "of a point of weight 1 where it is known; `loss` resists outliers beyond `loss_scale`. `robust=True`, or a\n"
+         "dict of options of robust_estimation(), leaves outliers out first. `progress` may return False to stop.\n"
+         "Error also when the refinement does not settle." +
+         example;
 }
 
 // Whether an estimator reads sources and targets where they are.
@@ -110,51 +141,73 @@ py::object lineRows(const py::object& lines) {
 
 void bindShapes(py::module_& module) {
   using namespace geom;
-  module.def("fit_circle", &fit<Circle2dEstimator>, "points"_a,
-             "The circle of least squared algebraic residuals of points, an array of shape (n, 2), n >= 3.\n\n"
-             "Error for too few points, and for points that are collinear or coincide. Arrays of float64 are not "
-             "copied.\n\n"
-             ">>> og.fit_circle([[1, 0], [0, 1], [-1, 0], [0, -1]])\n"
-             "Circle2d(center=(0.0, 0.0), radius=1.0)");
-  module.def("fit_ellipse", &fit<Ellipse2dEstimator>, "points"_a,
-             "The ellipse of least squared algebraic residuals of points, an array of shape (n, 2), n >= 5.\n\n"
-             "Error for too few points and where the best conic is none. theta is in [0, pi).");
-  module.def("fit_line", &fit<Line2dEstimator>, "points"_a,
-             "The line of least squared distances of points, an array of shape (n, 2), n >= 2.\n\n"
-             "Error for points without a preferred direction.");
+  defineFit(
+      module, "fit_circle", &fitWithOptions<Circle2dEstimator, Circle2d<omReal64>, fitCircle>,
+      withOptions("The circle of least squared algebraic residuals of points, an array of shape (n, 2), n >= 3.\n\n"
+                  "Error for too few points, and for points that are collinear or coincide. Arrays of float64 are not "
+                  "copied.",
+                  "\n\n"
+                  ">>> og.fit_circle([[1, 0], [0, 1], [-1, 0], [0, -1]])\n"
+                  "Circle2d(center=(0.0, 0.0), radius=1.0)"),
+      "points"_a);
+  defineFit(
+      module, "fit_ellipse", &fitWithOptions<Ellipse2dEstimator, Ellipse2d<omReal64>, fitEllipse>,
+      withOptions("The ellipse of least squared algebraic residuals of points, an array of shape (n, 2), n >= 5.\n\n"
+                  "Error for too few points and where the best conic is none. theta is in [0, pi)."),
+      "points"_a);
+  defineFit(module, "fit_line", &fitWithOptions<Line2dEstimator, Line2d, fitLine>,
+            withOptions("The line of least squared distances of points, an array of shape (n, 2), n >= 2.\n\n"
+                        "Error for points without a preferred direction."),
+            "points"_a);
   module.def(
       "fit_intersection", [](const py::object& lines) { return fit<Line2dIntersectionEstimator>(lineRows(lines)); },
       "lines"_a,
       "The point of least squared distances to lines: a sequence of Line2d, or rows (theta, rho).\n\n"
       "Error for lines that are parallel.");
-  module.def("fit_plan", &fit<Plan3dEstimator>, "points"_a,
-             "The plane of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
-             "Error for points without a preferred direction.");
-  module.def("fit_sphere", &fit<Sphere3dEstimator>, "points"_a,
-             "The sphere of least squared algebraic residuals of points, an array of shape (n, 3), n >= 4.\n\n"
-             "Error for points that are coplanar.");
-  module.def(
-      "fit_arc", &fit<Arc2dEstimator>, "points"_a,
-      "The arc of least squared distances of points, an array of shape (n, 2), n >= 3, from its circle; it ends\n"
-      "at the outermost of them. Error for points on a line.");
-  module.def(
-      "fit_cylinder", &fitEntity<&fitCylinder>, "points"_a,
-      "The part that points, an array of shape (n, 3), n >= 5, reach of the cylinder of least squared distances\n"
-      "from its side. Error for points in a plane.");
-  module.def("fit_cone", &fitEntity<&fitCone>, "points"_a,
-             "The part that points, an array of shape (n, 3), n >= 6, reach of the cone of least squared distances\n"
-             "from its side. Error for points near a cylinder or a plane.");
-  module.def("fit_torus", &fit<Torus3dEstimator>, "points"_a,
-             "The torus of least squared distances of points, an array of shape (n, 3), n >= 7.\n\n"
-             "Error where the tube would be as wide as the ring.");
-  module.def("fit_line3d", &fit<Line3dEstimator>, "points"_a,
-             "The line of space of least squared distances of points, an array of shape (n, 3), n >= 2.");
-  module.def("fit_circle3d", &fit<Circle3dEstimator>, "points"_a,
-             "The circle of space of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
-             "Error for points on a line.");
-  module.def("fit_ellipsoid", &fit<Ellipsoid3dEstimator>, "points"_a,
-             "The ellipsoid of least squared algebraic residuals of points, an array of shape (n, 3), n >= 9.\n\n"
-             "Error where the best quadric is none.");
+  defineFit(module, "fit_plan", &fitWithOptions<Plan3dEstimator, Plan3d, fitPlan>,
+            withOptions("The plane of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
+                        "Error for points without a preferred direction."),
+            "points"_a);
+  defineFit(
+      module, "fit_sphere", &fitWithOptions<Sphere3dEstimator, Sphere3d<omReal64>, fitSphere>,
+      withOptions("The sphere of least squared algebraic residuals of points, an array of shape (n, 3), n >= 4.\n\n"
+                  "Error for points that are coplanar."),
+      "points"_a);
+  defineFit(module, "fit_arc", &fitWithOptions<Arc2dEstimator, Arc2d<omReal64>, fitArc>,
+            withOptions("The arc of least squared distances of points, an array of shape (n, 2), n >= 3, from its\n"
+                        "circle; it ends at the outermost of them. Error for points on a line."),
+            "points"_a);
+  using Cylinder = Cylinder3d<omReal64>;
+  defineFit(
+      module, "fit_cylinder",
+      &fitWithOptions<Cylinder3dEstimator, Cylinder, fitCylinder,
+                      &fitWhole<Cylinder3dEstimator, Cylinder, fitCylinder>>,
+      withOptions("The part that points, an array of shape (n, 3), n >= 5, reach of the cylinder of least squared\n"
+                  "distances from its side. Error for points in a plane."),
+      "points"_a);
+  using Cone = Cone3d<omReal64>;
+  defineFit(module, "fit_cone",
+            &fitWithOptions<Cone3dEstimator, Cone, fitCone, &fitWhole<Cone3dEstimator, Cone, fitCone>>,
+            withOptions("The part that points, an array of shape (n, 3), n >= 6, reach of the cone of least squared\n"
+                        "distances from its side. Error for points near a cylinder or a plane."),
+            "points"_a);
+  defineFit(module, "fit_torus", &fitWithOptions<Torus3dEstimator, Torus3d<omReal64>, fitTorus>,
+            withOptions("The torus of least squared distances of points, an array of shape (n, 3), n >= 7.\n\n"
+                        "Error where the tube would be as wide as the ring."),
+            "points"_a);
+  defineFit(module, "fit_line3d", &fitWithOptions<Line3dEstimator, Line3d, fitLine>,
+            withOptions("The line of space of least squared distances of points, an array of shape (n, 3), n >= 2."),
+            "points"_a);
+  defineFit(
+      module, "fit_circle3d", &fitWithOptions<Circle3dEstimator, Circle3d<omReal64>, fitCircle>,
+      withOptions("The circle of space of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
+                  "Error for points on a line."),
+      "points"_a);
+  defineFit(
+      module, "fit_ellipsoid", &fitWithOptions<Ellipsoid3dEstimator, Ellipsoid3d<omReal64>, fitEllipsoid>,
+      withOptions("The ellipsoid of least squared algebraic residuals of points, an array of shape (n, 3), n >= 9.\n\n"
+                  "Error where the best quadric is none."),
+      "points"_a);
 }
 
 void bindTransforms(py::module_& module) {
