@@ -29,9 +29,10 @@ PYBIND11_MODULE(_core, module) {
   bindMoments(module);
   bindMeasures(module);
   bindTransforms(module);
-  bindEstimators(module);
   bindFitReports(module);
+  bindEstimators(module);
   bindFits(module);
+  bindUncertainties(module);
   bindRobustEstimation(module);
   bindMeshTools(module);
   requireConstruction(module);

@@ -52,6 +52,24 @@ OVERLOADS = {
         ]
         for name, entity in FITTED.items()
     },
+    "fit_intersection": [
+        f"(lines: Union[npt.ArrayLike, Sequence[Line2d]], *{FIT.format(report)} -> {answer}"
+        for report, answer in (
+            ("report: Literal[False] = ..., ", "Point2d[np.float64]"),
+            ("report: Literal[True], ", "tuple[Point2d[np.float64], FitReport]"),
+        )
+    ],
+    **{
+        f"fit_{name.lower()}{d}d": [
+            f"(sources: npt.ArrayLike, targets: npt.ArrayLike, *{FIT.format(report)} -> {answer}"
+            for report, answer in (
+                ("report: Literal[False] = ..., ", f"{name}Transform{d}d"),
+                ("report: Literal[True], ", f"tuple[{name}Transform{d}d, FitReport]"),
+            )
+        ]
+        for name in ("Translation", "Rigid", "Similarity", "Homography")
+        for d in (2, 3)
+    },
     "area": [line.format("Entity", POLICY) for line in NUMBERS],
     "perimeter": [line.format("Entity2d", POLICY) for line in NUMBERS],
     "volume": [line.format("Entity3d", POLICY) for line in NUMBERS],

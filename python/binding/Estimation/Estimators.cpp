@@ -30,6 +30,9 @@ void bindBase(py::module_& module) {
                              "The smallest number of samples that determines a model.")
       .def_property_readonly("nb_params", &Estimator::getNbParams, "The number of parameters of a model.")
       .def_property_readonly("sample_dimension", &Estimator::getSampleDimension, "The number of values of a sample.")
+      .def_property_readonly(
+          "status", [](const Estimator& self) { return self.getStatus(); },
+          "How the last compute_estimation() ended, an EstimationStatus.")
       .def(
           "compute_estimation",
           [](Estimator& self, const py::object& samples) {

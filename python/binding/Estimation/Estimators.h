@@ -18,6 +18,8 @@ void bindEstimators(py::module_& module);
 void bindFitReports(py::module_& module);
 /// Adds `fit_circle` and its like.
 void bindFits(py::module_& module);
+/// Adds `UncertainValue` and what follows from reports. After bindFitReports().
+void bindUncertainties(py::module_& module);
 /// Adds `robust_estimation` with its result, and the refinement of circles and spheres. After bindEstimators().
 void bindRobustEstimation(py::module_& module);
 

@@ -123,6 +123,33 @@ auto fitPairs(const py::object& sources, const py::object& targets) {
   return makeModel(TagOf<Estimator>(), params);
 }
 
+/// The same with options, and a report where it is asked for.
+template <class Estimator, class Transform, FitOf<Transform> fitTransform>
+py::object fitPairsWithOptions(const py::object& sources, const py::object& targets, bool report,
+                               const py::object& method, const py::object& weights, omReal64 sigma, eLoss loss,
+                               omReal64 lossScale, const py::object& robust, std::size_t nbMaxIterations,
+                               const py::object& progress) {
+  const FitArguments arguments({report, method, weights, sigma, loss, lossScale, robust, nbMaxIterations, progress},
+                               Estimator::s_sampleDimension);
+  if (arguments.isPlain()) return py::cast(fitPairs<Estimator>(sources, targets));
+  constexpr py::ssize_t dimension = Estimator::s_sampleDimension / 2;
+  const SampleArray from = matrixOf<omReal64>(sources, dimension, "sources");
+  const SampleArray to = matrixOf<omReal64>(targets, dimension, "targets");
+  const auto transform = boost::make_shared<Transform>();
+  geom::FitReport found;
+  const BoolResult result = [&]() -> BoolResult {
+    const Reading reading;
+    const SampleView first = samplesOf(from);
+    const SampleView second = samplesOf(to);
+    if (first.nbSamples != second.nbSamples) return sizesDiffer(first, second);
+    const std::vector<omReal64> rows = joinedRows(first, second);
+    return fitTransform({rows.data(), first.nbSamples, Estimator::s_sampleDimension}, arguments.options(), *transform,
+                        found);
+  }();
+  arguments.check(result, Estimator::s_className);
+  return arguments.answer(py::cast(transform), std::move(found));
+}
+
 // Rows (theta, rho) as they are, or of a sequence of lines.
 py::object lineRows(const py::object& lines) {
   if (py::isinstance<py::array>(lines) || !py::isinstance<py::sequence>(lines)) return lines;
@@ -159,11 +186,17 @@ void bindShapes(py::module_& module) {
             withOptions("The line of least squared distances of points, an array of shape (n, 2), n >= 2.\n\n"
                         "Error for points without a preferred direction."),
             "points"_a);
-  module.def(
-      "fit_intersection", [](const py::object& lines) { return fit<Line2dIntersectionEstimator>(lineRows(lines)); },
-      "lines"_a,
-      "The point of least squared distances to lines: a sequence of Line2d, or rows (theta, rho).\n\n"
-      "Error for lines that are parallel.");
+  defineFit(
+      module, "fit_intersection",
+      [](const py::object& lines, bool report, const py::object& method, const py::object& weights, omReal64 sigma,
+         eLoss loss, omReal64 lossScale, const py::object& robust, std::size_t nbMaxIterations,
+         const py::object& progress) {
+        return fitWithOptions<Line2dIntersectionEstimator, Point2d<omReal64>, fitIntersection>(
+            lineRows(lines), report, method, weights, sigma, loss, lossScale, robust, nbMaxIterations, progress);
+      },
+      withOptions("The point of least squared distances to lines: a sequence of Line2d, or rows (theta, rho).\n\n"
+                  "Error for lines that are parallel."),
+      "lines"_a);
   defineFit(module, "fit_plan", &fitWithOptions<Plan3dEstimator, Plan3d, fitPlan>,
             withOptions("The plane of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
                         "Error for points without a preferred direction."),
@@ -212,30 +245,32 @@ void bindShapes(py::module_& module) {
 
 void bindTransforms(py::module_& module) {
   using namespace geom;
-  const auto bind = [&module](const char* name, auto* function, const char* doc) {
-    module.def(name, function, "sources"_a, "targets"_a, doc);
+  const auto bind = [&module](const char* name, auto* function, const char* text, const char* example = "") {
+    defineFit(module, name, function, withOptions(text, example), "sources"_a, "targets"_a);
   };
-  bind("fit_translation2d", &fitPairs<TranslationTransform2dEstimator>,
+  bind("fit_translation2d",
+       &fitPairsWithOptions<TranslationTransform2dEstimator, TranslationTransform2d, fitTranslation>,
        "The translation of sources to targets, arrays of shape (n, 2), n >= 2, paired by index.\n\n"
        "Error when all sources or all targets coincide.");
-  bind("fit_rigid2d", &fitPairs<RigidTransform2dEstimator>,
-       "The rotation and translation of sources to targets, arrays of shape (n, 2), n >= 2, of least squares.\n\n"
-       ">>> og.fit_rigid2d([[0, 0], [1, 0], [0, 1]], [[5, 0], [6, 0], [5, 1]]).params.round(12).tolist()\n"
+  bind("fit_rigid2d", &fitPairsWithOptions<RigidTransform2dEstimator, RigidTransform2d, fitRigid>,
+       "The rotation and translation of sources to targets, arrays of shape (n, 2), n >= 2, of least squares.",
+       "\n\n>>> og.fit_rigid2d([[0, 0], [1, 0], [0, 1]], [[5, 0], [6, 0], [5, 1]]).params.round(12).tolist()\n"
        "[-0.0, 5.0, 0.0]");
-  bind("fit_similarity2d", &fitPairs<SimilarityTransform2dEstimator>,
+  bind("fit_similarity2d", &fitPairsWithOptions<SimilarityTransform2dEstimator, SimilarityTransform2d, fitSimilarity>,
        "The similarity of sources to targets, arrays of shape (n, 2), n >= 2, of least squares.");
-  bind("fit_homography2d", &fitPairs<HomographyTransform2dEstimator>,
+  bind("fit_homography2d", &fitPairsWithOptions<HomographyTransform2dEstimator, HomographyTransform2d, fitHomography>,
        "The projective map of sources to targets, arrays of shape (n, 2), n >= 4, no three collinear.");
-  bind("fit_translation3d", &fitPairs<TranslationTransform3dEstimator>,
+  bind("fit_translation3d",
+       &fitPairsWithOptions<TranslationTransform3dEstimator, TranslationTransform3d, fitTranslation>,
        "The translation of sources to targets, arrays of shape (n, 3), n >= 3, paired by index.\n\n"
        "Error when sources or targets coincide or are collinear.");
-  bind("fit_rigid3d", &fitPairs<RigidTransform3dEstimator>,
+  bind("fit_rigid3d", &fitPairsWithOptions<RigidTransform3dEstimator, RigidTransform3d, fitRigid>,
        "The rotation and translation of sources to targets, arrays of shape (n, 3), n >= 3, of least squares.\n\n"
        "Always a proper rotation. Error when sources or targets are collinear.");
   bind(
-      "fit_similarity3d", &fitPairs<SimilarityTransform3dEstimator>,
+      "fit_similarity3d", &fitPairsWithOptions<SimilarityTransform3dEstimator, SimilarityTransform3d, fitSimilarity>,
       "The similarity of sources to targets, arrays of shape (n, 3), n >= 3, of least squares; its scale is positive.");
-  bind("fit_homography3d", &fitPairs<HomographyTransform3dEstimator>,
+  bind("fit_homography3d", &fitPairsWithOptions<HomographyTransform3dEstimator, HomographyTransform3d, fitHomography>,
        "The projective map of sources to targets, arrays of shape (n, 3), n >= 5, no four coplanar.");
 }
 
