@@ -12,11 +12,11 @@ constexpr std::size_t s_nbGroupSlots = 8;
 
 // The finalizer of SplitMix64 (Steele2014): every bit of the vertex indices influences every bit of the slot, so that
 // the regular indices of meshes cause no clusters. The secret protects against archives with indices chosen to collide.
-std::size_t hashOf(omUInt32 start, omUInt32 end) {
+omUInt64 hashOf(omUInt32 start, omUInt32 end) {
   omUInt64 key = (omUInt64{start} << 32 | end) ^ hashSecret();
   key = (key ^ key >> 30) * 0xBF58476D1CE4E5B9u;
   key = (key ^ key >> 27) * 0x94D049BB133111EBu;
-  return static_cast<std::size_t>(key ^ key >> 31);
+  return key ^ key >> 31;
 }
 
 /// Visits the slots in which a half-edge may be, in order, until `isLast(slot)`; there must be an empty one.
@@ -26,7 +26,10 @@ void visitSlots(omUInt32 start, omUInt32 end, std::size_t nbSlots, IsLast isLast
   const std::size_t group = s_nbGroupSlots * start & mask;
   for (std::size_t slot = group; slot < group + s_nbGroupSlots; ++slot)
     if (isLast(slot)) return;
-  for (std::size_t slot = hashOf(start, end) & mask; !isLast(slot);) slot = (slot + 1) & mask;
+  // By steps of an odd number, which reach every slot: one by one would be along whole rows of full groups.
+  const omUInt64 hash = hashOf(start, end);
+  const auto step = static_cast<std::size_t>(hash >> 32 | 1);
+  for (auto slot = static_cast<std::size_t>(hash) & mask; !isLast(slot);) slot = (slot + step) & mask;
 }
 
 }  // namespace

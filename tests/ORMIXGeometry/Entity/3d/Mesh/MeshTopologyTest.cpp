@@ -171,6 +171,19 @@ TEST(MeshTopology, TakesVertexIndicesThatDifferByPowersOfTwo) {
   expectSame(built, addedOneByOne(points(40 * step), indices));
 }
 
+// Twelve half-edges start at each vertex, more than its group of slots holds; work that grows with the number of full
+// groups would take minutes here.
+TEST(MeshTopology, TakesMeshesWhoseVerticesAllHaveManyTriangles) {
+  constexpr omUInt32 nbVertices = 20000;
+  Indices indices;
+  for (omUInt32 vertex = 0; vertex < nbVertices; ++vertex)
+    for (const auto& [second, third] : {std::pair(1u, 3u), std::pair(4u, 9u), std::pair(6u, 13u), std::pair(8u, 18u)})
+      indices.insert(indices.end(), {vertex, (vertex + second) % nbVertices, (vertex + third) % nbVertices});
+  Mesh3d<omReal64> built;
+  ASSERT_TRUE(built.build(points(nbVertices), indices));
+  expectSame(built, addedOneByOne(points(nbVertices), indices));
+}
+
 // Quadratic work in the valence would take minutes here.
 TEST(MeshTopology, TakesVerticesOfAnyValenceAndEqualTriangles) {
   constexpr omUInt32 valence = 200000;
