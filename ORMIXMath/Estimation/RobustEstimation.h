@@ -25,7 +25,8 @@ enum eRobustMethod {
   eRM_Msac,    ///< Smallest sum of squared distances, each cut off at the squared threshold (Torr2000).
   eRM_LMedS,   ///< Smallest median of squared distances (Rousseeuw1984); tolerates just under one half of outliers.
   /// Fewest models expected by accident with as many samples as near (MoisanStival2004, AC-RANSAC); without a threshold
-  /// the scale of the inliers is found with the model, at any share of outliers. The fastest.
+  /// the scale of the inliers is found with the model, at any share of outliers. The fastest from about a thousand
+  /// samples on, or with many outliers.
   eRM_Acontrario
 };
 
@@ -110,11 +111,12 @@ struct RobustResult {
 /// \name Robust estimation
 /// Find the best model by `options.method` with the given estimator, whose own state may change.
 ///
-/// Samples that are NaN or infinite are never inliers. Fail with a message, `result` untouched, when there are too few
-/// samples or more than 2^32 - 1, when samples have another dimension than the estimator's, when an option is out of
-/// range, when no drawn set determines a model, and when the best model has fewer inliers than samples that determine
-/// it. Stopping is no failure once a model was found. O(samples) for each iteration; only the estimator may allocate
-/// inside the loop.
+/// The number of false alarms is a bound for samples that are as dense as the given ones; samples in several dense
+/// clusters have more in common than that. Samples that are NaN or infinite are never inliers. Fail with a message,
+/// `result` untouched, when there are too few samples or more than 2^32 - 1, when samples have another dimension than
+/// the estimator's, when an option is out of range, when no drawn set determines a model, and when the best model has
+/// fewer inliers than samples that determine it. Stopping is no failure once a model was found. O(samples) for each
+/// iteration; only the estimator may allocate inside the loop.
 /// @{
 
 /// From contiguous samples.
