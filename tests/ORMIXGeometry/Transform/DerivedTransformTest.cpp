@@ -238,7 +238,7 @@ TYPED_TEST(Derived, ContainEveryPointAndDoNotDependOnThePlace) {
 
 TYPED_TEST(Derived, ContainEveryPointOfSolids) {
   using T = TypeParam;
-  Random random(32);
+  Random random(32), others(36);
   for (int round = 0; round < 200; ++round) {
     const Point3dData<T> center(T(60 + random.below(30)), T(60 + random.below(30)), T(60 + random.below(30)));
     const Cuboid3d<T> cuboid(center, T(1 + random.below(9)), T(1 + random.below(9)), T(1 + random.below(9)),
@@ -261,9 +261,9 @@ TYPED_TEST(Derived, ContainEveryPointOfSolids) {
       expectInside(cuboid, corner);
     for (int k = 0; k < 20; ++k)
       expectInside(ellipsoid, ellipsoid.boundaryPoint(random.uniform(0, s_pi), random.uniform(-4, 4)));
-    const auto size = [&random] { return T(1 + random.below(9)); };
-    const Point3dData<T> other(T(60 + random.below(30)), center.getY(), T(60 + random.below(30)));
-    const Point3dData<omReal64> axis(random.uniform(), random.uniform(0.1, 1), round % 2 == 0 ? 0 : 1);
+    const auto size = [&others] { return T(1 + others.below(9)); };
+    const Point3dData<T> other(T(60 + others.below(30)), center.getY(), T(60 + others.below(30)));
+    const Point3dData<omReal64> axis(others.uniform(), others.uniform(0.1, 1), round % 2 == 0 ? 0 : 1);
     const auto expectTight = [&](const auto& solid) {
       const PreparedEntity3d prepared(solid);
       const auto box = EnvelopeTransform3d::envelope(solid);
