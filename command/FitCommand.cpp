@@ -109,9 +109,52 @@ void addDistances(Row& row, const FitModel& model, const RealVector& residuals, 
   row.add("rms", std::sqrt(sum / static_cast<omReal64>(found.nbInliers))).add("greatest_distance", greatest);
 }
 
+/// What every result of a fit begins with.
+Row rowOf(const std::string& file, std::size_t item, const FitModel& model, std::size_t nbPoints,
+          std::size_t nbInliers) {
+  Row row;
+  row.add("file", file).add("item", omUInt64(item)).add("model", std::string(model.name));
+  row.add("points", omUInt64(nbPoints)).add("inliers", omUInt64(nbInliers));
+  return row;
+}
+
+/// The fit of least distances with the standard deviation of each parameter.
+Fit fitWithReport(const Arguments& arguments, const std::string& file, std::size_t item, const FitModel& model,
+                  const SampleView& samples) {
+  if (!model.report) throw DataError("there is no report on a model \"" + std::string(model.name) + '"');
+  InterruptScope scope;
+  const RobustOptions robust = robustOptionsOf(arguments);
+  FitOptions options;
+  if (isRobust(arguments)) options.robust = &robust;
+  options.progress = scope.progress(file);
+  Fit result;
+  geom::FitReport report;
+  const BoolResult found = model.report(samples, options, result.entity, report);
+  scope.finish();
+  require(found);
+  std::size_t nbInliers = 0;
+  omReal64 sum = 0, greatest = 0;
+  for (std::size_t i = 0; i < report.residuals.size(); ++i) {
+    if (!report.inliers.empty() && !report.inliers[i]) continue;
+    ++nbInliers;
+    sum += report.residuals[i] * report.residuals[i];
+    greatest = std::max(greatest, std::abs(report.residuals[i]));
+  }
+  result.row = rowOf(file, item, model, samples.nbSamples, nbInliers);
+  for (std::size_t i = 0; i < report.params.size(); ++i) {
+    std::string name = report.parameterNames[i];
+    std::replace(name.begin(), name.end(), ' ', '_');
+    result.row.add(name, report.params[i]).add("u_" + name, report.standardUncertainty(i));
+  }
+  result.row.add("sigma0", report.sigma0).add("degrees_of_freedom", omUInt64(report.degreesOfFreedom));
+  result.row.add("rms", std::sqrt(sum / static_cast<omReal64>(nbInliers))).add("greatest_distance", greatest);
+  return result;
+}
+
 Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, const PointSet& set) {
   const FitModel& model = modelOf(arguments.operands().front(), set.dimension);
   const SampleView samples{set.values.data(), set.nbRows(), set.dimension};
+  if (arguments.has("report")) return fitWithReport(arguments, file, item, model, samples);
   const auto estimator = model.estimator();
   RobustResult found;
   if (isRobust(arguments)) {
@@ -129,8 +172,7 @@ Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, c
   RealVector residuals;
   require(estimator->computeResiduals(samples, found.params, residuals));
   Fit result;
-  result.row.add("file", file).add("item", omUInt64(item)).add("model", std::string(model.name));
-  result.row.add("points", omUInt64(samples.nbSamples)).add("inliers", omUInt64(found.nbInliers));
+  result.row = rowOf(file, item, model, samples.nbSamples, found.nbInliers);
   for (std::size_t i = 0; i < model.paramNames.size(); ++i)
     result.row.add(std::string(model.paramNames[i]), found.params(i));
   addDistances(result.row, model, residuals, found);
@@ -201,6 +243,8 @@ Command fitCommand() {
        "wrong"},
       {"iterations", 0, eOptionKind::Count, "N", "most draws; 10000 when not given"},
       {"ranked", 0, eOptionKind::Flag, "", "the points come in order of their quality, the best first"},
+      {"report", 0, eOptionKind::Flag, "",
+       "least distances of points from a shape, and the standard deviation of each parameter, \"u_radius\""},
       {"columns", 0, eOptionKind::Text, "I,J,...", "use these columns of a table, counted from 1"},
       outputOption("write what was fitted to an archive; \"-\" prints it instead of the results"),
       fromOption()};
@@ -219,6 +263,7 @@ Command fitCommand() {
       std::move(options),
       {{"ormix fit circle --robust --threshold 0.15 --format csv fits.txt",
         "A circle for each set of points, outliers left out"},
+       {"ormix fit circle --report fits.txt", "The circles nearest to the points, and how sure they are"},
        {"ormix fit plane part.stl", "The plane through the vertices of a mesh"},
        {"ormix fit similarity pairs.csv", "How marks on one image were moved to those on another"},
        {"ormix fit ellipse fits.txt -o - | ormix measure -", "What was fitted, measured"}},

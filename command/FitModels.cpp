@@ -6,12 +6,14 @@
 #include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
+#include <ORMIXGeometry/Estimation/2d/Fit2d.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Line2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Ellipsoid3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Fit3d.h>
 #include <ORMIXGeometry/Estimation/3d/HomographyTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
@@ -90,6 +92,17 @@ SerializationObjectPtr ellipsoid(const RealVector& p) {
   });
 }
 
+template <class Entity>
+using FitOf = BoolResult (*)(const SampleView&, const FitOptions&, Entity&, FitReport&);
+
+template <class Entity, FitOf<Entity> fit>
+BoolResult reported(const SampleView& samples, const FitOptions& options, SerializationObjectPtr& entity,
+                    FitReport& report) {
+  const auto made = boost::make_shared<Entity>();
+  entity = made;
+  return fit(samples, options, *made, report);
+}
+
 }  // namespace
 
 omReal64 FitModel::distance(omReal64 residual, const RealVector& params) const {
@@ -100,22 +113,36 @@ omReal64 FitModel::distance(omReal64 residual, const RealVector& params) const {
 
 const std::vector<FitModel>& fitModels() {
   static const std::vector<FitModel> models{
-      {"circle", 2, {"center_x", "center_y", "radius"}, true, make<Circle2dEstimator>, circle},
+      {"circle",
+       2,
+       {"center_x", "center_y", "radius"},
+       true,
+       make<Circle2dEstimator>,
+       circle,
+       reported<Circle2d<omReal64>, fitCircle>},
       {"ellipse",
        2,
        {"center_x", "center_y", "major_radius", "minor_radius", "theta"},
        false,
        make<Ellipse2dEstimator>,
-       ellipse},
-      {"line", 2, {"theta", "rho"}, false, make<Line2dEstimator>, line},
-      {"plane", 3, {"theta", "phi", "rho"}, false, make<Plan3dEstimator>, plane},
-      {"sphere", 3, {"center_x", "center_y", "center_z", "radius"}, true, make<Sphere3dEstimator>, sphere},
+       ellipse,
+       reported<Ellipse2d<omReal64>, fitEllipse>},
+      {"line", 2, {"theta", "rho"}, false, make<Line2dEstimator>, line, reported<Line2d, fitLine>},
+      {"plane", 3, {"theta", "phi", "rho"}, false, make<Plan3dEstimator>, plane, reported<Plan3d, fitPlan>},
+      {"sphere",
+       3,
+       {"center_x", "center_y", "center_z", "radius"},
+       true,
+       make<Sphere3dEstimator>,
+       sphere,
+       reported<Sphere3d<omReal64>, fitSphere>},
       {"ellipsoid",
        3,
        {"center_x", "center_y", "center_z", "major_radius", "medium_radius", "minor_radius", "alpha", "beta", "chi"},
        false,
        make<Ellipsoid3dEstimator>,
-       ellipsoid},
+       ellipsoid,
+       reported<Ellipsoid3d<omReal64>, fitEllipsoid>},
       {"translation",
        4,
        {"tx", "ty"},

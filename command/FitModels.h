@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Estimation/FitReport.h>
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
 #include <ORMIXMath/Estimation/BaseEstimator.h>
 #include <ORMIXSerialization/Object/ObjectArchive.h>
@@ -18,6 +19,9 @@ struct FitModel {
   bool isAlgebraic;                          ///< whether residuals are d² + 2 r d for a distance d, r the last one
   std::unique_ptr<BaseEstimator> (*estimator)();
   SerializationObjectPtr (*entity)(const RealVector& params);  ///< the entity or transform
+  /// The fit that answers a report; null where there is none.
+  BoolResult (*report)(const SampleView& samples, const FitOptions& options, SerializationObjectPtr& entity,
+                       geom::FitReport& report) = nullptr;
 
   /// The distance of a point from the model.
   omReal64 distance(omReal64 residual, const RealVector& params) const;
