@@ -1,5 +1,5 @@
 #include <ORMIXGeometry/Estimation/FitWithReport.h>
-#include <ORMIXMath/Estimation/RobustEstimation.h>
+#include <ORMIXMath/Estimation/RobustStatus.h>
 
 #include <algorithm>
 
@@ -30,7 +30,8 @@ BoolResult leaveOutOutliers(BaseEstimator& estimator, const SampleView& samples,
                             UsedSamples& used, FitResult& result) {
   RobustResult robust;
   const BoolResult found = robustEstimation(estimator, used.samples, *options.robust, robust);
-  if (!found) return failed(failedStatus(eEC_NoConsensus, {}, 0, 0, found.getMessage()), result);
+  used.robust = robustStatus(found, robust, *options.robust, estimator.getMinimalDataSize());
+  if (!found || used.robust.code == eEC_Stopped) return failed(std::move(used.robust), result);
   if (used.isUsed.empty()) used.isUsed.assign(samples.nbSamples, true);
   std::size_t next = 0;
   for (std::size_t i = 0; i < samples.nbSamples; ++i)
@@ -67,6 +68,7 @@ BoolResult startFit(BaseEstimator& estimator, const SampleView& samples, const F
 void finishFit(UsedSamples& used, std::size_t nbSamples, std::vector<omReal64> residuals, FitResult& result) {
   result.residuals = std::move(residuals);
   result.inliers = std::move(used.inliers);
+  result.status = std::move(used.robust);
   if (used.isUsed.empty()) return;
   std::vector<omReal64> weights(nbSamples, 0);
   std::size_t next = 0;

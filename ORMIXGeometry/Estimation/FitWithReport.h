@@ -23,6 +23,7 @@ struct UsedSamples {
   SampleView weights;         ///< Theirs, as given or `weightValues`; empty for none.
   std::vector<bool> isUsed;   ///< For each sample that was given; empty when all are used.
   std::vector<bool> inliers;  ///< The same, of the robust loop; empty without one.
+  EstimationStatus robust;    ///< How that loop ended, which may be without confidence.
   std::vector<omReal64> values;
   std::vector<omReal64> weightValues;
 };
@@ -31,7 +32,7 @@ struct UsedSamples {
 /// `result`.
 BoolResult startFit(BaseEstimator& estimator, const SampleView& samples, const FitOptions& options, UsedSamples& used,
                     RealVector& params, FitResult& result);
-/// Completes a result with what it has for each sample that was given.
+/// Completes a result with what it has for each sample that was given, and how the robust loop ended.
 void finishFit(UsedSamples& used, std::size_t nbSamples, std::vector<omReal64> residuals, FitResult& result);
 
 /// Estimates the parameters, takes them as the start `stateOf(model, params)` of a fit of `Model`, and answers the

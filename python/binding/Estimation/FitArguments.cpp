@@ -60,6 +60,10 @@ void FitArguments::setRobust(const py::object& robust) {
       _robust.nbMaxIterations = py::cast<std::size_t>(value);
     else if (name == "local_optimisation")
       _robust.localOptimisation = py::cast<bool>(value);
+    else if (name == "max_false_alarms")
+      _robust.maxFalseAlarms = py::cast<omReal64>(value);
+    else if (name == "is_ranked")
+      _robust.isRanked = py::cast<bool>(value);
     else
       throw py::value_error("robust: there is no option \"" + name + "\"");
   }
