@@ -21,6 +21,7 @@ PYBIND11_MODULE(_core, module) {
   bindContact(module);
   bindDistance(module);
   bindExtent(module);
+  bindForm(module);
   bindLocation(module);
   bindRTree(module);
   bindSkeleton(module);

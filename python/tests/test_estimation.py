@@ -248,3 +248,33 @@ def test_fits_refuse_wrong_options():
         og.fit_circle(points, report=True)[1].standard_uncertainty("rho")
     with pytest.raises(ZeroDivisionError):
         og.fit_circle(points, report=True, progress=lambda fraction: 1 / 0)
+
+
+FORMS = {
+    "planar_straightness": (2, lambda t, r, e: np.stack([9 * t, e], -1)),
+    "spatial_straightness": (3, lambda t, r, e: np.stack([9 * t, e, e * r], -1)),
+    "flatness": (3, lambda t, r, e: np.stack([9 * t, 5 * r, e], -1)),
+    "roundness": (2, lambda t, r, e: (2 + e)[:, None] * np.stack([np.cos(6 * t), np.sin(6 * t)], -1)),
+    "sphericity": (3, lambda t, r, e: (2 + e)[:, None] * np.stack(
+        [np.cos(6 * t) * np.sqrt(1 - r * r), np.sin(6 * t) * np.sqrt(1 - r * r), r], -1)),
+    "cylindricity": (3, lambda t, r, e: np.stack([(2 + e) * np.cos(6 * t), 7 * r, (2 + e) * np.sin(6 * t)], -1)),
+}
+
+
+@pytest.mark.parametrize("name", FORMS)
+def test_forms_are_least_from_the_zone_and_refuse_what_is_none(name):
+    dimension, make = FORMS[name]
+    measure = getattr(og, name)
+    draw = np.random.default_rng(14)
+    points = make(draw.random(200), draw.uniform(-1, 1, 200), 0.01 * draw.uniform(-1, 1, 200))
+    zone, least_squares = measure(points), measure(points, reference="eFR_LeastSquares")
+    assert 0 < zone.deviation <= least_squares.deviation < 0.05
+    assert zone.reference == og.eFormReference.eFR_MinimumZone and least_squares.outer_contacts == []
+    assert zone.outer_contacts and max(zone.outer_contacts + zone.inner_contacts) < 200
+    assert len(zone.point) == len(zone.direction) == dimension and "deviation=" in repr(zone)
+    with pytest.raises(og.Error, match="eEC_TooFewSamples"):
+        measure(points[:1])
+    with pytest.raises(og.Error, match="sample 7"):
+        measure(np.where(np.arange(200)[:, None] == 7, np.nan, points))
+    with pytest.raises(ValueError):
+        measure(points[:, :1])

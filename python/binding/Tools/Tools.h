@@ -9,6 +9,7 @@ namespace ormix::python {
 void bindContact(py::module_& module);
 void bindDistance(py::module_& module);
 void bindExtent(py::module_& module);
+void bindForm(py::module_& module);
 void bindHtml(py::module_& module);
 void bindLocation(py::module_& module);
 void bindRTree(py::module_& module);
