@@ -1,12 +1,11 @@
 #pragma once
 
 #include <ORMIXGeometry/Estimation/FitReport.h>
+#include <ORMIXGeometry/Estimation/FitWithReport.h>
 #include <ORMIXMath/Algebra/AlgebraTypes.h>
 #include <ORMIXMath/Estimation/ConditionFit.h>
 #include <ORMIXMath/Estimation/FitOptions.h>
-#include <ORMIXMath/Estimation/RobustEstimation.h>
 
-#include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
 #include <cmath>
 #include <cstddef>
@@ -27,61 +26,6 @@
 ///   or transform is made of.
 
 namespace ormix::geom::detail {
-
-/// The samples with a weight that are no outliers, and their weights: copies only where some are left out.
-class UsedSamples {
- public:
-  UsedSamples(const SampleView& samples, const SampleView& weights, const std::vector<bool>& inliers)
-      : _samples(samples), _weights(weights) {
-    const bool isWeighted = weights.dimension == 1 && weights.nbSamples == samples.nbSamples;
-    const auto isUsed = [&](std::size_t i) {
-      return (inliers.empty() || inliers[i]) && (!isWeighted || weights[i][0] != 0);
-    };
-    const bool haveFewer = weights.nbSamples != 0 && weights.nbSamples != samples.nbSamples;
-    for (std::size_t i = 0; i < samples.nbSamples; ++i)
-      if (isUsed(i)) _indices.push_back(i);
-    if (_indices.size() == samples.nbSamples || haveFewer) return;
-    for (const std::size_t i : _indices) {
-      _values.insert(_values.end(), samples[i], samples[i] + samples.dimension);
-      if (!weights.empty()) _weightValues.insert(_weightValues.end(), weights[i], weights[i] + weights.dimension);
-    }
-    _samples = {_values.data(), _indices.size(), samples.dimension};
-    if (!weights.empty()) _weights = {_weightValues.data(), _indices.size(), weights.dimension};
-  }
-  UsedSamples(const UsedSamples&) = delete;
-  UsedSamples& operator=(const UsedSamples&) = delete;
-
-  const SampleView& samples() const { return _samples; }
-  const SampleView& weights() const { return _weights; }
-  /// Of the samples that were given.
-  const std::vector<std::size_t>& indices() const { return _indices; }
-
- private:
-  SampleView _samples, _weights;
-  std::vector<std::size_t> _indices;
-  std::vector<omReal64> _values, _weightValues;
-};
-
-/// Fills the report with the failure and answers it.
-inline BoolResult failedFit(EstimationStatus status, BoolResult result, FitReport& report) {
-  FitReport failed;
-  failed.model = report.model;
-  failed.status = std::move(status);
-  if (failed.status.message.empty()) failed.status.message = result.getMessage();
-  report = std::move(failed);
-  return result;
-}
-
-/// Outliers by the robust loop, where one is wanted.
-inline BoolResult findInliers(BaseEstimator& estimator, const SampleView& samples, const FitOptions& options,
-                              FitReport& report) {
-  if (!options.robust) return {};
-  RobustResult robust;
-  BoolResult result = robustEstimation(estimator, samples, *options.robust, robust);
-  if (!result) return failedFit(failedStatus(eEC_NoConsensus, {}, 0, 0), result, report);
-  report.inliers = std::move(robust.inliers);
-  return result;
-}
 
 /// What is in the frame of the samples, of the weights, and the options.
 template <class Frame>
@@ -143,30 +87,22 @@ inline std::vector<omReal64> propagated(const std::vector<omReal64>& by, const s
   return result;
 }
 
-/// Gives residuals and weights their places among all samples and their unit.
+/// The residuals of all samples that were given, in their unit.
 template <class Frame>
-void spreadResiduals(const Frame& frame, const typename Frame::Model& model, const SampleView& samples,
-                     const UsedSamples& used, FitReport& report) {
+std::vector<omReal64> residualsOf(const Frame& frame, const typename Frame::Model& model, const SampleView& samples) {
   using Model = typename Frame::Model;
   constexpr std::size_t K = Model::s_nbConditions, M = Model::s_sampleDimension;
-  const bool areAll = used.indices().size() == samples.nbSamples;
-  if (!areAll) {
-    std::vector<omReal64> weights(samples.nbSamples, 0), residuals(samples.nbSamples);
-    for (std::size_t k = 0; k < used.indices().size(); ++k)
-      weights[used.indices()[k]] = report.weights.empty() ? 1 : report.weights[k];
-    Conditions<K, Model::s_nbTangents, M> conditions;
-    std::array<omReal64, M> framed;
-    for (std::size_t i = 0; i < samples.nbSamples; ++i) {
-      frame.toFrame(samples[i], framed.data());
-      model.evaluate(framed.data(), conditions);
-      omReal64 square = 0;
-      for (const omReal64 value : conditions.values) square += value * value;
-      residuals[i] = K == 1 ? conditions.values[0] : std::sqrt(square);
-    }
-    report.weights = std::move(weights);
-    report.residuals = std::move(residuals);
+  std::vector<omReal64> residuals(samples.nbSamples);
+  Conditions<K, Model::s_nbTangents, M> conditions;
+  std::array<omReal64, M> framed;
+  for (std::size_t i = 0; i < samples.nbSamples; ++i) {
+    frame.toFrame(samples[i], framed.data());
+    model.evaluate(framed.data(), conditions);
+    omReal64 square = 0;
+    for (const omReal64 value : conditions.values) square += value * value;
+    residuals[i] = (K == 1 ? conditions.values[0] : std::sqrt(square)) / frame.unit();
   }
-  for (omReal64& residual : report.residuals) residual /= frame.unit();
+  return residuals;
 }
 
 /// Fits the model of the frame. `use` receives what the entity or transform is made of after a success.
@@ -174,36 +110,30 @@ void spreadResiduals(const Frame& frame, const typename Frame::Model& model, con
 template <class Frame, class Use>
 BoolResult reportOf(const char* model, std::vector<std::string> names, const SampleView& samples,
                     const FitOptions& options, FitReport& report, const Use& use) {
-  FitReport found;
-  found.model = model;
   typename Frame::Estimator estimator;
-  BoolResult result = findInliers(estimator, samples, options, found);
-  if (!result) return failedFit(found.status, result, report);
-  const UsedSamples used(samples, options.weights, found.inliers);
+  UsedSamples used;
   RealVector params;
-  result = estimator.computeEstimation(used.samples(), params);
-  if (!result) {
-    EstimationStatus status = estimator.getStatus();
-    for (std::size_t& index : status.indices) index = used.indices()[index];
-    return failedFit(std::move(status), result, report);
+  FitResult found;
+  BoolResult result = startFit(estimator, samples, options, used, params, found);
+  if (result) {
+    const Frame frame(used.samples, params);
+    const FramedFit<Frame> framed(frame, used.samples, used.weights, options);
+    typename Frame::Model fitted = frame.start();
+    result = fitConditions(framed.samples(), framed.options, fitted, found);
+    if (result) {
+      finishFit(used, samples.nbSamples, residualsOf(frame, fitted, samples), found);
+      if (framed.covariances.empty()) found.sigma0 /= frame.unit();
+      const bool isMoved = found.nbIterations > 0;
+      found.params = frame.params(fitted, isMoved);
+      found.covariance = propagated(frame.byTangent(fitted), found.covariance, Frame::Model::s_nbTangents);
+      use(frame.parts(fitted, isMoved));
+      report = FitReport(model, std::move(names), std::move(found));
+      return result;
+    }
+    nameGivenSamples(used, found.status);
   }
-  const Frame frame(used.samples(), params);
-  const FramedFit<Frame> framed(frame, used.samples(), used.weights(), options);
-  typename Frame::Model fitted = frame.start();
-  result = fitConditions(framed.samples(), framed.options, fitted, found);
-  if (!result) {
-    for (std::size_t& index : found.status.indices) index = used.indices()[index];
-    return failedFit(found.status, result, report);
-  }
-  spreadResiduals(frame, fitted, samples, used, found);
-  if (framed.covariances.empty()) found.sigma0 /= frame.unit();
-  const bool isMoved = found.nbIterations > 0;
-  found.params = frame.params(fitted, isMoved);
-  found.covariance = propagated(frame.byTangent(fitted), found.covariance, Frame::Model::s_nbTangents);
-  found.parameterNames = std::move(names);
-  use(frame.parts(fitted, isMoved));
-  report = std::move(found);
-  return {};
+  report = failedReport(model, options, std::move(found.status));
+  return result;
 }
 
 }  // namespace ormix::geom::detail

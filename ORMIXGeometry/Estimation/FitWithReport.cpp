@@ -61,8 +61,19 @@ BoolResult startFit(BaseEstimator& estimator, const SampleView& samples, const F
   if (options.robust) found = leaveOutOutliers(estimator, samples, options, used, result);
   if (!found) return found;
   found = estimator.computeEstimation(used.samples, params);
-  if (!found) result.status = estimator.getStatus();
+  if (!found) {
+    result.status = estimator.getStatus();
+    nameGivenSamples(used, result.status);
+  }
   return found;
+}
+
+void nameGivenSamples(const UsedSamples& used, EstimationStatus& status) {
+  if (used.isUsed.empty() || status.indices.empty()) return;
+  std::vector<std::size_t> given;
+  for (std::size_t i = 0; i < used.isUsed.size(); ++i)
+    if (used.isUsed[i]) given.push_back(i);
+  for (std::size_t& index : status.indices) index = given[index];
 }
 
 void finishFit(UsedSamples& used, std::size_t nbSamples, std::vector<omReal64> residuals, FitResult& result) {
@@ -75,6 +86,13 @@ void finishFit(UsedSamples& used, std::size_t nbSamples, std::vector<omReal64> r
   for (std::size_t i = 0; i < nbSamples; ++i)
     if (used.isUsed[i]) weights[i] = result.weights.empty() ? 1 : result.weights[next++];
   result.weights = std::move(weights);
+}
+
+FitReport failedReport(const char* name, const FitOptions& options, EstimationStatus status) {
+  FitResult failed;
+  failed.method = options.method;
+  failed.status = std::move(status);
+  return FitReport(name, {}, std::move(failed));
 }
 
 }  // namespace ormix::geom::detail

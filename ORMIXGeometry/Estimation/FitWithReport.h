@@ -32,8 +32,13 @@ struct UsedSamples {
 /// `result`.
 BoolResult startFit(BaseEstimator& estimator, const SampleView& samples, const FitOptions& options, UsedSamples& used,
                     RealVector& params, FitResult& result);
+/// Makes the indices of a status those of the samples that were given, where fewer are used.
+void nameGivenSamples(const UsedSamples& used, EstimationStatus& status);
 /// Completes a result with what it has for each sample that was given, and how the robust loop ended.
 void finishFit(UsedSamples& used, std::size_t nbSamples, std::vector<omReal64> residuals, FitResult& result);
+
+/// The report on a fit that failed.
+FitReport failedReport(const char* name, const FitOptions& options, EstimationStatus status);
 
 /// Estimates the parameters, takes them as the start `stateOf(model, params)` of a fit of `Model`, and answers the
 /// report; on success `use(reported parameters)` is called.
@@ -60,11 +65,9 @@ BoolResult fitWithReport(BaseEstimator& estimator, const char* name, const std::
       report = FitReport(name, parameterNames, std::move(found));
       return result;
     }
+    nameGivenSamples(used, found.status);
   }
-  FitResult failed;
-  failed.method = options.method;
-  failed.status = std::move(found.status);
-  report = FitReport(name, {}, std::move(failed));
+  report = failedReport(name, options, std::move(found.status));
   return result;
 }
 

@@ -2,6 +2,8 @@
 #include <ORMIXGeometry/Estimation/2d/Line2dIntersectionEstimator.h>
 #include <ORMIXGeometry/Estimation/ConditionReport.h>
 
+#include <algorithm>
+
 namespace ormix::geom {
 
 namespace {

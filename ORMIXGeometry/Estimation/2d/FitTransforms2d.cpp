@@ -10,6 +10,7 @@
 #include <ORMIXGeometry/Transform/2d/SimilarityTransform2d.h>
 #include <ORMIXGeometry/Transform/2d/TranslationTransform2d.h>
 
+#include <algorithm>
 #include <boost/numeric/ublas/matrix.hpp>
 
 namespace ormix::geom {

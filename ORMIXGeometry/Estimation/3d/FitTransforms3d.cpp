@@ -10,6 +10,7 @@
 #include <ORMIXGeometry/Transform/3d/SimilarityTransform3d.h>
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 
+#include <algorithm>
 #include <boost/numeric/ublas/matrix.hpp>
 
 namespace ormix::geom {
