@@ -22,6 +22,9 @@ class ORMIX_GEOMETRY_API GeometryEstimator : public RegisteredObject<Self, BaseE
   GeometryEstimator& operator=(GeometryEstimator&&) = default;
   ~GeometryEstimator() override = default;
 
+  /// Fails as fail(), of points, with what they have in common or, where that is nothing, with the code given.
+  BoolResult failOf(const SampleView& points, eEstimationCode otherwise, BoolResult prescribed);
+
  private:
   friend FieldAccess;
   // An estimator has no state.

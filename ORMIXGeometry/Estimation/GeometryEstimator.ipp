@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ORMIXGeometry/Estimation/CloudVerdict.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
 #include <ORMIXGeometry/Message/EstimationMessage.h>
 #include <ORMIXMath/Scalar/EuclideanNorm.h>
@@ -8,6 +9,7 @@
 #include <boost/numeric/ublas/vector.hpp>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace ormix::geom {
 
@@ -16,6 +18,12 @@ GeometryEstimator<Self>::GeometryEstimator() {
   static_assert(isListed<Self>(EstimatorList()),
                 "an estimator is missing in EstimatorList: add it in Estimation/EstimatorClasses.h");
   this->initBase(Self::s_minimalDataSize, Self::s_nbParams, Self::s_sampleDimension);
+}
+
+template <class Self>
+BoolResult GeometryEstimator<Self>::failOf(const SampleView& points, eEstimationCode otherwise, BoolResult prescribed) {
+  const detail::PairVerdict verdict = detail::cloudVerdict(points, otherwise);
+  return this->fail(verdict.code, verdict.quantity, verdict.value, verdict.threshold, std::move(prescribed));
 }
 
 namespace detail {

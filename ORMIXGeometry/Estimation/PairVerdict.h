@@ -2,13 +2,14 @@
 
 #include <ORMIXGeometry/Estimation/CentredSums.h>
 #include <ORMIXMath/Estimation/EstimationStatus.h>
+#include <ORMIXUtil/NumericLimits.h>
 
 #include <array>
 #include <cmath>
 #include <string_view>
 
 /// \file
-/// Why pairs do not determine a transform; not installed.
+/// Why samples do not determine a model, and pairs no transform; not installed.
 
 namespace ormix::geom::detail {
 
@@ -19,9 +20,12 @@ struct PairVerdict {
   omReal64 value, threshold;
 };
 
-// The one threshold with a unit: what passes it depends on the scale of the coordinates.
+// The thresholds with a unit: what passes them depends on the scale of the coordinates.
 constexpr std::string_view s_prescribedSums =
     "largest sum of products of centred coordinates, against a prescribed absolute threshold";
+
+constexpr std::string_view s_prescribedProduct =
+    "mean product of the centred coordinates, against a prescribed absolute threshold";
 
 /// Whether the sources or the targets are one point to rounding.
 template <std::size_t D>

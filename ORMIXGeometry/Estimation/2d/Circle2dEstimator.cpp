@@ -18,7 +18,8 @@ BoolResult Circle2dEstimator::processViewEstimation(const SampleView& samples, R
     std::size_t rank = 0;
     found = circleFromSamples(samples, params(0), params(1), params(2), rank);
   }
-  return found ? BoolResult() : detail::estimationFailure(eEstimationMessage::eEsM_CircleRank);
+  if (found) return {};
+  return failOf(samples, eEC_RankDeficient, detail::estimationFailure(eEstimationMessage::eEsM_CircleRank));
 }
 
 BoolResult Circle2dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,

@@ -11,10 +11,12 @@ BoolResult Ellipse2dEstimator::processViewEstimation(const SampleView& samples, 
   std::size_t rank = 0;
   const bool found = ellipseFromSamples(samples, params(0), params(1), params(2), params(3), params(4), rank);
   constexpr std::size_t smallestRank = 2;
-  if (rank < smallestRank) return detail::estimationFailure(eEstimationMessage::eEsM_EllipseRank);
-  if (!found) return detail::estimationFailure(eEstimationMessage::eEsM_EllipseNotAnEllipse);
+  if (rank < smallestRank)
+    return failOf(samples, eEC_RankDeficient, detail::estimationFailure(eEstimationMessage::eEsM_EllipseRank));
+  if (!found)
+    return failOf(samples, eEC_NotOfThisType, detail::estimationFailure(eEstimationMessage::eEsM_EllipseNotAnEllipse));
   if (!(params(2) > 0) || !(params(3) > 0))
-    return detail::estimationFailure(eEstimationMessage::eEsM_EllipseNullRadius);
+    return failOf(samples, eEC_NullRadius, detail::estimationFailure(eEstimationMessage::eEsM_EllipseNullRadius));
   return {};
 }
 

@@ -64,10 +64,17 @@ BoolResult Line2dEstimator::processViewEstimation(const SampleView& samples, Rea
   if (samples.nbSamples == s_minimalDataSize) {
     const omReal64* p = samples.data;
     if (lineFromPoints(p[0], p[1], p[2], p[3], params(0), params(1))) return {};
-    return detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection);
+    return failOf(samples, eEC_NoDirection, detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection));
   }
   const Moments moments = momentsOf(samples);
-  if (!haveDirection(moments)) return detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection);
+  if (!haveDirection(moments)) {
+    const omReal64 largest = std::max(moments.sxx, moments.syy), threshold = NumericLimits<omReal64>::s_sqrt_eps;
+    BoolResult failed = detail::estimationFailure(eEstimationMessage::eEsM_LineNoDirection);
+    // Of what is no direction only by the absolute threshold, that is said.
+    if (std::abs(moments.sxy) > threshold * largest)
+      return fail(eEC_NoDirection, detail::s_prescribedProduct, std::abs(moments.sxy), threshold, std::move(failed));
+    return failOf(samples, eEC_NoDirection, std::move(failed));
+  }
   const omReal64 theta = normalAngle(moments);
   params(0) = theta;
   params(1) = moments.mx * std::cos(theta) + moments.my * std::sin(theta);

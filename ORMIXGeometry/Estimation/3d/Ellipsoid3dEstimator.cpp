@@ -12,9 +12,13 @@ BoolResult Ellipsoid3dEstimator::processViewEstimation(const SampleView& samples
   EllipsoidParameters found;
   const bool isEllipsoid = ellipsoidFromSamples(samples, found, rank);
   constexpr std::size_t smallestRank = 5;
-  if (rank < smallestRank) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidRank);
-  if (!isEllipsoid) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNotAnEllipsoid);
-  if (!(found.c > 0)) return detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNullRadius);
+  if (rank < smallestRank)
+    return failOf(samples, eEC_RankDeficient, detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidRank));
+  if (!isEllipsoid)
+    return failOf(samples, eEC_NotOfThisType,
+                  detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNotAnEllipsoid));
+  if (!(found.c > 0))
+    return failOf(samples, eEC_NullRadius, detail::estimationFailure(eEstimationMessage::eEsM_EllipsoidNullRadius));
   const std::array<omReal64, s_nbParams> values{found.cx, found.cy,    found.cz,   found.a,  found.b,
                                                 found.c,  found.alpha, found.beta, found.chi};
   std::copy(values.begin(), values.end(), params.begin());

@@ -112,7 +112,8 @@ BoolResult Plan3dEstimator::processViewEstimation(const SampleView& samples, Rea
       samples.nbSamples == s_minimalDataSize
           ? planFromPoints(p[0], p[1], p[2], p[3], p[4], p[5], p[6], p[7], p[8], params(2), params(0), params(1))
           : planFromSamples(samples, params(2), params(0), params(1));
-  return found ? BoolResult() : detail::estimationFailure(eEstimationMessage::eEsM_PlanNoDirection);
+  if (found) return {};
+  return failOf(samples, eEC_NoDirection, detail::estimationFailure(eEstimationMessage::eEsM_PlanNoDirection));
 }
 
 BoolResult Plan3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,

@@ -19,7 +19,8 @@ BoolResult Sphere3dEstimator::processViewEstimation(const SampleView& samples, R
     std::size_t rank = 0;
     found = sphereFromSamples(samples, params(0), params(1), params(2), params(3), rank);
   }
-  return found ? BoolResult() : detail::estimationFailure(eEstimationMessage::eEsM_SphereRank);
+  if (found) return {};
+  return failOf(samples, eEC_RankDeficient, detail::estimationFailure(eEstimationMessage::eEsM_SphereRank));
 }
 
 BoolResult Sphere3dEstimator::processViewResiduals(const SampleView& samples, const RealVector& params,

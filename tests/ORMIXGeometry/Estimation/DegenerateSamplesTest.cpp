@@ -80,6 +80,39 @@ std::vector<Degenerate> degenerates() {
   };
 }
 
+/// Of points, for estimators of entities, whose names are given whole.
+std::vector<Degenerate> clouds() {
+  const Values one2 = along([](omReal64) { return Values{3, 4}; });
+  const Values line2 = along([](omReal64 t) { return Values{t, 2 * t + 1}; });
+  const Values cross2{1, 0, 0, 1, -1, 0, 0, -1};
+  const Values parabola2 = along([](omReal64 t) { return Values{t, t * t}; });
+  const Values one3 = along([](omReal64) { return Values{3, 4, 5}; });
+  const Values line3 = along([](omReal64 t) { return Values{t, 2 * t + 1, -t}; });
+  Values plane3, saddle3, cross3{1, 0, 0, -1, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 1, 0, 0, -1};
+  for (int x = -2; x < 3; ++x)
+    for (int y = -2; y < 3; ++y) {
+      plane3.insert(plane3.end(), {omReal64(x), omReal64(y), omReal64(x + y + 1)});
+      saddle3.insert(saddle3.end(), {omReal64(x), omReal64(y), omReal64(x * x - y * y)});
+    }
+  const auto repeated = [](const Values& values, std::size_t times) {
+    Values result;
+    for (std::size_t k = 0; k < times; ++k) result.insert(result.end(), values.begin(), values.end());
+    return result;
+  };
+  return {
+      {"Circle2d Ellipse2d Line2d", 2, "one point", one2, eEC_Coincident, {1, 2, 3, 4, 5}},
+      {"Circle2d Ellipse2d", 2, "a line", line2, eEC_Collinear},
+      {"Line2d", 2, "a cross", cross2, eEC_NoDirection},
+      {"Ellipse2d", 2, "a parabola", parabola2, eEC_NotOfThisType},
+      {"Sphere3d Plan3d", 3, "one point", one3, eEC_Coincident, {1, 2, 3, 4, 5}},
+      {"Ellipsoid3d", 3, "one point", repeated({3, 4, 5}, 9), eEC_Coincident, {1, 2, 3, 4, 5, 6, 7, 8}},
+      {"Sphere3d Plan3d", 3, "a line", line3, eEC_Collinear},
+      {"Sphere3d Ellipsoid3d", 3, "a plane", plane3, eEC_Coplanar},
+      {"Plan3d", 3, "a cross", cross3, eEC_NoDirection},
+      {"Ellipsoid3d", 3, "a saddle", saddle3, eEC_NotOfThisType},
+  };
+}
+
 /// Moves whole numbers by 2^30 and scales them, exactly.
 Values moved(Values values, omReal64 scale, omReal64 offset) {
   for (omReal64& value : values) value = (value + offset) * scale;
@@ -115,6 +148,19 @@ TEST(DegenerateSamples, HaveTheSameStatusAtEveryScaleAndPlace) {
           SCOPED_TRACE(std::string(input.what) + ", scale " + std::to_string(scale) + ", at " + std::to_string(offset));
           const Values values = moved(input.values, scale, offset);
           expectStatus(*estimator, viewOf(values, 2 * input.dimension), input.code, input.indices);
+        }
+    }
+  for (const Degenerate& input : clouds())
+    for (const auto& estimator : made(EstimatorList())) {
+      const std::string name = estimator->getClassName().substr(std::string("ormix::geom::").size());
+      const std::string models = " " + std::string(input.estimators) + " ";
+      if (models.find(" " + name.substr(0, name.find("Estimator")) + " ") == std::string::npos) continue;
+      ++nbInputs;
+      for (const omReal64 scale : {0x1p-20, 1.0, 0x1p20})
+        for (const omReal64 offset : {0.0, -0x1p10, 0x1p30}) {
+          SCOPED_TRACE(std::string(input.what) + ", scale " + std::to_string(scale) + ", at " + std::to_string(offset));
+          const Values values = moved(input.values, scale, offset);
+          expectStatus(*estimator, viewOf(values, input.dimension), input.code, input.indices);
         }
     }
   // Whatever the model: too few, numbers that are none, and another dimension.
