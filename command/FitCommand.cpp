@@ -5,7 +5,7 @@
 #include <command/frame/Interrupt.h>
 #include <command/io/Documents.h>
 #include <command/io/Outputs.h>
-#include <command/io/PointsOf.h>
+#include <command/io/PointSets.h>
 #include <command/io/Rows.h>
 
 #include <algorithm>
@@ -121,7 +121,6 @@ Row rowOf(const std::string& file, std::size_t item, const FitModel& model, std:
 /// The fit of least distances with the standard deviation of each parameter.
 Fit fitWithReport(const Arguments& arguments, const std::string& file, std::size_t item, const FitModel& model,
                   const SampleView& samples) {
-  if (!model.report) throw DataError("there is no report on a model \"" + std::string(model.name) + '"');
   InterruptScope scope;
   const RobustOptions robust = robustOptionsOf(arguments);
   FitOptions options;
@@ -154,7 +153,7 @@ Fit fitWithReport(const Arguments& arguments, const std::string& file, std::size
 Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, const PointSet& set) {
   const FitModel& model = modelOf(arguments.operands().front(), set.dimension);
   const SampleView samples{set.values.data(), set.nbRows(), set.dimension};
-  if (arguments.has("report")) return fitWithReport(arguments, file, item, model, samples);
+  if (arguments.has("report") || !model.estimator) return fitWithReport(arguments, file, item, model, samples);
   const auto estimator = model.estimator();
   RobustResult found;
   if (isRobust(arguments)) {
@@ -182,19 +181,6 @@ Fit fit(const Arguments& arguments, const std::string& file, std::size_t item, c
   }
   result.entity = model.entity(found.params);
   return result;
-}
-
-/// The sets of points of a document: rows of a table, or the points of each entity that has some.
-std::vector<PointSet> pointSetsOf(const Document& document) {
-  if (document.format == eInputFormat::Points) return document.pointSets;
-  if (document.format == eInputFormat::Png) throw DataError("an image has no points");
-  std::vector<PointSet> sets;
-  for (const auto& entity : entitiesOf(document)) {
-    const std::optional<PointSet> points = pointsOf(*entity);
-    if (!points) throw DataError(entity->getClassName() + " has no points to fit to");
-    sets.push_back(*points);
-  }
-  return sets;
 }
 
 int run(const Arguments& arguments) {
@@ -244,7 +230,9 @@ Command fitCommand() {
       {"iterations", 0, eOptionKind::Count, "N", "most draws; 10000 when not given"},
       {"ranked", 0, eOptionKind::Flag, "", "the points come in order of their quality, the best first"},
       {"report", 0, eOptionKind::Flag, "",
-       "least distances of points from a shape, and the standard deviation of each parameter, \"u_radius\""},
+       "least distances, and the standard deviation of each parameter, as \"u_radius\"; arcs, cones, cylinders, tori, "
+       "and "
+       "circles and lines of space are always fitted so"},
       {"columns", 0, eOptionKind::Text, "I,J,...", "use these columns of a table, counted from 1"},
       outputOption("write what was fitted to an archive; \"-\" prints it instead of the results"),
       fromOption()};
@@ -253,9 +241,9 @@ Command fitCommand() {
       "fit",
       "MODEL [FILE...]",
       "shapes and transforms that fit points or pairs of points best",
-      "Models of points \"x y\": circle, ellipse, line; of points \"x y z\": plane, sphere, ellipsoid; of pairs \"x1 "
-      "y1 "
-      "x2 y2\" or \"x1 y1 z1 x2 y2 z2\", a source and its target: translation, rigid, similarity, homography.\n\n"
+      "Models of points \"x y\": arc, circle, ellipse, line; of points \"x y z\": circle, cone, cylinder, ellipsoid, "
+      "line, plane, sphere, torus; of pairs \"x1 y1 x2 y2\" or \"x1 y1 z1 x2 y2 z2\", a source and its target: "
+      "translation, rigid, similarity, homography.\n\n"
       "A text has a point or a pair on a line, its numbers parted by blanks, commas or semicolons; a blank line parts "
       "two sets, each of which is fitted. Archives, rings and meshes are fitted by their points. \"rms\" and "
       "\"greatest_distance\" are distances from the model of the points that agree. Angles are in radians.",

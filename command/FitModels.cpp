@@ -1,9 +1,15 @@
+#include <ORMIXGeometry/Entity/2d/Arc/Arc2d.h>
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
 #include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
+#include <ORMIXGeometry/Entity/3d/Circle/Circle3d.h>
+#include <ORMIXGeometry/Entity/3d/Cone/Cone3d.h>
+#include <ORMIXGeometry/Entity/3d/Cylinder/Cylinder3d.h>
 #include <ORMIXGeometry/Entity/3d/Ellipsoid/Ellipsoid3d.h>
+#include <ORMIXGeometry/Entity/3d/Line/Line3d.h>
 #include <ORMIXGeometry/Entity/3d/Plan/Plan3d.h>
 #include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
+#include <ORMIXGeometry/Entity/3d/Torus/Torus3d.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Fit2d.h>
@@ -103,6 +109,12 @@ BoolResult reported(const SampleView& samples, const FitOptions& options, Serial
   return fit(samples, options, *made, report);
 }
 
+/// A model that is fitted by least distances in any case.
+template <class Entity, FitOf<Entity> fit>
+FitModel onlyReported(std::string_view name, std::size_t dimension) {
+  return {name, dimension, {}, false, nullptr, nullptr, reported<Entity, fit>};
+}
+
 }  // namespace
 
 omReal64 FitModel::distance(omReal64 residual, const RealVector& params) const {
@@ -148,44 +160,63 @@ const std::vector<FitModel>& fitModels() {
        {"tx", "ty"},
        false,
        make<TranslationTransform2dEstimator>,
-       transform<TranslationTransform2d, 2>},
+       transform<TranslationTransform2d, 2>,
+       reported<TranslationTransform2d, fitTranslation>},
       {"translation",
        6,
        {"tx", "ty", "tz"},
        false,
        make<TranslationTransform3dEstimator>,
-       transform<TranslationTransform3d, 3>},
-      {"rigid", 4, {"theta", "tx", "ty"}, false, make<RigidTransform2dEstimator>, transform<RigidTransform2d, 3>},
+       transform<TranslationTransform3d, 3>,
+       reported<TranslationTransform3d, fitTranslation>},
+      {"rigid",
+       4,
+       {"theta", "tx", "ty"},
+       false,
+       make<RigidTransform2dEstimator>,
+       transform<RigidTransform2d, 3>,
+       reported<RigidTransform2d, fitRigid>},
       {"rigid",
        6,
        {"alpha", "beta", "chi", "tx", "ty", "tz"},
        false,
        make<RigidTransform3dEstimator>,
-       transform<RigidTransform3d, 6>},
+       transform<RigidTransform3d, 6>,
+       reported<RigidTransform3d, fitRigid>},
       {"similarity",
        4,
        {"scale", "theta", "tx", "ty"},
        false,
        make<SimilarityTransform2dEstimator>,
-       transform<SimilarityTransform2d, 4>},
+       transform<SimilarityTransform2d, 4>,
+       reported<SimilarityTransform2d, fitSimilarity>},
       {"similarity",
        6,
        {"scale", "alpha", "beta", "chi", "tx", "ty", "tz"},
        false,
        make<SimilarityTransform3dEstimator>,
-       transform<SimilarityTransform3d, 7>},
+       transform<SimilarityTransform3d, 7>,
+       reported<SimilarityTransform3d, fitSimilarity>},
       {"homography",
        4,
        {"m11", "m12", "m13", "m21", "m22", "m23", "m31", "m32", "m33"},
        false,
        make<HomographyTransform2dEstimator>,
-       homography<HomographyTransform2d, 3>},
+       homography<HomographyTransform2d, 3>,
+       reported<HomographyTransform2d, fitHomography>},
       {"homography",
        6,
        {"m11", "m12", "m13", "m14", "m21", "m22", "m23", "m24", "m31", "m32", "m33", "m34", "m41", "m42", "m43", "m44"},
        false,
        make<HomographyTransform3dEstimator>,
-       homography<HomographyTransform3d, 4>}};
+       homography<HomographyTransform3d, 4>,
+       reported<HomographyTransform3d, fitHomography>},
+      onlyReported<Arc2d<omReal64>, fitArc>("arc", 2),
+      onlyReported<Line3d, fitLine>("line", 3),
+      onlyReported<Circle3d<omReal64>, fitCircle>("circle", 3),
+      onlyReported<Cylinder3d<omReal64>, fitCylinder>("cylinder", 3),
+      onlyReported<Cone3d<omReal64>, fitCone>("cone", 3),
+      onlyReported<Torus3d<omReal64>, fitTorus>("torus", 3)};
   return models;
 }
 

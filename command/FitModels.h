@@ -17,11 +17,11 @@ struct FitModel {
   std::size_t dimension;                     ///< numbers of a point, or of a pair
   std::vector<std::string_view> paramNames;  ///< names of the parameters
   bool isAlgebraic;                          ///< whether residuals are d² + 2 r d for a distance d, r the last one
-  std::unique_ptr<BaseEstimator> (*estimator)();
-  SerializationObjectPtr (*entity)(const RealVector& params);  ///< the entity or transform
-  /// The fit that answers a report; null where there is none.
+  std::unique_ptr<BaseEstimator> (*estimator)();  ///< null where only the fit with a report finds the whole model
+  SerializationObjectPtr (*entity)(const RealVector& params);  ///< the entity or transform; null in the same case
+  /// The fit that answers a report.
   BoolResult (*report)(const SampleView& samples, const FitOptions& options, SerializationObjectPtr& entity,
-                       geom::FitReport& report) = nullptr;
+                       geom::FitReport& report);
 
   /// The distance of a point from the model.
   omReal64 distance(omReal64 residual, const RealVector& params) const;

@@ -49,7 +49,8 @@ constexpr std::array<KnownFile, 10> s_knownFiles{
      {"contacts.csv", "Which cells touch, and how long their contacts are"},
      {"contours.svg", "Rings, darker the larger; the ten largest with their rank"},
      {"contours.json", "Rings as read back from their archive"},
-     {"fits.svg", "Points, fitted shapes, and in red the distances between them; outliers found are grey"},
+     {"fits.svg",
+      "Points, fitted shapes with the regions of their centres, and in red the distances; outliers found are grey"},
      {"fits.json", "Shapes as read back from their archive"}}};
 
 std::string titleOf(const Path& folder) {

@@ -18,7 +18,7 @@ CONTENTS = {
     "": ["docs/README.md"],
     "Start": ["README.md", "docs/gallery/README.md"],
     "Tutorials": ["docs/tutorials/images.md", "docs/tutorials/parts.md", "docs/tutorials/fitting.md",
-                  "docs/tutorials/archives.md"],
+                  "docs/tutorials/choosing.md", "docs/tutorials/archives.md"],
     "The library": ["docs/overview.md", "docs/python.md", "docs/command.md", "docs/cluster.md", "docs/reference.md",
                     "docs/archives.md", "docs/behaviours.md", "docs/messages.md"],
     "How good it is": ["docs/accuracy.md", "benchmarks/README.md", "docs/References.md"],

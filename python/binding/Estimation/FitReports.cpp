@@ -1,9 +1,13 @@
+#include "../Frame/Errors.h"
 #include "../Frame/Object.h"
 #include "FitArguments.h"
 
+#include <ORMIXGeometry/Entity/2d/Ellipse/Ellipse2d.h>
+#include <ORMIXGeometry/Estimation/2d/ErrorEllipse.h>
 #include <ORMIXGeometry/Estimation/FitReport.h>
 
 #include <pybind11/stl.h>
+#include <boost/smart_ptr/make_shared_object.hpp>
 #include <sstream>
 
 namespace ormix::python {
@@ -124,6 +128,18 @@ void bindFitReports(py::module_& module) {
           "first"_a, "second"_a, "The correlation of two parameters, by their names or indices.")
       .def("__str__", [](const FitReport& self) { return toString(self); })
       .def("__repr__", [](const FitReport& self) { return "<FitReport " + toString(self) + '>'; });
+  module.def(
+      "error_ellipse",
+      [](const FitReport& report, const py::object& first, const py::object& second, omReal64 probability) {
+        auto ellipse = boost::make_shared<geom::Ellipse2d<omReal64>>();
+        check(geom::errorEllipse(report, indexOf(report, first), indexOf(report, second), probability, *ellipse));
+        return ellipse;
+      },
+      "report"_a, "first"_a, "second"_a, "probability"_a = 0.95,
+      "The Ellipse2d in which two parameters of a FitReport lie with a probability, by their names or indices.\n\n"
+      ">>> circle, report = og.fit_circle([[1, 0], [0, 1.1], [-1, 0], [0, -1]], report=True)\n"
+      ">>> og.error_ellipse(report, 'center x', 'center y').major_radius > 0\n"
+      "True");
   module.def("with_uncertainty", &geom::withUncertainty, "value"_a, "standard_uncertainty"_a, "k"_a = 2,
              "A value with k standard deviations, these to two digits and the value to the same place.\n\n"
              ">>> og.with_uncertainty(4.1093, 0.0155)\n"
