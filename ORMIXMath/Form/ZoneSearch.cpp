@@ -135,7 +135,8 @@ CircleCandidates circleCandidates(const std::vector<SpatialPoint>& points, const
   std::vector<SpatialPoint> lifted = points;
   for (SpatialPoint& p : lifted) p.z = p.x * p.x + p.y * p.y;
   std::vector<IndexTriangle> facets;
-  if (!hullOf(lifted, facets)) return {};
+  // Points on one circle are lifted into one plane.
+  if (!hullOf(lifted, facets)) return {{middle}, {middle}};
   Best zones;
   visitAntipodalPairs(lifted, facets, [&](const AntipodalPair& pair) {
     const SpatialPoint& n = pair.direction;
