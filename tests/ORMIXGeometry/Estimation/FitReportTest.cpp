@@ -306,7 +306,7 @@ TEST(FitReports, AreTheSameAtAllScalesAndPlaces) {
         for (std::size_t i = 0; i < report.params.size(); ++i) {
           if (report.parameterNames[i] != length) continue;
           EXPECT_NEAR(ofMoved.params[i] / scale, report.params[i], tolerance * 0.01);
-          EXPECT_NEAR(ofMoved.standardUncertainty(i) / scale / report.standardUncertainty(i), 1, 10 * tolerance);
+          EXPECT_NEAR(ofMoved.standardUncertainty(i) / scale / report.standardUncertainty(i), 1, 30 * tolerance);
         }
     }
 }
@@ -324,7 +324,7 @@ struct WeightedFits : ::testing::Test {
   static void expectSame(const FitReport& a, const FitReport& b, omReal64 tolerance) {
     for (std::size_t i = 0; i < 5; ++i) {
       EXPECT_NEAR(a.params[i], b.params[i], tolerance);
-      EXPECT_NEAR(a.standardUncertainty(i) / b.standardUncertainty(i), 1, 100 * tolerance);
+      EXPECT_NEAR(a.standardUncertainty(i) / b.standardUncertainty(i), 1, 1000 * tolerance);
     }
   }
   Values points;
