@@ -28,7 +28,7 @@ DECLARATIONS = {
         std::size_t width = 0, height = 0, depth = 0; std::ptrdiff_t rowStride = 0, sliceStride = 0;
         boost::shared_ptr<Shape2d> shape; Polygon2d<double> polygonA, polygonB; Mesh3d<double> mesh;
         std::vector<float> xyz; std::vector<ormix::omUInt32> indices; std::size_t nbVertices = 0, nbTriangles = 0;
-        std::vector<double> deviations;
+        std::vector<double> deviations; FitReport holeReport, edgeReport; std::vector<Point2dData<double>> points;
         """,
     "docs/archives.md": "Polygon2d<double> ring; ormix::SerializationObjectPtrColl objects;",
 }

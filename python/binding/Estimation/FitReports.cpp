@@ -76,7 +76,7 @@ void bindFitReports(py::module_& module) {
       "What a fit found, how sure it is and how it came about, of `fit_circle(points, report=True)` and its like.\n\n"
       ">>> circle, report = og.fit_circle([[1, 0], [0, 1.1], [-1, 0], [0, -1]], report=True)\n"
       ">>> report.params.round(3).tolist(), report.covariance.shape, report.degrees_of_freedom\n"
-      "([0.0, 0.05, 1.025], (3, 3), 1)")
+      "([0.0, 0.051, 1.026], (3, 3), 1)")
       .def(py::init<>())
       .def_property_readonly(
           "model", [](const FitReport& self) { return self.model; }, "The class that was fitted.")
