@@ -27,7 +27,8 @@ constexpr omReal64 step = 1e-7;
 std::vector<Polygon> contours() { return std::vector<Polygon>(nbPolygons, starPolygon<omReal64>(20)); }
 std::vector<BoostRing> boostContours() {
   BoostRing ring;
-  for (const auto& point : starPolygon<omReal64>(20).getPointColl()) ring.emplace_back(point.getX(), point.getY());
+  const Polygon polygon = starPolygon<omReal64>(20);
+  for (const auto& point : polygon.getPointColl()) ring.emplace_back(point.getX(), point.getY());
   return std::vector<BoostRing>(nbPolygons, ring);
 }
 
