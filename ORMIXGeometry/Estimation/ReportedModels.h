@@ -13,6 +13,7 @@
 #include <ORMIXGeometry/Transform/3d/TranslationTransform3d.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXMath/Scalar/Constants.h>
+#include <ORMIXUtil/ProcessingResult.h>
 
 #include <algorithm>
 #include <boost/numeric/ublas/matrix.hpp>
@@ -21,11 +22,14 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 /// \file
 /// The models of reports as entities and transforms: `Reported<Class>` has the name, the number of parameters, the
-/// object of some parameters and the parameters of an object, as the fits report them; not installed.
+/// object of some parameters and the parameters of an object, as the fits report them. Cylinders and cones, whose ends
+/// are not reported, have no object; `imageOf` says what becomes of the rest. Not installed.
 
 namespace ormix::geom::detail {
 
@@ -126,6 +130,52 @@ struct Reported<Ellipsoid3d<Real>> {
   }
 };
 
+template <>
+struct Reported<Torus3d<Real>> {
+  static constexpr std::string_view s_name = "Torus3d";
+  static constexpr std::size_t s_nb = 8;
+  static Torus3d<Real> made(const Values& p) { return {{p[0], p[1], p[2]}, {p[3], p[4], p[5]}, p[6], p[7]}; }
+  static Values params(const Torus3d<Real>& t) {
+    const auto& axis = t.getAxis();
+    return {t.centerX(), t.centerY(), t.centerZ(),        axis.getX(),
+            axis.getY(), axis.getZ(), t.getMajorRadius(), t.getMinorRadius()};
+  }
+};
+template <>
+struct Reported<Circle3d<Real>> {
+  static constexpr std::string_view s_name = "Circle3d";
+  static constexpr std::size_t s_nb = 7;
+  static Circle3d<Real> made(const Values& p) { return {{p[0], p[1], p[2]}, {p[3], p[4], p[5]}, p[6]}; }
+  static Values params(const Circle3d<Real>& c) {
+    const auto& normal = c.getNormal();
+    return {c.centerX(), c.centerY(), c.centerZ(), normal.getX(), normal.getY(), normal.getZ(), c.getRadius()};
+  }
+};
+/// By the circle: the ends are where the samples end.
+template <>
+struct Reported<Arc2d<Real>> {
+  static constexpr std::string_view s_name = "Arc2d";
+  static constexpr std::size_t s_nb = 3;
+  static Arc2d<Real> made(const Values& p) { return {{p[0], p[1]}, p[2], 0, s_twoPi}; }
+  static Values params(const Arc2d<Real>& arc) { return {arc.centerX(), arc.centerY(), arc.getRadius()}; }
+};
+template <>
+struct Reported<Line3d> {
+  static constexpr std::string_view s_name = "Line3d";
+  static constexpr std::size_t s_nb = 6;
+  static Line3d made(const Values& p) { return {{p[0], p[1], p[2]}, {p[3], p[4], p[5]}}; }
+};
+template <>
+struct Reported<Cylinder3d<Real>> {
+  static constexpr std::string_view s_name = "Cylinder3d";
+  static constexpr std::size_t s_nb = 7;
+};
+template <>
+struct Reported<Cone3d<Real>> {
+  static constexpr std::string_view s_name = "Cone3d";
+  static constexpr std::size_t s_nb = 7;
+};
+
 /// Transforms have the parameters of their constructors.
 template <class Transform, std::size_t NbParams>
 struct ReportedTransform {
@@ -154,7 +204,8 @@ ORMIX_REPORTED_TRANSFORM(HomographyTransform3d, 16)
 #undef ORMIX_REPORTED_TRANSFORM
 
 using ReportedEntities =
-    ClassList<Point2d<Real>, Line2d, Circle2d<Real>, Ellipse2d<Real>, Plan3d, Sphere3d<Real>, Ellipsoid3d<Real>>;
+    ClassList<Point2d<Real>, Line2d, Circle2d<Real>, Ellipse2d<Real>, Plan3d, Sphere3d<Real>, Ellipsoid3d<Real>,
+              Cylinder3d<Real>, Cone3d<Real>, Torus3d<Real>, Line3d, Circle3d<Real>, Arc2d<Real>>;
 using ReportedTransforms =
     ClassList<TranslationTransform2d, RigidTransform2d, SimilarityTransform2d, HomographyTransform2d,
               TranslationTransform3d, RigidTransform3d, SimilarityTransform3d, HomographyTransform3d>;
@@ -165,16 +216,55 @@ constexpr bool s_isPlanar = std::is_base_of_v<BaseGeometryEntity2d, Entity>;
 template <class Entity>
 using SpaceOf = std::conditional_t<s_isPlanar<Entity>, PlanarTransforms, SpatialTransforms>;
 
-/// Calls `use` with the object of the model of this name and these parameters, once or, where there is none, never.
+/// Whether the entity ends where the samples do, so that its parameters do not say how large it is.
+template <class Entity>
+constexpr bool s_hasOpenEnds = isListed<Entity>(ClassList<Cylinder3d<Real>, Cone3d<Real>, Arc2d<Real>>());
+
+/// Calls `use` with the tag of the class of this name with so many parameters, once or, where there is none, never.
 template <class... Class, class Use>
-void callReported(ClassList<Class...>, const std::string& model, const Values& params, const Use& use) {
+void callReported(ClassList<Class...>, const std::string& model, std::size_t nbParams, const Use& use) {
   const auto isOf = [&](auto tag) {
     using Of = Reported<typename decltype(tag)::Type>;
-    if (model != Of::s_name || params.size() != Of::s_nb) return false;
-    use(Of::made(params));
+    if (model != Of::s_name || nbParams != Of::s_nb) return false;
+    use(tag);
     return true;
   };
   (void)(... || isOf(ClassTag<Class>()));
+}
+
+/// The parameters of the image.
+template <class Entity, class Transform>
+BoolResult imageOf(const Values& params, const Transform& transform, Values& image) {
+  Entity entity = Reported<Entity>::made(params);
+  const BoolResult result = transform.applyInSitu(entity);
+  if (result) image = Reported<Entity>::params(entity);
+  return result;
+}
+
+/// Of a line, a cylinder or a cone: the images of a point, a direction and, in a sphere, a radius. The point stays the
+/// one that is reported and not that nearest to the origin, and the direction does not lose what a far point rounds.
+template <class Entity, class Transform>
+BoolResult imageOfAxis(const Values& params, const Transform& transform, Values& image) {
+  Point3d<Real> point(params[0], params[1], params[2]);
+  Line3d axis({0, 0, 0}, {params[3], params[4], params[5]});
+  BoolResult result = transform.applyInSitu(point);
+  if (result) result = transform.applyInSitu(axis);
+  Values found{point.getX(),
+               point.getY(),
+               point.getZ(),
+               axis.getDirection().getX(),
+               axis.getDirection().getY(),
+               axis.getDirection().getZ()};
+  if constexpr (!std::is_same_v<Entity, Line3d>) {
+    // What keeps a sphere keeps the half angle of a cone.
+    constexpr bool isCone = std::is_same_v<Entity, Cone3d<Real>>;
+    Sphere3d<Real> sphere;
+    sphere.setCoords({0, 0, 0}, isCone ? 1 : params[6]);
+    if (result) result = transform.applyInSitu(sphere);
+    found.push_back(isCone ? params[6] : std::abs(sphere.getRadius()));
+  }
+  if (result) image = std::move(found);
+  return result;
 }
 
 /// Moves parameters that stand for the same entity to those that are nearest to the reference.

@@ -6,6 +6,7 @@
 #include <ORMIXGeometry/Measure/2d/PerimeterMsr2d.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
+#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Distance/PlanarDistance.h>
 #include <ORMIXGeometry/Tools/Distance/SpatialDistance.h>
 #include <ORMIXMath/Algebra/EigenDecomposition.h>
@@ -94,7 +95,15 @@ BoolResult propagate(const std::vector<const FitReport*>& reports, const Functio
     if (!checked) return checked;
     params.push_back(report->params);
   }
-  BoolResult result = function(params, values);
+  // What has no direction, or no distance, throws.
+  const auto evaluate = [&](Values& to) -> BoolResult {
+    try {
+      return function(params, to);
+    } catch (const ORMIXGeometryException& exception) {
+      return failure(exception.what());
+    }
+  };
+  BoolResult result = evaluate(values);
   if (!result) return result;
   const std::size_t n = values.size();
   covariance.assign(n * n, 0);
@@ -109,7 +118,7 @@ BoolResult propagate(const std::vector<const FitReport*>& reports, const Functio
       Values above, below;
       const auto at = [&](omReal64 factor, Values& moved) {
         for (std::size_t i = 0; i < step.step.size(); ++i) params[r][i] = reports[r]->params[i] + factor * step.step[i];
-        const BoolResult done = function(params, moved);
+        const BoolResult done = evaluate(moved);
         params[r] = reports[r]->params;
         if (done) nearest(values, moved);
         return done;
@@ -125,41 +134,99 @@ BoolResult propagate(const std::vector<const FitReport*>& reports, const Functio
   return {};
 }
 
-/// Calls `function` with the reported entity as its class.
+/// Calls `use` with the tag of the class of the reported entity.
 template <class Use>
 BoolResult withEntity(const FitReport& report, const Values& params, const Use& use) {
   BoolResult result = failure("A \"" + report.model + "\" with " + std::to_string(params.size()) +
                               " parameters is no entity that is fitted");
-  detail::callReported(detail::ReportedEntities(), report.model, params,
-                       [&](const auto& entity) { result = use(entity); });
+  detail::callReported(detail::ReportedEntities(), report.model, params.size(), [&](auto tag) { result = use(tag); });
   return result;
 }
 
+BoolResult endsMatter(const FitReport& report, const char* what) {
+  return failure("A \"" + report.model + "\" is fitted without its ends, on which its " + what + " depends");
+}
+
+/// \name Measures: their names, whether an entity has them, and what they are.
+/// @{
+struct AreaOf {
+  static constexpr const char* s_name = "area";
+  template <class Entity>
+  static constexpr bool isDefined() {
+    if constexpr (detail::s_isPlanar<Entity>)
+      return s_planarMeasuresOf<Entity>.area;
+    else
+      return s_spatialMeasuresOf<Entity>.area;
+  }
+  template <class Entity>
+  static omReal64 measure(const Entity& entity) {
+    if constexpr (detail::s_isPlanar<Entity>)
+      return AreaMsr2d::measure(entity);
+    else
+      return AreaMsr3d::measure(entity);
+  }
+};
+struct PerimeterOf {
+  static constexpr const char* s_name = "perimeter";
+  template <class Entity>
+  static constexpr bool isDefined() {
+    if constexpr (detail::s_isPlanar<Entity>)
+      return s_planarMeasuresOf<Entity>.perimeter;
+    else
+      return false;
+  }
+  template <class Entity>
+  static omReal64 measure(const Entity& entity) {
+    return PerimeterMsr2d::measure(entity);
+  }
+};
+struct VolumeOf {
+  static constexpr const char* s_name = "volume";
+  template <class Entity>
+  static constexpr bool isDefined() {
+    if constexpr (detail::s_isPlanar<Entity>)
+      return false;
+    else
+      return s_spatialMeasuresOf<Entity>.volume;
+  }
+  template <class Entity>
+  static omReal64 measure(const Entity& entity) {
+    return VolumeMsr3d::measure(entity);
+  }
+};
+/// @}
+
 /// A measure of the entity.
-BoolResult measured(const FitReport& report, const Function& measure, UncertainValue& value) {
+template <class Measure>
+BoolResult measured(const FitReport& report, UncertainValue& value) {
+  const Function function = [&](const std::vector<Values>& params, Values& values) {
+    return withEntity(report, params[0], [&](auto tag) -> BoolResult {
+      using Entity = typename decltype(tag)::Type;
+      if constexpr (!Measure::template isDefined<Entity>())
+        return failure("A \"" + report.model + "\" has no " + Measure::s_name);
+      else if constexpr (detail::s_hasOpenEnds<Entity>)
+        return endsMatter(report, Measure::s_name);
+      else
+        values = {Measure::measure(detail::Reported<Entity>::made(params[0]))};
+      return {};
+    });
+  };
   Values values, covariance;
   BoolResult result = propagate(
-      {&report}, measure, [](const Values&, Values&) {}, values, covariance);
+      {&report}, function, [](const Values&, Values&) {}, values, covariance);
   if (result) value = {values[0], std::sqrt(covariance[0])};
   return result;
 }
 
-BoolResult notSupported(const FitReport& report, const char* what) {
-  return failure("A \"" + report.model + "\" has no " + what);
-}
-
-/// The image of an entity by a transform as an object or as a report.
+/// The image of an entity by a transform as an object.
 template <class Entity, class Transform>
-BoolResult imageOf(const Entity& entity, const Transform& transform, Values& values) {
-  if constexpr (std::is_base_of_v<typename detail::SpaceOf<Entity>::Transform, Transform>) {
-    Entity image = entity;
-    const BoolResult result = transform.applyInSitu(image);
-    if (!result) return result;
-    values = detail::Reported<Entity>::params(image);
-    return {};
-  } else {
+BoolResult imageOf(const Values& params, const Transform& transform, Values& values) {
+  if constexpr (!std::is_base_of_v<typename detail::SpaceOf<Entity>::Transform, Transform>)
     return failure("An entity and its transform must both be of the plane or of space");
-  }
+  else if constexpr (isListed<Entity>(ClassList<Line3d, Cylinder3d<omReal64>, Cone3d<omReal64>>()))
+    return detail::imageOfAxis<Entity>(params, transform, values);
+  else
+    return detail::imageOf<Entity>(params, transform, values);
 }
 
 /// Sets what the report on an image has.
@@ -183,9 +250,36 @@ BoolResult imageReport(const FitReport& report, const std::vector<const FitRepor
 template <class Transform>
 BoolResult transformedBy(const FitReport& report, const Transform& transform, FitReport& image) {
   const Function function = [&](const std::vector<Values>& params, Values& values) {
-    return withEntity(report, params[0], [&](const auto& entity) { return imageOf(entity, transform, values); });
+    return withEntity(report, params[0],
+                      [&](auto tag) { return imageOf<typename decltype(tag)::Type>(params[0], transform, values); });
   };
   return imageReport(report, {&report}, function, image);
+}
+
+/// Whether entities meet wherever they are not parallel, as rounding decides: what is between them then has no variance
+/// of first order.
+template <class First, class Second>
+constexpr bool s_areParallelIfApart = (std::is_same_v<First, Plan3d> &&
+                                       isListed<Second>(ClassList<Plan3d, Line3d>())) ||
+                                      (std::is_same_v<First, Line3d> && std::is_same_v<Second, Plan3d>);
+
+template <class First, class Second>
+BoolResult distanceOf(const FitReport& a, const FitReport& b, const std::vector<Values>& params, Values& values) {
+  if constexpr (detail::s_isPlanar<First> != detail::s_isPlanar<Second>) {
+    return failure("A distance is of two entities of the plane or of two of space");
+  } else if constexpr (std::is_same_v<First, Line2d> || std::is_same_v<Second, Line2d>) {
+    return failure("Lines have no distance from other entities");
+  } else if constexpr (detail::s_hasOpenEnds<First>) {
+    return endsMatter(a, "distance");
+  } else if constexpr (detail::s_hasOpenEnds<Second>) {
+    return endsMatter(b, "distance");
+  } else {
+    using Entity = typename detail::SpaceOf<First>::Entity;
+    const auto first = detail::Reported<First>::made(params[0]);
+    const auto second = detail::Reported<Second>::made(params[1]);
+    values = {distance(static_cast<const Entity&>(first), static_cast<const Entity&>(second))};
+    return {};
+  }
 }
 
 }  // namespace
@@ -205,92 +299,41 @@ BoolResult transformed(const FitReport& report, const BaseGeometryTransform3d& t
 BoolResult transformed(const FitReport& report, const FitReport& ofTransform, FitReport& image) {
   const Function function = [&](const std::vector<Values>& params, Values& values) {
     BoolResult result = failure("A \"" + ofTransform.model + "\" is no transform that is fitted");
-    detail::callReported(detail::ReportedTransforms(), ofTransform.model, params[1], [&](const auto& transform) {
-      result = withEntity(report, params[0], [&](const auto& entity) { return imageOf(entity, transform, values); });
+    detail::callReported(detail::ReportedTransforms(), ofTransform.model, params[1].size(), [&](auto transformTag) {
+      const auto transform = detail::Reported<typename decltype(transformTag)::Type>::made(params[1]);
+      result = withEntity(report, params[0], [&](auto tag) {
+        return imageOf<typename decltype(tag)::Type>(params[0], transform, values);
+      });
     });
     return result;
   };
   return imageReport(report, {&report, &ofTransform}, function, image);
 }
 
-BoolResult area(const FitReport& report, UncertainValue& value) {
-  return measured(
-      report,
-      [&](const std::vector<Values>& params, Values& values) {
-        return withEntity(report, params[0], [&](const auto& entity) -> BoolResult {
-          using Entity = std::decay_t<decltype(entity)>;
-          if constexpr (detail::s_isPlanar<Entity>) {
-            if constexpr (!s_planarMeasuresOf<Entity>.area)
-              return notSupported(report, "area");
-            else
-              values = {AreaMsr2d::measure(entity)};
-          } else {
-            if constexpr (!s_spatialMeasuresOf<Entity>.area)
-              return notSupported(report, "area");
-            else
-              values = {AreaMsr3d::measure(entity)};
-          }
-          return {};
-        });
-      },
-      value);
-}
+BoolResult area(const FitReport& report, UncertainValue& value) { return measured<AreaOf>(report, value); }
 
-BoolResult perimeter(const FitReport& report, UncertainValue& value) {
-  return measured(
-      report,
-      [&](const std::vector<Values>& params, Values& values) {
-        return withEntity(report, params[0], [&](const auto& entity) -> BoolResult {
-          using Entity = std::decay_t<decltype(entity)>;
-          if constexpr (detail::s_isPlanar<Entity>)
-            if constexpr (s_planarMeasuresOf<Entity>.perimeter) {
-              values = {PerimeterMsr2d::measure(entity)};
-              return {};
-            }
-          return notSupported(report, "perimeter");
-        });
-      },
-      value);
-}
+BoolResult perimeter(const FitReport& report, UncertainValue& value) { return measured<PerimeterOf>(report, value); }
 
-BoolResult volume(const FitReport& report, UncertainValue& value) {
-  return measured(
-      report,
-      [&](const std::vector<Values>& params, Values& values) {
-        return withEntity(report, params[0], [&](const auto& entity) -> BoolResult {
-          using Entity = std::decay_t<decltype(entity)>;
-          if constexpr (!detail::s_isPlanar<Entity>)
-            if constexpr (s_spatialMeasuresOf<Entity>.volume) {
-              values = {VolumeMsr3d::measure(entity)};
-              return {};
-            }
-          return notSupported(report, "volume");
-        });
-      },
-      value);
-}
+BoolResult volume(const FitReport& report, UncertainValue& value) { return measured<VolumeOf>(report, value); }
 
 BoolResult distance(const FitReport& a, const FitReport& b, UncertainValue& value) {
+  bool areParallel = false;
   const Function function = [&](const std::vector<Values>& params, Values& values) {
-    return withEntity(a, params[0], [&](const auto& first) {
-      return withEntity(b, params[1], [&](const auto& second) -> BoolResult {
-        using First = std::decay_t<decltype(first)>;
-        using Second = std::decay_t<decltype(second)>;
-        if constexpr (detail::s_isPlanar<First> != detail::s_isPlanar<Second>)
-          return failure("A distance is of two entities of the plane or of two of space");
-        else if constexpr (std::is_same_v<First, Line2d> || std::is_same_v<Second, Line2d>)
-          return failure("Lines have no distance from other entities");
-        else
-          values = {distance(static_cast<const typename detail::SpaceOf<First>::Entity&>(first),
-                             static_cast<const typename detail::SpaceOf<Second>::Entity&>(second))};
-        return {};
+    return withEntity(a, params[0], [&](auto firstTag) {
+      return withEntity(b, params[1], [&](auto secondTag) {
+        using First = typename decltype(firstTag)::Type;
+        using Second = typename decltype(secondTag)::Type;
+        areParallel = s_areParallelIfApart<First, Second>;
+        return distanceOf<First, Second>(a, b, params, values);
       });
     });
   };
   Values values, covariance;
   BoolResult result = propagate(
       {&a, &b}, function, [](const Values&, Values&) {}, values, covariance);
-  if (result) value = {values[0], values[0] > 0 ? std::sqrt(covariance[0]) : 0};
+  if (!result) return result;
+  const omReal64 whereApart = areParallel ? s_nan : std::sqrt(covariance[0]);
+  value = {values[0], values[0] > 0 ? whereApart : 0};
   return result;
 }
 

@@ -17,14 +17,16 @@
 /// BoolResult result = transformed(circleReport, rigidReport, moved);  // with the uncertainty of both
 /// if (result) result = distance(moved, otherReport, gap);             // std::cout << gap: 4.109 ± 0.031 (k = 2)
 /// \endcode
-/// A report is of a point, line, circle or ellipse of the plane, or a plan, sphere or ellipsoid of space, as the fits
-/// write them; other models are refused. Covariances are propagated through the library's own measures and transforms
+/// A report is of a point, line, circle, ellipse or arc of the plane, or a plan, line, circle, sphere, ellipsoid,
+/// cylinder, cone or torus of space, as the fits write them; other models are refused. Cylinders, cones and arcs are
+/// reported without their ends, which are only where the samples end: they have images, but neither sizes nor
+/// distances. Covariances are propagated through the library's own measures and transforms
 /// by central differences along the principal axes of the covariance, by a sixteenth of a standard deviation: to first
 /// order in the covariance, as GUM2008 has it. Two reports are taken as independent. An unknown covariance (NaN) makes
 /// unknown uncertainties.
 ///
 /// On failure the message says why, and the output is unchanged: a model that is not known or has other parameters, or
-/// that a measure, a transform or the distance does not support.
+/// a direction of length 0, or that a measure, a transform or the distance does not support.
 
 namespace ormix::geom {
 
@@ -54,7 +56,8 @@ ORMIX_GEOMETRY_API BoolResult transformed(const FitReport& report, const FitRepo
 ORMIX_GEOMETRY_API BoolResult area(const FitReport& report, UncertainValue& value);
 ORMIX_GEOMETRY_API BoolResult perimeter(const FitReport& report, UncertainValue& value);
 ORMIX_GEOMETRY_API BoolResult volume(const FitReport& report, UncertainValue& value);
-/// Where the entities have points in common, it is 0 without uncertainty.
+/// Where the entities have points in common, it is 0 without uncertainty. That of parallel plans, or of a plan and a
+/// line, has an unknown one: they meet after the least turn.
 ORMIX_GEOMETRY_API BoolResult distance(const FitReport& a, const FitReport& b, UncertainValue& value);
 /// @}
 

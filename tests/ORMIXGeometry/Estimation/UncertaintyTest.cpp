@@ -4,6 +4,7 @@
 #include <ORMIXMath/Algebra/EigenDecomposition.h>
 #include <ORMIXMath/Scalar/Constants.h>
 
+#include <array>
 #include <functional>
 #include <optional>
 
@@ -23,13 +24,12 @@ omReal64 normal(Random& random) {
   return std::sqrt(-2 * std::log(random.uniform(1e-12, 1))) * std::cos(2 * s_pi * random.uniform(0, 1));
 }
 
-/// A report with correlated parameters, and the root of its covariance. `fixed` directions do not move: the covariance
-/// keeps the length of that many first parameters.
+/// A report with correlated parameters, and the root of its covariance, which keeps the length of some parameters.
 struct Uncertain {
   FitReport report;
   Values root;
 
-  Uncertain(const char* model, const Values& params, std::size_t nbOfUnitLength = 0) {
+  Uncertain(const char* model, const Values& params, std::size_t nbOfUnitLength = 0, std::size_t first = 0) {
     Random random(17 + static_cast<unsigned>(params.size()));
     const std::size_t n = params.size();
     report.model = model;
@@ -38,8 +38,8 @@ struct Uncertain {
     for (omReal64& value : root) value = 5e-4 * random.uniform();
     for (std::size_t c = 0; c < n; ++c) {
       omReal64 along = 0;
-      for (std::size_t r = 0; r < nbOfUnitLength; ++r) along += params[r] * root[r * n + c];
-      for (std::size_t r = 0; r < nbOfUnitLength; ++r) root[r * n + c] -= along * params[r];
+      for (std::size_t r = first; r < first + nbOfUnitLength; ++r) along += params[r] * root[r * n + c];
+      for (std::size_t r = first; r < first + nbOfUnitLength; ++r) root[r * n + c] -= along * params[r];
     }
     report.covariance.assign(n * n, 0);
     for (std::size_t r = 0; r < n; ++r)
@@ -68,13 +68,25 @@ Values ofLengthOne(Values elements) {
 
 /// At a place.
 std::vector<Uncertain> entities(omReal64 x) {
+  const Values along = ofLengthOne({1, x / 13, 2});
+  const auto around = [&](Values point, const Values& sizes) {
+    point.insert(point.end(), along.begin(), along.end());
+    point.insert(point.end(), sizes.begin(), sizes.end());
+    return point;
+  };
   return {{"Point2d", {x + 3, 4}},
           {"Line2d", {5, 0.7}},
           {"Circle2d", {x - 4, 2, 1.5}},
           {"Ellipse2d", {x + 2, -6, 3, 1, 0.4}},
           {"Plan3d", {1 / 3.0, 2 / 3.0, 2 / 3.0, 20}, 3},
           {"Sphere3d", {x - 4, 2, 9, 1.5}},
-          {"Ellipsoid3d", {x + 2, -6, 1, 3, 2, 1, 0.3, -0.5, 0.8}}};
+          {"Ellipsoid3d", {x + 2, -6, 1, 3, 2, 1, 0.3, -0.5, 0.8}},
+          {"Cylinder3d", around({x + 3, -8, 4}, {1.5}), 3, 3},
+          {"Cone3d", around({x + 3, -8, 4}, {0.4}), 3, 3},
+          {"Torus3d", around({x + 1, -6, 2}, {3, 1}), 3, 3},
+          {"Line3d", around({x + 3, -8, 4}, {}), 3, 3},
+          {"Circle3d", around({x + 2, 5, -7}, {2}), 3, 3},
+          {"Arc2d", {x - 4, 2, 1.5}}};
 }
 
 std::vector<Uncertain> transforms() {
@@ -135,6 +147,11 @@ Function valueOf(const Measure& measure) {
   };
 }
 
+/// Plans meet each other and lines.
+bool meet(const std::string& a, const std::string& b) {
+  return (a == "Plan3d" && (b == "Plan3d" || b == "Line3d")) || (a == "Line3d" && b == "Plan3d");
+}
+
 TEST(Uncertainty, FollowsEntitiesThroughAllThatSupportsThem) {
   using Report = const FitReport&;
   const std::vector<Uncertain> all = entities(0);
@@ -151,14 +168,60 @@ TEST(Uncertainty, FollowsEntitiesThroughAllThatSupportsThem) {
           expectVariances("volume", a, a, valueOf([](Report r, Report, UncertainValue& v) { return volume(r, v); }));
     }
     for (const Uncertain& b : entities(-13))
-      if (a.report.model != "Plan3d" || b.report.model != "Plan3d")
+      if (!meet(a.report.model, b.report.model))
         nbDistances += expectVariances(
             "distance", a, b, valueOf([](Report r, Report s, UncertainValue& v) { return distance(r, s, v); }));
   }
-  // Points through four maps, lines through two, circles and ellipses through three, and so in space.
-  EXPECT_EQ(nbImages, 4 + 2 + 3 + 3 + 3 + 3);
-  EXPECT_EQ(nbMeasures, 2 + 2 + 2 + 2);
-  EXPECT_EQ(nbDistances, 3 * 3 + 3 * 3 - 1);
+  // Points through four maps, lines of the plane through two, plans through none, all others through three.
+  EXPECT_EQ(nbImages, 4 + 2 + 10 * 3);
+  EXPECT_EQ(nbMeasures, 2 + 2 + 2 + 2 + 2);
+  // Of tori and circles from plans and spheres, both ways; of lines from spheres and lines.
+  EXPECT_EQ(nbDistances, 3 * 3 + 3 * 3 - 1 + 2 * 4 + 3);
+}
+
+/// Points of a shape around the z axis, by an angle and a height.
+using Place = std::function<std::array<omReal64, 3>(omReal64 t, omReal64 z)>;
+
+/// What a fit reports of moved points is the image of what it reports of them where they were.
+template <class Entity>
+void expectEquivariant(BoolResult (*fit)(const SampleView&, const FitOptions&, Entity&, FitReport&),
+                       const Place& place) {
+  const SimilarityTransform3d similarity(2, 0.3, -0.2, 0.4, 50, -30, 20);
+  Random random(31);
+  Values points, moved;
+  for (int i = 0; i < 60; ++i) {
+    std::array<omReal64, 3> p = place(random.uniform(-s_pi, s_pi), random.uniform());
+    for (omReal64& value : p) value += 0.01 * normal(random);
+    Point3d<omReal64> q(p[0], p[1], p[2]);
+    ASSERT_TRUE(similarity.applyInSitu(q));
+    points.insert(points.end(), p.begin(), p.end());
+    moved.insert(moved.end(), {q.getX(), q.getY(), q.getZ()});
+  }
+  Entity entity;
+  FitReport before, after, image;
+  ASSERT_TRUE(fit({points.data(), 60, 3}, {}, entity, before));
+  ASSERT_TRUE(fit({moved.data(), 60, 3}, {}, entity, after));
+  const BoolResult result = transformed(before, similarity, image);
+  ASSERT_TRUE(result) << result.getMessage();
+  ASSERT_EQ(image.params.size(), after.params.size());
+  for (std::size_t k = 0; k < after.params.size(); ++k) {
+    SCOPED_TRACE(after.model + ": " + after.parameterNames[k]);
+    const omReal64 sigma = after.standardUncertainty(k);
+    EXPECT_NEAR(image.params[k], after.params[k], 1e-3 * sigma + 1e-9);
+    EXPECT_NEAR(image.standardUncertainty(k), sigma, 2e-3 * sigma + 1e-9);
+  }
+}
+
+TEST(Uncertainty, MovesReportsAsThePointsAreMoved) {
+  const auto at = [](omReal64 r, omReal64 t, omReal64 z) {
+    return std::array<omReal64, 3>{r * std::cos(t), r * std::sin(t), z};
+  };
+  expectEquivariant<Cylinder3d<omReal64>>(fitCylinder, [&](omReal64 t, omReal64 z) { return at(2, t, 3 * z); });
+  expectEquivariant<Cone3d<omReal64>>(fitCone, [&](omReal64 t, omReal64 z) { return at(4 + z, t, 2 * z); });
+  expectEquivariant<Torus3d<omReal64>>(
+      fitTorus, [&](omReal64 t, omReal64 z) { return at(5 + std::cos(7 * z), t, std::sin(7 * z)); });
+  expectEquivariant<Line3d>(fitLine, [&](omReal64, omReal64 z) { return at(0, 0, 9 * z); });
+  expectEquivariant<Circle3d<omReal64>>(fitCircle, [&](omReal64 t, omReal64) { return at(2, t, 0); });
 }
 
 TEST(Uncertainty, RefusesWhatHasNoneAndKeepsWhatIsUnknown) {
@@ -172,7 +235,25 @@ TEST(Uncertainty, RefusesWhatHasNoneAndKeepsWhatIsUnknown) {
   EXPECT_FALSE(area(FitReport(), value));
   EXPECT_FALSE(transformed(sphere.report, RigidTransform2d(), image));
   EXPECT_FALSE(transformed(circle.report, HomographyTransform2d(), image));
+  const Uncertain cylinder("Cylinder3d", {0, 0, 0, 0, 0, 1, 2}), cone("Cone3d", {0, 0, 0, 0, 0, 1, 0.5});
+  const Uncertain arc("Arc2d", {9, 0, 2});
+  const BoolResult open = volume(cylinder.report, value);
+  EXPECT_EQ(open.getMessage(), "A \"Cylinder3d\" is fitted without its ends, on which its volume depends");
+  EXPECT_FALSE(open);
+  EXPECT_FALSE(area(cone.report, value));
+  EXPECT_FALSE(perimeter(arc.report, value));
+  EXPECT_FALSE(distance(arc.report, circle.report, value));
+  EXPECT_FALSE(distance(sphere.report, cylinder.report, value));
+  // Classes that have no distance, and a direction that is none.
+  const Uncertain torus("Torus3d", {0, 0, 9, 0, 0, 1, 2, 1}), flat("Torus3d", {0, 0, 9, 0, 0, 0, 2, 1});
+  EXPECT_FALSE(distance(torus.report, torus.report, value));
+  EXPECT_FALSE(area(flat.report, value));
   EXPECT_EQ(value.value, 1);
+  // Parallel by chance.
+  const Uncertain plan("Plan3d", {0, 0, 1, 4}), across("Line3d", {0, 0, 1, 1, 0, 0});
+  ASSERT_TRUE(distance(plan.report, across.report, value));
+  EXPECT_NEAR(value.value, 3, 1e-14);
+  EXPECT_TRUE(std::isnan(value.standardUncertainty));
   FitReport unknown = circle.report;
   std::fill(unknown.covariance.begin(), unknown.covariance.end(), s_nan);
   ASSERT_TRUE(area(unknown, value));
