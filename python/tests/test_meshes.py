@@ -188,6 +188,8 @@ TRIANGLE = (np.eye(3), [[0, 1, 2]])
     (lambda: og.quick_hull(np.full((5, 3), np.inf)), og.Error), (lambda: og.quick_hull("points"), TypeError),
     (lambda: og.voxelize((9 * np.eye(3), [[0, 1, 2]]), (3, 3, 3)), og.Error), (lambda: og.voxelize(ball(), (2**31,) * 3), og.Error),
     (lambda: og.voxelize(ball(), (3, 3, 3), spacing=(0, 1, 1)), og.Error), (lambda: og.voxelize([None], (3, 3, 3)), og.Error),
+    (lambda: og.to_mesh3d(og.Torus3d((0, 0, 0), (0, 0, 1), 3, 1), 2), og.Error), (lambda: og.to_mesh3d(og.Circle3d((0, 0, 0), (0, 0, 1), 3), 9), TypeError),
+    (lambda: og.to_mesh3d(og.Cone3d((0, 0, 0), (0, 0, 1), 0, 0), 9), og.Error), (lambda: og.to_mesh3d(og.Cone3d((0, 0, 0), (0, 0, 1), 0, 1), -1), TypeError),
     (lambda: og.to_meshes_with_holes(TRIANGLE), og.Error), (lambda: og.to_mesh3d((np.eye(3), [[0, 1, 1]]), "eNMP_Refuse"), og.Error),
     (lambda: og.read_mesh("/none/mesh.stl"), og.Error), (lambda: og.read_mesh("mesh.stl", dtype="int8"), TypeError),
     (lambda: og.read_mesh("mesh\0.stl"), TypeError), (lambda: og.write_mesh("/none/mesh.stl", TRIANGLE), og.Error),

@@ -5,9 +5,13 @@
 #include "../Frame/Meshes.h"
 #include "MeshTools.h"
 
+#include <ORMIXGeometry/Entity/3d/Cone/Cone3d.h>
+#include <ORMIXGeometry/Entity/3d/Cylinder/Cylinder3d.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshConversion.h>
 #include <ORMIXGeometry/Entity/3d/Mesh/QuickHull.h>
+#include <ORMIXGeometry/Entity/3d/Mesh/RoundMeshes.h>
 #include <ORMIXGeometry/Entity/3d/Shape/Voxelize.h>
+#include <ORMIXGeometry/Entity/3d/Torus/Torus3d.h>
 
 #include <pybind11/stl.h>
 
@@ -104,10 +108,20 @@ geom::RowIntersections3d voxelizeMesh(const MeshArgument& mesh, const std::array
   });
 }
 
+template <class Solid>
+void bindRound(py::module_& module) {
+  module.def(
+      "to_mesh3d", [](const Solid& solid, omUInt32 sides) { return geom::toMesh3d(solid, sides); }, "solid"_a,
+      "sides"_a);
+}
+
 template <class T>
 void bindTyped(py::module_& module) {
   using Meshes = std::vector<boost::shared_ptr<geom::MeshWithHoles3d<T>>>;
   const geom::Point3dData<omReal64> zero(0, 0, 0), one(1, 1, 1);
+  bindRound<geom::Cylinder3d<T>>(module);
+  bindRound<geom::Cone3d<T>>(module);
+  bindRound<geom::Torus3d<T>>(module);
   module.def("quick_hull", &hullOfCloud<T>, "points"_a)
       .def(
           "voxelize",
@@ -128,14 +142,19 @@ void bindTyped(py::module_& module) {
 void bindMeshConversions(py::module_& module) {
   bindEnumeration<geom::eInsideRule>(module, "What is inside surfaces.");
   module
-      .def("to_mesh3d", &toMesh3d, "mesh"_a, "policy"_a = geom::eNMP_OwnVertices, py::kw_only(),
-           "return_owners"_a = false,
-           "A mesh as a Mesh3d. Vertices and triangles keep their order and their indices.\n\n"
-           "`policy`: whether a triangle with equal corners, or with an edge that an earlier triangle has in the same\n"
-           "direction, gets vertices of its own (eNMP_OwnVertices) or is an error (eNMP_Refuse).\n"
-           "`return_owners`: whether to return (mesh, owners), with the indices of such triangles.\n\n"
-           ">>> to_mesh3d((np.eye(3), [[0, 1, 2]])).nb_triangles\n"
-           "1")
+      .def(
+          "to_mesh3d", &toMesh3d, "mesh"_a, "policy"_a = geom::eNMP_OwnVertices, py::kw_only(),
+          "return_owners"_a = false,
+          "A mesh as a Mesh3d. Vertices and triangles keep their order and their indices.\n\n"
+          "`policy`: whether a triangle with equal corners, or with an edge that an earlier triangle has in the same\n"
+          "direction, gets vertices of its own (eNMP_OwnVertices) or is an error (eNMP_Refuse).\n"
+          "`return_owners`: whether to return (mesh, owners), with the indices of such triangles.\n\n"
+          "With a cylinder, a cone or a torus, and a number of `sides` around the axis, 3 to 4096: a closed Mesh3d\n"
+          "with its vertices on the surface. An error for one without a volume, or with values that are not finite.\n\n"
+          ">>> to_mesh3d((np.eye(3), [[0, 1, 2]])).nb_triangles\n"
+          "1\n"
+          ">>> round(volume(to_mesh3d(Cylinder3d((0, 0, 0), (0, 0, 4), 3), sides=4)), 9)\n"
+          "72.0")
       .def(
           "to_face_vertex_tri_mesh3d",
           [](const MeshArgument& mesh) {
