@@ -55,8 +55,18 @@ EstimationStatus checkSamples(const BaseEstimator& estimator, const DataSet& dat
   return {};
 }
 
-/// Success, or the failure with the message of the status.
-BoolResult resultOf(const EstimationStatus& status) { return status ? BoolResult() : failure(status.message); }
+/// Whether checkSamples() finds nothing, which mostly is so: a status takes as long to make as a line through 20
+/// points.
+/// @{
+bool areSamples(const BaseEstimator& estimator, const SampleView& samples, std::size_t needed) {
+  return samples.nbSamples >= needed && samples.dimension == estimator.getSampleDimension();
+}
+bool areSamples(const BaseEstimator& estimator, const DataSet& dataSet, std::size_t needed) {
+  return dataSet.size() >= needed && std::all_of(dataSet.begin(), dataSet.end(), [&](const RealVector& sample) {
+           return sample.size() == estimator.getSampleDimension();
+         });
+}
+/// @}
 
 BoolResult checkParams(const BaseEstimator& estimator, const RealVector& params) {
   if (params.size() != estimator.getNbParams())
@@ -121,9 +131,8 @@ std::vector<std::size_t> repeatedSamples(const DataSet& dataSet) {
 template <class SampleSet, class Process>
 BoolResult evaluate(const BaseEstimator& estimator, const SampleSet& samples, std::size_t nbSamples,
                     const RealVector& params, RealVector& residuals, const Process& process) {
-  BoolResult checked = resultOf(checkSamples(estimator, samples, 1));
-  if (checked) checked = checkParams(estimator, params);
-  if (!checked) return checked;
+  if (!areSamples(estimator, samples, 1)) return failure(checkSamples(estimator, samples, 1).message);
+  if (BoolResult checked = checkParams(estimator, params); !checked) return checked;
   RealVector found(nbSamples);
   BoolResult result = process(found);
   if (result) residuals.swap(found);
@@ -154,8 +163,11 @@ BoolResult BaseEstimator::fail(eEstimationCode code, std::string_view quantity, 
 /// the status.
 template <class SampleSet, class Process>
 BoolResult BaseEstimator::estimate(const SampleSet& samples, RealVector& params, const Process& process) {
-  _status = checkSamples(*this, samples, _minimalDataSize);
-  if (!_status) return failure(_status.message);
+  if (!_status) _status = {};
+  if (!areSamples(*this, samples, _minimalDataSize)) {
+    _status = checkSamples(*this, samples, _minimalDataSize);
+    return failure(_status.message);
+  }
   RealVector found(_nbParams);
   BoolResult result = process(found);
   if (result && (found.size() != _nbParams || !allFinite(found)))
@@ -163,7 +175,7 @@ BoolResult BaseEstimator::estimate(const SampleSet& samples, RealVector& params,
         eEC_NotFinite, {}, 0, 0,
         failure(getClassName() + ": the samples lead to parameters that are NaN or infinite (are all values finite?)"));
   if (result) {
-    _status = {};
+    if (!_status) _status = {};
     params.swap(found);
     return result;
   }
@@ -203,18 +215,18 @@ BoolResult BaseEstimator::computeResiduals(const SampleView& samples, const Real
 
 // The checks are repeated since processEstimation() and processResiduals() can be called directly.
 BoolResult BaseEstimator::processEstimation(const DataSet& dataSet, RealVector& params) {
-  BoolResult result = resultOf(checkSamples(*this, dataSet, _minimalDataSize));
+  if (!areSamples(*this, dataSet, _minimalDataSize))
+    return failure(checkSamples(*this, dataSet, _minimalDataSize).message);
   Samples samples;
-  if (result) result = samples.assign(dataSet);
-  if (!result) return result;
+  if (BoolResult result = samples.assign(dataSet); !result) return result;
   params.resize(_nbParams, false);
   return processViewEstimation(samples.view(), params);
 }
 
 BoolResult BaseEstimator::processResiduals(const DataSet& dataSet, const RealVector& params,
                                            RealVector& residuals) const {
-  BoolResult result = resultOf(checkSamples(*this, dataSet, 1));
-  if (result) result = checkParams(*this, params);
+  if (!areSamples(*this, dataSet, 1)) return failure(checkSamples(*this, dataSet, 1).message);
+  BoolResult result = checkParams(*this, params);
   Samples samples;
   if (result) result = samples.assign(dataSet);
   if (!result) return result;
