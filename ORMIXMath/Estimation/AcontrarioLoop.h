@@ -19,7 +19,8 @@ namespace ormix::detail {
 /// where it may still be the best (MatasChum2004). The best is refitted to its inliers among all samples.
 class AcontrarioLoop {
  public:
-  /// Options and samples were checked. \param rounding distances up to it may be due to rounding of coordinates
+  /// Options and samples were checked.
+  /// \param rounding distances up to it may be due to rounding of coordinates
   AcontrarioLoop(BaseEstimator& estimator, const SampleView& samples, const RobustOptions& options, omReal64 rounding);
 
   BoolResult run(RobustResult& result);

@@ -59,11 +59,11 @@ struct FitOptions {
   /// Scale of the loss, in the unit of the samples; 0 for 95 % of the efficiency of least squares at the normal
   /// distribution, with the standard deviation from the median of absolute residuals. Not used by eLS_Squares.
   omReal64 lossScale = 0;
-  /// Not null: outliers are found first by robustEstimation() and left out. Where that is not confident the fit goes on,
-  /// and the status of the result says so.
+  /// Not null: outliers are found first by robustEstimation() and left out. Where that is not confident the fit goes
+  /// on, and the status of the result says so.
   const RobustOptions* robust = nullptr;
-  std::size_t nbMaxIterations = 100;      ///< Most steps of a refinement with the same weights; at least 1.
-  ProgressCallback progress;              ///< Called after each step; empty for none.
+  std::size_t nbMaxIterations = 100;  ///< Most steps of a refinement with the same weights; at least 1.
+  ProgressCallback progress;          ///< Called after each step; empty for none.
 };
 
 /// Whether options suit samples of points: as many weights as samples, finite and not negative, covariances symmetric
