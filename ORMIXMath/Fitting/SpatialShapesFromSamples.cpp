@@ -179,8 +179,12 @@ EstimationStatus descendFromStarts(const Cloud& cloud, const MakeStarts& makeSta
   return checkDescent(best.descent);
 }
 
-/// Whether a curvature, in the cloud's frame, bends no more than rounding of the coordinates does.
-bool isStraight(const Cloud& cloud, omReal64 curvature) { return !(std::abs(curvature) > 16 * cloud.frame.coarseness); }
+/// Fails with a code where a curvature, in the cloud's frame, bends no more than rounding of the coordinates does.
+EstimationStatus checkCurved(const Cloud& cloud, omReal64 curvature, eEstimationCode code) {
+  const omReal64 least = 16 * cloud.frame.coarseness;
+  if (std::abs(curvature) > least) return {};
+  return failedStatus(code, "curvature times extent", std::abs(curvature), least);
+}
 
 /// A direction with its component of largest magnitude positive.
 SpatialPoint signedDirection(const SpatialPoint& v) {
@@ -253,9 +257,7 @@ EstimationStatus circleFromSamples(const SampleView& samples, SpatialCircle& cir
     return failedStatus(eEC_Collinear, "rank", 2, 3);
   if (const EstimationStatus status = checkDescent(descend(cloud.points, model, s_nbMaxIterations)); !status)
     return status;
-  if (isStraight(cloud, model.curvature))
-    return failedStatus(eEC_Collinear, "curvature times extent", std::abs(model.curvature),
-                        16 * cloud.frame.coarseness);
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Collinear); !status) return status;
   circle = {cloud.placed(model.frame.origin + model.frame.normal / model.curvature), signedDirection(model.frame.axis),
             cloud.frame.extent / std::abs(model.curvature)};
   return {};
@@ -268,9 +270,7 @@ EstimationStatus arcFromSamples(const SampleView& samples, PlanarArc& arc) {
   if (!planarStart(cloud, {0, 0, 1}, {1, 0, 0}, model)) return failedStatus(eEC_Collinear, "rank", 2, 3);
   if (const EstimationStatus status = checkDescent(descend(cloud.points, model, s_nbMaxIterations)); !status)
     return status;
-  if (isStraight(cloud, model.curvature))
-    return failedStatus(eEC_Collinear, "curvature times extent", std::abs(model.curvature),
-                        16 * cloud.frame.coarseness);
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Collinear); !status) return status;
   const SpatialPoint center = model.frame.origin + model.frame.normal / model.curvature;
   const SpatialPoint placed = cloud.placed(center);
   arc.center = {placed.x, placed.y};
@@ -295,8 +295,7 @@ EstimationStatus sphereFromSamples(const SampleView& samples, SpatialSphere& sph
   SphereModel model{SurfaceFrame::of(center - inward * radius, cross(inward, anyAcross(inward)), inward), 1 / radius};
   if (const EstimationStatus status = checkDescent(descend(cloud.points, model, s_nbMaxIterations)); !status)
     return status;
-  if (isStraight(cloud, model.curvature))
-    return failedStatus(eEC_Coplanar, "curvature times extent", std::abs(model.curvature), 16 * cloud.frame.coarseness);
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
   sphere = {cloud.placed(model.frame.origin + model.frame.normal / model.curvature),
             cloud.frame.extent / std::abs(model.curvature)};
   return {};
@@ -307,8 +306,7 @@ EstimationStatus cylinderFromSamples(const SampleView& samples, SpatialCylinder&
   if (const EstimationStatus status = cloudOf(samples, 3, 5, 3, cloud); !status) return status;
   CylinderModel model{};
   if (const EstimationStatus status = descendFromStarts(cloud, cylinderStarts, model); !status) return status;
-  if (isStraight(cloud, model.curvature))
-    return failedStatus(eEC_Coplanar, "curvature times extent", std::abs(model.curvature), 16 * cloud.frame.coarseness);
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
   const SpatialPoint onAxis = model.frame.origin + model.frame.normal / model.curvature;
   const SpatialPoint& axis = model.frame.axis;
   cylinder = {cloud.placed(onAxis + axis * dot(cloud.mean - onAxis, axis)), signedDirection(axis),
@@ -321,8 +319,7 @@ EstimationStatus coneFromSamples(const SampleView& samples, SpatialCone& cone) {
   if (const EstimationStatus status = cloudOf(samples, 3, 6, 3, cloud); !status) return status;
   ConeModel model{};
   if (const EstimationStatus status = descendFromStarts(cloud, coneStarts, model); !status) return status;
-  if (isStraight(cloud, model.curvature))
-    return failedStatus(eEC_Coplanar, "curvature times extent", std::abs(model.curvature), 16 * cloud.frame.coarseness);
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
   // Its radius grows by `slope` a unit of height from 1 / curvature on.
   const omReal64 slope = model.curvature < 0 ? -std::tan(model.angle) : std::tan(model.angle);
   if (!(std::abs(slope) > 16 * cloud.frame.coarseness))
