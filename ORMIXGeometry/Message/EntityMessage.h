@@ -76,7 +76,7 @@ struct ORMIX_GEOMETRY_API eEntityMessage {
       {eEM_NoDirection, "A direction must be finite and not the zero vector, [%g, %g, %g] was given"},
       {eEM_ArcAngleNotFinite, "The angles of an arc must be finite, %g and %g were given"},
       {eEM_WrongNbSides, "A round surface needs 3 to 4096 sides, %d were given"},
-      {eEM_NoVolume, "A mesh of a round solid needs a finite volume that is not 0"},
+      {eEM_NoVolume, "A mesh of a solid of revolution needs a finite volume that is not 0"},
   }};
 
   /// The message catalogue of the library, "ORMIXGeometry".

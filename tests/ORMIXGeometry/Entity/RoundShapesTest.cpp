@@ -201,7 +201,7 @@ TEST(RoundShape, ArcsAndDirectionsRefuseWhatTheyCannotHold) {
     EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { toMesh3d(torus, sides); }),
               "A round surface needs 3 to 4096 sides, " + std::to_string(sides) + " were given");
   EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { toMesh3d(Cone3d<omInt32>(), 9); }),
-            "A mesh of a round solid needs a finite volume that is not 0");
+            "A mesh of a solid of revolution needs a finite volume that is not 0");
 
   // Archives whose fields contradict each other.
   const auto readBack = [](auto object, const std::string& from, const std::string& to) {
