@@ -1,12 +1,16 @@
 #include <ORMIXGeometry/Tools/Form/FormZones.h>
 #include <ORMIXMath/Algebra/VectorArithmetic.h>
 
+#include <algorithm>
+
 namespace ormix::geom {
 
 namespace {
 
 using ormix::detail::operator*;
 using ormix::detail::operator+;
+using ormix::detail::operator-;
+using ormix::detail::dot;
 
 /// The element at three distances from the reference.
 template <class Entity, class MakeAt>
@@ -52,6 +56,25 @@ FormZone<Sphere3d<omReal64>> zoneOfSphere(const FormDeviation& form) {
   const Point3dData<omReal64> center(form.point.x, form.point.y, form.point.z);
   return zoneAt<Sphere3d<omReal64>>([&](omReal64 radius) { return Sphere3d<omReal64>(center, radius); }, form.radius,
                                     form);
+}
+
+FormZone<Cylinder3d<omReal64>> zoneOfCylinder(const FormDeviation& form, const SampleView& points) {
+  const auto footOf = [&](std::size_t i) {
+    return dot(SpatialPoint{points[i][0], points[i][1], points[i][2]} - form.point, form.direction);
+  };
+  omReal64 first = points.nbSamples > 0 ? footOf(0) : 0;
+  omReal64 last = first;
+  for (std::size_t i = 1; i < points.nbSamples; ++i) {
+    const omReal64 foot = footOf(i);
+    first = std::min(first, foot);
+    last = std::max(last, foot);
+  }
+  const auto onAxis = [&form](omReal64 height) {
+    const SpatialPoint p = form.point + form.direction * height;
+    return Point3dData<omReal64>(p.x, p.y, p.z);
+  };
+  return zoneAt<Cylinder3d<omReal64>>(
+      [&](omReal64 radius) { return Cylinder3d<omReal64>(onAxis(first), onAxis(last), radius); }, form.radius, form);
 }
 
 }  // namespace ormix::geom

@@ -2,8 +2,10 @@
 
 #include <ORMIXGeometry/Entity/2d/Circle/Circle2d.h>
 #include <ORMIXGeometry/Entity/2d/Line/Line2d.h>
+#include <ORMIXGeometry/Entity/3d/Cylinder/Cylinder3d.h>
 #include <ORMIXGeometry/Entity/3d/Plan/Plan3d.h>
 #include <ORMIXGeometry/Entity/3d/Sphere/Sphere3d.h>
+#include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Form/FormDeviation.h>
 
 /// \file
@@ -32,5 +34,12 @@ ORMIX_GEOMETRY_API FormZone<Plan3d> zoneOfPlane(const FormDeviation& form);     
 ORMIX_GEOMETRY_API FormZone<Circle2d<omReal64>> zoneOfCircle(const FormDeviation& form);  ///< roundness()
 ORMIX_GEOMETRY_API FormZone<Sphere3d<omReal64>> zoneOfSphere(const FormDeviation& form);  ///< sphericity()
 /// @}
+
+/// The zone of cylindricity() or spatialStraightness() along the axis as far as the measured points go, which the
+/// deviation does not have: from the foot of the first on the axis to that of the last; between equal ends without any.
+/// Inner and outer cylinder have the same ends. Linear in the points.
+/// \param form what these functions answered
+/// \param points rows of three finite coordinates, of which only the feet on the axis matter
+ORMIX_GEOMETRY_API FormZone<Cylinder3d<omReal64>> zoneOfCylinder(const FormDeviation& form, const SampleView& points);
 
 }  // namespace ormix::geom

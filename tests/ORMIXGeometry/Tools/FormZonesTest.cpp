@@ -60,6 +60,34 @@ TEST(FormZones, HoldAllPointsAndPassTheirContacts) {
     ASSERT_TRUE(sphericity(spatial, eFR_MinimumZone, form));
     const auto spheres = zoneOfSphere(form);
     EXPECT_NEAR(spheres.outer.getRadius() - spheres.inner.getRadius(), form.deviation, 1e-12);
+    // Points around an upright axis, measured somewhere else: the ends are where they end.
+    std::vector<omReal64> tube = xyz;
+    for (std::size_t i = 0; i < 30; ++i) {
+      tube[3 * i] = xy[2 * i];
+      tube[3 * i + 1] = xy[2 * i + 1];
+    }
+    const SampleView around{tube.data(), 30, 3};
+    ASSERT_TRUE(cylindricity(around, eFR_MinimumZone, form));
+    const auto cylinders = zoneOfCylinder(form, around);
+    const Point3dData<omReal64> start = cylinders.outer.getPoint0(), along = cylinders.outer.getAxis();
+    const auto footOf = [&](std::size_t i) {
+      const Point3dData<omReal64> p = (Point3dData<omReal64>(tube[3 * i], tube[3 * i + 1], tube[3 * i + 2]) - start);
+      return p.getX() * along.getX() + p.getY() * along.getY() + p.getZ() * along.getZ();
+    };
+    const auto fromCylinder = [&](const Cylinder3d<omReal64>& cylinder, std::size_t i) {
+      const Point3dData<omReal64> p(tube[3 * i], tube[3 * i + 1], tube[3 * i + 2]);
+      const Point3dData<omReal64> off = p - start - footOf(i) * along;
+      return std::hypot(off.getX(), off.getY(), off.getZ()) - cylinder.getRadius();
+    };
+    check([&](std::size_t i) { return fromCylinder(cylinders.inner, i); },
+          [&](std::size_t i) { return fromCylinder(cylinders.outer, i); });
+    omReal64 least = 1e9, most = -1e9;
+    for (std::size_t i = 0; i < 30; ++i) {
+      least = std::min(least, footOf(i));
+      most = std::max(most, footOf(i));
+    }
+    EXPECT_NEAR(least, 0, 1e-12);
+    EXPECT_NEAR(most, cylinders.inner.getHeight(), 1e-12);
   }
 }
 
