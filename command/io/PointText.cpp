@@ -1,8 +1,11 @@
 #include <command/io/PointText.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string_view>
+#include <utility>
 
 namespace ormix::command {
 
@@ -25,18 +28,28 @@ bool takeLine(std::streambuf& bytes, std::string& line, bool& isTooLong) {
   return true;
 }
 
+/// The next word of a line, which is taken from its beginning; empty at its end.
+std::string_view takeWord(std::string_view& text) {
+  text.remove_prefix(std::min(text.find_first_not_of(s_separators), text.size()));
+  const std::string_view word = text.substr(0, text.find_first_of(s_separators));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+/// Whether a word is written as a number; one that no real holds is NaN.
+bool parseNumber(std::string_view word, omReal64& number) {
+  const bool hasPlus = word.size() > 1 && word[0] == '+' && word[1] != '-';
+  const char* const end = word.data() + word.size();
+  number = std::numeric_limits<omReal64>::quiet_NaN();
+  const auto [rest, error] = std::from_chars(word.data() + hasPlus, end, number);
+  return error != std::errc::invalid_argument && rest == end;
+}
+
 /// Appends the numbers of a line; answers what is wrong, or nothing.
 std::string parseLine(std::string_view text, std::vector<omReal64>& numbers) {
-  while (true) {
-    const std::size_t first = text.find_first_not_of(s_separators);
-    if (first == text.npos) return "";
-    text.remove_prefix(first);
-    const std::string_view word = text.substr(0, text.find_first_of(s_separators));
-    text.remove_prefix(word.size());
-    const bool hasPlus = word.size() > 1 && word[0] == '+' && word[1] != '-';
+  for (std::string_view word = takeWord(text); !word.empty(); word = takeWord(text)) {
     omReal64 number = 0;
-    const auto [rest, error] = std::from_chars(word.data() + hasPlus, word.data() + word.size(), number);
-    if (error != std::errc() || rest != word.data() + word.size() || !std::isfinite(number)) {
+    if (!parseNumber(word, number) || !std::isfinite(number)) {
       std::string shown(word.substr(0, 40));
       for (char& c : shown)
         if (c < ' ' || c > '~') c = '?';
@@ -44,6 +57,13 @@ std::string parseLine(std::string_view text, std::vector<omReal64>& numbers) {
     }
     numbers.push_back(number);
   }
+  return "";
+}
+
+/// Whether a line begins with a word, as the head of a table does. "nan" is none: it stands where a number was missing.
+bool isHead(std::string_view text) {
+  omReal64 number = 0;
+  return !parseNumber(takeWord(text), number);
 }
 
 }  // namespace
@@ -68,10 +88,8 @@ PointText readPoints(std::istream& stream) {
       continue;
     }
     numbers.clear();
+    if (std::exchange(isFirst, false) && isHead(text)) continue;
     std::string why = isTooLong ? "the line is too long" : parseLine(text, numbers);
-    const bool isHead = isFirst && !why.empty() && numbers.empty();
-    isFirst = false;
-    if (isHead) continue;
     if (set.dimension == 0 && why.empty()) set.dimension = numbers.size();
     if (why.empty() && numbers.size() != set.dimension)
       why = "it has " + std::to_string(numbers.size()) + " numbers, not " + std::to_string(set.dimension);
