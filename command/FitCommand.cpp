@@ -198,7 +198,8 @@ int run(const Arguments& arguments) {
         arguments, file,
         [&](const Document& document) {
           for (const PointSet& set : pointSetsOf(document)) try {
-              const Fit result = fit(arguments, file, ++item, chosen(set, columns));
+              ++item;
+              const Fit result = fit(arguments, file, item, chosen(set, columns));
               entities.push_back(result.entity);
               if (output != "-") printer.print(result.row);
             } catch (const DataError& error) {
@@ -231,8 +232,7 @@ Command fitCommand() {
       {"ranked", 0, eOptionKind::Flag, "", "the points come in order of their quality, the best first"},
       {"report", 0, eOptionKind::Flag, "",
        "least distances, and the standard deviation of each parameter, as \"u_radius\"; arcs, cones, cylinders, tori, "
-       "and "
-       "circles and lines of space are always fitted so"},
+       "and circles and lines of space are always fitted so"},
       {"columns", 0, eOptionKind::Text, "I,J,...", "use these columns of a table, counted from 1"},
       outputOption("write what was fitted to an archive; \"-\" prints it instead of the results"),
       fromOption()};

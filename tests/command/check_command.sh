@@ -83,6 +83,7 @@ check 0 '"m31":1\.84[0-9]*e-05,.*"rms":[0-9.]*e-1[0-9]' '' 'ormix fit homography
 check 0 '"tx":10,"ty":20,"tz":30,"rms":0,' '' "printf '0 0 0 10 20 30\n1,2,3;11,22,33\n1 0 0\t11 20 30\n' | ormix fit translation"
 check 1 '' 'set 1: a model "circle" is fitted to lines of 2 or 3 numbers, and these have 4' 'ormix fit circle pairs.csv'
 check 1 '"points":2,' 'line 1: "nan" is not a finite number' "printf 'nan 1\n2 3\n4 9\n' | ormix fit line"
+check 1 '' 'set 1: there is no column 5 of 4' 'ormix fit circle --columns 1,5 pairs.csv'
 check 2 '' 'there is no model "sqare"' 'ormix fit sqare fits.txt'
 check 0 '"deviation":0\.5,.*"outer_contacts":"2","inner_contacts":"1 3","imbalance":0,"optimum":"global"' '' \
   "printf '0 0\n1 0.5\n2 0\n' | ormix form straightness"
