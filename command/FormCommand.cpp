@@ -20,17 +20,26 @@ struct Form {
   std::string_view name;
   std::size_t dimension;
   FormFunction function;
+  bool isRound;  ///< has inscribed and circumscribed elements
 };
 
-constexpr std::array<Form, 6> s_forms{{{"straightness", 2, planarStraightness},
-                                       {"straightness", 3, spatialStraightness},
-                                       {"flatness", 3, flatness},
-                                       {"roundness", 2, roundness},
-                                       {"sphericity", 3, sphericity},
-                                       {"cylindricity", 3, cylindricity}}};
+constexpr std::array<Form, 6> s_forms{{{"straightness", 2, planarStraightness, false},
+                                       {"straightness", 3, spatialStraightness, false},
+                                       {"flatness", 3, flatness, false},
+                                       {"roundness", 2, roundness, true},
+                                       {"sphericity", 3, sphericity, true},
+                                       {"cylindricity", 3, cylindricity, true}}};
 
 // In the order of eFormReference.
 constexpr std::array<std::string_view, 4> s_references{"least-squares", "zone", "inscribed", "circumscribed"};
+
+/// \throw UsageError for an unknown form, and a reference that it does not have
+void checkForm(const std::string& name, eFormReference reference) {
+  const auto form = std::find_if(s_forms.begin(), s_forms.end(), [&](const Form& f) { return f.name == name; });
+  if (form == s_forms.end()) throw UsageError("there is no form \"" + name + '"');
+  if (!form->isRound && reference != eFR_LeastSquares && reference != eFR_MinimumZone)
+    throw UsageError(name + " has no reference \"" + std::string(s_references[reference]) + '"');
+}
 
 const Form& formOf(const std::string& name, std::size_t dimension) {
   std::string needed;
@@ -93,10 +102,8 @@ Row measured(const Arguments& arguments, const std::string& file, std::size_t it
 }
 
 int run(const Arguments& arguments) {
-  const std::vector<std::string_view>& names = arguments.command().firstOperands;
   if (arguments.operands().empty()) throw UsageError("the form is missing");
-  const std::string& name = arguments.operands().front();
-  if (std::find(names.begin(), names.end(), name) == names.end()) throw UsageError("there is no form \"" + name + '"');
+  checkForm(arguments.operands().front(), referenceOf(arguments));
   RowPrinter printer(arguments);
   const auto use = [&](const std::string& file) {
     std::size_t item = 0;

@@ -90,6 +90,7 @@ check 0 '"deviation":0\.5,.*"outer_contacts":"2","inner_contacts":"1 3","imbalan
 check 0 '"reference":"inscribed".*"radius":(1|1\.0000|0\.9999)' '' "printf '1 0\n0 1\n-1 0\n0 -1\n' | ormix form roundness -r inscribed"
 check 1 '' 'set 1: flatness is measured of lines of 3 numbers, and these have 2' 'ormix form flatness fits.txt'
 check 1 '' 'eEC_Collinear' "printf '0 0\n1 1\n2 2\n' | ormix form roundness"
+check 2 '' 'flatness has no reference "inscribed"' 'ormix form flatness -r inscribed part.stl'
 check 2 '' 'there is no form "flat"' 'ormix form flat part.stl'
 check 0 '"class":"ormix::geom::Sphere3d<ormix::omReal64>".*"volume":4\.18879' '' \
   "printf '1 0 0\n0 1 0\n0 0 1\n-1 0 0\n' | ormix fit sphere -o - | ormix measure"
