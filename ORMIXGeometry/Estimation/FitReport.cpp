@@ -169,8 +169,8 @@ BoolResult FitReport::validate(const FitReport& report) {
 std::string withUncertainty(omReal64 value, omReal64 standardUncertainty, unsigned int k) {
   const std::string coverage = " (k = " + std::to_string(k) + ")";
   const omReal64 expanded = standardUncertainty * static_cast<omReal64>(k);
-  if (std::isnan(expanded)) return shortest(value) + " ± unknown";
-  if (!(expanded > 0) || !std::isfinite(expanded) || !std::isfinite(value))
+  if (!(expanded >= 0)) return shortest(value) + " ± unknown";
+  if (expanded == 0 || !std::isfinite(expanded) || !std::isfinite(value))
     return shortest(value) + " ± " + shortest(expanded) + coverage;
   // Powers of ten are taken out where the numbers would have many zeros.
   constexpr int mostDecimals = 9;
@@ -180,6 +180,7 @@ std::string withUncertainty(omReal64 value, omReal64 standardUncertainty, unsign
   const int place = placeOfSecondDigit(expanded);
   if (exponent < mostDigits && place >= -mostDecimals && place < mostDigits)
     return roundedTo(value, place) + " ± " + roundedTo(expanded, place) + coverage;
+  if (exponent == 0) return fixed(value, -place) + " ± " + fixed(expanded, -place) + coverage;
   if (exponent < -300) return shortest(value) + " ± " + shortest(expanded) + coverage;
   const omReal64 unit = std::pow(10.0, exponent);
   return "(" + roundedTo(value / unit, std::min(place - exponent, 0)) + " ± " +
@@ -187,8 +188,10 @@ std::string withUncertainty(omReal64 value, omReal64 standardUncertainty, unsign
 }
 
 std::string toString(const FitReport& report) {
-  std::string text = (report.model.empty() ? "nothing" : report.model) + " fitted to " +
-                     std::to_string(report.residuals.size()) + " samples, " + toString(report.method);
+  std::string text = (report.model.empty() ? "nothing" : report.model) + " fitted";
+  // The image of a report by a transform has no samples.
+  if (!report.residuals.empty()) text += " to " + std::to_string(report.residuals.size()) + " samples";
+  text += ", " + toString(report.method);
   if (!report.inliers.empty())
     text += ", " + std::to_string(std::count(report.inliers.begin(), report.inliers.end(), true)) + " inliers";
   const bool hasCovariance = report.covariance.size() == report.params.size() * report.params.size();

@@ -70,12 +70,13 @@ class ORMIX_GEOMETRY_API FitReport : public RegisteredObject<FitReport, BaseSeri
 };
 
 /// "4.109 ± 0.031 (k = 2)": the value and k standard deviations, these to two significant digits and the value to the
-/// same place. "4.1093 ± unknown" where the standard deviation is NaN. Far from 1 with a common power of ten, as
-/// "(4.109 ± 0.031)e-12 (k = 2)". The same in every locale.
+/// same place. "4.1093 ± unknown" where the standard deviation is NaN or negative. Far from 1 with a common power of
+/// ten, as "(4.109 ± 0.031)e-12 (k = 2)". The same in every locale.
 ORMIX_GEOMETRY_API std::string withUncertainty(omReal64 value, omReal64 standardUncertainty, unsigned int k = 2);
 
-/// Prints the report: a line with model, method and number of samples, one for each parameter as withUncertainty() has
-/// it, one with sigma0 and the degrees of freedom, and one with the status where the fit failed.
+/// Prints the report: a line with model, method and the number of residuals where there are any, one for each parameter
+/// as withUncertainty() has it, one with sigma0 and the degrees of freedom, and one with the status where the fit
+/// failed.
 /// @{
 ORMIX_GEOMETRY_API std::string toString(const FitReport& report);
 ORMIX_GEOMETRY_API std::ostream& operator<<(std::ostream& stream, const FitReport& report);

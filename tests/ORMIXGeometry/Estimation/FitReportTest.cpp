@@ -463,7 +463,10 @@ TEST(FitReports, PrintAsManyDigitsAsTheyKnow) {
   EXPECT_EQ(withUncertainty(4e-12, 3e-15), "(4.0000 ± 0.0060)e-12 (k = 2)");
   EXPECT_EQ(withUncertainty(2, 0, 3), "2 ± 0 (k = 3)");
   EXPECT_EQ(withUncertainty(3, s_nan), "3 ± unknown");
+  EXPECT_EQ(withUncertainty(3, -1), "3 ± unknown");
+  EXPECT_EQ(withUncertainty(3, 5e-16), "3.0000000000000000 ± 0.0000000000000010 (k = 2)");
   FitReport report;
+  EXPECT_EQ(toString(report), "nothing fitted, eFM_Orthogonal");
   Circle2d<omReal64> circle;
   const Values three{1, 0, 0, 1, -1, 0};
   ASSERT_TRUE(fitCircle(viewOf(three, 2), {}, circle, report));
