@@ -150,6 +150,9 @@ def test_robust_methods_and_options():
     for wrong in ({"seed": -1}, {"method": "eRM_None"}, {"progress": 5}, {"nb_max_iterations": 1.5}):
         with pytest.raises(TypeError):
             og.robust_estimation("Circle2dEstimator", points, **wrong)
+    for name, value in {"seed": -1, "method": "eRM_None", "nb_max_iterations": 1.5, "threshold": "a"}.items():
+        with pytest.raises(TypeError, match=f"^robust: {name}: {value!r} is no value"):
+            og.fit_circle(points, robust={name: value})
     for wrong in ("Circle2d", "nothing", "", "AreaMsr2d"):
         with pytest.raises(ValueError, match="estimator"):
             og.robust_estimation(wrong, points)

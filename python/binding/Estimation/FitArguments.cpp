@@ -2,6 +2,7 @@
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <string>
+#include <type_traits>
 
 namespace ormix::python {
 namespace {
@@ -17,6 +18,16 @@ SampleArray weightRows(const py::object& weights, std::size_t dimension) {
   throw py::value_error("weights: an array of shape (n,) or (n, " + side + ", " + side + ") was wanted");
 }
 
+/// An option that comes as any object.
+/// \throw py::type_error that names the option, where pybind11 has a text about C++ types only
+template <class T>
+T optionOf(const std::string& name, const py::handle& value) {
+  py::detail::make_caster<T> caster;
+  if (!caster.load(value, true))
+    throw py::type_error(name + ": " + py::cast<std::string>(py::repr(value)) + " is no value of it");
+  return py::detail::cast_op<T>(caster);
+}
+
 }  // namespace
 
 FitArguments::FitArguments(const Given& given, std::size_t dimension)
@@ -24,7 +35,7 @@ FitArguments::FitArguments(const Given& given, std::size_t dimension)
                given.loss == eLS_Squares && given.robust.is_none() && given.progress.is_none()),
       _isReported(given.report),
       _progress(given.progress) {
-  if (!given.method.is_none()) _options.method = py::cast<eFitMethod>(given.method);
+  if (!given.method.is_none()) _options.method = optionOf<eFitMethod>("method", given.method);
   if (!given.weights.is_none()) {
     _weights = weightRows(given.weights, dimension);
     _options.weights = samplesOf(_weights);
@@ -47,23 +58,26 @@ void FitArguments::setRobust(const py::object& robust) {
   if (!py::isinstance<py::dict>(robust))
     throw py::type_error("robust: True, or a dict of options of robust_estimation was wanted");
   for (const auto& [key, value] : py::reinterpret_borrow<py::dict>(robust)) {
-    const std::string name = py::cast<std::string>(key);
+    const std::string name = py::cast<std::string>(py::str(key));
+    const auto set = [where = "robust: " + name, value = value](auto& option) {
+      option = optionOf<std::decay_t<decltype(option)>>(where, value);
+    };
     if (name == "method")
-      _robust.method = py::cast<eRobustMethod>(value);
+      set(_robust.method);
     else if (name == "seed")
-      _robust.seed = py::cast<omUInt32>(value);
+      set(_robust.seed);
     else if (name == "threshold")
-      _robust.threshold = py::cast<omReal64>(value);
+      set(_robust.threshold);
     else if (name == "confidence")
-      _robust.confidence = py::cast<omReal64>(value);
+      set(_robust.confidence);
     else if (name == "nb_max_iterations")
-      _robust.nbMaxIterations = py::cast<std::size_t>(value);
+      set(_robust.nbMaxIterations);
     else if (name == "local_optimisation")
-      _robust.localOptimisation = py::cast<bool>(value);
+      set(_robust.localOptimisation);
     else if (name == "max_false_alarms")
-      _robust.maxFalseAlarms = py::cast<omReal64>(value);
+      set(_robust.maxFalseAlarms);
     else if (name == "is_ranked")
-      _robust.isRanked = py::cast<bool>(value);
+      set(_robust.isRanked);
     else
       throw py::value_error("robust: there is no option \"" + name + "\"");
   }
