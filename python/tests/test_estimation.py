@@ -81,8 +81,9 @@ def test_hostile_samples(name):
     for number in (np.nan, np.inf):
         broken = samples.copy()
         broken[7, 1] = number
-        with pytest.raises(og.Error):
-            fit(broken)
+        for options in ({}, {"report": True}):
+            with pytest.raises(og.Error, match=r"\(samples\[7\] is not finite\)$"):
+                fit(broken, **options)
     with pytest.raises(og.Error) as caught:
         fit(np.tile(samples[0], (20, 1)))
     assert caught.value.class_name.endswith(ESTIMATORS[name] + "Estimator")

@@ -2,7 +2,9 @@
 
 #include "Models.h"
 
+#include <algorithm>
 #include <boost/smart_ptr/make_shared_object.hpp>
+#include <cmath>
 
 namespace ormix::python {
 namespace {
@@ -42,7 +44,7 @@ void bindBase(py::module_& module) {
               const Reading reading;
               return self.computeEstimation(samplesOf(rows), params);
             }();
-            check(result, self.getClassName());
+            checkFit(result, rows, self.getClassName());
             return arrayOf(params);
           },
           "samples"_a,
@@ -82,6 +84,15 @@ void bindBase(py::module_& module) {
 }
 
 }  // namespace
+
+void checkFit(const BoolResult& result, const SampleArray& rows, const std::string& className, const char* name) {
+  if (result) return;
+  const auto* const end = rows.data() + rows.size();
+  const auto* const found = std::find_if_not(rows.data(), end, [](omReal64 value) { return std::isfinite(value); });
+  if (found == end) return check(result, className);
+  const std::string row = std::to_string((found - rows.data()) / rows.shape(1));
+  raiseError(result.getMessage() + " (" + name + "[" + row + "] is not finite)", className);
+}
 
 RealVector vectorOf(const py::object& values, const char* name) {
   const auto numbers = numbersOf<omReal64>(values, name);

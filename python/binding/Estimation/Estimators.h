@@ -9,6 +9,7 @@
 
 #include <boost/numeric/ublas/vector.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
+#include <string>
 
 namespace ormix::python {
 
@@ -38,6 +39,12 @@ inline SampleView samplesOf(const SampleArray& rows) {
 inline SampleArray samplesFor(const BaseEstimator& estimator, const py::object& values) {
   return matrixOf<omReal64>(values, static_cast<py::ssize_t>(estimator.getSampleDimension()), "samples");
 }
+
+/// Raises `Error` when a fit to samples failed. Where it is for a sample that is not finite, its text names that, as
+/// the library has only its indices.
+/// \param name of the samples in the text
+void checkFit(const BoolResult& result, const SampleArray& rows, const std::string& className,
+              const char* name = "samples");
 
 /// A vector from an array of one dimension, and back.
 /// @{

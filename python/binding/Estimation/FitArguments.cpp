@@ -83,11 +83,6 @@ void FitArguments::setRobust(const py::object& robust) {
   }
 }
 
-void FitArguments::check(const BoolResult& result, const char* className) const {
-  _progress.check();
-  python::check(result, className);
-}
-
 py::object FitArguments::answer(py::object entity, geom::FitReport&& report) const {
   if (!_isReported) return entity;
   return py::make_tuple(std::move(entity), boost::make_shared<geom::FitReport>(std::move(report)));

@@ -38,8 +38,8 @@ class FitArguments {
   bool isPlain() const { return _isPlain; }
   /// The options; valid as long as this object.
   const FitOptions& options() const { return _options; }
-  /// Raises what the progress callback raised, else an Error when the fit failed.
-  void check(const BoolResult& result, const char* className) const;
+  /// Raises what the progress callback raised.
+  void checkProgress() const { _progress.check(); }
   /// The entity, or with `report=True` both.
   py::object answer(py::object entity, geom::FitReport&& report) const;
 

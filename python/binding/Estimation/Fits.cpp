@@ -7,6 +7,8 @@
 
 #include <pybind11/stl.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace ormix::python {
@@ -22,7 +24,7 @@ auto fit(const py::object& samples) {
     const Reading reading;
     return estimator.computeEstimation(samplesOf(rows), params);
   }();
-  check(result, Estimator::s_className);
+  checkFit(result, rows, Estimator::s_className);
   return makeModel(TagOf<Estimator>(), params);
 }
 
@@ -35,7 +37,7 @@ auto fitWhole(const py::object& points) {
     const Reading reading;
     return fitEntity(samplesOf(rows), *entity);
   }();
-  check(result, Estimator::s_className);
+  checkFit(result, rows, Estimator::s_className);
   return entity;
 }
 
@@ -57,7 +59,8 @@ py::object fitWithOptions(const py::object& samples, bool report, const py::obje
     const Reading reading;
     return fitEntity(samplesOf(rows), arguments.options(), *entity, found);
   }();
-  arguments.check(result, Estimator::s_className);
+  arguments.checkProgress();
+  checkFit(result, rows, Estimator::s_className);
   return arguments.answer(py::cast(entity), std::move(found));
 }
 
@@ -98,6 +101,15 @@ std::vector<omReal64> joinedRows(const SampleView& sources, const SampleView& ta
   return values;
 }
 
+template <class Estimator>
+void checkPairFit(const BoolResult& result, const SampleArray& sources, const SampleArray& targets) {
+  if (result) return;
+  const bool areSourcesFinite =
+      std::all_of(sources.data(), sources.data() + sources.size(), [](omReal64 value) { return std::isfinite(value); });
+  checkFit(result, areSourcesFinite ? targets : sources, Estimator::s_className,
+           areSourcesFinite ? "targets" : "sources");
+}
+
 /// The transform that maps sources to targets.
 template <class Estimator>
 auto fitPairs(const py::object& sources, const py::object& targets) {
@@ -119,7 +131,7 @@ auto fitPairs(const py::object& sources, const py::object& targets) {
                                          params);
     }
   }();
-  check(result, Estimator::s_className);
+  checkPairFit<Estimator>(result, from, to);
   return makeModel(TagOf<Estimator>(), params);
 }
 
@@ -146,7 +158,8 @@ py::object fitPairsWithOptions(const py::object& sources, const py::object& targ
     return fitTransform({rows.data(), first.nbSamples, Estimator::s_sampleDimension}, arguments.options(), *transform,
                         found);
   }();
-  arguments.check(result, Estimator::s_className);
+  arguments.checkProgress();
+  checkPairFit<Estimator>(result, from, to);
   return arguments.answer(py::cast(transform), std::move(found));
 }
 
