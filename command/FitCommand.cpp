@@ -190,6 +190,7 @@ int run(const Arguments& arguments) {
   if (std::find(names.begin(), names.end(), name) == names.end()) throw UsageError("there is no model \"" + name + '"');
   const std::vector<std::size_t> columns = columnsOf(arguments);
   const std::string output = arguments.text("output");
+  const std::string format = output.empty() ? "" : archiveFormatNameOf(output);
   RowPrinter printer(arguments);
   SerializationObjectPtrColl entities;
   const auto use = [&](const std::string& file) {
@@ -210,7 +211,7 @@ int run(const Arguments& arguments) {
   };
   const int status = arguments.forEachInput(arguments.inputs(1), use);
   printer.finish();
-  if (!output.empty() && !entities.empty()) writeArchive(output, entities, archiveFormatNameOf(output));
+  if (!output.empty() && !entities.empty()) writeArchive(output, entities, format);
   return status;
 }
 

@@ -86,7 +86,11 @@ void writeArchive(const std::string& path, const SerializationObjectPtrColl& obj
 
 std::string archiveFormatNameOf(const std::string& path) {
   const std::string extension = std::filesystem::path(path).extension().string();
-  return path == "-" || extension == ".jsonl" ? "jsonl" : extension == ".json" ? "json" : "cbor";
+  if (path == "-") return "jsonl";
+  if (extension.empty()) return "cbor";
+  for (const char* format : {"cbor", "json", "jsonl"})
+    if (extension.substr(1) == format) return format;
+  throw UsageError("the output is an archive, and \"" + path + "\" ends in none of .cbor, .json, .jsonl");
 }
 
 }  // namespace ormix::command

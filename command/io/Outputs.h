@@ -23,7 +23,9 @@ void writePath(const std::string& path, const std::function<BoolResult(const std
 /// Writes objects as one archive, or each as an archive of its own on a line.
 /// \param format cbor, json or jsonl
 void writeArchive(const std::string& path, const SerializationObjectPtrColl& objects, const std::string& format);
-/// The format of an archive by the extension of its path: json, jsonl, else cbor; jsonl for the standard output.
+/// The format of an archive by the extension of its path: cbor, json or jsonl, cbor without one; jsonl for the standard
+/// output.
+/// \throw UsageError for another extension, which promises what is not written
 std::string archiveFormatNameOf(const std::string& path);
 
 /// \throw DataError with the message of a failure

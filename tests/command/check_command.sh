@@ -78,6 +78,7 @@ check 0 '^area,item$' '' 'ormix measure contours.txt -f csv --fields area,item'
 check 1 '"area"' 'no result has the key "aera"' 'ormix measure part.stl --fields area,aera'
 check 0 '"inliers":36,"center_x":6\.00[67][0-9]*,"center_y":1\.96[0-9]*,"radius":6\.03' '' 'ormix fit circle -t 0.15 fits.txt'
 check 0 '"inliers":3,.*"end":"not confident"' '' 'ormix fit circle -t 0.15 fits.txt'
+check 2 '' 'the output is an archive, and "x.csv" ends in none of .cbor, .json, .jsonl' 'ormix fit circle fits.txt -o x.csv'
 check 0 '"inliers":3[0-9],"center_x":6\.0.*"end":"confident"' '' 'ormix fit circle --method acontrario fits.txt'
 check 0 '"m31":1\.84[0-9]*e-05,.*"rms":[0-9.]*e-1[0-9]' '' 'ormix fit homography pairs.csv'
 check 0 '"tx":10,"ty":20,"tz":30,"rms":0,' '' "printf '0 0 0 10 20 30\n1,2,3;11,22,33\n1 0 0\t11 20 30\n' | ormix fit translation"
