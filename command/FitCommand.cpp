@@ -147,6 +147,7 @@ Fit fitWithReport(const Arguments& arguments, const std::string& file, std::size
   }
   result.row.add("sigma0", report.sigma0).add("degrees_of_freedom", omUInt64(report.degreesOfFreedom));
   result.row.add("rms", std::sqrt(sum / static_cast<omReal64>(nbInliers))).add("greatest_distance", greatest);
+  if (isRobust(arguments)) result.row.add("end", std::string(endOf(report.status ? eRO_Confident : eRO_NotConfident)));
   return result;
 }
 
