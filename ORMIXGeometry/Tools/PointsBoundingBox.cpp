@@ -27,9 +27,10 @@ detail::GrowingBox<T, D> boxOf(const T* coords, std::size_t nbPoints) {
       std::copy(coords, coords + D, box.high.begin());
       for (std::size_t at = 0; at < D * nbPoints; ++at) box.include(at % D, coords[at], coords[at]);
     }
-    for (std::size_t axis = 0; axis < D; ++axis)
-      for (T* const side : {&box.low[axis], &box.high[axis]})
-        if (*side == 0) *side = firstZero<D>(coords + axis);
+    for (std::size_t axis = 0; axis < D; ++axis) {
+      if (box.low[axis] == 0) box.low[axis] = firstZero<D>(coords + axis);
+      if (box.high[axis] == 0) box.high[axis] = firstZero<D>(coords + axis);
+    }
   }
   return box;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <ORMIXGeometry/Transform/RunExtent.h>
 #include <ORMIXMath/Scalar/DirectedRounding.h>
 #include <ORMIXMath/Shape/PrefetchBehind.h>
-#include <ORMIXMath/Transform/CoordinateVectors.h>
 
 #include <algorithm>
 #include <array>
@@ -45,47 +45,7 @@ struct GrowingBox {
       std::copy(coords, coords + D, high.begin());
       isEmpty = false;
     }
-    // So many vectors of 16 bytes, which every processor has, hold a whole number of points; the last ones may overlap
-    // those before them. What is not finite makes its `rest` NaN.
-    constexpr std::size_t nbLanes = 16 / sizeof(T);
-    constexpr std::size_t nbVectors = 2 * D;
-    constexpr std::size_t nbInBlock = nbVectors * nbLanes;
-    using Values = ormix::detail::Vector<T, nbLanes>;
-    using Stored = ormix::detail::StoredVector<T, nbLanes>;
-    if (D * nbPoints < nbInBlock) {
-      for (std::size_t at = 0; at < D * nbPoints; ++at) {
-        include(at % D, coords[at], coords[at]);
-        isFinite = isFinite && coords[at] * T(0) == 0;
-      }
-      return;
-    }
-    Values least[nbVectors], most[nbVectors], rest[nbVectors];
-    for (std::size_t v = 0; v < nbVectors; ++v) {
-      least[v] = most[v] = *reinterpret_cast<const Stored*>(coords + v * nbLanes);
-      rest[v] = least[v] * T(0);
-    }
-    const T* const last = coords + (D * nbPoints - nbInBlock);
-    for (const T* block = coords; block != last;) {
-      block = last - block < std::ptrdiff_t(nbInBlock) ? last : block + nbInBlock;
-      for (std::size_t v = 0; v < nbVectors; ++v) {
-        const Values from = *reinterpret_cast<const Stored*>(block + v * nbLanes);
-        least[v] = from < least[v] ? from : least[v];
-        most[v] = most[v] < from ? from : most[v];
-        if constexpr (std::is_floating_point_v<T>) rest[v] += from * T(0);
-      }
-    }
-    T sumOfRests{};
-    for (std::size_t v = 0; v < D; ++v) {
-      // D vectors further the axes are the same again.
-      const Values lows = least[v + D] < least[v] ? least[v + D] : least[v];
-      const Values highs = most[v] < most[v + D] ? most[v + D] : most[v];
-      const Values rests = rest[v] + rest[v + D];
-      for (std::size_t lane = 0; lane < nbLanes; ++lane) {
-        include((v * nbLanes + lane) % D, lows[lane], highs[lane]);
-        sumOfRests += rests[lane];
-      }
-    }
-    isFinite = isFinite && sumOfRests == 0;
+    isFinite = growToRun<D>(coords, nbPoints, low.data(), high.data()) && isFinite;
   }
 
   /// The same. Where a side is zero and there are zeros of both signs, it is the side before or the first point if that

@@ -145,6 +145,10 @@ TYPED_TEST(Derived, PlanarResultsAreThoseWorkedByHand) {
   const T low = std::numeric_limits<T>::lowest(), high = std::numeric_limits<T>::max();
   const auto far = polygon<T>({{low, low}, {high, low}, {high, high}, {low, high}});
   EXPECT_EQ(EnvelopeTransform2d::envelope(far), BoundingBox2d<T>(low, low, high, high));
+  // Finite, although the sum of the coordinates is not.
+  Polygon2d<T> tall;
+  tall.getPointColl().assign(20, {T(1), high});
+  EXPECT_EQ(EnvelopeTransform2d::envelope(tall), BoundingBox2d<T>(1, high, 1, high));
   EXPECT_EQ(ConvexHullTransform2d::convexHull(far).getNbPoints(), 5u);
   EXPECT_EQ(EnvelopeTransform2d::envelope(Circle2d<T>({high, high}, high)).getXMax(), high);
 }
