@@ -22,17 +22,21 @@ bool GeometryMeasure<Self, Base>::measure(const typename Base::Entity& entity, t
   return entity.visit(static_cast<const Self&>(*this), value);
 }
 
-/// Measures with a default-constructed `Measure`, whose hole policy is eHMP_ProcessHoles.
-/// \param function,file,line the place of the caller, for the exception
-/// \throw ORMIXGeometryException, logged first, when the entity is not supported or a part of it is null
+namespace detail {
+
+/// A default-constructed measure: one for all calls, and never destroyed, so that it is there until a program has
+/// ended.
 template <class Measure>
-typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, const char* function, const char* file,
-                                       int line) {
-  // One for all calls, and never destroyed, so that it is there until a program has ended.
+const Measure& sharedMeasure() {
   alignas(Measure) static unsigned char place[sizeof(Measure)];
   static const Measure& measure = *new (place) Measure;
-  typename Measure::Value value{};
-  if (entity.visit(measure, value)) return value;
+  return measure;
+}
+
+template <class Measure>
+[[noreturn, gnu::cold, gnu::noinline]] void throwNotMeasured(const typename Measure::Entity& entity,
+                                                             const char* function, const char* file, int line) {
+  const Measure& measure = sharedMeasure<Measure>();
   std::string kind, type;
   if constexpr (std::is_same_v<typename Measure::Entity, BaseGeometryEntity2d>) {
     kind = toString(measure.getMeasure2dType());
@@ -42,6 +46,21 @@ typename Measure::Value measureOrThrow(const typename Measure::Entity& entity, c
     type = toString(entity.getEntity3dType());
   }
   logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_MeasureFailed, kind, type), function, file, line);
+}
+
+}  // namespace detail
+
+/// Measures with a default-constructed `Measure`, whose hole policy is eHMP_ProcessHoles. Inlined, as saving the place
+/// of the caller in registers takes as long as the area of a small ring.
+/// \param function,file,line the place of the caller, for the exception
+/// \throw ORMIXGeometryException, logged first, when the entity is not supported or a part of it is null
+template <class Measure>
+[[gnu::always_inline]] inline typename Measure::Value measureOrThrow(const typename Measure::Entity& entity,
+                                                                     const char* function, const char* file, int line) {
+  typename Measure::Value value{};
+  if (!entity.visit(detail::sharedMeasure<Measure>(), value))
+    detail::throwNotMeasured<Measure>(entity, function, file, line);
+  return value;
 }
 
 namespace detail {

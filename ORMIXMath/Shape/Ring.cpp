@@ -30,9 +30,10 @@ omReal64 sumOfFewEdges(const T* xy, std::size_t nbPoints) {
   return detail::roundedSum(sum, error);
 }
 
-/// The length of a path, edge i added to lane i % nbLanes: by `Blocks` for full blocks, then the remaining edges.
+/// The length of a path, edge i added to lane i % nbLanes: by `Blocks` for full blocks, then the remaining edges. Not
+/// inlined, as what it saves on the stack takes longer than a short path.
 template <class Blocks, class T>
-omReal64 sumOfManyEdges(const T* xy, std::size_t nbPoints) {
+[[gnu::noinline]] omReal64 sumOfManyEdges(const T* xy, std::size_t nbPoints) {
   const std::size_t nbBlocks = (nbPoints - 1) / nbLanes;
   const std::size_t nbEdgesLeft = (nbPoints - 1) % nbLanes;
   detail::RingLanes lanes;
@@ -53,6 +54,8 @@ omReal64 ringSignedArea(const T* xy, std::size_t nbPoints) {
   const T* vertex = xy + 2 * (nbPoints - 1);
   auto x = static_cast<omReal64>(vertex[0]);
   auto y = static_cast<omReal64>(vertex[1]);
+// Small rings are a matter of instructions.
+#pragma GCC unroll 4
   while (vertex != xy) {
     vertex -= 2;
     const auto xBefore = static_cast<omReal64>(vertex[0]);
