@@ -30,13 +30,13 @@ class DisjointSets {
     return a != b;
   }
 
-  /// Unites the set of this lowest number with that of an element, and answers the lowest number of both.
-  omUInt32 extend(omUInt32 lowestNumber, omUInt32 element) {
-    const omUInt32 other = lowest(element);
-    if (other == lowestNumber) return other;
-    const omUInt32 both = std::min(lowestNumber, other);
-    _parents[std::max(lowestNumber, other)] = both;
-    return both;
+  /// Adds sets of one number each, up to that many numbers in total; answers how many.
+  std::size_t grow(std::size_t nbElements) {
+    const std::size_t nbBefore = _parents.size();
+    _parents.resize(std::max(nbBefore, nbElements));
+    std::iota(_parents.begin() + static_cast<std::ptrdiff_t>(nbBefore), _parents.end(),
+              static_cast<omUInt32>(nbBefore));
+    return _parents.size() - nbBefore;
   }
 
   /// The lowest number of a set.

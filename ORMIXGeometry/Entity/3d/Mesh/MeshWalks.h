@@ -3,11 +3,41 @@
 #include <ORMIXGeometry/Entity/3d/Mesh/MeshTopology.h>
 #include <ORMIXGeometry/Export.h>
 
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace ormix::geom {
+
+namespace detail {
+
+/// The most half-edges of a fan that is walked once.
+inline constexpr int s_nbShortFan = 10;
+
+/// Visits the half-edges of a closed fan from `first` on to the one before `current`, counter-clockwise; false, with
+/// none visited, when the fan is open or longer than `s_nbShortFan`. The half-edges are looked for clockwise, one a
+/// call, and visited on the way back: by that time the fan is known to be closed, and they are still in registers.
+template <int nbBefore = 1, class Visit>
+bool visitShortFan(const HalfEdge* halfEdges, omUInt32 first, omUInt32 current, Visit& visit) {
+  const omUInt32 opposite = halfEdges[current].oppositeHalfEdgeIdx;
+  if (opposite == s_noHalfEdge) return false;
+  // Where vertices are visited in order of the triangles, those near here are next. One line a fan, so that nothing is
+  // lost where they are not.
+  constexpr std::uintptr_t ahead = 128 * sizeof(HalfEdge);
+  if constexpr (nbBefore == 2)
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(halfEdges + opposite) + ahead));
+  const omUInt32 clockwise = halfEdges[opposite].nextHalfEdgeIdx;
+  if (clockwise != first) {
+    if constexpr (nbBefore == s_nbShortFan)
+      return false;
+    else if (!visitShortFan<nbBefore + 1>(halfEdges, first, clockwise, visit))
+      return false;
+  }
+  visit(std::size_t{clockwise});
+  return true;
+}
+
+}  // namespace detail
 
 /// Calls `visit(halfEdgeIdx)` with each half-edge of one fan: those that start at the same vertex as the given one and
 /// are reached from it by crossing edges, counter-clockwise as seen from outside. Around an inner vertex the walk
@@ -17,28 +47,16 @@ namespace ormix::geom {
 /// \throw ORMIXGeometryException, logged, for an invalid index, as all functions here
 template <class Visit>
 bool visitFan(const MeshTopology& topology, std::size_t halfEdgeIdx, Visit visit) {
-  // The half-edges are looked for clockwise, as far as there is one, and visited the other way round; what was found is
-  // remembered, so that a fan of usual size is walked once.
-  std::array<omUInt32, 16> found;
-  std::size_t nbFound = 0;
-  omUInt32 first = static_cast<omUInt32>(halfEdgeIdx);
   omUInt32 opposite = topology.getHalfEdge(halfEdgeIdx).oppositeHalfEdgeIdx;
   const HalfEdge* halfEdges = topology.getHalfEdgeColl().data();
+  omUInt32 first = static_cast<omUInt32>(halfEdgeIdx);
+  if (detail::visitShortFan(halfEdges, first, first, visit)) return true;
   while (opposite != s_noHalfEdge) {
     first = halfEdges[opposite].nextHalfEdgeIdx;
     if (first == halfEdgeIdx) break;
-    if (nbFound < found.size()) found[nbFound] = first;
-    ++nbFound;
     opposite = halfEdges[first].oppositeHalfEdgeIdx;
   }
   omUInt32 current = first;
-  if (nbFound <= found.size()) {
-    const bool isClosed = opposite != s_noHalfEdge;
-    current = static_cast<omUInt32>(halfEdgeIdx);
-    if (isClosed) visit(std::size_t{current});
-    while (nbFound > 0) visit(std::size_t{found[--nbFound]});
-    if (isClosed) return true;
-  }
   do {
     const HalfEdge& halfEdge = halfEdges[current];
     visit(std::size_t{current});

@@ -77,6 +77,7 @@ TYPED_TEST(Mesh3dArchive, MayOrderHalfEdgesFreely) {
   const std::string triangles = "triangles=[[0, 2, 1], [0, 1, 3], [3, 2, 0], [1, 2, 3]]]";
   EXPECT_NE(printed(mesh).find(triangles), std::string::npos) << printed(mesh);
   EXPECT_EQ(mesh.getTriangleVertexIndices(2), (std::array<std::size_t, 3>{3, 2, 0}));
+  EXPECT_EQ(getNbComponents(mesh.getTopology()), 1u);
   mesh.reverseOrientation();
   EXPECT_TRUE(mesh.checkIntegrity());
   EXPECT_EQ(mesh.getTriangleVertexIndices(2), (std::array<std::size_t, 3>{3, 0, 2}));

@@ -153,11 +153,49 @@ TEST(MeshTopology, IsTurnedInsideOut) {
   expectWhole(mesh);
 }
 
-// Around the longest fan that is remembered while it is walked.
+// Around the longest fan that is walked once.
 TEST(MeshTopology, WalksFansOfAnyLengthInOrder) {
-  for (const omUInt32 valence : {3u, 15u, 16u, 17u, 18u, 40u})
+  for (const omUInt32 valence : {3u, 9u, 10u, 11u, 12u, 40u})
     for (const bool isClosed : {true, false})
       expectWalksReachEverything(addedOneByOne(points(valence + 1), fan(valence, isClosed)));
+}
+
+// Of grids with holes, in order and shuffled, so that blocks of triangles begin connected and not: against a flood.
+TEST(MeshTopology, NumbersComponentsInOrderOfTheirFirstTriangles) {
+  support::Random random(22);
+  for (int round = 0; round < 12; ++round) {
+    const omUInt32 size = 20 + random.below(50);
+    std::vector<std::array<omUInt32, 3>> triangles;
+    for (omUInt32 corner = 0; corner + size + 1 < size * size; ++corner) {
+      if (corner % size == size - 1) continue;
+      if (random.below(12) >= omUInt32(round % 6)) triangles.push_back({corner, corner + 1, corner + size + 1});
+      if (random.below(12) >= omUInt32(round % 6)) triangles.push_back({corner, corner + size + 1, corner + size});
+    }
+    for (std::size_t place = triangles.size(); round >= 6 && place > 1; --place)
+      std::swap(triangles[place - 1], triangles[random.below(omUInt32(place))]);
+    Indices indices;
+    for (const auto& corners : triangles) indices.insert(indices.end(), corners.begin(), corners.end());
+    Mesh3d<omReal64> mesh;
+    ASSERT_TRUE(mesh.build(points(size * size), indices));
+    Indices expected(triangles.size(), s_noHalfEdge);
+    omUInt32 nbComponents = 0;
+    for (omUInt32 first = 0; first < expected.size(); ++first) {
+      if (expected[first] != s_noHalfEdge) continue;
+      for (Indices flood{first}; !flood.empty();) {
+        const omUInt32 triangle = flood.back();
+        flood.pop_back();
+        expected[triangle] = nbComponents;
+        for (omUInt32 side = 3 * triangle; side < 3 * triangle + 3; ++side) {
+          const omUInt32 opposite = mesh.getHalfEdge(side).oppositeHalfEdgeIdx;
+          if (opposite != s_noHalfEdge && expected[opposite / 3] == s_noHalfEdge) flood.push_back(opposite / 3);
+        }
+      }
+      ++nbComponents;
+    }
+    Indices labels{7};
+    EXPECT_EQ(labelComponents(mesh.getTopology(), labels), nbComponents);
+    EXPECT_EQ(labels, expected) << "round " << round;
+  }
 }
 
 // Vertices whose half-edges are looked for in the same places.
