@@ -18,6 +18,7 @@
 #include <ORMIXMath/Distance/Orientation3d.h>
 #include <ORMIXMath/Distance/PlanarSegment.h>
 #include <ORMIXMath/Distance/PointSegmentDistance.h>
+#include <ORMIXMath/Distance/RoundSolidDistance.h>
 #include <ORMIXMath/Distance/SegmentsDistance.h>
 #include <ORMIXMath/Distance/SpatialSegment.h>
 #include <ORMIXMath/Distance/SpatialSegmentsDistance.h>

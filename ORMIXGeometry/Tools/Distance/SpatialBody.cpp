@@ -307,7 +307,6 @@ bool addWindings(const SpatialBody& body, const SpatialPoint& p, const SpatialPo
 
 SpatialBody toBodyWithoutTree(const BaseGeometryEntity3d& entity) {
   SpatialBody body;
-  body.className = entity.getClassName();
   callTyped(SpatialEntityList(), entity, [&body](const auto& typed) {
     addTo(body, typed);
     return true;

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstddef>
-#include <string>
 #include <vector>
 
 /// \file
@@ -43,7 +42,6 @@ struct SpatialBody {
   RoundSolid round{};
   SpatialPoint linePoint{};      ///< of the line, the nearest to the origin
   SpatialPoint lineDirection{};  ///< of length 1
-  std::string className;         ///< of the entity
 
   std::array<SpatialPoint, 3> corners(std::size_t facet) const {
     const Facet& f = facets[facet];
@@ -79,7 +77,6 @@ bool isBefore(const SpatialBody& a, const SpatialBody& b);
 
 /// The nearest pair of points of two bodies, with what closed surfaces contain and the insides of ellipsoids or to
 /// boundaries only. Bounds as nearestPoints() of entities has them.
-/// \throw ORMIXGeometryException, logged first, for a pair of kinds that nearestPoints() does not have
 /// @{
 SpatialNearestPair nearestPair(const SpatialBody& a, const SpatialBody& b, bool isFilled);
 /// Where b is round or a line, and a of the same kind or of one before.

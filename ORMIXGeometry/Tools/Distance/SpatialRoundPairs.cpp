@@ -1,8 +1,7 @@
-#include <ORMIXGeometry/Message/ToolsMessage.h>
-#include <ORMIXGeometry/ORMIXGeometryException.h>
 #include <ORMIXGeometry/Tools/Distance/SpatialBody.h>
 #include <ORMIXMath/Algebra/VectorArithmetic.h>
 #include <ORMIXMath/Distance/NearestOnSegments.h>
+#include <ORMIXMath/Distance/RoundSolidDistance.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +12,8 @@
 namespace ormix::geom::detail {
 
 namespace {
+
+using Box = ormix::detail::IndexBox<3>;
 
 using ormix::detail::operator+;
 using ormix::detail::operator-;
@@ -28,20 +29,13 @@ void take(SpatialNearestPair& best, const SpatialNearestPair& pair) {
   if (pair.distance < best.distance) best = pair;
 }
 
-[[noreturn]] void refuse(const SpatialBody& a, const SpatialBody& b) {
-  logAndThrow(formatMessage<eToolsMessage>(eToolsMessage::eTM_NoDistanceBetween, a.className, b.className),
-              __PRETTY_FUNCTION__, __FILE__, __LINE__);
-}
-
 bool isSphere(const SpatialBody& body) {
   const std::array<omReal64, 3>& radii = body.ellipsoid.radii;
   return radii[0] == radii[1] && radii[1] == radii[2];
 }
 
 SpatialNearestPair pointToRound(const SpatialPoint& p, const RoundSolid& solid, bool isFilled) {
-  const SpatialPoint nearest = nearestOn(solid, p, isFilled);
-  const omReal64 distance = signedDistance(solid, p);
-  return {isFilled ? std::max(distance, 0.0) : std::abs(distance), p, nearest};
+  return segmentRoundNearestPair({p, p}, solid, isFilled);
 }
 
 /// By the distances of the ball's centre from the nearest and the farthest point of the other.
@@ -71,70 +65,31 @@ SpatialNearestPair planeToRound(const SpatialBody& plane, const RoundSolid& soli
   return pairAt(pointOnPlane(solid, plane.normal, plane.rho));
 }
 
-/// The places along a line between which a convex solid is nearest to it.
-struct Range {
-  SpatialPoint from;
-  SpatialPoint direction;  ///< of length 1
-  omReal64 low;
-  omReal64 high;
-
-  SpatialPoint at(omReal64 t) const { return from + direction * t; }
-};
-
-/// Halves an interval until it is two neighbours; `isLow(t)` says which half goes on.
-template <class IsLow>
-omReal64 halved(omReal64 low, omReal64 high, IsLow&& isLow) {
-  constexpr int maxNbHalvings = 200;
-  for (int i = 0; i < maxNbHalvings; ++i) {
-    const omReal64 middle = low / 2 + high / 2;
-    if (middle == low || middle == high) break;
-    (isLow(middle) ? low : high) = middle;
-  }
-  return low;
-}
-
-/// Of the surface: what is inside is nearest to it at an end, as the distance to the surface is concave there.
-SpatialNearestPair insideToSurface(const Range& range, omReal64 inside, const RoundSolid& solid) {
-  for (const omReal64 end : {range.low, range.high})
-    if (signedDistance(solid, range.at(end)) > 0) {
-      const auto isIn = [&](omReal64 t) { return signedDistance(solid, range.at(t)) <= 0; };
-      return pairAt(range.at(halved(inside, end, isIn)));
+Box boxOf(const RoundSolid& solid) {
+  Box box;
+  for (const omReal64 side : {1.0, -1.0})
+    for (const SpatialPoint& axis : {SpatialPoint{side, 0, 0}, SpatialPoint{0, side, 0}, SpatialPoint{0, 0, side}}) {
+      const SpatialPoint p = supportPoint(solid, axis);
+      box.add(ormix::detail::IndexPoint<3>{p.x, p.y, p.z});
     }
-  SpatialNearestPair best = pointToRound(range.at(range.low), solid, false);
-  take(best, pointToRound(range.at(range.high), solid, false));
-  return best;
+  return box;
 }
 
-/// The distance of the points of a line from a convex solid is a convex function, whose slope says which way to go.
-SpatialNearestPair runToFrustum(const Range& range, const RoundSolid& solid, bool isFilled) {
-  omReal64 inside = std::numeric_limits<omReal64>::quiet_NaN();
-  const auto falls = [&](omReal64 t) {
-    const SpatialPoint p = range.at(t);
-    if (signedDistance(solid, p) <= 0) inside = t;
-    return dot(range.direction, p - nearestOn(solid, p, true)) < 0;
-  };
-  omReal64 best = range.low;
-  if (!falls(range.high))
-    best = falls(range.low) ? halved(range.low, range.high, falls) : range.low;
-  else
-    best = range.high;
-  if (std::isnan(inside)) return pointToRound(range.at(best), solid, true);
-  return isFilled ? pairAt(range.at(inside)) : insideToSurface(range, inside, solid);
-}
-
-SpatialNearestPair facetsToRound(const SpatialBody& facets, const SpatialBody& round, bool isFilled) {
-  const RoundSolid& solid = round.round;
+SpatialNearestPair facetsToRound(const SpatialBody& facets, const RoundSolid& solid, bool isFilled) {
+  // What is inside of a mesh as a whole meets no facet.
+  if (const SpatialPoint end = supportPoint(solid, {1, 0, 0}); isFilled && contains(facets, end)) return pairAt(end);
   SpatialNearestPair best = s_noPair;
-  for (const SpatialBody::Facet& facet : facets.facets) {
-    const SpatialPoint &p = facets.vertices[facet[0]], &q = facets.vertices[facet[1]];
-    const omReal64 length = norm(q - p);
-    if (length == 0)
-      take(best, pointToRound(p, solid, isFilled));
-    else if (solid.kind == eRS_Frustum)
-      take(best, runToFrustum({p, (q - p) * (1 / length), 0, length}, solid, isFilled));
-    else
-      refuse(facets, round);
-  }
+  facets.tree.visitNearest(boxOf(solid), s_noPair.distance, [&](std::size_t facet, omReal64) {
+    const auto [p, q, r] = facets.corners(facet);
+    // The ball around the middle of the facet tells of most of those in the box that they are farther away.
+    const SpatialPoint middle = (p + q + r) * (1.0 / 3);
+    const omReal64 radius = std::max({norm(p - middle), norm(q - middle), norm(r - middle)});
+    const omReal64 toMiddle = signedDistance(solid, middle);
+    if ((isFilled ? toMiddle : std::abs(toMiddle)) - radius < best.distance)
+      take(best, facets.nbCorners == 3 ? triangleRoundNearestPair({p, q, r}, solid, isFilled)
+                                       : segmentRoundNearestPair({p, q}, solid, isFilled));
+    return best.distance * best.distance;
+  });
   return best;
 }
 
@@ -216,12 +171,11 @@ SpatialNearestPair linesNearest(const SpatialBody& a, const SpatialBody& b) {
 }  // namespace
 
 SpatialNearestPair nearestPairToRound(const SpatialBody& a, const SpatialBody& b, bool isFilled) {
-  const bool isSolid = a.kind == eBK_Facets && a.nbCorners == 3;
+  if (a.kind == eBK_Facets) return facetsToRound(a, b.round, isFilled);
   if (a.kind == eBK_Plane) return planeToRound(a, b.round);
-  if (a.kind == eBK_Ellipsoid && isSphere(a))
-    return sphereToRound(a.ellipsoid.center, a.ellipsoid.radii[0], b.round, isFilled);
-  if (a.kind != eBK_Facets || isSolid) refuse(a, b);
-  return facetsToRound(a, b, isFilled);
+  if (a.kind == eBK_Round) return roundsNearestPair(a.round, b.round, isFilled);
+  return isSphere(a) ? sphereToRound(a.ellipsoid.center, a.ellipsoid.radii[0], b.round, isFilled)
+                     : ellipsoidRoundNearestPair(a.ellipsoid, b.round, isFilled);
 }
 
 SpatialNearestPair nearestPairToLine(const SpatialBody& a, const SpatialBody& b, bool isFilled) {
@@ -229,13 +183,14 @@ SpatialNearestPair nearestPairToLine(const SpatialBody& a, const SpatialBody& b,
   if (a.kind == eBK_Plane) return planeToLine(a, b);
   if (a.kind == eBK_Line) return linesNearest(a, b);
   if (a.kind == eBK_Ellipsoid && isSphere(a)) return sphereToLine(a, b, isFilled);
-  if (a.kind != eBK_Round || a.round.kind != eRS_Frustum) refuse(a, b);
-  SpatialPoint center;
-  omReal64 radius = 0;
-  enclosingBall(a.round, center, radius);
-  const omReal64 middle = dot(center - b.linePoint, b.lineDirection);
-  return exchanged(
-      runToFrustum({b.linePoint, b.lineDirection, middle - 2 * radius, middle + 2 * radius}, a.round, isFilled));
+  // Of what is bounded, only a part of the line can be the nearest.
+  SpatialPoint center = a.ellipsoid.center;
+  omReal64 radius = std::max({a.ellipsoid.radii[0], a.ellipsoid.radii[1], a.ellipsoid.radii[2]});
+  if (a.kind == eBK_Round) enclosingBall(a.round, center, radius);
+  const SpatialPoint middle = onLine(b, center), reach = b.lineDirection * (2 * radius);
+  const SpatialPoint p = middle - reach, q = middle + reach;
+  return exchanged(a.kind == eBK_Round ? segmentRoundNearestPair({p, q}, a.round, isFilled)
+                                       : triangleEllipsoidNearestPair({p, q, q}, a.ellipsoid, isFilled));
 }
 
 }  // namespace ormix::geom::detail
