@@ -36,10 +36,7 @@ void clearNoise(std::array<omReal64, PlanarMoments::s_nbMoments>& n) {
 }  // namespace
 
 HuMoments2dO3::HuMoments2dO3(const Moments2dO3& moments) {
-  std::array<omReal64, PlanarMoments::s_nbMoments> normalized{};
-  for (omUInt32 order = 2; order <= PlanarMoments::s_maxOrder; ++order)
-    for (omUInt32 q = 0; q <= order; ++q)
-      normalized[PlanarMoments::index(order - q, q)] = moments.getNormalizedMoment(order - q, q);
+  std::array<omReal64, PlanarMoments::s_nbMoments> normalized = moments.getNormalizedMoments();
   clearNoise(normalized);
   _values = huInvariants(normalized);
 }

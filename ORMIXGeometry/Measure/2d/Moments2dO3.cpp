@@ -6,6 +6,7 @@
 #include <ORMIXSerialization/Object/RegisteredObject.ipp>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <ostream>
@@ -31,12 +32,14 @@ void checkMass(const PlanarMoments& moments, const char* function) {
     logAndThrow(formatMessage<eMeasureMessage>(eMeasureMessage::eMM_NoMass), function, __FILE__, __LINE__);
 }
 
-omReal64 normalized(const PlanarMoments& moments, omUInt32 p, omUInt32 q) {
-  const omReal64 mass = moments.about[0];
+using Moments = std::array<omReal64, PlanarMoments::s_nbMoments>;
+
+omReal64 normalized(const Moments& central, omUInt32 p, omUInt32 q) {
+  const omReal64 mass = central[0];
   const omReal64 scale = std::abs(mass);
-  const omReal64 central = centralMoments(moments)[PlanarMoments::index(p, q)];
+  const omReal64 moment = central[PlanarMoments::index(p, q)];
   // Divided step by step: a power of the mass may overflow where the result does not.
-  omReal64 value = (mass < 0 ? -central : central) / scale;
+  omReal64 value = (mass < 0 ? -moment : moment) / scale;
   for (omUInt32 order = 0; order + 1 < p + q; order += 2) value /= scale;
   return (p + q) % 2 == 0 ? value : value / std::sqrt(scale);
 }
@@ -86,7 +89,16 @@ omReal64 Moments2dO3::getCentralMoment(omUInt32 p, omUInt32 q) const {
 omReal64 Moments2dO3::getNormalizedMoment(omUInt32 p, omUInt32 q) const {
   checkOrder(p, q, __PRETTY_FUNCTION__);
   checkMass(_moments, __PRETTY_FUNCTION__);
-  return normalized(_moments, p, q);
+  return normalized(centralMoments(_moments), p, q);
+}
+
+Moments Moments2dO3::getNormalizedMoments() const {
+  checkMass(_moments, __PRETTY_FUNCTION__);
+  const Moments central = centralMoments(_moments);
+  Moments all{};
+  for (omUInt32 order = 0; order <= PlanarMoments::s_maxOrder; ++order)
+    for (omUInt32 q = 0; q <= order; ++q) all[PlanarMoments::index(order - q, q)] = normalized(central, order - q, q);
+  return all;
 }
 
 Point2d<omReal64> Moments2dO3::getCentroid() const {
@@ -117,11 +129,10 @@ bool compare(const Moments2dO3& a, const Moments2dO3& b, omReal64 tolerance) {
   if (!(std::abs(massA - massB) <= tolerance * std::max(std::abs(massA), std::abs(massB))) ||
       !compare(a.getCentroid(), b.getCentroid(), tolerance))
     return false;
-  for (omUInt32 order = 2; order <= PlanarMoments::s_maxOrder; ++order)
-    for (omUInt32 q = 0; q <= order; ++q)
-      if (!(std::abs(a.getNormalizedMoment(order - q, q) - b.getNormalizedMoment(order - q, q)) <= tolerance))
-        return false;
-  return true;
+  const Moments ofA = a.getNormalizedMoments();
+  const Moments ofB = b.getNormalizedMoments();
+  return std::equal(ofA.begin(), ofA.end(), ofB.begin(),
+                    [tolerance](omReal64 x, omReal64 y) { return std::abs(x - y) <= tolerance; });
 }
 
 std::ostream& operator<<(std::ostream& stream, const Moments2dO3& moments) {

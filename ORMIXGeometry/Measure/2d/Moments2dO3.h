@@ -6,6 +6,7 @@
 #include <ORMIXMath/Moments/PlanarMoments.h>
 #include <ORMIXSerialization/Object/RegisteredObject.h>
 
+#include <array>
 #include <iosfwd>
 
 namespace ormix {
@@ -41,6 +42,9 @@ class ORMIX_GEOMETRY_API Moments2dO3 : public RegisteredObject<Moments2dO3, Base
   /// that of the same region with a positive one.
   /// \throw ORMIXGeometryException, logged first, when p + q > 3 or the mass is 0
   omReal64 getNormalizedMoment(omUInt32 p, omUInt32 q) const;
+  /// All of them, by `PlanarMoments::index`, in the time of one or two.
+  /// \throw ORMIXGeometryException, logged first, when the mass is 0
+  std::array<omReal64, PlanarMoments::s_nbMoments> getNormalizedMoments() const;
   /// (m10 / m00, m01 / m00).
   /// \throw ORMIXGeometryException, logged first, when the mass is 0
   Point2d<omReal64> getCentroid() const;

@@ -183,7 +183,11 @@ TEST(Moments, OfSymmetricShapesHaveNoThirdOrder) {
   for (const omReal64 angle : {0.0, 0.3, 1.0})
     for (const omReal64 width : {1000.0, 10.0, 1.0}) {
       const auto ellipse = polygonOf(Ellipse2d<omReal64>({300, -5000}, 1000, width, angle));
-      for (omUInt32 q = 0; q <= 3; ++q) EXPECT_NEAR(momentsOf(ellipse).getNormalizedMoment(3 - q, q), 0, 1e-9);
+      const auto normalized = momentsOf(ellipse).getNormalizedMoments();
+      for (omUInt32 q = 0; q <= 3; ++q) {
+        EXPECT_NEAR(momentsOf(ellipse).getNormalizedMoment(3 - q, q), 0, 1e-9);
+        EXPECT_EQ(momentsOf(ellipse).getNormalizedMoment(3 - q, q), normalized[PlanarMoments::index(3 - q, q)]);
+      }
       const auto hu = huOf(ellipse).getValues();
       EXPECT_TRUE(std::all_of(hu.begin() + 2, hu.end(), [](omReal64 value) { return value == 0; })) << huOf(ellipse);
       EXPECT_EQ(hu[1] == 0, width == 1000) << hu[1];
@@ -269,6 +273,7 @@ TEST(Moments, WithoutMassHaveNoCentroid) {
     EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { moments.getCentroid(); }), text);
     EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { moments.getCentralMoment(2, 0); }), text);
     EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { moments.getNormalizedMoment(2, 0); }), text);
+    EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { moments.getNormalizedMoments(); }), text);
     EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { equivalentEllipse(moments); }), text);
   }
   EXPECT_EQ(support::thrownBy<ORMIXGeometryException>([&] { huOf(bow); }),
