@@ -106,7 +106,8 @@ void addDistances(Row& row, const FitModel& model, const RealVector& residuals, 
     sum += distance * distance;
     greatest = std::max(greatest, distance);
   }
-  row.add("rms", std::sqrt(sum / static_cast<omReal64>(found.nbInliers))).add("greatest_distance", greatest);
+  row.add("rms", std::sqrt(sum / static_cast<omReal64>(found.nbInliers)));
+  row.add("greatest_distance", std::isnan(sum) ? sum : greatest);
 }
 
 /// What every result of a fit begins with.

@@ -120,7 +120,7 @@ FitModel onlyReported(std::string_view name, std::size_t dimension) {
 omReal64 FitModel::distance(omReal64 residual, const RealVector& params) const {
   if (!isAlgebraic) return std::abs(residual);
   const omReal64 radius = params(params.size() - 1);
-  return std::abs(std::sqrt(std::max(0.0, residual + radius * radius)) - radius);
+  return std::abs(std::sqrt(std::max(residual + radius * radius, 0.0)) - radius);
 }
 
 const std::vector<FitModel>& fitModels() {

@@ -23,7 +23,7 @@ struct FitModel {
   BoolResult (*report)(const SampleView& samples, const FitOptions& options, SerializationObjectPtr& entity,
                        geom::FitReport& report);
 
-  /// The distance of a point from the model.
+  /// The distance of a point from the model; NaN where the residual is.
   omReal64 distance(omReal64 residual, const RealVector& params) const;
 };
 

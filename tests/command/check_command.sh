@@ -81,6 +81,7 @@ check 0 '"inliers":3,.*"end":"not confident"' '' 'ormix fit circle -t 0.15 fits.
 check 0 '"inliers":3,.*"end":"not confident"' '' 'ormix fit circle -t 0.15 --report fits.txt'
 check 2 '' 'the output is an archive, and "x.csv" ends in none of .cbor, .json, .jsonl' 'ormix fit circle fits.txt -o x.csv'
 check 0 '"inliers":3[0-9],"center_x":6\.0.*"end":"confident"' '' 'ormix fit circle --method acontrario fits.txt'
+check 0 '"radius":7.07[0-9]*e\+307}$' '' "printf '1e308 1\n2 3\n4 -1e308\n1 9\n' | ormix fit circle"
 check 0 '"m31":1\.84[0-9]*e-05,.*"rms":[0-9.]*e-1[0-9]' '' 'ormix fit homography pairs.csv'
 check 0 '"tx":10,"ty":20,"tz":30,"rms":0,' '' "printf '0 0 0 10 20 30\n1,2,3;11,22,33\n1 0 0\t11 20 30\n' | ormix fit translation"
 check 1 '' 'set 1: a model "circle" is fitted to lines of 2 or 3 numbers, and these have 4' 'ormix fit circle pairs.csv'
