@@ -96,6 +96,23 @@ SmallMatrix<N> inverseOf(const SmallMatrix<N>& triangle) {
   return inverse;
 }
 
+/// The sum of the values of the inverse of the triangle with the same magnitudes whose values beside the diagonal are
+/// negative. No sum of magnitudes of the inverse of `triangle` itself is greater (Higham2002, chapter 8), and one
+/// substitution gives it. Not finite where a value of the diagonal is 0.
+template <std::size_t N>
+omReal64 boundOfInverse(const SmallMatrix<N>& triangle) {
+  SmallVector<N> inverses, sums;
+  for (std::size_t i = 0; i < N; ++i) inverses[i] = 1 / std::abs(triangle(i, i));
+  omReal64 bound = 0;
+  for (std::size_t i = N; i-- > 0;) {
+    sums[i] = 1;
+    for (std::size_t k = N; --k > i;) sums[i] += std::abs(triangle(i, k)) * sums[k];
+    sums[i] *= inverses[i];
+    bound += sums[i];
+  }
+  return bound;
+}
+
 /// Whether each singular value of an upper triangle surely exceeds the given part of the largest one, also as it would
 /// be computed: the sums of squares of the triangle and of its inverse bound the ratio. Where false, including NaN, the
 /// singular values have to be computed, which takes far longer.
@@ -104,6 +121,10 @@ bool isSurelyRegular(const SmallMatrix<N>& triangle, omReal64 part) {
   // Beyond what rounding changes in the bounds and in computed singular values.
   constexpr omReal64 margin = 4;
   const omReal64 limit = margin * part;
+  const omReal64 squares = limit * limit * sumOfSquares(triangle);
+  // Mostly a coarse bound does; where rounding might make it less than the other one, that is asked.
+  const omReal64 bound = boundOfInverse(triangle);
+  if (0.5 > squares * (bound * bound)) return true;
   return 1 > limit * limit * sumOfSquares(triangle) * sumOfSquares(inverseOf(triangle));
 }
 
