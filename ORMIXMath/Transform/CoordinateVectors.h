@@ -33,12 +33,17 @@ using StoredVector = typename StoredVectorOf<T, N>::Type;
 template <std::size_t N>
 using Reals = Vector<omReal64, N>;
 
-/// x, y, x, y, ... in N lanes; from an array, as g++ 12 fills the lanes of a register one after the other otherwise.
+/// x, y, x, y, ... in N lanes.
 template <std::size_t N>
 [[gnu::always_inline]] inline Reals<N> alternating(omReal64 x, omReal64 y) {
-  omReal64 lanes[N];
-  for (std::size_t lane = 0; lane < N; ++lane) lanes[lane] = lane % 2 == 0 ? x : y;
-  return *reinterpret_cast<const StoredVector<omReal64, N>*>(lanes);
+  if constexpr (N == 4) {
+    return Reals<N>{x, y, x, y};
+  } else {
+    // From an array, as g++ 12 fills the lanes of a wider register one after the other otherwise.
+    omReal64 lanes[N];
+    for (std::size_t lane = 0; lane < N; ++lane) lanes[lane] = lane % 2 == 0 ? x : y;
+    return *reinterpret_cast<const StoredVector<omReal64, N>*>(lanes);
+  }
 }
 
 template <std::size_t N, class Values, std::size_t... I>

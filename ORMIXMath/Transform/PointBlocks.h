@@ -38,11 +38,12 @@ template <bool isChecked, class Map, class T>
   return !isChecked || std::isfinite(magnitudeBound<T>(largestMagnitude(images, n * nbPoints)));
 }
 
-/// The same, so many coordinates at a time; `vectorMap` is that of `map`.
+/// The same, so many coordinates at a time; `vectorMap` is that of `map`. Each point is stored to `saved`, unless that
+/// is null, before its image is to `images`.
 template <bool isChecked, std::size_t N, class Map, class T>
 [[gnu::always_inline]] inline bool mapInVectors(const Map& map, const VectorMap<Map, N>& vectorMap,
                                                 const Rounding<T, N>& rounded, const T* points, T* images,
-                                                std::size_t nbPoints) {
+                                                std::size_t nbPoints, T* saved = nullptr) {
   using Values = Vector<T, N>;
   using Stored = StoredVector<T, N>;
   constexpr std::size_t nbVectors = VectorMap<Map, N>::s_nbVectors;
@@ -52,6 +53,10 @@ template <bool isChecked, std::size_t N, class Map, class T>
     Values values[nbVectors];
     Reals<N> reals[nbVectors];
     for (std::size_t v = 0; v < nbVectors; ++v) values[v] = *reinterpret_cast<const Stored*>(from + v * N);
+    if (saved) {
+      for (std::size_t v = 0; v < nbVectors; ++v) *reinterpret_cast<Stored*>(saved + v * N) = values[v];
+      saved += nbInStep;
+    }
     if constexpr (nbVectors == 3) separateCoordinates<N>(values);
     for (std::size_t v = 0; v < nbVectors; ++v) reals[v] = toReals<T, N>(values[v]);
     vectorMap.apply(reals);
@@ -66,6 +71,7 @@ template <bool isChecked, std::size_t N, class Map, class T>
   const std::size_t nbLeft = nbValues % nbInStep;
   for (const T* const end = points + (nbValues - nbLeft); points != end; points += nbInStep, images += nbInStep)
     step(points, images);
+  if (saved) std::copy(points, points + nbLeft, saved);
   const bool areRestFinite = mapOneByOne<isChecked>(map, points, images, nbLeft / s_nbCoordinates<Map>);
   return areRestFinite && check.areFinite();
 }
@@ -122,6 +128,11 @@ template <std::size_t NbBytes, std::size_t nbCoordinates, class T>
 
 /// For any processor, point by point.
 struct PortableBlocks {
+  template <class Map, class T>
+  static bool mapSaved(const Map& map, T* points, T* saved, std::size_t nbPoints) {
+    std::copy(points, points + s_nbCoordinates<Map> * nbPoints, saved);
+    return mapOneByOne<true>(map, points, points, nbPoints);
+  }
   template <bool isChecked, class Map, class T>
   static bool map(const Map& map, const T* points, T* images, std::size_t nbPoints) {
     return mapOneByOne<isChecked>(map, points, images, nbPoints);
@@ -146,6 +157,11 @@ struct PortableBlocks {
 
 #if defined(__x86_64__)
 struct Avx2Blocks {
+  /// In place; the points are in `saved` then.
+  template <class Map, class T>
+  [[gnu::target("avx2")]] static bool mapSaved(const Map& map, T* points, T* saved, std::size_t nbPoints) {
+    return mapInVectors<true, 4>(map, VectorMap<Map, 4>(map), Rounding<T, 4>(), points, points, nbPoints, saved);
+  }
   template <bool isChecked, class Map, class T>
   [[gnu::target("avx2")]] static bool map(const Map& map, const T* points, T* images, std::size_t nbPoints) {
     return mapInVectors<4, isChecked>(map, points, images, nbPoints);

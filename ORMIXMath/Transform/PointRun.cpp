@@ -100,9 +100,31 @@ std::size_t mapChecked(const Map& map, const T* points, T* images, std::size_t n
   }
 }
 
+/// Runs up to this are read once; longer ones gain more from wider registers than from that.
+constexpr std::size_t nbAtOnce = 64;
+
+/// Maps a short run of reals in place and looks at the images while they are computed; where one is not finite, the
+/// points are put back. Registers of AVX2, as filling wider ones with the map takes longer than mapping such a run.
+template <class Map, class T>
+bool mapShortOrNot(const Map& map, const PointSpan<T>& run) {
+  constexpr std::size_t n = s_nbCoordinates<Map>;
+  T saved[n * nbAtOnce];
+#if defined(__x86_64__)
+  const bool areFinite = __builtin_cpu_supports("avx2")
+                             ? Avx2Blocks::mapSaved(map, run.points, saved, run.nbPoints)
+                             : PortableBlocks::mapSaved(map, run.points, saved, run.nbPoints);
+#else
+  const bool areFinite = PortableBlocks::mapSaved(map, run.points, saved, run.nbPoints);
+#endif
+  if (!areFinite) std::copy(saved, saved + n * run.nbPoints, run.points);
+  return areFinite;
+}
+
 template <class Map, class T>
 PlaceInRuns mapRunsOrNone(const Map& map, const PointSpan<T>* runs, std::size_t nbRuns) {
   if (nbRuns == 1) prefetchBehind(runs[0].points, s_nbCoordinates<Map> * runs[0].nbPoints);
+  if constexpr (std::is_floating_point_v<T>)
+    if (nbRuns == 1 && runs[0].nbPoints <= nbAtOnce && mapShortOrNot(map, runs[0])) return {nbRuns, 0};
   bool areDefined = hasImagesByType<T>(map);
   if (!areDefined) {
     const MagnitudeWord<T> largest = onThisProcessor(

@@ -177,6 +177,10 @@ class PointRun<Case<S, T>> : public ::testing::Test {
     ASSERT_EQ(firstUndefinedImage(transform, run.data(), nbPoints), point);
     Run images(run.size());
     ASSERT_EQ(mapRun(transform, run.data(), images.data(), nbPoints), point);
+    Run inPlace = run;
+    const PointSpan<T> whole{inPlace.data(), nbPoints};
+    ASSERT_EQ(applyToRuns(transform, &whole, 1).point, point < nbPoints ? point : 0);
+    EXPECT_TRUE(sameBits(inPlace, point < nbPoints ? run : images));
     if (std::is_integral_v<T>) return;
     forEachVersion([&](auto blocks) {
       const auto& map = transform.getCoefficients();
