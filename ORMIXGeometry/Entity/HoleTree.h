@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ORMIXGeometry/Entity/NodeBlocks.h>
+
 #include <algorithm>
 #include <boost/smart_ptr/enable_shared_from_this.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
@@ -8,6 +10,8 @@
 #include <cstddef>
 #include <iterator>
 #include <new>
+#include <stdexcept>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -28,6 +32,10 @@ namespace ormix::geom {
 ///
 /// A node that is moved into one of the nodes below it is copied instead, as that one cannot hang in itself; where
 /// there is no memory for it, nothing changes. A copy, a read or an assignment that fails changes nothing either.
+///
+/// The holes of a copy, and those that `addHoles` makes, lie in blocks of up to 32. Each ends with its last owner; the
+/// memory of a block (about 6 KB for polygons, 9 KB for meshes, without points and triangles) is given back when the
+/// last of its nodes has ended and no weak pointer to any of them is left.
 ///
 /// All operations but archives, which bound the nesting themselves, work at every depth. A node that is appended to the
 /// holes of its own tree is not a tree: it is never released, and whatever walks it does not end.
@@ -63,6 +71,23 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
   typename HoleColl::const_iterator endHole() const { return _holes.end(); }
   typename HoleColl::iterator endHole() { return _holes.end(); }
 
+  /// Appends so many new holes, which have this node as their parent, and returns the first of them. They are as those
+  /// that are made one by one, but lie in blocks of 32, see below, which costs less.
+  /// \throw std::bad_alloc, std::length_error; nothing changes then
+  typename HoleColl::iterator addHoles(std::size_t nbHoles) {
+    const std::size_t nbBefore = _holes.size();
+    if (nbHoles > _holes.max_size() - nbBefore) throw std::length_error("HoleTree::addHoles");
+    if (nbBefore + nbHoles > _holes.capacity()) _holes.reserve(std::max(nbBefore + nbHoles, 2 * _holes.capacity()));
+    detail::NodeBlocks<Node> nodes(nbHoles);
+    try {
+      while (_holes.size() != nbBefore + nbHoles) appendHole(nodes);
+    } catch (const std::bad_alloc&) {
+      _holes.resize(nbBefore);
+      throw;
+    }
+    return _holes.begin() + static_cast<std::ptrdiff_t>(nbBefore);
+  }
+
  protected:
   HoleTree() = default;
   HoleTree(const HoleTree& other) : boost::enable_shared_from_this<Node>(other) { copyTree(other); }
@@ -89,7 +114,9 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       return *this;
     }
   }
-  ~HoleTree() { clearHoles(); }
+  ~HoleTree() {
+    if (hasHoles()) clearHoles();
+  }
 
   const Exterior& exterior() const { return _exterior; }
   Exterior& exterior() { return _exterior; }
@@ -118,17 +145,21 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       const auto [from, to] = pending.back();
       pending.pop_back();
       cast(from->_exterior, to->_exterior);
+      if (!from->hasHoles()) continue;
       to->_holes.reserve(from->_holes.size());
+      detail::NodeBlocks<Node> nodes(from->_holes.size());
       for (const auto& hole : from->_holes) {
-        to->_holes.push_back(hole ? boost::make_shared<Node>() : nullptr);
-        if (!hole) continue;
+        if (!hole) {
+          to->_holes.push_back(nullptr);
+          continue;
+        }
         const HoleTree<NodeIn, ExteriorIn>& below = *hole;
+        HoleTree& copy = to->appendHole(nodes);
         if (below.hasHoles())
-          pending.emplace_back(&below, to->_holes.back().get());
+          pending.emplace_back(&below, &copy);
         else
-          cast(below._exterior, to->_holes.back()->exterior());
+          cast(below._exterior, copy._exterior);
       }
-      to->linkHoles();
     }
   }
 
@@ -178,6 +209,15 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       _parent.given.reset();
     else
       _parent.given = parent;
+  }
+
+  /// Appends a new hole whose parent is this node; there is room for it.
+  HoleTree& appendHole(detail::NodeBlocks<Node>& nodes) {
+    const boost::shared_ptr<Anchor>& link = anchor();
+    _holes.push_back(nodes.make());
+    HoleTree& hole = *_holes.back();
+    hole._parent.anchor = link;
+    return hole;
   }
 
   /// Makes this node the parent of its holes.
@@ -287,24 +327,24 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
 template <class Node, class Visit>
 bool visitNodes(Node& root, Visit visit) {
   if (!visit(root)) return false;
-  if (!root.hasHoles()) return true;
-  std::vector<Node*> pending;
-  const auto pushHoles = [&pending](Node& node) {
-    const std::size_t nbPending = pending.size() + node.getNbHoles();
-    if (nbPending > pending.capacity()) pending.reserve(std::max(nbPending, 2 * pending.capacity()));
-    const auto first = static_cast<std::ptrdiff_t>(pending.size());
-    for (auto hole = node.beginHole(); hole != node.endHole(); ++hole)
-      if (*hole) pending.push_back(hole->get());
-    std::reverse(pending.begin() + first, pending.end());
-  };
-  pushHoles(root);
-  while (!pending.empty()) {
-    Node& node = *pending.back();
-    pending.pop_back();
-    if (!visit(node)) return false;
-    pushHoles(node);
+  // The nodes on the way down that have holes left after the one that is visited, and how many they have had.
+  std::vector<std::pair<Node*, std::size_t>> path;
+  Node* node = &root;
+  for (std::size_t next = 0;;) {
+    if (next == node->getNbHoles()) {
+      if (path.empty()) return true;
+      std::tie(node, next) = path.back();
+      path.pop_back();
+      continue;
+    }
+    Node* const hole = node->beginHole()[static_cast<std::ptrdiff_t>(next++)].get();
+    if (!hole) continue;
+    if (!visit(*hole)) return false;
+    if (!hole->hasHoles()) continue;
+    if (next != node->getNbHoles()) path.emplace_back(node, next);
+    node = hole;
+    next = 0;
   }
-  return true;
 }
 
 /// The sum over the nodes of a tree of what `count` returns for each.

@@ -283,6 +283,37 @@ TYPED_TEST(HoleTree, IsCopiedCountedAndDestroyedAtAnyDepth) {
   EXPECT_EQ(nbNodes(*shared), nbShared);
 }
 
+// Their nodes lie in blocks of 32. Each ends alone, and the block with the last of them, under whatever pointer.
+TYPED_TEST(HoleTree, HolesThatAreMadeTogetherAreAsThoseMadeOneByOne) {
+  using Ptr = typename TestFixture::NodePtr;
+  for (const bool isCopy : {false, true}) {
+    Ptr root = boost::make_shared<TypeParam>();
+    holesOf(*root) = {nullptr, this->hole};
+    const auto first = root->addHoles(70);
+    EXPECT_EQ(first - root->beginHole(), 2);
+    EXPECT_EQ(root->addHoles(0), root->endHole());
+    EXPECT_THROW(root->addHoles(std::numeric_limits<std::size_t>::max()), std::length_error);
+    ASSERT_EQ(root->getNbHoles(), 72u);
+    holesOf(*root).erase(holesOf(*root).begin() + 1);
+    EXPECT_TRUE(this->isLinked(*root));
+    if (isCopy) root = boost::make_shared<TypeParam>(*root);
+    const Ptr kept = holesOf(*root)[40];
+    EXPECT_EQ(kept->shared_from_this(), kept);
+    EXPECT_EQ(kept.use_count(), 2);
+    EXPECT_EQ(describe(*kept), describe(TypeParam()));
+    *holesOf(*root)[5] = *this->tree;
+    const boost::weak_ptr<TypeParam> ended = holesOf(*root)[41], removed = holesOf(*root)[7];
+    holesOf(*root).erase(holesOf(*root).begin() + 7);
+    EXPECT_TRUE(removed.expired() && !ended.expired());
+    EXPECT_TRUE(this->isLinked(*root));
+    root.reset();
+    EXPECT_TRUE(ended.expired());
+    EXPECT_FALSE(kept->getParent());
+    *kept = *this->tree;
+    EXPECT_EQ(describe(*kept), this->text);
+  }
+}
+
 TEST(HolesOfPolygons, AreCountedCastAndPrinted) {
   using Node = PolygonWithHoles2d<omReal64>;
   Node tree = Sample<Node>::make();
