@@ -1,3 +1,4 @@
+#include <ORMIXGeometry/Estimation/2d/Arc2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Circle2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/HomographyTransform2dEstimator.h>
@@ -6,12 +7,17 @@
 #include <ORMIXGeometry/Estimation/2d/RigidTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/SimilarityTransform2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/TranslationTransform2dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Circle3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Cone3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Cylinder3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Ellipsoid3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/HomographyTransform3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Line3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Plan3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/RigidTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/SimilarityTransform3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/Sphere3dEstimator.h>
+#include <ORMIXGeometry/Estimation/3d/Torus3dEstimator.h>
 #include <ORMIXGeometry/Estimation/3d/TranslationTransform3dEstimator.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Scalar/Constants.h>
@@ -32,7 +38,7 @@
 /// How often robust loops are right: for each model and share of outliers, with the threshold given and not, how many
 /// of many runs end near the fit to the inliers alone, how far from it, how many are confident, rightly and wrongly.
 ///
-///     ormix_robust_table [RUNS [MODEL|all [METHOD [SAMPLES [ITERATIONS]]]]]
+///     ormix_robust_table [RUNS [MODEL|all [METHOD [SAMPLES [ITERATIONS [PERCENT]]]]]]
 
 namespace ormix::benchmarks {
 namespace {
@@ -132,6 +138,40 @@ std::vector<Model> planarModels() {
   return models;
 }
 
+/// A point at a radius from an oblique axis through the middle, and a height along it.
+Values aboutAxis(omReal64 radius, omReal64 angle, omReal64 height) {
+  const omReal64 x = radius * std::cos(angle), y = radius * std::sin(angle);
+  return {500 + 0.8 * x + 0.48 * y + 0.36 * height, 500 - 0.6 * x + 0.64 * y + 0.48 * height,
+          500 - 0.6 * y + 0.8 * height};
+}
+
+/// Lines, circles and surfaces about an axis of space, and arcs.
+std::vector<Model> shapesWithAxis() {
+  std::vector<Model> models;
+  models.push_back(points<Arc2dEstimator>("arc", [](Random& random) {
+    const omReal64 angle = random.uniform(0.5, 3);
+    return Values{500 + 400 * std::cos(angle), 300 + 400 * std::sin(angle)};
+  }));
+  models.push_back(
+      points<Line3dEstimator>("line3d", [](Random& random) { return aboutAxis(0, 0, random.uniform(-500, 500)); }));
+  models.back().codimension = 2;
+  models.push_back(points<Circle3dEstimator>(
+      "circle3d", [](Random& random) { return aboutAxis(300, random.uniform(0, 2 * s_pi), 0); }));
+  models.back().codimension = 2;
+  models.push_back(points<Cylinder3dEstimator>("cylinder", [](Random& random) {
+    return aboutAxis(200, random.uniform(0, 2 * s_pi), random.uniform(-400, 400));
+  }));
+  models.push_back(points<Cone3dEstimator>("cone", [](Random& random) {
+    const omReal64 height = random.uniform(100, 800);
+    return aboutAxis(0.5 * height, random.uniform(0, 2 * s_pi), height - 450);
+  }));
+  models.push_back(points<Torus3dEstimator>("torus", [](Random& random) {
+    const omReal64 angle = random.uniform(0, 2 * s_pi);
+    return aboutAxis(300 + 100 * std::cos(angle), random.uniform(0, 2 * s_pi), 100 * std::sin(angle));
+  }));
+  return models;
+}
+
 std::vector<Model> spatialModels() {
   std::vector<Model> models;
   models.push_back(points<Plan3dEstimator>("plane", [](Random& random) {
@@ -165,6 +205,7 @@ struct Settings {
   eRobustMethod method = eRM_Acontrario;
   std::size_t nbSamples = 200;
   std::size_t nbMaxIterations = RobustOptions().nbMaxIterations;
+  std::vector<omReal64> shares{0.3, 0.5, 0.7, 1};  ///< of outliers
 };
 
 /// Samples with errors of variance 1, the outliers first; the inliers alone, and without errors.
@@ -257,11 +298,12 @@ int run(const std::vector<std::string>& arguments) {
   if (has(2)) settings.method = enumerationFromString<eRobustMethod>(arguments[2]).value_or(eRM_Acontrario);
   if (has(3)) settings.nbSamples = numberOf(3);
   if (has(4)) settings.nbMaxIterations = numberOf(4);
+  if (has(5)) settings.shares = {static_cast<omReal64>(numberOf(5)) / 100};
   std::cout << "model      outliers   threshold  right   error  confident   wrong    sigma   draws        ms\n";
-  for (const auto& models : {planarModels, spatialModels})
+  for (const auto& models : {planarModels, shapesWithAxis, spatialModels})
     for (const Model& model : models()) {
       if (has(1) && arguments[1] != "all" && arguments[1] != model.name) continue;
-      for (const omReal64 share : {0.3, 0.5, 0.7, 1.0})
+      for (const omReal64 share : settings.shares)
         for (const bool isGiven : {false, true}) measure(model, settings, share, isGiven);
     }
   return 0;
