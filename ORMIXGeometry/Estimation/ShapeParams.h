@@ -5,9 +5,12 @@
 #include <ORMIXMath/Estimation/EstimationStatus.h>
 #include <ORMIXUtil/ProcessingResult.h>
 
+#include <array>
 #include <boost/numeric/ublas/vector.hpp>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
+#include <vector>
 
 /// \file
 /// Shapes of ORMIXMath/Fitting as parameters of estimators: their numbers, in the order of their members; not
@@ -28,6 +31,15 @@ Shape shapeOf(const RealVector& params) {
   return shape;
 }
 /// @}
+
+/// Shapes as models of a robust loop; see RobustModel::estimateMinimal().
+template <class Shape, std::size_t N>
+std::size_t setModels(const std::array<Shape, N>& shapes, std::size_t nbShapes, std::size_t nbParams,
+                      std::vector<RealVector>& models) {
+  if (models.size() < nbShapes) models.resize(nbShapes, RealVector(nbParams));
+  for (std::size_t k = 0; k < nbShapes; ++k) setParams(shapes[k], models[k]);
+  return nbShapes;
+}
 
 /// The failed result of an estimator of shapes.
 inline BoolResult shapeFailure(const char* what, const EstimationStatus& status) {

@@ -1,10 +1,11 @@
 #include <ORMIXMath/Estimation/AcontrarioLoop.h>
+#include <ORMIXMath/Estimation/CoordinateStep.h>
+#include <ORMIXMath/Estimation/InlierDeviation.h>
 #include <ORMIXUtil/NumericLimits.h>
 
 #include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <numeric>
 #include <string>
@@ -26,82 +27,17 @@ constexpr std::size_t s_epoch = 100;
 constexpr std::size_t s_longEpoch = 1000;
 constexpr std::size_t s_nbRounds = 6;
 constexpr std::size_t s_nbTries = 16;
+// Sets drawn near a model that is improved, where models are local.
+constexpr std::size_t s_nbInnerDraws = 100;
+// Models with so much of the evidence for each other are found alike.
+constexpr omReal64 s_alike = 0.9;
 constexpr std::size_t s_nbFinalRounds = 20;
 
 bool isFinite(const omReal64* row, std::size_t dimension) {
   return std::all_of(row, row + dimension, [](omReal64 value) { return std::isfinite(value); });
 }
 
-/// Half the step of coordinates that were rounded to multiples of one, as pixels are; 0 where they were not. Samples of
-/// noise lie exactly on lines of such a grid.
-omReal64 halfStepOf(const SampleView& samples) {
-  constexpr std::size_t nbLooks = 256;
-  const std::size_t stride = samples.nbSamples / nbLooks + 1;
-  std::vector<omReal64> values;
-  omReal64 largest = 0;
-  for (std::size_t c = 0; c < samples.dimension; ++c) {
-    values.clear();
-    for (std::size_t i = 0; i < samples.nbSamples; i += stride) values.push_back(samples[i][c]);
-    std::sort(values.begin(), values.end());
-    std::size_t nbEqual = 0;
-    omReal64 step = s_infinity;
-    for (std::size_t i = 1; i < values.size(); ++i) {
-      const omReal64 gap = values[i] - values[i - 1];
-      nbEqual += gap == 0 ? 1 : 0;
-      if (gap > 0) step = std::min(step, gap);
-    }
-    // Values that are not rounded repeat where samples do, but not between others.
-    const std::size_t nbDifferent = values.size() - nbEqual;
-    if (nbDifferent > 2 && step < s_infinity && nbEqual > 0 &&
-        std::all_of(values.begin(), values.end(), [&](omReal64 value) {
-          const omReal64 count = (value - values.front()) / step;
-          return std::abs(count - std::round(count)) < 1e-6;
-        }))
-      largest = std::max(largest, step / 2);
-  }
-  return largest;
-}
-
-/// The exponent of a positive number.
-int exponentOf(omReal64 value) {
-  omUInt64 bits;
-  std::memcpy(&bits, &value, sizeof bits);
-  return static_cast<int>(bits >> 52U) - 1023;
-}
-
-/// The largest distance in a bin.
-omReal64 binEdge(omReal64 lowest, std::size_t bin) {
-  return lowest * std::sqrt(std::ldexp(1.0, static_cast<int>(bin)));
-}
-
 }  // namespace
-
-omReal64 deviationWithin(const ModelDistances& distances, const ChanceModel& chance, std::size_t minimalDataSize,
-                         omReal64 smallest, omReal64 largest, omReal64& threshold) {
-  const InlierBand band = inlierBand(chance.codimension());
-  const auto d = static_cast<omReal64>(chance.codimension());
-  const auto n = static_cast<omReal64>(distances.squares().size());
-  const auto m = static_cast<omReal64>(minimalDataSize);
-  omReal64 sigma = threshold / band.deviations;
-  constexpr int nbRounds = 20;
-  for (int round = 0; round < nbRounds; ++round) {
-    const omReal64 limit = threshold * threshold;
-    omReal64 sum = 0;
-    const auto count = static_cast<omReal64>(distances.countWithin(threshold, sum));
-    // Outliers within the threshold are spread evenly there.
-    const omReal64 p = std::min(chance.probability(threshold), 0.9);
-    const omReal64 nbByChance = std::max((n - count) * p / (1 - p), 0.0);
-    const omReal64 surplus = count - nbByChance - m;
-    if (!(surplus > m)) return sigma;
-    const omReal64 square = std::max(sum - nbByChance * limit * d / (d + 2), sum / 100);
-    sigma = std::sqrt(square / (d * surplus * band.variance));
-    const omReal64 next = std::max(std::min(band.deviations * sigma, largest), smallest);
-    const bool isSettled = std::abs(next - threshold) <= 0.005 * threshold;
-    threshold = next;
-    if (isSettled) break;
-  }
-  return sigma;
-}
 
 AcontrarioLoop::AcontrarioLoop(BaseEstimator& estimator, const SampleView& samples, const RobustOptions& options,
                                omReal64 rounding)
@@ -116,7 +52,8 @@ AcontrarioLoop::AcontrarioLoop(BaseEstimator& estimator, const SampleView& sampl
       _drawn(estimator.getMinimalDataSize()),
       _ranked(1, 1, 1),
       _first(SampleView{}),
-      _rest(SampleView{}) {
+      _rest(SampleView{}),
+      _byScale(0) {
   if (_rough && !_rough->hasRoughEstimation()) _rough = nullptr;
   const std::size_t dimension = samples.dimension;
   std::size_t nbFinite = 0;
@@ -127,36 +64,53 @@ AcontrarioLoop::AcontrarioLoop(BaseEstimator& estimator, const SampleView& sampl
     _samples = {_finite.data(), _finite.size() / dimension, dimension};
   }
   if (!isKnown()) _rounding = std::max(_rounding, halfStepOf(_samples));
+  _byScale = ScaleScore(std::max(_rounding, std::numeric_limits<omReal64>::min()));
   if (_samples.nbSamples >= _drawn.size())
     _ranked = RankedDraw(_samples.nbSamples, _drawn.size(), options.nbMaxIterations);
-  for (Hypothesis* hypothesis : {&_trial, &_refit, &_best, &_epochBest}) {
+  for (Hypothesis* hypothesis : {&_trial, &_refit, &_inner, &_best, &_epochBest}) {
     hypothesis->params.resize(estimator.getNbParams(), false);
     hypothesis->loss = s_infinity;
   }
 }
 
-bool AcontrarioLoop::estimate(const SampleView& samples, RealVector& params) {
-  if (_rough) return _rough->estimateRoughly(samples, params);
+/// The drawn ones of some samples, copied.
+SampleView AcontrarioLoop::copied(const SampleView& from) {
+  _gathered.resize(std::max(_gathered.size(), _drawn.size() * from.dimension));
+  auto target = _gathered.begin();
+  for (const std::size_t i : _drawn) target = std::copy(from[i], from[i] + from.dimension, target);
+  return {_gathered.data(), _drawn.size(), from.dimension};
+}
+
+/// Makes the models through a minimal set the first of `_models`; their number.
+std::size_t AcontrarioLoop::estimateMinimal(const SampleView& samples) {
+  const std::size_t nbParams = _estimator.getNbParams();
+  if (_rough) return _rough->estimateMinimal(samples, nbParams, _models);
+  if (_models.empty()) _models.resize(1, RealVector(nbParams));
+  return _estimator.processViewEstimation(samples, _models.front()) ? 1 : 0;
+}
+
+/// Fits a model near to samples.
+bool AcontrarioLoop::refine(const SampleView& samples, RealVector& params) {
+  if (_rough) return _rough->refineRoughly(samples, params);
   return static_cast<bool>(_estimator.processViewEstimation(samples, params));
 }
 
-/// Draws a minimal set of samples and makes the model through it the trial; false when there is none.
-bool AcontrarioLoop::drawModel() {
+/// Draws a minimal set of samples, makes the models through it the first of `_models` and returns their number.
+std::size_t AcontrarioLoop::drawModels() {
+  if (_near.isUsable() && _nbIterations % 2 == 0) {
+    _near.draw(_draw, _drawn);
+    return estimateMinimal(copied({_partRows.data(), _partSize, _samples.dimension}));
+  }
   if (_options.isRanked)
     _ranked.draw(_draw, _drawn);
   else
     _draw.draw(_samples.nbSamples, _drawn);
-  _gathered.resize(std::max(_gathered.size(), _drawn.size() * _samples.dimension));
-  auto target = _gathered.begin();
-  for (const std::size_t i : _drawn) target = std::copy(_samples[i], _samples[i] + _samples.dimension, target);
-  return estimate({_gathered.data(), _drawn.size(), _samples.dimension}, _trial.params);
+  return estimateMinimal(copied(_samples));
 }
 
 /// The codimension, and the usual chance of samples to be near a model, from a few models. False where there are none.
 bool AcontrarioLoop::prepareChance() {
   std::vector<std::size_t> codimensions;
-  std::vector<omReal64> logs(s_nbBins);
-  const omReal64 lowest = std::max(_rounding, std::numeric_limits<omReal64>::min());
   std::size_t nbModels = 0;
   for (std::size_t k = 0; k < _options.nbMaxIterations && nbModels < s_nbPilots; ++k) {
     if (_options.progress && !_options.progress(0)) {
@@ -164,32 +118,20 @@ bool AcontrarioLoop::prepareChance() {
       return false;
     }
     ++_nbIterations;
-    if (!drawModel() || !(isKnown() || _chance.evaluate(_trial.params))) {
+    if (drawModels() == 0 || !(isKnown() || _chance.evaluate(_models.front()))) {
       ++_nbDegenerate;
       continue;
     }
-    const std::size_t codimension = _chance.codimensionOf(_trial.params, _gathered.data());
+    const std::size_t codimension = _chance.codimensionOf(_models.front(), _gathered.data());
     if (codimension == 0) continue;
     codimensions.push_back(codimension);
     std::sort(codimensions.begin(), codimensions.end());
     _chance.setCodimension(codimensions[codimensions.size() / 2]);
     ++nbModels;
-    if (isKnown()) continue;
-    omReal64 probability = 0;
-    // What half of the background is within is left out below.
-    for (std::size_t b = 0; b < s_nbBins && probability < 0.7; ++b) {
-      probability = _chance.probability(binEdge(lowest, b));
-      logs[b] += std::log(std::max(probability, 1e-300));
-    }
+    if (!isKnown()) _byScale.addChance(_chance);
   }
   if (nbModels == 0) return false;
-  if (isKnown()) return true;
-  for (std::size_t b = 0; b < s_nbBins; ++b) {
-    _logChance[b] = std::min(logs[b] / static_cast<omReal64>(nbModels), -1e-9);
-    _logMiss[b] = std::log(-std::expm1(_logChance[b]));
-    // A distance that half of the background is within says nothing.
-    if (_logChance[b] < -0.7) _nbBinsUsed = b + 1;
-  }
+  if (!isKnown()) _byScale.useChance();
   return true;
 }
 
@@ -211,48 +153,9 @@ void AcontrarioLoop::choosePart(std::size_t size) {
   _rest = ModelDistances({_partRows.data() + nbFirst * dimension, size - nbFirst, dimension});
   _squares.resize(size);
   _gathered.resize(std::max(_gathered.size(), size * dimension));
-  if (isKnown()) return;
-  _entropy.resize(size + 1);
-  const auto n = static_cast<omReal64>(size);
-  for (std::size_t k = 0; k <= size; ++k) {
-    const omReal64 p = static_cast<omReal64>(k) / n;
-    _entropy[k] = (k > 0 ? n * p * std::log(p) : 0) + (k < size ? n * (1 - p) * std::log1p(-p) : 0);
-  }
-}
-
-/// The loss where no threshold is known: the least logarithm, over all bins, of the chance that as many are within.
-void AcontrarioLoop::scoreByScale(Hypothesis& hypothesis) {
-  std::array<std::size_t, s_nbBins> counts{};
-  const omReal64 lowest = std::max(_rounding, std::numeric_limits<omReal64>::min());
-  const omReal64 unit = 1 / lowest;
-  for (const omReal64 square : _squares) {
-    const omReal64 relative = square * unit * unit;
-    // Bin b holds distances of at most 2^(b / 2) times the lowest.
-    const int bin = relative > 1 ? exponentOf(relative) + 1 : 0;
-    ++counts[static_cast<std::size_t>(std::min(bin, static_cast<int>(s_nbBins) - 1))];
-  }
-  const std::size_t m = _drawn.size();
-  std::size_t within = 0;
-  hypothesis.loss = 0;
-  hypothesis.scale = 0;
-  hypothesis.nbInliers = 0;
-  std::size_t best = 0;
-  for (std::size_t b = 0; b < _nbBinsUsed; ++b) {
-    if (counts[b] == 0) continue;
-    within += counts[b];
-    if (within <= m) continue;
-    const std::size_t k = within - m;
-    const std::size_t n = _partSize;
-    const auto nReal = static_cast<omReal64>(n);
-    if (!(static_cast<omReal64>(k) > nReal * std::exp(_logChance[b]))) continue;
-    const omReal64 loss =
-        -_entropy[k] + static_cast<omReal64>(k) * _logChance[b] + static_cast<omReal64>(n - k) * _logMiss[b];
-    if (!(loss < hypothesis.loss)) continue;
-    hypothesis.loss = loss;
-    hypothesis.nbInliers = within;
-    best = b;
-  }
-  hypothesis.scale = binEdge(lowest, best);
+  if (!isKnown()) _byScale.setSizes(size, _drawn.size());
+  if (_rough && _rough->isLocal())
+    _near.assign({_partRows.data(), std::min(size, s_firstPart), dimension}, _drawn.size());
 }
 
 /// Whether as many of the first samples are near a model as would be at half the best one's share of inliers.
@@ -269,7 +172,10 @@ bool AcontrarioLoop::score(Hypothesis& hypothesis) {
   std::copy(_rest.squares().begin(), _rest.squares().end(),
             _squares.begin() + static_cast<std::ptrdiff_t>(_first.squares().size()));
   if (!isKnown()) {
-    scoreByScale(hypothesis);
+    const ScaleScore::Agreement agreement = _byScale.agreement(_squares);
+    hypothesis.loss = agreement.logChance;
+    hypothesis.scale = agreement.distance;
+    hypothesis.nbInliers = agreement.nbInliers;
     return true;
   }
   hypothesis.scale = _options.threshold;
@@ -291,6 +197,12 @@ SampleView AcontrarioLoop::gather(const SampleView& rows, const std::vector<omRe
   return {_gathered.data(), count, rows.dimension};
 }
 
+/// What speaks for a hypothesis: nothing where its loss is the one of a model far from all samples.
+omReal64 AcontrarioLoop::evidence(const Hypothesis& hypothesis) const {
+  const omReal64 most = isKnown() ? static_cast<omReal64>(_partSize) * _options.threshold * _options.threshold : 0;
+  return most - hypothesis.loss;
+}
+
 /// Refits a hypothesis, which was scored last, to the samples of the part near it, from a wider distance to its own
 /// (Lebeda2012), as long as that makes it better.
 void AcontrarioLoop::improve(Hypothesis& hypothesis) {
@@ -300,7 +212,8 @@ void AcontrarioLoop::improve(Hypothesis& hypothesis) {
     const omReal64 widening = round == 0 ? 2 : round == 1 ? 1.5 : 1;
     const SampleView near = gather(part, _squares, widening * scale);
     if (near.nbSamples <= _drawn.size()) return;
-    if (!estimate(near, _refit.params) || !_first.evaluate(_estimator, _refit.params) || !score(_refit)) return;
+    _refit.params = hypothesis.params;
+    if (!refine(near, _refit.params) || !_first.evaluate(_estimator, _refit.params) || !score(_refit)) return;
     scale = _refit.scale;
     // Improvements below a thousandth are left to the last refits.
     const bool isSettled = !(_refit.loss < hypothesis.loss - 1e-3 * std::abs(hypothesis.loss));
@@ -309,9 +222,44 @@ void AcontrarioLoop::improve(Hypothesis& hypothesis) {
   }
 }
 
+/// Draws minimal sets among the samples of the part near a hypothesis, where inliers are denser than elsewhere also
+/// when it is not right yet (the inner draws of Chum2003), and takes each better model through one.
+void AcontrarioLoop::drawNear(Hypothesis& hypothesis) {
+  const SampleView part{_partRows.data(), _partSize, _samples.dimension};
+  const omReal64 factor = isKnown() ? 3 : 2;
+  std::vector<std::size_t> near;
+  for (std::size_t k = 0; k < s_nbInnerDraws; ++k) {
+    if (near.empty()) {
+      if (!_first.evaluate(_estimator, hypothesis.params) || !score(hypothesis)) return;
+      const omReal64 limit = factor * hypothesis.scale;
+      for (std::size_t i = 0; i < _partSize; ++i)
+        if (_squares[i] <= limit * limit) near.push_back(i);
+      if (near.size() <= _drawn.size()) return;
+    }
+    _draw.draw(near.size(), _drawn);
+    for (std::size_t& index : _drawn) index = near[index];
+    const std::size_t nbModels = estimateMinimal(copied(part));
+    for (std::size_t m = 0; m < nbModels; ++m) {
+      _inner.params.swap(_models[m]);
+      if (!_first.evaluate(_estimator, _inner.params) || !score(_inner) || !(_inner.loss < hypothesis.loss)) continue;
+      improve(_inner);
+      std::swap(_inner, hypothesis);
+      near.clear();
+      break;
+    }
+  }
+}
+
 /// Improves a hypothesis, which was scored last, and makes it the best if it is.
 void AcontrarioLoop::take(Hypothesis& hypothesis) {
-  if (_options.localOptimisation) improve(hypothesis);
+  if (_options.localOptimisation) {
+    improve(hypothesis);
+    if (_near.isUsable() && evidence(hypothesis) < s_alike * evidence(_best)) drawNear(hypothesis);
+  }
+  if (evidence(_best) < s_alike * evidence(hypothesis))
+    _nbFinds = 1;
+  else if (s_alike * evidence(_best) <= evidence(hypothesis))
+    ++_nbFinds;
   if (!(hypothesis.loss < _best.loss)) return;
   std::swap(hypothesis, _best);
   const bool beatsChance = isSignificant();
@@ -336,45 +284,81 @@ bool AcontrarioLoop::isSignificant() {
   return true;
 }
 
-/// Sets what share of minimal sets of inliers of the best model determine a model, and where samples are ranked the
-/// largest share of inliers among the first of them, from as many as draws were from.
+/// Sets what share of draws lead to the best model once they are of its inliers, and where samples are ranked the
+/// largest share of inliers among the first of them.
 void AcontrarioLoop::considerInliers() {
-  const std::size_t dimension = _samples.dimension;
   _determinedShare = 1;
   if (!_first.evaluate(_estimator, _best.params) || !score(_best)) return;
   std::vector<std::size_t> inliers;
   for (std::size_t i = 0; i < _partSize; ++i)
     if (_squares[i] <= _best.scale * _best.scale) inliers.push_back(i);
   if (inliers.size() < _drawn.size()) return;
-  if (_options.isRanked) {
-    constexpr std::size_t fewest = 20;
-    for (std::size_t count = _samples.nbSamples; count >= std::max(_ranked.pool(), fewest); count -= count / 5) {
-      const auto isAmong = [&](std::size_t i) { return _order[i] < count; };
-      const auto nbAmong = std::count_if(_order.begin(), _order.begin() + static_cast<std::ptrdiff_t>(_partSize),
-                                         [&](std::size_t rank) { return rank < count; });
-      const auto nbInliers = std::count_if(inliers.begin(), inliers.end(), isAmong);
-      if (static_cast<std::size_t>(nbAmong) < fewest) break;
-      _bestShare = std::max(_bestShare, static_cast<omReal64>(nbInliers) / static_cast<omReal64>(nbAmong));
-    }
-  }
-  std::size_t nbModels = 0;
-  for (std::size_t k = 0; k < s_nbTries; ++k) {
-    _draw.draw(inliers.size(), _drawn);
-    auto target = _gathered.begin();
-    for (const std::size_t i : _drawn)
-      target = std::copy_n(_partRows.begin() + static_cast<std::ptrdiff_t>(inliers[i] * dimension), dimension, target);
-    nbModels += estimate({_gathered.data(), _drawn.size(), dimension}, _refit.params) ? 1 : 0;
-  }
-  _determinedShare = static_cast<omReal64>(std::max(nbModels, std::size_t{1})) / static_cast<omReal64>(s_nbTries);
+  if (_options.isRanked) _bestShare = std::max(_bestShare, rankedShare(inliers));
+  _determinedShare = determinedShare(inliers);
 }
 
-/// The number of draws after which, with the confidence asked for, one had inliers only and determined a model.
+/// The largest share of inliers among the first of ranked samples, at least as many as draws were from.
+omReal64 AcontrarioLoop::rankedShare(const std::vector<std::size_t>& inliers) const {
+  constexpr std::size_t fewest = 20;
+  omReal64 share = 0;
+  for (std::size_t count = _samples.nbSamples; count >= std::max(_ranked.pool(), fewest); count -= count / 5) {
+    const auto isAmong = [&](std::size_t i) { return _order[i] < count; };
+    const auto nbAmong = std::count_if(_order.begin(), _order.begin() + static_cast<std::ptrdiff_t>(_partSize),
+                                       [&](std::size_t rank) { return rank < count; });
+    const auto nbInliers = std::count_if(inliers.begin(), inliers.end(), isAmong);
+    if (static_cast<std::size_t>(nbAmong) < fewest) break;
+    share = std::max(share, static_cast<omReal64>(nbInliers) / static_cast<omReal64>(nbAmong));
+  }
+  return share;
+}
+
+/// The share of minimal sets of inliers that determine a model; where neighbours are drawn, one near to the best.
+omReal64 AcontrarioLoop::determinedShare(const std::vector<std::size_t>& inliers) {
+  omReal64 nbFound = 0;
+  for (std::size_t k = 0; k < s_nbTries; ++k) {
+    _draw.draw(inliers.size(), _drawn);
+    for (std::size_t& index : _drawn) index = inliers[index];
+    const std::size_t nbModels = estimateMinimal(copied({_partRows.data(), _partSize, _samples.dimension}));
+    nbFound += _near.isUsable() ? leadsBack(nbModels) : nbModels > 0;
+  }
+  return std::max(nbFound, 0.5) / static_cast<omReal64>(s_nbTries);
+}
+
+/// Whether one of the last models is so much better than chance that refits improve it to the best one.
+bool AcontrarioLoop::leadsBack(std::size_t nbModels) {
+  constexpr omReal64 enough = 0.25;
+  for (std::size_t k = 0; k < nbModels; ++k) {
+    _refit.params.swap(_models[k]);
+    if (_first.evaluate(_estimator, _refit.params) && score(_refit) && evidence(_refit) >= enough * evidence(_best))
+      return true;
+  }
+  return false;
+}
+
+/// The number of draws after which, with the confidence asked for, one led to the best model. Where models are local
+/// none are needed any more once it was found so often: had others as good a chance, one of them would have been, too.
 omReal64 AcontrarioLoop::nbDrawsNeeded() const {
+  if (!(_bestShare > 0)) return s_infinity;
+  if (_near.isUsable() && static_cast<omReal64>(_nbFinds) >= -std::log1p(-_options.confidence)) return 1;
   omReal64 allInliers = _determinedShare;
   for (std::size_t k = 0; k < _drawn.size(); ++k) allInliers *= _bestShare;
+  // Every other draw is one from all.
+  if (_near.isUsable()) allInliers /= 2;
   if (allInliers >= 1) return 1;
   if (!(allInliers > 0)) return s_infinity;
   return std::ceil(std::log1p(-_options.confidence) / std::log1p(-allInliers));
+}
+
+/// Scores the trial and makes it the best, or of its epoch.
+void AcontrarioLoop::consider(omReal64& rawBest, omReal64& nbNeeded) {
+  if (!isPromising(_trial.params) || !score(_trial)) return;
+  if (_trial.loss < rawBest) {
+    rawBest = _trial.loss;
+    take(_trial);
+    nbNeeded = nbDrawsNeeded();
+  } else if (_trial.loss < _epochBest.loss) {
+    std::swap(_trial, _epochBest);
+  }
 }
 
 /// Draws models until the confidence, the number of iterations or the callback ends the search, and keeps the best one.
@@ -393,20 +377,15 @@ void AcontrarioLoop::search() {
       }
     }
     ++_nbIterations;
-    if (!drawModel()) {
-      ++_nbDegenerate;
-    } else if (isPromising(_trial.params) && score(_trial)) {
-      if (_trial.loss < rawBest) {
-        rawBest = _trial.loss;
-        take(_trial);
-        nbNeeded = nbDrawsNeeded();
-      } else if (_trial.loss < _epochBest.loss) {
-        std::swap(_trial, _epochBest);
-      }
+    const std::size_t nbModels = drawModels();
+    _nbDegenerate += nbModels == 0 ? 1 : 0;
+    for (std::size_t m = 0; m < nbModels; ++m) {
+      _trial.params.swap(_models[m]);
+      consider(rawBest, nbNeeded);
     }
     // By accident none of the first may be an inlier.
     if (k == s_longEpoch && !(_bestShare > 0)) _nbFirstNeeded = 0;
-    const std::size_t epoch = _bestShare > 0 ? s_longEpoch : s_epoch;
+    const std::size_t epoch = _bestShare > 0 && !_near.isUsable() ? s_longEpoch : s_epoch;
     if (k % epoch == epoch - 1 && _epochBest.loss < s_infinity) {
       if (_first.evaluate(_estimator, _epochBest.params) && score(_epochBest)) take(_epochBest);
       nbNeeded = nbDrawsNeeded();
@@ -423,6 +402,7 @@ bool AcontrarioLoop::polish(RealVector& params, omReal64& threshold) {
   ModelDistances distances(_samples);
   const omReal64 largest = isKnown() ? threshold : 2 * threshold;
   const std::size_t m = _drawn.size();
+  const bool isRefined = _rough && _rough->isRefinedFully();
   std::size_t lastCount = 0;
   omReal64 lastSum = s_infinity;
   for (std::size_t round = 0; round < s_nbFinalRounds; ++round) {
@@ -435,7 +415,10 @@ bool AcontrarioLoop::polish(RealVector& params, omReal64& threshold) {
     lastSum = sum;
     const SampleView inliers = gather(_samples, distances.squares(), threshold);
     if (inliers.nbSamples < m) return true;
-    if (!_estimator.processViewEstimation(inliers, _refit.params)) return true;
+    _refit.params = params;
+    const bool isFitted = isRefined ? _rough->refineRoughly(inliers, _refit.params)
+                                    : static_cast<bool>(_estimator.processViewEstimation(inliers, _refit.params));
+    if (!isFitted) return true;
     if (std::any_of(_refit.params.begin(), _refit.params.end(), [](omReal64 p) { return !std::isfinite(p); }))
       return true;
     params = _refit.params;
@@ -485,6 +468,7 @@ BoolResult AcontrarioLoop::run(RobustResult& result) {
     // One of the first near a model is asked of all where it can be (T(1,1) of MatasChum2004).
     _nbFirstNeeded = isKnown() && _partSize >= s_firstPart / 2 ? 1 : 0;
     _bestShare = 0;
+    _nbFinds = 0;
     search();
     if (_end == eRO_Stopped || isSignificant() || _partSize == _samples.nbSamples) break;
   }

@@ -2,11 +2,12 @@
 
 #include <ORMIXMath/Estimation/ChanceModel.h>
 #include <ORMIXMath/Estimation/ModelScore.h>
+#include <ORMIXMath/Estimation/NeighbourDraw.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/RobustModel.h>
 #include <ORMIXMath/Estimation/SampleDraw.h>
+#include <ORMIXMath/Estimation/ScaleScore.h>
 
-#include <array>
 #include <vector>
 
 /// \file
@@ -26,9 +27,6 @@ class AcontrarioLoop {
   BoolResult run(RobustResult& result);
 
  private:
-  // Bins of distances, each sqrt(2) times as far as the one before.
-  static constexpr std::size_t s_nbBins = 128;
-
   /// A model and how the samples of the part agree with it.
   struct Hypothesis {
     RealVector params;
@@ -40,15 +38,22 @@ class AcontrarioLoop {
   bool isKnown() const { return _options.threshold > 0; }
   bool prepareChance();
   void choosePart(std::size_t size);
-  bool estimate(const SampleView& samples, RealVector& params);
-  bool drawModel();
+  SampleView copied(const SampleView& from);
+  std::size_t estimateMinimal(const SampleView& samples);
+  bool refine(const SampleView& samples, RealVector& params);
+  std::size_t drawModels();
+  void consider(omReal64& rawBest, omReal64& nbNeeded);
   bool isPromising(const RealVector& params);
   bool score(Hypothesis& hypothesis);
-  void scoreByScale(Hypothesis& hypothesis);
   void improve(Hypothesis& hypothesis);
+  void drawNear(Hypothesis& hypothesis);
   void take(Hypothesis& hypothesis);
   bool isSignificant();
   void considerInliers();
+  omReal64 rankedShare(const std::vector<std::size_t>& inliers) const;
+  omReal64 determinedShare(const std::vector<std::size_t>& inliers);
+  omReal64 evidence(const Hypothesis& hypothesis) const;
+  bool leadsBack(std::size_t nbModels);
   omReal64 nbDrawsNeeded() const;
   void search();
   SampleView gather(const SampleView& rows, const std::vector<omReal64>& squares, omReal64 threshold);
@@ -73,25 +78,18 @@ class AcontrarioLoop {
   ModelDistances _first;  ///< of the first samples of the part
   ModelDistances _rest;
   std::vector<omReal64> _squares;  ///< of the part, of the hypothesis that was scored last
-  std::array<omReal64, s_nbBins> _logChance{};
-  std::array<omReal64, s_nbBins> _logMiss{};
-  std::vector<omReal64> _entropy;
-  std::size_t _nbBinsUsed = 0;
+  ScaleScore _byScale;
+  NeighbourDraw _near;              ///< of the part; not usable where models are not local
+  std::vector<RealVector> _models;  ///< the last ones through a minimal set
   std::size_t _nbFirstNeeded = 0;
-  Hypothesis _trial, _refit, _best, _epochBest;
+  Hypothesis _trial, _refit, _inner, _best, _epochBest;
   omReal64 _bestShare = 0;
   omReal64 _determinedShare = 1;
+  std::size_t _nbFinds = 0;  ///< models as good as the best one, itself included
   omReal64 _progress = 0;
   std::size_t _nbIterations = 0;
   std::size_t _nbDegenerate = 0;
   eRobustEnd _end = eRO_IterationLimit;
 };
-
-/// The standard deviation of one coordinate of the errors of samples, from their distances: of those within
-/// `threshold`, with what the truncation takes and what outliers add taken into account. `threshold` becomes the
-/// distance within which nearly all inliers are, at least `smallest` and at most `largest`. The chance model has
-/// evaluated the same model.
-omReal64 deviationWithin(const ModelDistances& distances, const ChanceModel& chance, std::size_t minimalDataSize,
-                         omReal64 smallest, omReal64 largest, omReal64& threshold);
 
 }  // namespace ormix::detail

@@ -1,5 +1,4 @@
 #include <ORMIXMath/Estimation/ChanceModel.h>
-#include <ORMIXMath/Scalar/Constants.h>
 
 #include <algorithm>
 #include <boost/numeric/ublas/vector.hpp>
@@ -59,29 +58,6 @@ omReal64 spreadOf(std::vector<omReal64>& values) {
 }
 
 }  // namespace
-
-omReal64 chiProbability(std::size_t dimension, omReal64 length) {
-  const omReal64 x = length * length / 2;
-  if (!(x < 700)) return 1;
-  const bool isOdd = dimension % 2 == 1;
-  omReal64 probability = isOdd ? std::erf(std::sqrt(x)) : -std::expm1(-x);
-  // P(a + 1, x) = P(a, x) - x^a e^-x / Gamma(a + 1)
-  omReal64 a = isOdd ? 0.5 : 1;
-  omReal64 term = isOdd ? 2 * std::sqrt(x / s_pi) * std::exp(-x) : x * std::exp(-x);
-  for (; 2 * a < static_cast<omReal64>(dimension); a += 1) {
-    probability -= term;
-    term *= x / (a + 1);
-  }
-  return std::max(probability, 0.0);
-}
-
-InlierBand inlierBand(std::size_t dimension) {
-  // The 99.73 % quantile of chi² by the cube of a normal variable (WilsonHilferty1931), exact for one coordinate.
-  const auto d = static_cast<omReal64>(dimension);
-  const omReal64 cube = 1 - 2 / (9 * d) + 2.782 * std::sqrt(2 / (9 * d));
-  const omReal64 deviations = dimension == 1 ? 3 : std::sqrt(d * cube * cube * cube);
-  return {deviations, chiProbability(dimension + 2, deviations) / chiProbability(dimension, deviations)};
-}
 
 omReal64 logTail(omReal64 n, omReal64 k, omReal64 p) {
   if (!(k > n * p)) return 0;

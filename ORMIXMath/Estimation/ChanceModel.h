@@ -51,15 +51,4 @@ class ChanceModel {
 /// probability p: 0 when k is no more than n p.
 omReal64 logTail(omReal64 n, omReal64 k, omReal64 p);
 
-/// Of distances that are lengths of normally distributed vectors with `dimension` coordinates: the number of standard
-/// deviations within which all but 0.27 % are (3 for one coordinate), and the mean square of a coordinate of those.
-struct InlierBand {
-  omReal64 deviations;
-  omReal64 variance;
-};
-InlierBand inlierBand(std::size_t dimension);
-
-/// The share of vectors of `dimension` normal coordinates of variance 1 whose length is at most `length`.
-omReal64 chiProbability(std::size_t dimension, omReal64 length);
-
 }  // namespace ormix::detail

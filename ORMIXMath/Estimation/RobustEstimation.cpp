@@ -1,4 +1,5 @@
 #include <ORMIXMath/Estimation/AcontrarioLoop.h>
+#include <ORMIXMath/Estimation/InlierDeviation.h>
 #include <ORMIXMath/Estimation/ModelScore.h>
 #include <ORMIXMath/Estimation/RobustEstimation.h>
 #include <ORMIXMath/Estimation/SampleDraw.h>

@@ -5,6 +5,7 @@
 #include <ORMIXMath/Export.h>
 
 #include <cstddef>
+#include <vector>
 
 namespace ormix {
 
@@ -25,6 +26,24 @@ class ORMIX_MATH_API RobustModel {
 
   /// Whether estimateRoughly() is to be used in place of processViewEstimation(). Here false.
   virtual bool hasRoughEstimation() const;
+
+  /// The models through as few samples as determine one, of which there may be several: sets the first elements of
+  /// `models`, which grows as needed, and returns their number. Here what estimateRoughly() finds.
+  /// \param nbParams  the estimator's number of parameters
+  virtual std::size_t estimateMinimal(const SampleView& samples, std::size_t nbParams,
+                                      std::vector<RealVector>& models) const;
+
+  /// Fits a model that is near to samples, more than determine one. False where there is none; `params` may be changed
+  /// then. Here estimateRoughly().
+  virtual bool refineRoughly(const SampleView& samples, RealVector& params) const;
+
+  /// Whether refineRoughly() gives what processViewEstimation() does. Here false.
+  virtual bool isRefinedFully() const;
+
+  /// Whether half of the minimal sets are to be of samples that lie near each other, where samples of a surface are
+  /// denser than outliers: worth it where many are needed, and a part of the surface determines it well enough. Here
+  /// false.
+  virtual bool isLocal() const;
 };
 
 }  // namespace ormix

@@ -41,6 +41,10 @@ struct Cloud {
     return {frame.origin[0] + frame.extent * p.x, frame.origin[1] + frame.extent * p.y,
             frame.origin[2] + frame.extent * p.z};
   }
+  /// A point in the coordinates of the cloud.
+  SpatialPoint framed(const SpatialPoint& p) const {
+    return (p - SpatialPoint{frame.origin[0], frame.origin[1], frame.origin[2]}) / frame.extent;
+  }
 };
 
 EstimationStatus notFinite(const SampleView& samples) {
@@ -232,6 +236,97 @@ void spanArc(const std::vector<SpatialPoint>& points, const SpatialPoint& center
   arc.sweep = 2 * s_pi - widest;
 }
 
+/// \name What a descent has found, in the coordinates of the samples
+/// @{
+EstimationStatus place(const Cloud& cloud, const CylinderModel& model, SpatialCylinder& cylinder) {
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
+  const SpatialPoint onAxis = model.frame.origin + model.frame.normal / model.curvature;
+  const SpatialPoint& axis = model.frame.axis;
+  cylinder = {cloud.placed(onAxis + axis * dot(cloud.mean - onAxis, axis)), signedDirection(axis),
+              cloud.frame.extent / std::abs(model.curvature)};
+  return {};
+}
+
+EstimationStatus place(const Cloud& cloud, const ConeModel& model, SpatialCone& cone) {
+  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
+  // Its radius grows by `slope` a unit of height from 1 / curvature on.
+  const omReal64 slope = model.curvature < 0 ? -std::tan(model.angle) : std::tan(model.angle);
+  if (!(std::abs(slope) > 16 * cloud.frame.coarseness))
+    return failedStatus(eEC_NotOfThisType, "slope of the surface against its axis", std::abs(slope),
+                        16 * cloud.frame.coarseness);
+  const SpatialPoint onAxis = model.frame.origin + model.frame.normal / model.curvature;
+  cone.apex = cloud.placed(onAxis - model.frame.axis * (1 / (std::abs(model.curvature) * slope)));
+  cone.direction = slope > 0 ? model.frame.axis : model.frame.axis * -1.0;
+  cone.halfAngle = std::atan(std::abs(slope));
+  return {};
+}
+
+EstimationStatus place(const Cloud& cloud, const TorusModel& model, SpatialTorus& torus) {
+  if (!(model.minorRadius > 0)) return failedStatus(eEC_NullRadius, "radius of the tube", model.minorRadius, 0);
+  if (!(model.majorRadius > model.minorRadius))
+    return failedStatus(eEC_NotOfThisType, "ratio of the radius of the ring to that of the tube",
+                        model.majorRadius / model.minorRadius, 1);
+  torus = {cloud.placed(model.frame.origin), signedDirection(model.frame.axis), cloud.frame.extent * model.majorRadius,
+           cloud.frame.extent * model.minorRadius};
+  return {};
+}
+/// @}
+
+/// \name The model of a shape, in the coordinates of the cloud
+/// @{
+
+/// A frame on the surface at a distance from an axis through a point, seen from a place where points are.
+SurfaceFrame frameOnSurface(const SpatialPoint& place, const SpatialPoint& onAxis, const SpatialPoint& axis,
+                            omReal64 radius) {
+  SpatialPoint inward = onAxis - place;
+  inward = inward - axis * dot(inward, axis);
+  const omReal64 distance = std::sqrt(dot(inward, inward));
+  inward = distance > 0 ? inward / distance : normalized(cross(axis, anyAcross(axis)));
+  return SurfaceFrame::of(place + inward * (distance - radius), axis, inward);
+}
+
+CylinderModel modelOf(const Cloud& cloud, const SpatialCylinder& cylinder) {
+  const omReal64 radius = cylinder.radius / cloud.frame.extent;
+  return {frameOnSurface(cloud.mean, cloud.framed(cylinder.point), cylinder.direction, radius), 1 / radius};
+}
+
+ConeModel modelOf(const Cloud& cloud, const SpatialCone& cone) {
+  const SpatialPoint apex = cloud.framed(cone.apex);
+  // At the height of the points, in front of the apex.
+  const omReal64 height = std::max(dot(cloud.mean - apex, cone.direction), 0.1);
+  const omReal64 radius = height * std::tan(cone.halfAngle);
+  const SpatialPoint beyond = cloud.mean + cone.direction * (height - dot(cloud.mean - apex, cone.direction));
+  return {frameOnSurface(beyond, apex, cone.direction, radius), 1 / radius, cone.halfAngle};
+}
+
+TorusModel modelOf(const Cloud& cloud, const SpatialTorus& torus) {
+  return {SurfaceFrame::of(cloud.framed(torus.center), torus.axis, anyAcross(torus.axis)),
+          torus.majorRadius / cloud.frame.extent, torus.minorRadius / cloud.frame.extent};
+}
+/// @}
+
+/// A shape from samples, descended to from the starts that `makeStarts` finds.
+template <class Model, class MakeStarts, class Shape>
+EstimationStatus surfaceFromSamples(const SampleView& samples, const MakeStarts& makeStarts, Shape& shape) {
+  Cloud cloud;
+  if (const EstimationStatus status = cloudOf(samples, 3, Model::s_nbParameters, 3, cloud); !status) return status;
+  Model model{};
+  if (const EstimationStatus status = descendFromStarts(cloud, makeStarts, model); !status) return status;
+  return place(cloud, model, shape);
+}
+
+/// The same from a near shape.
+template <class Shape>
+EstimationStatus refinedSurface(const SampleView& samples, Shape& shape) {
+  Cloud cloud;
+  using Model = decltype(modelOf(cloud, shape));
+  if (const EstimationStatus status = cloudOf(samples, 3, Model::s_nbParameters, 3, cloud); !status) return status;
+  Model model = modelOf(cloud, shape);
+  if (const EstimationStatus status = checkDescent(descend(cloud.points, model, s_nbMaxIterations)); !status)
+    return status;
+  return place(cloud, model, shape);
+}
+
 }  // namespace
 
 EstimationStatus lineFromSamples(const SampleView& samples, SpatialLine& line) {
@@ -302,48 +397,23 @@ EstimationStatus sphereFromSamples(const SampleView& samples, SpatialSphere& sph
 }
 
 EstimationStatus cylinderFromSamples(const SampleView& samples, SpatialCylinder& cylinder) {
-  Cloud cloud;
-  if (const EstimationStatus status = cloudOf(samples, 3, 5, 3, cloud); !status) return status;
-  CylinderModel model{};
-  if (const EstimationStatus status = descendFromStarts(cloud, cylinderStarts, model); !status) return status;
-  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
-  const SpatialPoint onAxis = model.frame.origin + model.frame.normal / model.curvature;
-  const SpatialPoint& axis = model.frame.axis;
-  cylinder = {cloud.placed(onAxis + axis * dot(cloud.mean - onAxis, axis)), signedDirection(axis),
-              cloud.frame.extent / std::abs(model.curvature)};
-  return {};
+  return surfaceFromSamples<CylinderModel>(samples, cylinderStarts, cylinder);
 }
 
 EstimationStatus coneFromSamples(const SampleView& samples, SpatialCone& cone) {
-  Cloud cloud;
-  if (const EstimationStatus status = cloudOf(samples, 3, 6, 3, cloud); !status) return status;
-  ConeModel model{};
-  if (const EstimationStatus status = descendFromStarts(cloud, coneStarts, model); !status) return status;
-  if (const EstimationStatus status = checkCurved(cloud, model.curvature, eEC_Coplanar); !status) return status;
-  // Its radius grows by `slope` a unit of height from 1 / curvature on.
-  const omReal64 slope = model.curvature < 0 ? -std::tan(model.angle) : std::tan(model.angle);
-  if (!(std::abs(slope) > 16 * cloud.frame.coarseness))
-    return failedStatus(eEC_NotOfThisType, "slope of the surface against its axis", std::abs(slope),
-                        16 * cloud.frame.coarseness);
-  const SpatialPoint onAxis = model.frame.origin + model.frame.normal / model.curvature;
-  cone.apex = cloud.placed(onAxis - model.frame.axis * (1 / (std::abs(model.curvature) * slope)));
-  cone.direction = slope > 0 ? model.frame.axis : model.frame.axis * -1.0;
-  cone.halfAngle = std::atan(std::abs(slope));
-  return {};
+  return surfaceFromSamples<ConeModel>(samples, coneStarts, cone);
 }
 
 EstimationStatus torusFromSamples(const SampleView& samples, SpatialTorus& torus) {
-  Cloud cloud;
-  if (const EstimationStatus status = cloudOf(samples, 3, 7, 3, cloud); !status) return status;
-  TorusModel model{};
-  if (const EstimationStatus status = descendFromStarts(cloud, torusStarts, model); !status) return status;
-  if (!(model.minorRadius > 0)) return failedStatus(eEC_NullRadius, "radius of the tube", model.minorRadius, 0);
-  if (!(model.majorRadius > model.minorRadius))
-    return failedStatus(eEC_NotOfThisType, "ratio of the radius of the ring to that of the tube",
-                        model.majorRadius / model.minorRadius, 1);
-  torus = {cloud.placed(model.frame.origin), signedDirection(model.frame.axis), cloud.frame.extent * model.majorRadius,
-           cloud.frame.extent * model.minorRadius};
-  return {};
+  return surfaceFromSamples<TorusModel>(samples, torusStarts, torus);
 }
+
+EstimationStatus refineCylinder(const SampleView& samples, SpatialCylinder& cylinder) {
+  return refinedSurface(samples, cylinder);
+}
+
+EstimationStatus refineCone(const SampleView& samples, SpatialCone& cone) { return refinedSurface(samples, cone); }
+
+EstimationStatus refineTorus(const SampleView& samples, SpatialTorus& torus) { return refinedSurface(samples, torus); }
 
 }  // namespace ormix

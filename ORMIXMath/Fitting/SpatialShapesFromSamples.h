@@ -50,4 +50,12 @@ ORMIX_MATH_API EstimationStatus coneFromSamples(const SampleView& samples, Spati
 /// eEC_NotOfThisType.
 ORMIX_MATH_API EstimationStatus torusFromSamples(const SampleView& samples, SpatialTorus& torus);
 
+/// \name From a shape that is near
+/// As the functions above, but by steps from the given shape only, which is replaced: many times faster.
+/// @{
+ORMIX_MATH_API EstimationStatus refineCylinder(const SampleView& samples, SpatialCylinder& cylinder);
+ORMIX_MATH_API EstimationStatus refineCone(const SampleView& samples, SpatialCone& cone);
+ORMIX_MATH_API EstimationStatus refineTorus(const SampleView& samples, SpatialTorus& torus);
+/// @}
+
 }  // namespace ormix

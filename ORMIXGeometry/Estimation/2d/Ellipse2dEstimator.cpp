@@ -1,5 +1,7 @@
 #include <ORMIXGeometry/Estimation/2d/Ellipse2dEstimator.h>
 #include <ORMIXGeometry/Estimation/2d/EllipseDistance.h>
+#include <ORMIXGeometry/Estimation/ShapeParams.h>
+#include <ORMIXMath/Fitting/MinimalShapes.h>
 #include <ORMIXMath/Fitting/ShapesFromSamples.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
 
@@ -25,6 +27,17 @@ BoolResult Ellipse2dEstimator::processViewResiduals(const SampleView& samples, c
   const detail::EllipseDistance distance(params(0), params(1), params(2), params(3), params(4));
   return detail::fillResiduals<s_sampleDimension>(samples, residuals,
                                                   [&](const omReal64* p) { return distance(p[0], p[1]); });
+}
+
+std::size_t Ellipse2dEstimator::estimateMinimal(const SampleView& samples, std::size_t nbParams,
+                                                std::vector<RealVector>& models) const {
+  std::array<ormix::detail::PlanarEllipse, 1> found;
+  return detail::setModels(found, ormix::detail::ellipseThrough(samples, found[0]) ? 1 : 0, nbParams, models);
+}
+
+bool Ellipse2dEstimator::refineRoughly(const SampleView& samples, RealVector& params) const {
+  std::size_t rank = 0;
+  return ellipseFromSamples(samples, params(0), params(1), params(2), params(3), params(4), rank) && params(3) > 0;
 }
 
 }  // namespace ormix::geom

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Estimation/3d/Cone3dEstimator.h>
 #include <ORMIXGeometry/Estimation/ShapeParams.h>
+#include <ORMIXMath/Fitting/MinimalShapes.h>
 #include <ORMIXMath/Fitting/SpatialShapesFromSamples.h>
 #include <ORMIXMath/Shape/RoundSolid.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
@@ -24,6 +25,19 @@ BoolResult Cone3dEstimator::processViewResiduals(const SampleView& samples, cons
   return detail::fillResiduals<s_sampleDimension>(samples, residuals, [&cone](const omReal64* p) {
     return distanceTo(cone, {p[0], p[1], p[2]});
   });
+}
+
+std::size_t Cone3dEstimator::estimateMinimal(const SampleView& samples, std::size_t nbParams,
+                                             std::vector<RealVector>& models) const {
+  std::array<SpatialCone, 6> found;
+  return detail::setModels(found, ormix::detail::conesThrough(samples, found), nbParams, models);
+}
+
+bool Cone3dEstimator::refineRoughly(const SampleView& samples, RealVector& params) const {
+  auto shape = detail::shapeOf<SpatialCone>(params);
+  if (!refineCone(samples, shape)) return false;
+  detail::setParams(shape, params);
+  return true;
 }
 
 }  // namespace ormix::geom

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <ORMIXGeometry/Estimation/GeometryEstimator.h>
+#include <ORMIXMath/Estimation/RobustModel.h>
+
+#include <vector>
 
 ORMIX_GEOMETRY_ESTIMATOR_LEVELS(extern, Ellipsoid3dEstimator)
 
@@ -14,7 +17,7 @@ namespace ormix::geom {
 /// 5 when the rank of the system is at most 4 (points that coincide or are collinear), 6 when the quadric is not unique
 /// (coplanar points) or not an ellipsoid, 7 when a radius is 0. The residual of a point is its unsigned distance to the
 /// surface. O(points); nothing is allocated.
-class ORMIX_GEOMETRY_API Ellipsoid3dEstimator : public GeometryEstimator<Ellipsoid3dEstimator> {
+class ORMIX_GEOMETRY_API Ellipsoid3dEstimator : public GeometryEstimator<Ellipsoid3dEstimator>, public RobustModel {
  public:
   static constexpr const char* s_className = "ormix::geom::Ellipsoid3dEstimator";  ///< registered name
   static constexpr std::size_t s_minimalDataSize = 9;                              ///< points
@@ -24,6 +27,15 @@ class ORMIX_GEOMETRY_API Ellipsoid3dEstimator : public GeometryEstimator<Ellipso
   BoolResult processViewEstimation(const SampleView& samples, RealVector& params) override;
   BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
                                   RealVector& residuals) const override;
+
+  /// For robust loops: the one through the fewest points, without the tests of processViewEstimation(), and its fit.
+  /// @{
+  bool hasRoughEstimation() const override { return true; }
+  std::size_t estimateMinimal(const SampleView& samples, std::size_t nbParams,
+                              std::vector<RealVector>& models) const override;
+  bool refineRoughly(const SampleView& samples, RealVector& params) const override;
+  bool isLocal() const override { return true; }
+  /// @}
 };
 
 }  // namespace ormix::geom

@@ -1,5 +1,6 @@
 #include <ORMIXGeometry/Estimation/3d/Torus3dEstimator.h>
 #include <ORMIXGeometry/Estimation/ShapeParams.h>
+#include <ORMIXMath/Fitting/MinimalShapes.h>
 #include <ORMIXMath/Fitting/SpatialShapesFromSamples.h>
 #include <ORMIXMath/Shape/RoundSolid.h>
 #include <ORMIXGeometry/Estimation/GeometryEstimator.ipp>
@@ -24,6 +25,19 @@ BoolResult Torus3dEstimator::processViewResiduals(const SampleView& samples, con
   return detail::fillResiduals<s_sampleDimension>(samples, residuals, [&torus](const omReal64* p) {
     return distanceTo(torus, {p[0], p[1], p[2]});
   });
+}
+
+std::size_t Torus3dEstimator::estimateMinimal(const SampleView& samples, std::size_t nbParams,
+                                              std::vector<RealVector>& models) const {
+  std::array<SpatialTorus, 12> found;
+  return detail::setModels(found, ormix::detail::toriThrough(samples, found), nbParams, models);
+}
+
+bool Torus3dEstimator::refineRoughly(const SampleView& samples, RealVector& params) const {
+  auto shape = detail::shapeOf<SpatialTorus>(params);
+  if (!refineTorus(samples, shape)) return false;
+  detail::setParams(shape, params);
+  return true;
 }
 
 }  // namespace ormix::geom

@@ -201,4 +201,30 @@ TYPED_TEST(AnyEstimator, FindsTheModelAmongFortyPercentOfOutliers) {
   }
 }
 
+/// Seventy percent of outliers: one set of nine samples in 50,000 has none.
+template <class Estimator>
+void expectFoundAmongSeventyPercent() {
+  Values values = samplesOf<Estimator>(200);
+  Random random(17);
+  for (std::size_t i = 0; i < 3 * 140; ++i) values[i] = random.uniform(-50, 50);
+  Estimator estimator;
+  RobustOptions options;
+  options.method = eRM_Acontrario;
+  for (options.seed = 0; options.seed < 3; ++options.seed) {
+    RobustResult found;
+    ASSERT_TRUE(robustEstimation(estimator, viewOf(values, 3), options, found));
+    EXPECT_EQ(found.end, eRO_Confident) << Estimator::s_className;
+    EXPECT_TRUE(std::all_of(found.inliers.begin() + 150, found.inliers.end(), [](bool isInlier) { return isInlier; }))
+        << Estimator::s_className;
+    EXPECT_NEAR(found.sigma, 1e-3, 5e-4);
+  }
+}
+
+TEST(LocalEstimators, FindTheirSurfaceAmongSeventyPercentOfOutliers) {
+  expectFoundAmongSeventyPercent<Cylinder3dEstimator>();
+  expectFoundAmongSeventyPercent<Cone3dEstimator>();
+  expectFoundAmongSeventyPercent<Torus3dEstimator>();
+  expectFoundAmongSeventyPercent<Ellipsoid3dEstimator>();
+}
+
 }  // namespace

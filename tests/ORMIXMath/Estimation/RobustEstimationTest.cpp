@@ -143,6 +143,30 @@ TEST(RobustEstimation, FindsTheScaleAmongSeventyPercentOfOutliers) {
   EXPECT_LT(10 * nbDraws[1], nbDraws[0]);
 }
 
+/// Lines that are infinitely far from what is not near.
+class NearLineEstimator : public sample::LineEstimator {
+ public:
+  BoolResult processViewResiduals(const SampleView& samples, const RealVector& params,
+                                  RealVector& residuals) const override {
+    const BoolResult result = LineEstimator::processViewResiduals(samples, params, residuals);
+    for (omReal64& residual : residuals)
+      if (std::abs(residual) > 5) residual = HUGE_VAL;
+    return result;
+  }
+};
+
+// Where most samples are infinitely far from most models, these agree with none.
+TEST(RobustEstimation, DoesNotCountWhatIsInfinitelyFar) {
+  NearLineEstimator estimator;
+  RobustOptions options;
+  options.method = eRM_Acontrario;
+  RobustResult result;
+  const BoolResult found = robustEstimation(estimator, viewOf(linePoints(300, 0.5, 1, 7), 2), options, result);
+  ASSERT_TRUE(found) << found.getMessage();
+  EXPECT_EQ(result.end, eRO_Confident);
+  EXPECT_NEAR(result.sigma, 1, 0.2);
+}
+
 // A part of the samples is too few to show a consensus of one in twenty.
 TEST(RobustEstimation, FindsFewAmongThousands) {
   const Values points = linePoints(5000, 0.93, 1, 3);

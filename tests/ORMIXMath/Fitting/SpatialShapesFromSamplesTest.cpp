@@ -1,4 +1,5 @@
 #include <ORMIXMath/Algebra/VectorArithmetic.h>
+#include <ORMIXMath/Fitting/MinimalShapes.h>
 #include <ORMIXMath/Fitting/SpatialShapesFromSamples.h>
 #include <ORMIXMath/Fitting/SurfaceModels.h>
 
@@ -111,6 +112,48 @@ TEST(SpatialShapesFromSamples, AreNeverWorseThanTheShapeThatWasSampled) {
             EXPECT_LE(result.cost, kind.trueCost(frame, scale, xyz) * (1 + 1e-9) +
                                        rounding * rounding * static_cast<omReal64>(nbPoints));
           }
+}
+
+/// How many of 200 sets of points of a kind lead back to the shape, through all of its points; and from a shape that is
+/// a little off to the best one.
+template <class Shape, std::size_t N>
+std::size_t nbFoundBack(const std::string& name, std::size_t (*through)(const SampleView&, std::array<Shape, N>&),
+                        EstimationStatus (*refine)(const SampleView&, Shape&)) {
+  const auto& all = kinds();
+  const Kind& kind = *std::find_if(all.begin(), all.end(), [&](const Kind& each) { return each.name == name; });
+  support::Random draw(1203);
+  std::size_t nbFound = 0;
+  for (int set = 0; set < 200; ++set) {
+    const SurfaceFrame frame = SurfaceFrame::of({300, -200, 100}, {1, draw.uniform(), draw.uniform()}, {0, 1, 2});
+    const auto points = [&](std::size_t count, omReal64 noise) {
+      std::vector<omReal64> xyz;
+      for (std::size_t i = 0; i < count; ++i) {
+        const FramePlace p = kind.place(std::abs(draw.uniform()), std::abs(draw.uniform()), noise * draw.uniform());
+        const SpatialPoint point = frame.origin + frame.axis * p.height + frame.normal * p.x + frame.across * p.y;
+        xyz.insert(xyz.end(), {point.x, point.y, point.z});
+      }
+      return xyz;
+    };
+    const auto viewed = [](const std::vector<omReal64>& xyz) { return SampleView{xyz.data(), xyz.size() / 3, 3}; };
+    const std::vector<omReal64> few = points(kind.nbLeast, 0), many = points(100, 0.02);
+    std::array<Shape, N> found;
+    const std::size_t nbShapes = through(viewed(few), found);
+    for (std::size_t k = 0; k < nbShapes; ++k) {
+      EXPECT_LE(costOf(found[k], few), 1e-5) << name << " set " << set;
+      if (!(costOf(found[k], many) < 1)) continue;
+      ++nbFound;
+      EXPECT_TRUE(refine(viewed(many), found[k]));
+      EXPECT_LE(costOf(found[k], many), kind.trueCost(frame, 1, many));
+      break;
+    }
+  }
+  return nbFound;
+}
+
+TEST(MinimalShapes, PassThroughTheirPointsAndOftenAreTheOneSampled) {
+  EXPECT_GE(nbFoundBack<SpatialCylinder>("cylinder", cylindersThrough, refineCylinder), 180u);
+  EXPECT_GE(nbFoundBack<SpatialCone>("cone", conesThrough, refineCone), 60u);
+  EXPECT_GE(nbFoundBack<SpatialTorus>("torus", toriThrough, refineTorus), 10u);
 }
 
 TEST(SpatialShapesFromSamples, SayWhatTheSamplesLackAtEveryScale) {
