@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ormix {
 
@@ -72,6 +73,63 @@ bool ordinaryDistance(const PlanarPoint& point, const PlanarSegment& segment, Pl
   return true;
 }
 
+/// ordinaryDistance() without the nearest point, of two points at a time from a segment of ordinary length, the same
+/// operations in the same order.
+class OrdinarySegment {
+ public:
+  explicit OrdinarySegment(const PlanarSegment& segment)
+      : _p0(segment.p0),
+        _p1(segment.p1),
+        _size(std::max(std::abs(_p1.x - _p0.x), std::abs(_p1.y - _p0.y))),
+        _forth{(_p1.x - _p0.x) / _size, (_p1.y - _p0.y) / _size},
+        _back{0 - _forth.x, 0 - _forth.y},
+        _sum(_forth.x * _forth.x + _forth.y * _forth.y),
+        _root(std::sqrt(_sum)) {}
+
+  bool isOrdinary() const { return _size >= s_smallestLength && _size + _sum <= s_largestSquare; }
+
+  /// The distances of two points; NaN where ordinaryDistance() may be false.
+  Lanes distances(const PlanarPoint& a, const PlanarPoint& b) const {
+    const Lanes x{a.x, b.x};
+    const Lanes y{a.y, b.y};
+    const Lanes x0 = x - _p0.x;
+    const Lanes y0 = y - _p0.y;
+    const Lanes x1 = x - _p1.x;
+    const Lanes y1 = y - _p1.y;
+    const Lanes square0 = x0 * x0 + y0 * y0;
+    const Lanes square1 = x1 * x1 + y1 * y1;
+    const auto isSwapped = square1 < square0;
+    const Lanes toEnd = square0 < square1 ? square0 : square1;
+    const Lanes toX = isSwapped ? x1 : x0;
+    const Lanes toY = isSwapped ? y1 : y0;
+    const Lanes directionX = isSwapped ? both(_back.x) : both(_forth.x);
+    const Lanes directionY = isSwapped ? both(_back.y) : both(_forth.y);
+    const Lanes along = directionX * toX + directionY * toY;
+    const Lanes left = directionX * toY;
+    const Lanes right = directionY * toX;
+    const Lanes cross = magnitudes(left - right);
+    const auto isInside = along > 0;
+    // A foot that may be rounded to the farther end is left to others, without a division.
+    const auto isFootOrdinary = along < _size * _sum * (1 - 0x1p-50);
+    const auto isSure = (cross > s_crossBound * (magnitudes(left) + magnitudes(right))) | (along <= 0);
+    const auto isOrdinary = (toEnd >= s_smallestSquare) & (toEnd + (_size + _sum) <= s_largestSquare);
+    const Lanes toSegment = isInside ? cross / _root : Lanes{std::sqrt(toEnd[0]), std::sqrt(toEnd[1])};
+    return isFootOrdinary & isSure & isOrdinary ? toSegment : both(std::numeric_limits<omReal64>::quiet_NaN());
+  }
+
+ private:
+  static Lanes both(omReal64 number) { return Lanes{number, number}; }
+  static Lanes magnitudes(const Lanes& lanes) { return lanes < -lanes ? -lanes : lanes; }
+
+  PlanarPoint _p0;
+  PlanarPoint _p1;
+  omReal64 _size;
+  PlanarPoint _forth;
+  PlanarPoint _back;
+  omReal64 _sum;   // the square of _forth
+  omReal64 _root;  // of _sum
+};
+
 omReal64 square(const PlanarPoint& vector) { return vector.x * vector.x + vector.y * vector.y; }
 
 /// The distance for coordinates that need no scaling.
@@ -127,6 +185,24 @@ omReal64 unscaledDistance(const PlanarPoint& point, const PlanarSegment& segment
 omReal64 pointSegmentDistance(const PlanarPoint& point, const PlanarSegment& segment, PlanarPoint& nearest) {
   omReal64 distance;
   return ordinaryDistance(point, segment, nearest, distance) ? distance : carefulDistance(point, segment, nearest);
+}
+
+void pointSegmentDistances(const PlanarPoint* points, std::size_t nbPoints, const PlanarSegment& segment,
+                           omReal64* distances) {
+  const OrdinarySegment ordinary(segment);
+  const std::size_t nbOrdinary = ordinary.isOrdinary() ? nbPoints / 2 * 2 : 0;
+  constexpr std::size_t nbBlock = 512;
+  for (std::size_t begin = 0; begin < nbPoints; begin += nbBlock) {
+    const std::size_t end = std::min(begin + nbBlock, nbPoints);
+    for (std::size_t i = begin; i < std::min(end, nbOrdinary); i += 2) {
+      const Lanes found = ordinary.distances(points[i], points[i + 1]);
+      distances[i] = found[0];
+      distances[i + 1] = found[1];
+    }
+    PlanarPoint nearest;
+    for (std::size_t i = begin; i < end; ++i)
+      if (i >= nbOrdinary || std::isnan(distances[i])) distances[i] = pointSegmentDistance(points[i], segment, nearest);
+  }
 }
 
 }  // namespace ormix

@@ -61,6 +61,31 @@ TEST(PointSegmentDistance, ScalesWithTheCoordinates) {
   EXPECT_EQ(pointSegmentDistance({1e308, 0}, {{-1e308, 0}, {-1e308, 1}}, nearest), support::s_infinity);
 }
 
+// Points of all kinds beside each other: far and near, on the segment, beyond its ends and not finite.
+TEST(PointSegmentDistance, OfARunHasTheBitsOfEachPoint) {
+  oracle::HostileSegments cases(77002);
+  for (int round = 0; round < 1000; ++round) {
+    const PlanarSegment segment = cases.nextFlat().first;
+    std::vector<PlanarPoint> points{{support::s_infinity, 0}, segment.p1, {0, std::nan("")}};
+    for (int i = 0; i < 10 + round % 8; ++i) {
+      const auto [beside, other] = cases.nextFlat();
+      const omReal64 share = i / 10.0;
+      const PlanarPoint across{segment.p1.x - segment.p0.x, segment.p1.y - segment.p0.y};
+      points.push_back({segment.p0.x + share * across.x - across.y, segment.p0.y + share * across.y + across.x});
+      points.push_back({segment.p0.x + share * across.x, segment.p0.y + share * across.y});
+      points.insert(points.end(), {other.p0, beside.p1});
+    }
+    if (round % 100 == 0) points.resize(1500, points.back());
+    std::vector<omReal64> distances(points.size());
+    pointSegmentDistances(points.data(), points.size(), segment, distances.data());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      PlanarPoint nearest;
+      const omReal64 expected = pointSegmentDistance(points[i], segment, nearest);
+      ASSERT_EQ(support::bitsOf(distances[i]), support::bitsOf(expected)) << points[i] << ' ' << segment;
+    }
+  }
+}
+
 TEST(PointSegmentDistance, AnswersNaNForWhatIsNotFinite) {
   oracle::expectNaN<6>({1, 2, 3, 4, 5, 6}, [](const auto& v) {
     PlanarPoint nearest{0, 0};
