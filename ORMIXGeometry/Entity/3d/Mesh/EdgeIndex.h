@@ -63,8 +63,20 @@ class EdgeIndex {
   /// Edges come in ascending order of their lower vertex, then of their higher one.
   template <class Visit>
   void visitEdges(Visit visit) {
+    visitEdges(visit, [](omUInt32) {});
+  }
+
+  /// The same; `announce(sideIdx)` is called with each side some edges before its turn, so that what `visit` looks up
+  /// anywhere in memory may be asked for in time.
+  template <class Visit, class Announce>
+  void visitEdges(Visit visit, Announce announce) {
+    constexpr std::size_t nbAhead = 64;
     const std::size_t nbVertices = _firstColl.size() - 2;
+    const std::size_t nbSides = _firstColl[nbVertices];
+    std::size_t announced = 0;
     for (std::size_t vertex = 0; vertex < nbVertices; ++vertex) {
+      for (const std::size_t end = std::min(_firstColl[vertex + 1] + nbAhead, nbSides); announced < end; ++announced)
+        announce(_sideColl[announced].sideIdx);
       Side* first = &_sideColl[_firstColl[vertex]];
       Side* const last = &_sideColl[_firstColl[vertex + 1]];
       sortBucket(first, last);

@@ -48,7 +48,7 @@ std::vector<Repeat> linkOpposites(std::size_t nbVertices, const IndexColl& verte
   std::vector<Repeat> repeats;
   HalfEdge* all = halfEdges.data();
   detail::EdgeIndex edges(nbVertices, vertexIndexColl.data(), vertexIndexColl.size() / 3);
-  edges.visitEdges([&](omUInt32 lower, const Side* first, const Side* last) {
+  const auto link = [&](omUInt32 lower, const Side* first, const Side* last) {
     if (last - first == 1) return;
     const auto ascends = [all, lower](const Side* side) { return all[side->sideIdx].startVertexIdx == lower; };
     if (last - first == 2 && ascends(first) != ascends(first + 1)) {
@@ -64,7 +64,8 @@ std::vector<Repeat> linkOpposites(std::size_t nbVertices, const IndexColl& verte
       else
         firstAlike = side;
     }
-  });
+  };
+  edges.visitEdges(link, [all](omUInt32 side) { __builtin_prefetch(&all[side], 1); });
   return repeats;
 }
 
