@@ -79,23 +79,27 @@ template <std::size_t D>
   const omReal64 lowest = -0.875 * least;
   std::array<omReal64, s_nbRows> t;
   std::array<omReal64, s_nbRows> change;
-  for (std::size_t i = 0; i < nb; ++i) t[i] = 0;
-  std::size_t nbOpen = nb;
-  for (int step = 0; step < nbMostSteps && nbOpen > 0; ++step) {
-    nbOpen = 0;
+  const auto changeFrom = [&](std::size_t i, const std::array<omReal64, D>& q) __attribute__((always_inline)) {
+    omReal64 square = 0;
+    omReal64 slope = 0;
+    for (std::size_t k = 0; k < D; ++k) {
+      const omReal64 u = r[k] * along[k][i] * q[k];
+      square += u * u;
+      slope += u * u * q[k];
+    }
+    // sqrt(square) - 1 to third order, without a root: the settled step is small.
+    return 2 * (square - 1) * square / ((square + 3) * slope);
+  };
+  const auto ofStart = inverses<D>(r, 0);
+  for (std::size_t i = 0; i < nb; ++i) t[i] = change[i] = changeFrom(i, ofStart);
+  for (int step = 1; step < nbMostSteps; ++step) {
+    std::size_t nbOpen = 0;
+    for (std::size_t i = 0; i < nb; ++i) nbOpen += !(std::abs(change[i]) <= settled);
+    if (nbOpen == 0) break;
     for (std::size_t i = 0; i < nb; ++i) {
-      omReal64 square = 0;
-      omReal64 slope = 0;
-      const auto q = inverses<D>(r, t[i]);
-      for (std::size_t k = 0; k < D; ++k) {
-        const omReal64 u = r[k] * along[k][i] * q[k];
-        square += u * u;
-        slope += u * u * q[k];
-      }
-      change[i] = (std::sqrt(square) - 1) * square / slope;
+      change[i] = changeFrom(i, inverses<D>(r, t[i]));
       t[i] += change[i];
     }
-    for (std::size_t i = 0; i < nb; ++i) nbOpen += !(std::abs(change[i]) <= settled);
   }
   for (std::size_t i = 0; i < nb; ++i) {
     omReal64 square = 0;
@@ -232,17 +236,22 @@ template <std::size_t D>
   if (block.gains) std::copy_n(feet.length.data(), nb, block.gains);
   if (!block.derivatives && !block.normals) return;
   // From here on the gradient is the unit normal along the axes.
-  for (std::size_t i = 0; i < nb; ++i) feet.length[i] = 1 / feet.length[i];
-  for (std::size_t k = 0; k < D; ++k)
-    for (std::size_t i = 0; i < nb; ++i) feet.gradient[k][i] *= feet.length[i];
-  const auto& normal = feet.gradient;
-  for (std::size_t d = 0; d < D; ++d)
+  auto& normal = feet.gradient;
+  for (std::size_t i = 0; i < nb; ++i) {
+    const omReal64 inverse = 1 / feet.length[i];
+    for (std::size_t k = 0; k < D; ++k) normal[k][i] *= inverse;
+  }
+  for (std::size_t d = 0; d < D; ++d) {
+    omReal64* target = block.normals ? block.normals + d * s_nbRows : block.derivatives + d * s_nbRows;
+    const omReal64 sign = block.normals ? 1 : -1;
     for (std::size_t i = 0; i < nb; ++i) {
       omReal64 sum = 0;
-      for (std::size_t k = 0; k < D; ++k) sum += axes[D * k + d] * normal[k][i];
-      if (block.normals) block.normals[d * s_nbRows + i] = sum;
-      if (block.derivatives) block.derivatives[d * s_nbRows + i] = -sum;
+      for (std::size_t k = 0; k < D; ++k) sum += sign * axes[D * k + d] * normal[k][i];
+      target[i] = sum;
     }
+    if (block.normals && block.derivatives)
+      for (std::size_t i = 0; i < nb; ++i) block.derivatives[d * s_nbRows + i] = -target[i];
+  }
   if (!block.derivatives) return;
   omReal64* column = block.derivatives + D * s_nbRows;
   for (std::size_t k = 0; k < D; ++k, column += s_nbRows)
@@ -282,7 +291,7 @@ auto AxesModel<D>::axesOf(const State& state) -> Axes {
 
 template <std::size_t D>
 void AxesModel<D>::evaluate(const State& state, std::size_t first, std::size_t nb, const DistanceBlock& block) const {
-  callForProcessor([&]() __attribute__((always_inline)) {
+  ormix::detail::callForProcessor([&]() __attribute__((always_inline)) {
     evaluateAxes<D>(this->frame, state, this->samples[first], nb, block);
   });
 }

@@ -15,11 +15,11 @@
 
 /// \file
 /// The fits with a report of what fitConditions() fits; not installed. What is particular to a model is its frame, a
-/// class with `Estimator`, `Model` and, for samples in coordinates of its own with a mean near 0 and a spread near 1:
+/// class with `Estimator`, `Model` and, for coordinates of its own with a mean near 0 and a spread near 1:
 ///
 /// - `Frame(samples, params)`, from the samples that are used and what the estimator found of them;
-/// - `start()`, the model in the frame; `unit()`, by which lengths are multiplied there;
-/// - `toFrame(sample, framed)`, and `byFrame(sample, rows)`: the derivatives of the framed values by the given ones;
+/// - `start()`, the model in the frame; `unit()`, a power of two by which lengths are multiplied there;
+/// - `samples()`, the SampleFrame;
 /// - `params(model, isMoved)` and `byTangent(model)`, the parameters that are reported, where the model did not move
 /// from
 ///   its start those of the estimator, and their derivatives by the tangents; `parts(model, isMoved)`, what the entity
@@ -27,48 +27,12 @@
 
 namespace ormix::geom::detail {
 
-/// What is in the frame of the samples, of the weights, and the options.
+/// What is fitted: samples and weights as they are. Frames that do more than shift and scale have their own.
 template <class Frame>
-struct FramedFit {
-  using Model = typename Frame::Model;
-  static constexpr std::size_t M = Model::s_sampleDimension;
-  using Rows = std::array<std::array<omReal64, M>, M>;
-
-  std::vector<omReal64> values, covariances;
-  FitOptions options;
-
-  FramedFit(const Frame& frame, const SampleView& samples, const SampleView& weights, const FitOptions& given)
-      : values(M * samples.nbSamples), options(given) {
-    for (std::size_t i = 0; i < samples.nbSamples; ++i) frame.toFrame(samples[i], values.data() + M * i);
-    options.weights = weights;
-    // With covariances distances are in standard deviations, whatever the unit.
-    const bool hasCovariances = weights.dimension == M * M && weights.nbSamples == samples.nbSamples;
-    if (!hasCovariances) {
-      options.sigma *= frame.unit();
-      options.lossScale *= frame.unit();
-      return;
-    }
-    covariances.resize(M * M * samples.nbSamples);
-    for (std::size_t i = 0; i < samples.nbSamples; ++i)
-      moveCovariance(frame, samples[i], weights[i], covariances.data() + M * M * i);
-    options.weights = {covariances.data(), samples.nbSamples, M * M};
-  }
-  SampleView samples() const { return {values.data(), values.size() / M, M}; }
-
-  static void moveCovariance(const Frame& frame, const omReal64* sample, const omReal64* from, omReal64* to) {
-    Rows by;
-    frame.byFrame(sample, by);
-    Rows half{};
-    for (std::size_t r = 0; r < M; ++r)
-      for (std::size_t c = 0; c < M; ++c)
-        for (std::size_t k = 0; k < M; ++k) half[r][c] += by[r][k] * from[k * M + c];
-    for (std::size_t r = 0; r < M; ++r)
-      for (std::size_t c = 0; c < M; ++c) {
-        omReal64 sum = 0;
-        for (std::size_t k = 0; k < M; ++k) sum += half[r][k] * by[c][k];
-        to[r * M + c] = sum;
-      }
-  }
+struct FramedSamples {
+  SampleView samples, weights;
+  FramedSamples(const Frame& /*frame*/, const SampleView& given, const SampleView& theirWeights)
+      : samples(given), weights(theirWeights) {}
 };
 
 /// by · covariance · by', where `by` has n columns.
@@ -87,16 +51,25 @@ inline std::vector<omReal64> propagated(const std::vector<omReal64>& by, const s
   return result;
 }
 
-/// The residuals of all samples that were given, in their unit.
+/// The residuals of all samples that were given, in their unit; `found` has those of the ones that are used.
 template <class Frame>
-std::vector<omReal64> residualsOf(const Frame& frame, const typename Frame::Model& model, const SampleView& samples) {
+std::vector<omReal64> residualsOf(const Frame& frame, const typename Frame::Model& model, const SampleView& samples,
+                                  const UsedSamples& used, std::vector<omReal64>& found) {
   using Model = typename Frame::Model;
   constexpr std::size_t K = Model::s_nbConditions, M = Model::s_sampleDimension;
+  if (used.isUsed.empty()) {
+    // A power of two: nothing is rounded.
+    const omReal64 length = 1 / frame.unit();
+    for (omReal64& residual : found) residual *= length;
+    return std::move(found);
+  }
   std::vector<omReal64> residuals(samples.nbSamples);
   Conditions<K, Model::s_nbTangents, M> conditions;
   std::array<omReal64, M> framed;
+  const SampleFrame<M> by = frame.samples();
+  const FramedSamples<Frame> all(frame, samples, {});
   for (std::size_t i = 0; i < samples.nbSamples; ++i) {
-    frame.toFrame(samples[i], framed.data());
+    for (std::size_t m = 0; m < M; ++m) framed[m] = (all.samples[i][m] - by.shift[m]) * by.scale[m];
     model.evaluate(framed.data(), conditions);
     omReal64 square = 0;
     for (const omReal64 value : conditions.values) square += value * value;
@@ -117,12 +90,18 @@ BoolResult reportOf(const char* model, std::vector<std::string> names, const Sam
   BoolResult result = startFit(estimator, samples, options, used, params, found);
   if (result) {
     const Frame frame(used.samples, params);
-    const FramedFit<Frame> framed(frame, used.samples, used.weights, options);
     typename Frame::Model fitted = frame.start();
-    result = fitConditions(framed.samples(), framed.options, fitted, found);
+    FitOptions inFrame = options;
+    const FramedSamples<Frame> framed(frame, used.samples, used.weights);
+    inFrame.weights = framed.weights;
+    // With covariances distances are in standard deviations, whatever the unit.
+    const omReal64 unit = used.weights.dimension > 1 ? 1 : frame.unit();
+    inFrame.sigma *= unit;
+    inFrame.lossScale *= unit;
+    result = fitConditions(framed.samples, frame.samples(), inFrame, fitted, found);
     if (result) {
-      finishFit(used, samples.nbSamples, residualsOf(frame, fitted, samples), found);
-      if (framed.covariances.empty()) found.sigma0 /= frame.unit();
+      finishFit(used, samples.nbSamples, residualsOf(frame, fitted, samples, used, found.residuals), found);
+      found.sigma0 /= unit;
       const bool isMoved = found.nbIterations > 0;
       found.params = frame.params(fitted, isMoved);
       found.covariance = propagated(frame.byTangent(fitted), found.covariance, Frame::Model::s_nbTangents);

@@ -1,15 +1,12 @@
 #pragma once
 
 #include <ORMIXGeometry/Export.h>
+#include <ORMIXMath/Algebra/CallForProcessor.h>
 #include <ORMIXMath/Estimation/DistanceFit.h>
 #include <ORMIXMath/Fitting/CloudFrame.h>
 
 #include <array>
 #include <cstddef>
-
-#if defined(__x86_64__)
-#define ORMIX_HAS_AVX2_VERSION 1
-#endif
 
 /// \file
 /// What models of points in D dimensions have in common; not installed.
@@ -29,24 +26,6 @@ template <std::size_t D>
   for (std::size_t d = 0; d < D; ++d)
     for (std::size_t i = 0; i < nb; ++i) framed[d][i] = (rows[D * i + d] - frame.origin[d]) * scale - center[d];
 }
-
-/// Calls `evaluate`, which has to be inlined wherever it is called, as compiled for the widest registers that the
-/// processor has: the same operations in the same order, with the same bits.
-/// @{
-#if defined(ORMIX_HAS_AVX2_VERSION)
-template <class Evaluate>
-[[gnu::target("avx2")]] void callForAvx2(const Evaluate& evaluate) {
-  evaluate();
-}
-#endif
-template <class Evaluate>
-void callForProcessor(const Evaluate& evaluate) {
-#if defined(ORMIX_HAS_AVX2_VERSION)
-  if (__builtin_cpu_supports("avx2")) return callForAvx2(evaluate);
-#endif
-  evaluate();
-}
-/// @}
 
 /// A model whose states are relative to an origin and an extent of its samples, of dimension D.
 template <std::size_t D>

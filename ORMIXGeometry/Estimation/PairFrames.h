@@ -1,7 +1,7 @@
 #pragma once
 
 #include <ORMIXGeometry/Estimation/HomographyEstimator.h>
-#include <ORMIXMath/Estimation/ConditionModels.h>
+#include <ORMIXMath/Estimation/ConditionFit.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
 #include <ORMIXGeometry/Estimation/HomographyEstimator.ipp>
 
@@ -30,18 +30,15 @@ class PairFrame {
   }
 
   omReal64 unit() const { return target.scale; }
-  void toFrame(const omReal64* pair, omReal64* framed) const {
+  SampleFrame<2 * D> samples() const {
+    SampleFrame<2 * D> frame;
     for (std::size_t d = 0; d < D; ++d) {
-      framed[d] = source(pair[d], d);
-      framed[D + d] = target(pair[D + d], d);
+      frame.shift[d] = source.center[d];
+      frame.shift[D + d] = target.center[d];
+      frame.scale[d] = source.scale;
+      frame.scale[D + d] = target.scale;
     }
-  }
-  void byFrame(const omReal64*, std::array<std::array<omReal64, 2 * D>, 2 * D>& rows) const {
-    rows = {};
-    for (std::size_t d = 0; d < D; ++d) {
-      rows[d][d] = source.scale;
-      rows[D + d][D + d] = target.scale;
-    }
+    return frame;
   }
 
  protected:
@@ -151,7 +148,9 @@ class HomographyFrame : public PairFrame<D> {
     _isFar = isFar();
     if (!_isFar) return;
     std::vector<omReal64> framed(2 * D * pairs.nbSamples);
-    for (std::size_t i = 0; i < pairs.nbSamples; ++i) this->toFrame(pairs[i], framed.data() + 2 * D * i);
+    const SampleFrame<2 * D> by = this->samples();
+    for (std::size_t i = 0; i < pairs.nbSamples; ++i)
+      for (std::size_t m = 0; m < 2 * D; ++m) framed[2 * D * i + m] = (pairs[i][m] - by.shift[m]) * by.scale[m];
     RealVector again;
     if (Estimator().computeEstimation(SampleView{framed.data(), pairs.nbSamples, 2 * D}, again))
       std::copy(again.begin(), again.end(), _start.begin());

@@ -86,7 +86,7 @@ auto PlaneModel<D>::stateOf(const Direction& normal, const Direction& point) con
 
 template <std::size_t D>
 void PlaneModel<D>::evaluate(const State& state, std::size_t first, std::size_t nb, const DistanceBlock& block) const {
-  callForProcessor([&]() __attribute__((always_inline)) {
+  ormix::detail::callForProcessor([&]() __attribute__((always_inline)) {
     evaluatePlane<D>(this->frame, state, this->samples[first], nb, block);
   });
 }

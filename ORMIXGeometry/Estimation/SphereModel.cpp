@@ -55,7 +55,7 @@ auto SphereModel<D>::stateOf(const std::array<omReal64, D>& center, omReal64 rad
 
 template <std::size_t D>
 void SphereModel<D>::evaluate(const State& state, std::size_t first, std::size_t nb, const DistanceBlock& block) const {
-  callForProcessor([&]() __attribute__((always_inline)) {
+  ormix::detail::callForProcessor([&]() __attribute__((always_inline)) {
     evaluateSphere<D>(this->frame, state, this->samples[first], nb, block);
   });
 }

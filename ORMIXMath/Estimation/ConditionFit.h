@@ -5,8 +5,22 @@
 #include <ORMIXMath/Estimation/SampleView.h>
 #include <ORMIXMath/Export.h>
 #include <ORMIXUtil/ProcessingResult.h>
+#include <ORMIXUtil/ScalarTypes.h>
+
+#include <array>
+#include <cstddef>
 
 namespace ormix {
+
+/// Where conditions are evaluated: value m of a sample less shift[m], times scale[m], a power of two.
+template <std::size_t M>
+struct SampleFrame {
+  std::array<omReal64, M> shift{};  ///< about the mean
+  std::array<omReal64, M> scale{};  ///< about one over the spread
+
+  /// Samples as they are.
+  SampleFrame() { scale.fill(1); }
+};
 
 /// Moves a model to the least sum of squares of its conditions, from a start that is near it, and says how sure it is.
 ///
@@ -18,16 +32,20 @@ namespace ormix {
 /// With `options.method` eFM_Algebraic the model is not moved, and the covariance is that of the minimum of the linear
 /// equations (HomographyConditions::algebraicWeight()); weights, losses and covariances are refused then.
 ///
-/// The samples should have their mean near 0 and a spread near 1. `result` receives everything but parameters, status
-/// of a success and names: the covariance is that of the tangents at the final model, residuals are the lengths of f
-/// (with its sign where it is one number). `robust` of the options is not used.
+/// In the frame, samples should have their mean near 0 and a spread near 1; covariances are those of the samples as
+/// they are, and sigma and the scale of the loss are in the unit of f. `options` must be valid, see checkFitOptions(),
+/// samples finite, also those of weight 0, and of the model's dimension (asserted). `robust` of the options is not
+/// used.
 ///
-/// \return failure, with the reason in the status of `result` and the model unchanged, where options or samples are no
-/// numbers or do not fit, where the tangents are not determined, where the refinement does not settle within its
-/// iterations, and where the callback stopped it.
+/// `result` receives everything but parameters, status of a success and names: the covariance is that of the tangents
+/// at the final model, residuals are the lengths of f (with its sign where it is one number).
+///
+/// \return failure, with the reason in the status of `result` and the model unchanged, where the conditions are not
+/// finite, where the tangents are not determined, where the refinement does not settle within its iterations, and where
+/// the callback stopped it.
 /// O(samples · tangents²) a step; allocates for the residuals and weights only.
 template <class Model>
-ORMIX_MATH_API BoolResult fitConditions(const SampleView& samples, const FitOptions& options, Model& model,
-                                        FitResult& result);
+ORMIX_MATH_API BoolResult fitConditions(const SampleView& samples, const SampleFrame<Model::s_sampleDimension>& frame,
+                                        const FitOptions& options, Model& model, FitResult& result);
 
 }  // namespace ormix

@@ -5,20 +5,21 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <type_traits>
 
 /// \file
-/// The models of conditionFit(): values that say what a sample must satisfy, f(sample) = 0, with the derivatives of f
+/// The models of fitConditions(): values that say what a sample must satisfy, f(sample) = 0, with the derivatives of f
 /// by the tangents, the directions in which the model can move, and by the values of the sample. All of them constant
-/// time.
+/// time. A value T is a number, or a vector of numbers, those of several samples.
 
 namespace ormix {
 
 /// What a model says of one sample: K conditions, N tangents, M values of a sample.
-template <std::size_t K, std::size_t N, std::size_t M>
+template <std::size_t K, std::size_t N, std::size_t M, class T = omReal64>
 struct Conditions {
-  std::array<omReal64, K> values;                    ///< f
-  std::array<std::array<omReal64, N>, K> byTangent;  ///< derivatives of f by the tangents
-  std::array<std::array<omReal64, M>, K> bySample;   ///< derivatives of f by the sample
+  std::array<T, K> values;                    ///< f
+  std::array<std::array<T, N>, K> byTangent;  ///< derivatives of f by the tangents
+  std::array<std::array<T, M>, K> bySample;   ///< derivatives of f by the sample
 };
 
 /// Whether a map of points turns, and whether it scales them.
@@ -49,11 +50,12 @@ struct LinearConditions {
   Point shift{};                    ///< t
 
   /// The images of small rotations: omega x p; in the plane (-y, x).
-  static Point turned(std::size_t axis, const Point& p) {
+  template <class T>
+  static std::array<T, D> turned(std::size_t axis, const std::array<T, D>& p) {
     if constexpr (D == 2) {
       return {-p[1], p[0]};
     } else {
-      Point result{};
+      std::array<T, D> result{};
       const std::size_t next = (axis + 1) % 3, last = (axis + 2) % 3;
       result[next] = -p[last];
       result[last] = p[next];
@@ -61,8 +63,9 @@ struct LinearConditions {
     }
   }
   /// R p times the scale.
-  Point turnedAndScaled(const omReal64* p) const {
-    Point result{};
+  template <class T>
+  std::array<T, D> turnedAndScaled(const T* p) const {
+    std::array<T, D> result{};
     for (std::size_t r = 0; r < D; ++r) {
       for (std::size_t c = 0; c < D; ++c) result[r] += rotation[r][c] * p[c];
       result[r] *= scale;
@@ -70,17 +73,18 @@ struct LinearConditions {
     return result;
   }
 
-  void evaluate(const omReal64* pair, Conditions<D, s_nbTangents, 2 * D>& conditions) const {
-    const Point image = turnedAndScaled(pair);
+  template <class T>
+  void evaluate(const T* pair, Conditions<D, s_nbTangents, 2 * D, T>& conditions) const {
+    const std::array<T, D> image = turnedAndScaled(pair);
     for (std::size_t r = 0; r < D; ++r) {
       conditions.values[r] = pair[D + r] - (image[r] + shift[r]);
       auto& byTangent = conditions.byTangent[r];
       if constexpr (s_scales) byTangent[0] = -image[r];
       for (std::size_t k = 0; k < s_nbAngles; ++k) byTangent[s_shift - s_nbAngles + k] = -turned(k, image)[r];
       for (std::size_t c = 0; c < D; ++c) {
-        byTangent[s_shift + c] = c == r ? -1 : 0;
-        conditions.bySample[r][c] = -scale * rotation[r][c];
-        conditions.bySample[r][D + c] = c == r ? 1 : 0;
+        byTangent[s_shift + c] = T{} - (c == r ? 1.0 : 0.0);
+        conditions.bySample[r][c] = T{} - scale * rotation[r][c];
+        conditions.bySample[r][D + c] = T{} + (c == r ? 1.0 : 0.0);
       }
     }
   }
@@ -140,33 +144,34 @@ struct HomographyConditions {
     return (e == tangent ? 1 : 0) - factor * mirror[e] * mirror[tangent];
   }
 
-  void evaluate(const omReal64* pair, Conditions<D, s_nbTangents, 2 * D>& conditions) const {
-    std::array<omReal64, s_side> image;
+  template <class T>
+  void evaluate(const T* pair, Conditions<D, s_nbTangents, 2 * D, T>& conditions) const {
+    std::array<T, s_side> image;
     for (std::size_t r = 0; r < s_side; ++r) {
-      image[r] = elements[r * s_side + D];
+      image[r] = T{} + elements[r * s_side + D];
       for (std::size_t c = 0; c < D; ++c) image[r] += elements[r * s_side + c] * pair[c];
     }
-    const omReal64 inverse = 1 / image[D];
+    const T inverse = 1 / image[D];
     for (std::size_t r = 0; r < D; ++r) {
-      const omReal64 x = image[r] * inverse;
+      const T x = image[r] * inverse;
       conditions.values[r] = pair[D + r] - x;
       // By the elements of row r: -p / w; by those of the last row: x p / w; then through the reflection.
-      omReal64 along = 0;
+      T along{};
       for (std::size_t c = 0; c < s_side; ++c) {
-        const omReal64 p = (c < D ? pair[c] : 1) * inverse;
+        const T p = c < D ? pair[c] * inverse : inverse;
         along += p * (x * mirror[D * s_side + c] - mirror[r * s_side + c]);
       }
       along *= factor;
       auto& row = conditions.byTangent[r];
       for (std::size_t k = 0; k < s_nbTangents; ++k) row[k] = -along * mirror[k];
       for (std::size_t c = 0; c < s_side; ++c) {
-        const omReal64 p = (c < D ? pair[c] : 1) * inverse;
+        const T p = c < D ? pair[c] * inverse : inverse;
         row[r * s_side + c] -= p;
         if (c < D) row[D * s_side + c] += x * p;
       }
       for (std::size_t c = 0; c < D; ++c) {
         conditions.bySample[r][c] = (x * elements[D * s_side + c] - elements[r * s_side + c]) * inverse;
-        conditions.bySample[r][D + c] = c == r ? 1 : 0;
+        conditions.bySample[r][D + c] = T{} + (c == r ? 1.0 : 0.0);
       }
     }
   }
@@ -211,11 +216,21 @@ struct IntersectionConditions {
   omReal64 a = 0;
   omReal64 b = 0;
 
-  void evaluate(const omReal64* line, Conditions<1, 2, 2>& conditions) const {
-    const omReal64 co = std::cos(line[0]), si = std::sin(line[0]);
+  template <class T>
+  void evaluate(const T* line, Conditions<1, 2, 2, T>& conditions) const {
+    T co = line[0], si = line[0];
+    if constexpr (std::is_same_v<T, omReal64>) {
+      co = std::cos(co);
+      si = std::sin(si);
+    } else {
+      for (std::size_t i = 0; i < sizeof(T) / sizeof(omReal64); ++i) {
+        co[i] = std::cos(co[i]);
+        si[i] = std::sin(si[i]);
+      }
+    }
     conditions.values[0] = a * co + b * si - line[1];
     conditions.byTangent[0] = {co, si};
-    conditions.bySample[0] = {b * co - a * si, -1};
+    conditions.bySample[0] = {b * co - a * si, T{} - 1.0};
   }
   IntersectionConditions moved(const std::array<omReal64, 2>& step) const { return {a + step[0], b + step[1]}; }
 };

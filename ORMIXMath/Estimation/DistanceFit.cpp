@@ -1,12 +1,12 @@
-#include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Estimation/DistanceFit.h>
+#include <ORMIXMath/Estimation/LevenbergMarquardt.h>
 #include <ORMIXMath/Estimation/Loss.h>
 #include <ORMIXUtil/NumericLimits.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <string>
+#include <type_traits>
 
 namespace ormix {
 
@@ -18,12 +18,8 @@ using State = DistanceModel::State;
 constexpr std::size_t s_nbRows = DistanceBlock::s_nbRows;
 constexpr omReal64 s_unknown = std::numeric_limits<omReal64>::quiet_NaN();
 
-// What is left after the last step changes the residuals by less than this part of their standard deviation. Steps
-// become shorter by about the same rate, the ratio of distances to radii.
+// What is left after the last step changes the residuals by less than this part of their standard deviation.
 constexpr omReal64 s_leftOver = 1e-6;
-constexpr omReal64 s_surelyConverging = 0.1;
-// Rounding errors of a sum of squares, relative.
-constexpr omReal64 s_roundingOfCost = 1e-12;
 // The scale of a loss is settled when it changes by less than this, and changes at most so often.
 constexpr omReal64 s_settledScale = 1e-4;
 constexpr std::size_t s_nbMostScales = 30;
@@ -32,103 +28,24 @@ constexpr omReal64 s_settledNormals = 1e-4;
 
 /// What the rows of a triangle are multiplied by.
 enum eRowWeights {
-  eRW_All,    ///< the roots of all weights, those of the loss too
-  eRW_Given,  ///< the roots of the weights that were given
+  eRW_All,          ///< the roots of all weights, those of the loss too
+  eRW_Given,        ///< the roots of the weights that were given
+  eRW_Gains,        ///< the gains of an algebraic fit
+  eRW_SquaredGains  ///< their squares
 };
 
-// Matrices and vectors of up to the most unknowns; matrices row by row, each of s_nbMost.
-constexpr std::size_t s_nbMost = DistanceModel::s_nbMostUnknowns;
-using Square = std::array<omReal64, s_nbMost * s_nbMost>;
-using Column = DistanceModel::Step;
-
-/// The triangle of the weighted Jacobian and the right side beside it, the weighted distances, and their cost.
-struct Pass {
-  Square r{};
-  Column q{};
-  omReal64 cost = 0;    ///< sum of the losses, or of squares
+/// The weighted distances and their derivatives as a triangle, and their cost: the sum of the losses, or of squares.
+struct Pass : detail::LinearSquares {
   omReal64 psi2 = 0;    ///< sums over the samples for the variance of an M-estimator
   omReal64 slope = 0;   ///< of ψ
   omReal64 slope2 = 0;  ///< of its square
 };
 
-/// Lengths of the first n columns of a triangle.
-Column columnLengths(const Square& r, std::size_t n) {
-  Column lengths{};
-  for (std::size_t c = 0; c < n; ++c) {
-    omReal64 square = 0;
-    for (std::size_t k = 0; k <= c; ++k) square += r[k * s_nbMost + c] * r[k * s_nbMost + c];
-    lengths[c] = std::sqrt(square);
-  }
-  return lengths;
-}
-
-/// The solution of r x = -q for a triangle.
-Column backSubstituted(const Square& r, const Column& q, std::size_t n) {
-  Column x{};
-  for (std::size_t k = n; k-- > 0;) {
-    omReal64 rest = -q[k];
-    for (std::size_t c = k + 1; c < n; ++c) rest -= r[k * s_nbMost + c] * x[c];
-    x[k] = rest / r[k * s_nbMost + k];
-  }
-  return x;
-}
-
-/// The squared length of r x.
-omReal64 squaredImage(const Square& r, const Column& x, std::size_t n) {
-  omReal64 square = 0;
-  for (std::size_t k = 0; k < n; ++k) {
-    omReal64 sum = 0;
-    for (std::size_t c = k; c < n; ++c) sum += r[k * s_nbMost + c] * x[c];
-    square += sum * sum;
-  }
-  return square;
-}
-
-/// Singular values, descending, and right singular vectors, as the columns of `v`, of the first n rows and columns, by
-/// one-sided rotations (Hestenes1958): small ones are right to their own size.
-void decompose(Square a, std::size_t n, Column& values, Square& v) {
-  constexpr int nbMostSweeps = 40;
-  // Columns that are so nearly perpendicular are: the error of a value is about the square of this.
-  constexpr omReal64 skew = 1e-10;
-  const auto rotate = [n](Square& m, std::size_t p, std::size_t q, omReal64 co, omReal64 si) {
-    for (std::size_t k = 0; k < n; ++k) {
-      const omReal64 x = m[k * s_nbMost + p];
-      const omReal64 y = m[k * s_nbMost + q];
-      m[k * s_nbMost + p] = co * x - si * y;
-      m[k * s_nbMost + q] = si * x + co * y;
-    }
-  };
-  const auto product = [n, &a](std::size_t p, std::size_t q) {
-    omReal64 sum = 0;
-    for (std::size_t k = 0; k < n; ++k) sum += a[k * s_nbMost + p] * a[k * s_nbMost + q];
-    return sum;
-  };
-  v = {};
-  for (std::size_t k = 0; k < n; ++k) v[k * s_nbMost + k] = 1;
-  bool isRotated = true;
-  for (int sweep = 0; sweep < nbMostSweeps && isRotated; ++sweep) {
-    isRotated = false;
-    for (std::size_t p = 0; p < n; ++p)
-      for (std::size_t q = p + 1; q < n; ++q) {
-        const omReal64 pp = product(p, p);
-        const omReal64 qq = product(q, q);
-        const omReal64 pq = product(p, q);
-        // The longer column comes first.
-        if (pp < qq) {
-          rotate(a, p, q, 0, -1);
-          rotate(v, p, q, 0, -1);
-          isRotated = true;
-        }
-        if (!(std::abs(pq) > skew * std::sqrt(pp * qq))) continue;
-        const omReal64 zeta = (std::min(pp, qq) - std::max(pp, qq)) / (2 * (pp < qq ? -pq : pq));
-        const omReal64 tangent = (zeta >= 0 ? 1 : -1) / (std::abs(zeta) + std::sqrt(1 + zeta * zeta));
-        const omReal64 co = 1 / std::sqrt(1 + tangent * tangent);
-        rotate(a, p, q, co, co * tangent);
-        rotate(v, p, q, co, co * tangent);
-        isRotated = true;
-      }
-  }
-  for (std::size_t k = 0; k < n; ++k) values[k] = std::sqrt(product(k, k));
+/// Calls `use` with the number of unknowns as a constant.
+template <std::size_t N = DistanceModel::s_nbMostUnknowns, class Use>
+void callForNumber(std::size_t nb, const Use& use) {
+  if (nb == N) return use(std::integral_constant<std::size_t, N>());
+  if constexpr (N > 2) callForNumber<N - 1>(nb, use);
 }
 
 /// One fit.
@@ -146,9 +63,9 @@ class DistanceFit {
 
   BoolResult fit(State& start) {
     State state = start;
-    if (!weigh(state) || !pass(state, eRW_All, _last)) return notFinite();
+    if (!weigh(state)) return notFinite();
     if (_isAlgebraic) {
-      finishAlgebraic(state);
+      if (!finishAlgebraic(state)) return notFinite();
     } else {
       const EstimationStatus status = descend(state);
       if (!status) return failed(status);
@@ -157,6 +74,23 @@ class DistanceFit {
     reportCovariance(state);
     start = state;
     return {};
+  }
+
+  // -- what detail::minimise() asks
+
+  bool move(const State& state, const detail::UnknownValues& step, State& moved) const {
+    DistanceModel::Step unknowns;
+    std::copy_n(step.begin(), unknowns.size(), unknowns.begin());
+    return _model.move(state, unknowns, moved);
+  }
+  bool linearise(const State& state, Pass& found) const { return pass(state, eRW_All, found); }
+  detail::NegligibleChanges negligible(const Pass& at) const {
+    const omReal64 floor = 4 * _model.coarseness;
+    return {std::max(s_leftOver * s_leftOver * varianceOf(at), _sumOfWeights * floor * floor), 0};
+  }
+  bool goesOn(std::size_t nbSteps) const {
+    const auto nb = static_cast<omReal64>(_result.nbIterations + nbSteps);
+    return !_options.progress || _options.progress(std::min(nb / static_cast<omReal64>(_options.nbMaxIterations), 1.0));
   }
 
  private:
@@ -212,46 +146,53 @@ class DistanceFit {
 
   /// The triangle and the cost at a state; false when they are not finite.
   bool pass(const State& state, eRowWeights weights, Pass& found) const {
-    found = {};
-    foldFor<s_nbMost>(state, weights, found);
-    const auto isFinite = [](omReal64 value) { return std::isfinite(value); };
-    return std::isfinite(found.cost) && std::all_of(found.q.begin(), found.q.end(), isFinite) &&
-           std::all_of(found.r.begin(), found.r.end(), isFinite);
+    callForNumber(_nb, [&](auto number) { fold<number()>(state, weights, found); });
+    return detail::isFinite(found);
   }
 
-  /// Calls fold() with the number of unknowns as a constant.
-  template <std::size_t N>
-  void foldFor(const State& state, eRowWeights weights, Pass& found) const {
-    if (_model.nbUnknowns == N) return fold<N>(state, weights, found);
-    if constexpr (N > 2) foldFor<N - 1>(state, weights, found);
-  }
-
-  template <std::size_t N>
-  void fold(const State& state, eRowWeights weights, Pass& found) const {
-    TallQr<N + 1> qr;
-    const bool isWeighted = _weights || _scale > 0;
-    std::array<omReal64, s_nbRows> factors;
-    forEachBlock([&](std::size_t first, std::size_t nb) {
-      _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, nullptr});
-      if (isWeighted) {
-        fillFactors(weights, first, nb, qr.block(N), factors.data(), found);
-        for (std::size_t c = 0; c <= N; ++c)
-          for (std::size_t k = 0; k < _model.nbEquations; ++k)
-            for (std::size_t i = 0; i < nb; ++i) qr.block(c)[k * nb + i] *= factors[i];
-      }
-      qr.fold(nb * _model.nbEquations);
+  /// The triangles with the gains and with their squares, by one evaluation where sums of products do.
+  bool passOfGains(const State& state, Pass& once, Pass& twice) const {
+    bool isDone = false;
+    callForNumber(_nb, [&](auto number) {
+      detail::ColumnProducts<number() + 1> squared;
+      fold<number()>(state, eRW_Gains, once, &squared);
+      twice.n = number();
+      isDone = squared.toSquares(twice);
     });
-    take<N>(qr, found);
-    if (_scale > 0) return;
-    for (std::size_t k = 0; k <= N; ++k) found.cost += qr(k, N) * qr(k, N);
+    return detail::isFinite(once) && (isDone || pass(state, eRW_SquaredGains, twice));
   }
 
   template <std::size_t N>
-  static void take(const TallQr<N + 1>& qr, Pass& found) {
-    for (std::size_t k = 0; k < N; ++k) {
-      std::copy_n(&qr.triangle()[k * (N + 1)], N, &found.r[k * s_nbMost]);
-      found.q[k] = qr(k, N);
-    }
+  void fold(const State& state, eRowWeights weights, Pass& found,
+            detail::ColumnProducts<N + 1>* again = nullptr) const {
+    const bool hasGains = weights == eRW_Gains || weights == eRW_SquaredGains;
+    omReal64 cost = 0;
+    std::array<omReal64, s_nbRows> factors;
+    const auto forEach = [&](TallQr<N + 1>& qr, const auto& foldRows) {
+      cost = found.psi2 = found.slope = found.slope2 = 0;
+      forEachBlock([&](std::size_t first, std::size_t nb) {
+        _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, hasGains ? factors.data() : nullptr});
+        if (hasGains || _weights || _scale > 0) {
+          cost += hasGains ? fillGains(weights, nb, qr.block(N), factors.data())
+                           : fillFactors(weights, first, nb, qr.block(N), factors.data(), found);
+          scale<N>(qr, nb, factors.data());
+        }
+        foldRows(nb * _model.nbEquations);
+        if (!again) return;
+        scale<N>(qr, nb, factors.data());
+        again->add(qr.block(0), nb * _model.nbEquations);
+      });
+      again = nullptr;
+    };
+    detail::reduceRows<N>(forEach, found);
+    if (_scale > 0 || hasGains) found.cost = cost;
+  }
+
+  template <std::size_t N>
+  void scale(TallQr<N + 1>& qr, std::size_t nb, const omReal64* factors) const {
+    for (std::size_t c = 0; c <= N; ++c)
+      for (std::size_t k = 0; k < _model.nbEquations; ++k)
+        for (std::size_t i = 0; i < nb; ++i) qr.block(c)[k * nb + i] *= factors[i];
   }
 
   /// The length of the equations of a sample of a block.
@@ -262,22 +203,33 @@ class DistanceFit {
     return std::sqrt(square);
   }
 
-  /// The factors of the rows; adds up the cost where there is a loss.
-  void fillFactors(eRowWeights weights, std::size_t first, std::size_t nb, const omReal64* distances, omReal64* factors,
-                   Pass& found) const {
+  /// The factors of the rows; returns the cost where there is a loss.
+  omReal64 fillFactors(eRowWeights weights, std::size_t first, std::size_t nb, const omReal64* distances,
+                       omReal64* factors, Pass& found) const {
+    omReal64 cost = 0;
     for (std::size_t i = 0; i < nb; ++i) factors[i] = _weights ? std::sqrt(_weights[first + i]) : 1;
-    if (!(_scale > 0)) return;
+    if (!(_scale > 0)) return cost;
     for (std::size_t i = 0; i < nb; ++i) {
       if (factors[i] == 0) continue;
       const omReal64 u = factors[i] * lengthOf(distances, nb, i) / _scale;
       const omReal64 weight = lossWeight(_loss, u);
       const omReal64 slope = weight + lossWeightSlope(_loss, u);
-      found.cost += lossValue(_loss, u) * _scale * _scale;
+      cost += lossValue(_loss, u) * _scale * _scale;
       found.psi2 += (u * weight) * (u * weight) * _scale * _scale;
       found.slope += slope;
       found.slope2 += slope * slope;
       if (weights == eRW_All) factors[i] *= std::sqrt(weight);
     }
+    return cost;
+  }
+
+  /// Makes the factors of the rows from the gains; returns the sum of the squared distances.
+  omReal64 fillGains(eRowWeights weights, std::size_t nb, const omReal64* distances, omReal64* factors) const {
+    omReal64 cost = 0;
+    for (std::size_t i = 0; i < nb * _model.nbEquations; ++i) cost += distances[i] * distances[i];
+    if (weights == eRW_SquaredGains)
+      for (std::size_t i = 0; i < nb; ++i) factors[i] *= factors[i];
+    return cost;
   }
 
   // -- the loop
@@ -298,10 +250,12 @@ class DistanceFit {
         isSettled = isSettled && _movedBy < s_settledNormals;
       }
       if (turn > 0 && isSettled) return {};
-      const bool isFirstAsGiven = turn == 0 && _loss == eLS_Squares;
-      if (!isFirstAsGiven && !pass(state, eRW_All, _last)) return statusNotFinite();
-      const EstimationStatus status = minimise(state);
-      if (!status || (!isAutoScaled && !_hasCovariances)) return status;
+      if (!pass(state, eRW_All, _last)) return statusNotFinite();
+      const detail::DescentCourse course = detail::minimise(*this, state, _last, _options.nbMaxIterations);
+      _result.nbIterations += course.nbSteps;
+      _movedBy = std::sqrt(course.largestChange / varianceOf(_last));
+      if (course.end != detail::eDE_Settled || (!isAutoScaled && !_hasCovariances))
+        return detail::failedDescent(course, _options.nbMaxIterations);
     }
   }
 
@@ -324,92 +278,9 @@ class DistanceFit {
     return std::abs(_scale - before) <= s_settledScale * _scale;
   }
 
-  /// Levenberg's and Marquardt's steps with the present weights, from the state of the last pass on.
-  EstimationStatus minimise(State& state) {
-    constexpr omReal64 firstDamping = 1e-4;
-    constexpr omReal64 mostDamping = 1e12;
-    omReal64 damping = 0;
-    omReal64 growth = 4;
-    omReal64 previous = 0;
-    const std::size_t nbMostIterations = _result.nbIterations + _options.nbMaxIterations;
-    _movedBy = 0;
-    for (bool isLast = false; !isLast;) {
-      if (_result.nbIterations >= nbMostIterations) return notSettled();
-      ++_result.nbIterations;
-      Column step;
-      omReal64 change = 0;
-      if (!solve(damping, step, change)) {
-        damping = std::max(damping, firstDamping);
-        if (!solve(damping, step, change)) return statusNotFinite();
-      }
-      const omReal64 variance =
-          _last.cost / static_cast<omReal64>(std::max<std::size_t>(degreesOfFreedom(_model.nbUnknowns), 1));
-      const omReal64 floor = 4 * _model.coarseness;
-      // The square of the rate; unknown at first.
-      const omReal64 rate = change < s_surelyConverging * s_surelyConverging * previous ? change / previous : 1;
-      isLast = damping <= firstDamping &&
-               change * rate <= std::max(s_leftOver * s_leftOver * variance, _sumOfWeights * floor * floor);
-      State moved = state;
-      const bool isMoved = _model.move(state, step, moved);
-      // The last step is too small for another triangle, and for the cost to tell whether it is better.
-      if (isLast) {
-        if (isMoved) state = moved;
-      } else if (isMoved && pass(moved, eRW_All, _trial) && _trial.cost <= _last.cost * (1 + s_roundingOfCost)) {
-        const omReal64 gain = (_last.cost - _trial.cost) / change;
-        std::swap(_last, _trial);
-        state = moved;
-        _movedBy = std::max(_movedBy, std::sqrt(change / variance));
-        previous = change;
-        damping = gain > 0.75 && damping <= firstDamping ? 0 : damping / 3;
-        growth = 4;
-      } else {
-        damping = std::max(damping * growth, firstDamping);
-        growth *= 2;
-        // No step however short makes it less: this is the least, to rounding.
-        isLast = damping > mostDamping;
-      }
-      if (_options.progress && !_options.progress(progress())) return failedStatus(eEC_Stopped, {}, 0, 0, "Stopped");
-    }
-    return {};
-  }
-
-  omReal64 progress() const {
-    return std::min(1.0, static_cast<omReal64>(_result.nbIterations) / static_cast<omReal64>(_options.nbMaxIterations));
-  }
-
-  /// The step that makes the linearised cost least, with each unknown damped by the length of its column; `change` is
-  /// the squared change of the residuals by it. False without damping when the triangle is nearly singular.
-  bool solve(omReal64 damping, Column& step, omReal64& change) const {
-    const Column lengths = columnLengths(_last.r, _nb);
-    if (damping == 0) {
-      constexpr omReal64 leastPivot = 1e-12;
-      for (std::size_t k = 0; k < _nb; ++k)
-        if (!(std::abs(_last.r[k * s_nbMost + k]) > leastPivot * lengths[k])) return false;
-      step = backSubstituted(_last.r, _last.q, _nb);
-    } else {
-      Pass damped;
-      foldDamped<s_nbMost>(damping, lengths, damped);
-      step = backSubstituted(damped.r, damped.q, _nb);
-    }
-    change = squaredImage(_last.r, step, _nb);
-    return std::all_of(step.begin(), step.end(), [](omReal64 value) { return std::isfinite(value); });
-  }
-
-  /// The triangle of the last pass with a row for each unknown, which holds it back.
-  template <std::size_t N>
-  void foldDamped(omReal64 damping, const Column& lengths, Pass& damped) const {
-    if constexpr (N > 2)
-      if (_nb < N) return foldDamped<N - 1>(damping, lengths, damped);
-    constexpr omReal64 leastLength = 1e-8;
-    const omReal64 longest = *std::max_element(lengths.begin(), lengths.end());
-    TallQr<N + 1> qr;
-    for (std::size_t k = 0; k < 2 * N; ++k) {
-      for (std::size_t c = 0; c < N; ++c) qr.block(c)[k] = k < N ? _last.r[k * s_nbMost + c] : 0;
-      qr.block(N)[k] = k < N ? _last.q[k] : 0;
-      if (k >= N) qr.block(k - N)[k] = std::sqrt(damping) * std::max(lengths[k - N], leastLength * longest);
-    }
-    qr.fold(2 * N);
-    take<N>(qr, damped);
+  /// The variance of weight 1 at a pass.
+  omReal64 varianceOf(const Pass& at) const {
+    return at.cost / static_cast<omReal64>(std::max<std::size_t>(degreesOfFreedom(_nb), 1));
   }
 
   // -- the end
@@ -422,7 +293,7 @@ class DistanceFit {
   bool finishOrthogonal(const State& state) {
     if (_scale > 0 && !pass(state, eRW_Given, _trial)) return false;
     const Pass& given = _scale > 0 ? _trial : _last;
-    invert(given.r);
+    invert(given);
     const auto dof = static_cast<omReal64>(_result.degreesOfFreedom);
     omReal64 variance = dof > 0 ? given.cost / dof : s_unknown;
     _result.sigma0 = std::sqrt(variance) * _sampleUnit;
@@ -445,84 +316,26 @@ class DistanceFit {
     return true;
   }
 
-  /// The triangles of GJ and of G²J, with the gains G of an algebraic fit.
-  template <std::size_t N>
-  void foldGains(const State& state, Pass& once, Pass& twice) const {
-    if constexpr (N > 2)
-      if (_nb < N) return foldGains<N - 1>(state, once, twice);
-    TallQr<N + 1> qr;
-    TallQr<N + 1> squared;
-    std::array<omReal64, s_nbRows> gains;
-    forEachBlock([&](std::size_t first, std::size_t nb) {
-      _model.evaluate(state, first, nb, {qr.block(N), qr.block(0), nullptr, gains.data()});
-      const std::size_t nbRows = nb * _model.nbEquations;
-      for (std::size_t c = 0; c <= N; ++c)
-        for (std::size_t k = 0; k < nbRows; k += nb)
-          for (std::size_t i = 0; i < nb; ++i) {
-            const omReal64 value = qr.block(c)[k + i] * gains[i];
-            qr.block(c)[k + i] = value;
-            squared.block(c)[k + i] = value * gains[i];
-          }
-      qr.fold(nbRows);
-      squared.fold(nbRows);
-    });
-    take<N>(qr, once);
-    take<N>(squared, twice);
-  }
-
   /// The sandwich of an algebraic fit; where all gains are equal, it is the covariance of an orthogonal one.
-  void finishAlgebraic(const State& state) {
-    const omReal64 cost = _last.cost;
-    if (_model.isGainConstant) {
-      invert(_last.r);
-    } else {
-      foldGains<s_nbMost>(state, _last, _trial);
-      invert(_last.r);
-      spreadBy(_trial.r);
-    }
+  bool finishAlgebraic(const State& state) {
+    if (!(_model.isGainConstant ? pass(state, eRW_All, _last) : passOfGains(state, _last, _trial))) return false;
+    invert(_last);
+    if (!_model.isGainConstant) detail::spreadBy(_trial, _inverse.left);
     const auto dof = static_cast<omReal64>(_result.degreesOfFreedom);
-    _result.sigma0 = _options.sigma > 0 ? _options.sigma : std::sqrt(dof > 0 ? cost / dof : s_unknown) * _sampleUnit;
+    _result.sigma0 =
+        _options.sigma > 0 ? _options.sigma : std::sqrt(dof > 0 ? _last.cost / dof : s_unknown) * _sampleUnit;
     _variance = (_result.sigma0 / _sampleUnit) * (_result.sigma0 / _sampleUnit);
+    return true;
   }
 
-  /// From L with L Lᵀ = (JᵀG²J)⁻¹ the one whose square is the sandwich with JᵀG⁴J = RᵀR in it: L Lᵀ Rᵀ.
-  void spreadBy(const Square& r) {
-    const Square left = _left;
-    Square image{};
-    for (std::size_t i = 0; i < _nb; ++i)
-      for (std::size_t j = 0; j < _nb; ++j)
-        for (std::size_t c = 0; c < _nb; ++c) image[i * s_nbMost + j] += left[c * s_nbMost + i] * r[j * s_nbMost + c];
-    _left = {};
-    for (std::size_t i = 0; i < _nb; ++i)
-      for (std::size_t j = 0; j < _nb; ++j)
-        for (std::size_t c = 0; c < _nb; ++c)
-          _left[i * s_nbMost + j] += left[i * s_nbMost + c] * image[c * s_nbMost + j];
-  }
-
-  /// Rank and condition of a triangle, and a matrix L with L Lᵀ = (RᵀR)⁻¹ over what is determined.
-  void invert(const Square& r) {
-    _lengths = columnLengths(r, _nb);
-    for (omReal64& length : _lengths)
-      if (!(length > 0)) length = 1;
-    Square scaled = r;
-    for (std::size_t k = 0; k < _nb; ++k)
-      for (std::size_t c = 0; c < _nb; ++c) scaled[k * s_nbMost + c] /= _lengths[c];
-    Column values{};
-    Square vectors;
-    decompose(scaled, _nb, values, vectors);
+  /// Rank and condition of a triangle, and its inverse over what is determined.
+  void invert(const Pass& at) {
     const auto rows = static_cast<omReal64>(std::max(_nbUsed * _model.nbEquations, _nb));
     _result.rankThreshold = std::max(rows * NumericLimits<omReal64>::s_eps, 4 * _model.coarseness);
-    _result.rank = 0;
-    while (_result.rank < _nb && values[_result.rank] > _result.rankThreshold * values[0]) ++_result.rank;
-    _result.conditionNumber = values[0] / values[_nb - 1];
+    _inverse = detail::inverseOf(at, _result.rankThreshold);
+    _result.rank = _inverse.rank;
+    _result.conditionNumber = 1 / _inverse.ratio;
     _result.degreesOfFreedom = degreesOfFreedom(_result.rank);
-    for (std::size_t i = 0; i < _nb; ++i)
-      for (std::size_t k = 0; k < _nb; ++k) {
-        const omReal64 direction = vectors[i * s_nbMost + k] / _lengths[i];
-        const bool isDetermined = k < _result.rank;
-        _left[i * s_nbMost + k] = isDetermined ? direction / values[k] : 0;
-        _undetermined[i * s_nbMost + k] = isDetermined ? 0 : direction;
-      }
   }
 
   void keepWeights(const State& state) {
@@ -542,7 +355,7 @@ class DistanceFit {
   /// The parameters, and their covariance by the derivatives of what is reported.
   void reportCovariance(const State& state) {
     const std::size_t nb = _model.nbReported;
-    std::array<omReal64, 16 * s_nbMost> jacobian{};
+    std::array<omReal64, 16 * DistanceModel::s_nbMostUnknowns> jacobian{};
     _result.params.assign(nb, 0);
     _result.covariance.assign(nb * nb, 0);
     _result.method = _options.method;
@@ -550,7 +363,7 @@ class DistanceFit {
     _model.report(state, _result.params.data(), jacobian.data());
     // A parameter is not determined when a change of it leaves the distances as they are.
     constexpr omReal64 share = 1e-8;
-    std::vector<Column> halves(nb);
+    std::vector<DistanceModel::Step> halves(nb);
     std::vector<bool> isUndetermined(nb, false);
     for (std::size_t i = 0; i < nb; ++i) {
       const omReal64* row = &jacobian[i * _nb];
@@ -559,9 +372,9 @@ class DistanceFit {
         omReal64 most = 0;
         halves[i][k] = 0;
         for (std::size_t c = 0; c < _nb; ++c) {
-          halves[i][k] += row[c] * _left[c * s_nbMost + k];
-          along += row[c] * _undetermined[c * s_nbMost + k];
-          most += std::abs(row[c]) / _lengths[c];
+          halves[i][k] += row[c] * _inverse.left(c, k);
+          along += row[c] * _inverse.undetermined(c, k);
+          most += std::abs(row[c]) / _inverse.lengths[c];
         }
         if (std::abs(along) > share * most) isUndetermined[i] = true;
       }
@@ -581,15 +394,8 @@ class DistanceFit {
     _result.status = status;
     return failure(status.message);
   }
-  static EstimationStatus statusNotFinite() {
-    return failedStatus(eEC_NotFinite, {}, 0, 0, "The distances from the model are NaN or infinite");
-  }
+  static EstimationStatus statusNotFinite() { return detail::failedDescent({detail::eDE_NotFinite}, 0); }
   BoolResult notFinite() { return failed(statusNotFinite()); }
-  EstimationStatus notSettled() const {
-    return failedStatus(eEC_NoConvergence, "number of iterations", static_cast<omReal64>(_result.nbIterations),
-                        static_cast<omReal64>(_options.nbMaxIterations),
-                        "The refinement did not settle within " + std::to_string(_options.nbMaxIterations) + " steps");
-  }
 
   const DistanceModel& _model;
   const FitOptions& _options;
@@ -608,9 +414,7 @@ class DistanceFit {
   omReal64 _movedBy = 0;  ///< how far a descent went, in standard deviations of a residual
   Pass _last;
   Pass _trial;
-  Column _lengths{};  ///< of the columns of the triangle
-  Square _left{};
-  Square _undetermined{};
+  detail::TriangleInverse _inverse;
   omReal64 _variance = 0;
 };
 
@@ -627,13 +431,15 @@ std::vector<omReal64> distancesFrom(const DistanceModel& model, const State& sta
   std::array<omReal64, s_nbRows> rows;
   for (std::size_t first = 0; first < model.nbSamples; first += nbMost) {
     const std::size_t nb = std::min(nbMost, model.nbSamples - first);
-    model.evaluate(state, first, nb, {rows.data(), nullptr, nullptr, nullptr});
-    for (std::size_t i = 0; i < nb; ++i) {
-      omReal64 distance = rows[i];
-      for (std::size_t k = 1; k < model.nbEquations; ++k) distance = std::hypot(distance, rows[k * nb + i]);
-      distances[first + i] = sign * model.unit * distance;
+    omReal64* found = distances.data() + first;
+    model.evaluate(state, first, nb, {model.nbEquations == 1 ? found : rows.data(), nullptr, nullptr, nullptr});
+    for (std::size_t i = 0; model.nbEquations > 1 && i < nb; ++i) {
+      found[i] = rows[i];
+      for (std::size_t k = 1; k < model.nbEquations; ++k) found[i] = std::hypot(found[i], rows[k * nb + i]);
     }
   }
+  const omReal64 factor = sign * model.unit;
+  for (omReal64& distance : distances) distance *= factor;
   return distances;
 }
 

@@ -43,7 +43,8 @@ omReal64 lossValue(eLoss loss, omReal64 u) {
     case eLS_Huber:
       return u <= 1 ? u * u : 2 * u - 1;
     case eLS_Tukey:
-      return u < 1 ? (1 - std::pow(1 - u * u, 3)) / 3 : 1.0 / 3;
+      // A third of 1 - (1 - u²)³, which would cancel.
+      return u < 1 ? u * u * (1 - u * u * (1 - u * u / 3)) : 1.0 / 3;
     case eLS_Welsch:
       return -std::expm1(-u * u);
     case eLS_Cauchy:

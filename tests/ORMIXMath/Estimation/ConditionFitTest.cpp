@@ -1,5 +1,6 @@
-// Fits to conditions: their derivatives, and the losses.
+// Fits to conditions: their derivatives and covariances, and the losses.
 
+#include <ORMIXMath/Algebra/TallQr.h>
 #include <ORMIXMath/Estimation/ConditionFit.h>
 #include <ORMIXMath/Estimation/Loss.h>
 #include <ORMIXMath/Rotation/EulerAngles.h>
@@ -64,6 +65,74 @@ TYPED_TEST(ConditionModels, HaveTheDerivativesOfDifferences) {
   }
 }
 
+/// Samples that fulfil the conditions but for some noise in their last values, near which f is plus or minus these.
+template <class Model>
+Values samplesOf(const Model& model, std::size_t nb, Random& random) {
+  constexpr std::size_t N = Model::s_nbTangents, M = Model::s_sampleDimension, K = Model::s_nbConditions;
+  Values samples;
+  Conditions<K, N, M> at;
+  while (samples.size() < M * nb) {
+    std::array<omReal64, M> sample{};
+    for (std::size_t m = 0; m + K < M; ++m) sample[m] = random.uniform();
+    model.evaluate(sample.data(), at);
+    for (std::size_t r = 0; r < K; ++r)
+      sample[M - K + r] = 0.01 * random.uniform() - at.values[r] / at.bySample[r][M - K + r];
+    samples.insert(samples.end(), sample.begin(), sample.end());
+  }
+  return samples;
+}
+
+// The triangle by reflections, and from it (JᵀJ)⁻¹ by columns: sums of products, which fits use, square the condition.
+TYPED_TEST(ConditionModels, HaveTheCovarianceOfAllTheirRows) {
+  constexpr std::size_t N = TypeParam::s_nbTangents, M = TypeParam::s_sampleDimension, K = TypeParam::s_nbConditions;
+  Random random(73);
+  for (std::size_t nb = 17; nb < 47; ++nb) {
+    TypeParam model = anyModel<TypeParam>(random);
+    const Values samples = samplesOf(model, nb, random), ones(nb, 1);
+    const SampleView view{samples.data(), nb, M};
+    FitOptions options;
+    FitResult result, weighted;
+    // The second time hardly a step is made, and the rows are those of the model.
+    ASSERT_TRUE(fitConditions(view, {}, options, model, result)) << result.status;
+    ASSERT_TRUE(fitConditions(view, {}, options, model, result)) << result.status;
+    TypeParam other = model;
+    options.weights = {ones.data(), nb, 1};
+    ASSERT_TRUE(fitConditions(view, {}, options, other, weighted));
+    TallQr<N + 1> qr;
+    Conditions<K, N, M> at;
+    omReal64 cost = 0;
+    for (std::size_t i = 0; i < nb; ++i) {
+      model.evaluate(view[i], at);
+      omReal64 square = 0;
+      for (std::size_t r = 0; r < K; ++r) {
+        for (std::size_t k = 0; k < N; ++k) qr.block(k)[r] = at.byTangent[r][k];
+        square += at.values[r] * at.values[r];
+      }
+      qr.fold(K);
+      cost += square;
+      EXPECT_NEAR(std::abs(result.residuals[i]), std::sqrt(square), 1e-12);
+    }
+    const omReal64 variance = cost / static_cast<omReal64>(nb * K - N);
+    EXPECT_NEAR(result.sigma0 * result.sigma0 / variance, 1, 1e-9);
+    std::array<std::array<omReal64, N>, N> inverse{};
+    for (std::size_t c = 0; c < N; ++c)
+      for (std::size_t k = c + 1; k-- > 0;) {
+        omReal64 value = k == c ? 1 : 0;
+        for (std::size_t j = k + 1; j <= c; ++j) value -= qr(k, j) * inverse[j][c];
+        inverse[k][c] = value / qr(k, k);
+      }
+    const auto& found = result.covariance;
+    for (std::size_t r = 0; r < N; ++r)
+      for (std::size_t c = 0; c < N; ++c) {
+        omReal64 sum = 0;
+        for (std::size_t k = 0; k < N; ++k) sum += inverse[r][k] * inverse[c][k];
+        const omReal64 scale = std::sqrt(found[r * (N + 1)] * found[c * (N + 1)]);
+        EXPECT_NEAR(found[r * N + c] / scale, variance * sum / scale, 1e-9);
+        EXPECT_NEAR(found[r * N + c] / scale, weighted.covariance[r * N + c] / scale, 1e-9);
+      }
+  }
+}
+
 TEST(ConditionFit, AnglesFollowASmallRotation) {
   Random random(72);
   constexpr omReal64 h = 1e-6;
@@ -88,12 +157,14 @@ TEST(ConditionFit, AnglesFollowASmallRotation) {
 }
 
 TEST(ConditionFit, WeightsAreDerivativesOfTheLosses) {
-  for (const eLoss loss : {eLS_Squares, eLS_Huber, eLS_Tukey, eLS_Welsch, eLS_Cauchy})
+  for (const eLoss loss : {eLS_Squares, eLS_Huber, eLS_Tukey, eLS_Welsch, eLS_Cauchy}) {
+    EXPECT_NEAR(lossValue(loss, 1e-6), 1e-12, 1e-23) << "small losses have all digits, or steps cannot be compared";
     for (const omReal64 u : {0.1, 0.7, 0.99, 1.01, 3.0}) {
       constexpr omReal64 h = 1e-6;
       EXPECT_NEAR(lossWeight(loss, u) * 2 * u, (lossValue(loss, u + h) - lossValue(loss, u - h)) / (2 * h), 1e-8);
       EXPECT_NEAR(lossWeightSlope(loss, u) / u, (lossWeight(loss, u + h) - lossWeight(loss, u - h)) / (2 * h), 1e-8);
     }
+  }
 }
 
 }  // namespace
