@@ -353,7 +353,9 @@ SpatialBody scaled(const SpatialBody& body, int exponent) {
   };
   for (SpatialPoint& vertex : result.vertices) scalePoint(vertex);
   scalePoint(result.ellipsoid.center);
-  for (omReal64& radius : result.ellipsoid.radii) radius = std::ldexp(radius, exponent);
+  // What is as small as nothing keeps a square.
+  constexpr omReal64 least = 0x1p-300;
+  for (omReal64& radius : result.ellipsoid.radii) radius = std::max(std::ldexp(radius, exponent), least);
   result.rho = std::ldexp(body.rho, exponent);
   scalePoint(result.linePoint);
   scalePoint(result.round.origin);

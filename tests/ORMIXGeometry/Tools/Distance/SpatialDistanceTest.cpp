@@ -413,6 +413,10 @@ TEST_F(SpatialDistanceTest, ScalesWithTheCoordinates) {
     EXPECT_EQ(distance(Ellipsoid3d<omReal64>(p(1, 0, 0), unit, unit / 2, unit / 4, 0, 0, 0), box, eIP_Boundary), 0);
     EXPECT_EQ(distance(Plan3d(12 * unit, std::acos(-1.0) / 2, 0), sphere), unit) << exponent;
   }
+  // Sizes that are nothing beside others.
+  const Ellipsoid3d<omReal64> tiny(P(1, 1e-300, 1e-300), 1e-300, 3, 1, 0, 1, 2);
+  EXPECT_EQ(distance(tiny, Sphere3d<omReal64>(P(0, 1e17, 0), 1e300)), 0);
+  EXPECT_EQ(distance(tiny, Cone3d<omReal64>(P(0, 0, -1e300), P(0, 0, 1e300), 1e300, 1)), 0);
   EXPECT_EQ(distance(Point3d<omReal64>(1e308, 0, 0), BoundingBox3d<omReal64>(-1.5e308, 0, 0, -1e308, 1, 1)),
             support::s_infinity);
 }
