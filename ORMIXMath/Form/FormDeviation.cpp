@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "FormCandidates.h"
 #include "FormModels.h"
 #include "MinimaxDescent.h"
 #include "ZoneSearch.h"
@@ -83,6 +84,25 @@ Model bestOf(const std::vector<SpatialPoint>& points, eFormReference reference, 
     });
   }
   return best;
+}
+
+/// The centre of least squares, where it is so far away that distances differ by rounding only, moved nearer: the
+/// points lie along a line or plane as well.
+template <std::size_t D>
+CenterModel<D> centerWithinReach(const FormCloud& cloud, const SpatialPoint& center, omReal64& radius) {
+  constexpr omReal64 farthest = 1e6;
+  const CenterModel<D> model{cloud.inside(center)};
+  const omReal64 away = centerAway(model);
+  if (!(away > farthest)) return model;
+  radius -= (away - farthest) * cloud.frame.extent;
+  return {model.center * (farthest / away)};
+}
+
+/// Moves a model to that of the best zone.
+template <class Model>
+eFormOptimum moveToBestZone(const std::vector<SpatialPoint>& points, Model& model) {
+  descendMinimax(points, goalOf(eFR_MinimumZone), model);
+  return findZone(points, model) ? eFO_Global : eFO_Local;
 }
 
 /// Sets distances and deviation of an element, in the unit of the points.
@@ -188,15 +208,10 @@ EstimationStatus flatness(const SampleView& samples, eFormReference reference, F
   SpatialPoint normal{};
   if (EstimationStatus status = planeFromSamples(samples, mean, normal); !status) return status;
   const FormCloud cloud(samples);
-  const auto modelAcross = [&](const SpatialPoint& axis) {
-    return PlaneModel{SurfaceFrame::of(cloud.inside(mean), axis, anyAcross(axis))};
-  };
-  std::vector<PlaneModel> starts{modelAcross(normal)};
-  if (reference == eFR_MinimumZone)
-    for (const SpatialPoint& direction : thinnestDirectionsOfSpace(cloud.points))
-      starts.push_back(modelAcross(direction));
+  PlaneModel start{SurfaceFrame::of(cloud.inside(mean), normal, anyAcross(normal))};
+  const eFormOptimum optimum = reference == eFR_MinimumZone ? moveToBestZone(cloud.points, start) : eFO_None;
   FormDeviation form;
-  const PlaneModel model = bestOf(cloud.points, reference, starts, eFO_Global, form);
+  const PlaneModel model = bestOf<PlaneModel>(cloud.points, reference, {start}, optimum, form);
   measure(cloud, model, form);
   form.point = cloud.placed(model.frame.origin);
   form.direction = model.frame.axis;
@@ -211,21 +226,20 @@ EstimationStatus roundness(const SampleView& samples, eFormReference reference, 
   if (EstimationStatus status = arcFromSamples(samples, arc); !status) return status;
   const FormCloud cloud(samples);
   using Model = CenterModel<2>;
-  std::vector<Model> starts{{cloud.inside({arc.center.x, arc.center.y, 0})}};
+  std::vector<Model> starts{centerWithinReach<2>(cloud, {arc.center.x, arc.center.y, 0}, arc.radius)};
   eFormOptimum optimum = eFO_Global;
-  if (reference == eFR_MinimumCircumscribed) {
+  if (reference == eFR_MinimumZone) {
+    optimum = moveToBestZone(cloud.points, starts.front());
+  } else if (reference == eFR_MinimumCircumscribed) {
     EnclosingCircle circle;
     smallestEnclosingCircle(samples.data, samples.nbSamples, circle);
-    starts.assign(1, {cloud.inside({circle.center[0], circle.center[1], 0})});
-  } else if (reference != eFR_LeastSquares) {
-    const CircleCandidates found = circleCandidates(cloud.points, starts.front().center);
-    const std::vector<SpatialPoint>& centers =
-        reference == eFR_MinimumZone ? found.zoneCenters : found.inscribedCenters;
-    if (reference == eFR_MaximumInscribed) starts.clear();
-    for (const SpatialPoint& center : centers) starts.push_back({center});
-    if (reference == eFR_MaximumInscribed && centers.empty())
+    starts = {{cloud.inside({circle.center[0], circle.center[1], 0})}};
+  } else if (reference == eFR_MaximumInscribed) {
+    const std::vector<SpatialPoint> centers = inscribedCenters(cloud.points, starts.front().center);
+    if (centers.empty())
       return failedStatus(eEC_NotOfThisType, "number of empty circles that their points surround", 0, 1);
-    if (centers.empty()) optimum = eFO_Local;
+    starts.clear();
+    for (const SpatialPoint& center : centers) starts.push_back({center});
   }
   FormDeviation form;
   const Model model = bestOf(cloud.points, reference, starts, optimum, form);
@@ -243,23 +257,19 @@ EstimationStatus sphericity(const SampleView& samples, eFormReference reference,
   if (EstimationStatus status = sphereFromSamples(samples, sphere); !status) return status;
   const FormCloud cloud(samples);
   using Model = CenterModel<3>;
-  std::vector<Model> starts{{cloud.inside(sphere.center)}};
-  if (reference != eFR_LeastSquares) {
+  std::vector<Model> starts{centerWithinReach<3>(cloud, sphere.center, sphere.radius)};
+  eFormOptimum optimum = eFO_Global;
+  if (reference == eFR_MinimumZone) {
+    optimum = moveToBestZone(cloud.points, starts.front());
+  } else if (reference != eFR_LeastSquares) {
     EnclosingSphere ball;
     smallestEnclosingSphere(samples.data, samples.nbSamples, ball);
     const Model enclosing{cloud.inside({ball.center[0], ball.center[1], ball.center[2]})};
-    if (reference == eFR_MinimumCircumscribed)
-      starts.assign(1, enclosing);
-    else
-      starts.push_back(enclosing);
-  }
-  if (reference == eFR_MinimumZone) {
-    Model inscribed = starts.front();
-    descendMinimax(cloud.points, goalOf(eFR_MaximumInscribed), inscribed);
-    starts.push_back(inscribed);
+    if (reference == eFR_MinimumCircumscribed) starts.clear();
+    if (reference == eFR_MaximumInscribed) optimum = eFO_Local;
+    starts.push_back(enclosing);
   }
   FormDeviation form;
-  const eFormOptimum optimum = reference == eFR_MinimumCircumscribed ? eFO_Global : eFO_Local;
   const Model model = bestOf(cloud.points, reference, starts, optimum, form);
   measure(cloud, model, form);
   if (EstimationStatus status = checkInscribed(form); !status) return status;

@@ -10,6 +10,12 @@
 
 namespace ormix::detail {
 
+/// How far the centre or axis of a model is from 0; 0 where it has none.
+template <class Model>
+omReal64 centerAway(const Model&) {
+  return 0;
+}
+
 /// A line of the plane z = 0 with the frame's normal; its axis is z. Step: the turn about z.
 struct PlanarLineModel {
   static constexpr std::size_t s_nbParameters = 1;
@@ -78,5 +84,15 @@ struct AxisModel {
     return {next};
   }
 };
+
+template <std::size_t D>
+omReal64 centerAway(const CenterModel<D>& model) {
+  return std::sqrt(dot(model.center, model.center));
+}
+
+inline omReal64 centerAway(const AxisModel& model) {
+  const SpatialPoint across = cross(model.frame.axis, model.frame.origin);
+  return std::sqrt(dot(across, across));
+}
 
 }  // namespace ormix::detail

@@ -9,6 +9,8 @@
 #include <limits>
 #include <vector>
 
+#include "FormModels.h"
+
 /// \file
 /// Least ranges, least maxima and greatest minima of distances; not installed.
 
@@ -64,15 +66,31 @@ bool solveSmall(std::array<std::array<omReal64, Most>, Most>& a, std::array<omRe
   return true;
 }
 
-/// The step within a box that minimises the goal of the linearised distances d[i] + g[i]·step, by the dual simplex
-/// method: of all constraints, as many are tight as there are unknowns, and the one that is violated most replaces the
-/// one whose multiplier runs out first. Each exchange is a pass over the points and a small system.
+/// Linearised distances d[i] + g[i]·step.
+template <std::size_t N>
+struct LinearDistances {
+  std::vector<omReal64> distances;
+  std::vector<std::array<omReal64, N>> gradients;
+
+  void clear() {
+    distances.clear();
+    gradients.clear();
+  }
+  void add(omReal64 distance, const std::array<omReal64, N>& gradient) {
+    distances.push_back(distance);
+    gradients.push_back(gradient);
+  }
+};
+
+/// The step within a box that minimises the goal of linearised distances, of which the greatest is sought among the
+/// outer and the smallest among the inner ones, by the dual simplex method: of all constraints, as many are tight as
+/// there are unknowns, and the one that is violated most replaces the one whose multiplier runs out first. Each
+/// exchange is a pass over the points and a small system.
 template <std::size_t N>
 class LinearMinimax {
  public:
-  LinearMinimax(const MinimaxGoal& goal, const std::vector<omReal64>& distances,
-                const std::vector<std::array<omReal64, N>>& gradients)
-      : _goal(goal), _distances(distances), _gradients(gradients) {}
+  LinearMinimax(const MinimaxGoal& goal, const LinearDistances<N>& outer, const LinearDistances<N>& inner)
+      : _goal(goal), _outer(outer), _inner(inner) {}
 
   /// \return false where rounding or too many exchanges ended the search
   bool solve(omReal64 halfBox) {
@@ -131,22 +149,24 @@ class LinearMinimax {
       a[row.index] = row.sign;
       return -_halfBox;
     }
-    for (std::size_t k = 0; k < N; ++k) a[k] = -row.side * _gradients[row.index][k];
+    const LinearDistances<N>& limits = row.side > 0 ? _outer : _inner;
+    for (std::size_t k = 0; k < N; ++k) a[k] = -row.side * limits.gradients[row.index][k];
     a[row.side > 0 ? N : lowestAt()] = row.side;
-    return row.side * _distances[row.index];
+    return row.side * limits.distances[row.index];
   }
 
   void start() {
-    const auto least = std::min_element(_distances.begin(), _distances.end()) - _distances.begin();
-    const auto most = std::max_element(_distances.begin(), _distances.end()) - _distances.begin();
+    std::array<omReal64, N> slope{};
     std::size_t r = 0;
-    if (_goal.outer != 0) _basis[r++] = {static_cast<std::size_t>(most), 1, 0};
-    if (_goal.inner != 0) _basis[r++] = {static_cast<std::size_t>(least), -1, 0};
-    for (std::size_t k = 0; k < N; ++k) {
-      const omReal64 slope = _goal.outer * _gradients[static_cast<std::size_t>(most)][k] -
-                             _goal.inner * _gradients[static_cast<std::size_t>(least)][k];
-      _basis[r++] = {k, 0, slope >= 0 ? 1.0 : -1.0};
-    }
+    const auto addFirst = [&](const LinearDistances<N>& limits, std::ptrdiff_t index, int side) {
+      _basis[r++] = {static_cast<std::size_t>(index), side, 0};
+      for (std::size_t k = 0; k < N; ++k) slope[k] += side * limits.gradients[static_cast<std::size_t>(index)][k];
+    };
+    const std::vector<omReal64>& above = _outer.distances;
+    const std::vector<omReal64>& below = _inner.distances;
+    if (_goal.outer != 0) addFirst(_outer, std::max_element(above.begin(), above.end()) - above.begin(), 1);
+    if (_goal.inner != 0) addFirst(_inner, std::min_element(below.begin(), below.end()) - below.begin(), -1);
+    for (std::size_t k = 0; k < N; ++k) _basis[r++] = {k, 0, slope[k] >= 0 ? 1.0 : -1.0};
   }
 
   bool solvePrimal() {
@@ -179,23 +199,28 @@ class LinearMinimax {
     return combine(cost, _multipliers);
   }
 
+  /// A distance after the step.
+  omReal64 stepped(const LinearDistances<N>& limits, std::size_t i) const {
+    omReal64 value = limits.distances[i];
+    for (std::size_t k = 0; k < N; ++k) value += limits.gradients[i][k] * _step[k];
+    return value;
+  }
+
   bool findViolated(Row& worst) const {
-    omReal64 largest = -std::numeric_limits<omReal64>::infinity();
-    omReal64 smallest = std::numeric_limits<omReal64>::infinity();
+    omReal64 largest = _highest;
+    omReal64 smallest = _lowest;
     std::size_t largestAt = 0;
     std::size_t smallestAt = 0;
-    for (std::size_t i = 0; i < _distances.size(); ++i) {
-      omReal64 value = _distances[i];
-      for (std::size_t k = 0; k < N; ++k) value += _gradients[i][k] * _step[k];
-      if (value > largest) {
+    for (std::size_t i = 0; _goal.outer != 0 && i < _outer.distances.size(); ++i)
+      if (const omReal64 value = stepped(_outer, i); value > largest) {
         largest = value;
         largestAt = i;
       }
-      if (value < smallest) {
+    for (std::size_t i = 0; _goal.inner != 0 && i < _inner.distances.size(); ++i)
+      if (const omReal64 value = stepped(_inner, i); value < smallest) {
         smallest = value;
         smallestAt = i;
       }
-    }
     omReal64 violation = roundingOf(std::max(std::abs(largest), std::abs(smallest)));
     const omReal64 least = violation;
     if (_goal.outer != 0 && largest - _highest > violation) {
@@ -238,8 +263,8 @@ class LinearMinimax {
   }
 
   MinimaxGoal _goal;
-  const std::vector<omReal64>& _distances;
-  const std::vector<std::array<omReal64, N>>& _gradients;
+  const LinearDistances<N>& _outer;
+  const LinearDistances<N>& _inner;
   omReal64 _halfBox = 0;
   std::array<Row, s_most> _basis{};
   Vector _multipliers{};
@@ -276,7 +301,6 @@ class LinearStep {
   bool solve(const std::vector<SpatialPoint>& points, const MinimaxGoal& goal, const Model& model,
              const DistanceRange& range, omReal64 halfBox) {
     _distances.clear();
-    _gradients.clear();
     _indices.clear();
     // Gradients are at most about 2 by any parameter.
     const omReal64 reach = 4 * static_cast<omReal64>(s_nbParameters) * halfBox;
@@ -285,11 +309,10 @@ class LinearStep {
       const bool mayTouch = (goal.outer != 0 && distance >= range.highest - reach) ||
                             (goal.inner != 0 && distance <= range.lowest + reach);
       if (!mayTouch) continue;
-      _distances.push_back(distance);
-      _gradients.push_back(model.gradient(points[i]));
+      _distances.add(distance, model.gradient(points[i]));
       _indices.push_back(i);
     }
-    LinearMinimax<s_nbParameters> linear(goal, _distances, _gradients);
+    LinearMinimax<s_nbParameters> linear(goal, _distances, _distances);
     if (!linear.solve(halfBox)) return false;
     step = linear.step();
     value = linear.value();
@@ -305,19 +328,20 @@ class LinearStep {
   std::vector<MinimaxContact> contacts;
 
  private:
-  std::vector<omReal64> _distances;
-  std::vector<std::array<omReal64, s_nbParameters>> _gradients;
+  LinearDistances<s_nbParameters> _distances;
   std::vector<std::size_t> _indices;
 };
 
 /// Descends from a model to a local minimum of the goal by steps of the linearised problem within a box (a trust
 /// region, Madsen1975): quadratically where contacts determine the model, as for all ranges and greatest minima.
 /// Points are about 1 in size. A model has s_nbParameters, distance(point), gradient(point) and moved(step). O(points)
-/// a step, of which there are few.
+/// a step, of which there are few. An inscribed element whose centre has left the points, so that they do not surround
+/// it, grows without end: the descent stops.
 template <class Model>
 MinimaxEnd descendMinimax(const std::vector<SpatialPoint>& points, const MinimaxGoal& goal, Model& model) {
   constexpr std::size_t nbMostSteps = 200;
   constexpr omReal64 smallestBox = 1e-15;
+  constexpr omReal64 farthestInside = 2;
   const auto valueOf = [&](const DistanceRange& range) {
     return goal.outer * range.highest - goal.inner * range.lowest;
   };
@@ -330,6 +354,7 @@ MinimaxEnd descendMinimax(const std::vector<SpatialPoint>& points, const Minimax
   omReal64 halfBox = std::clamp(2 * (range.highest - range.lowest), 1e-9, 0.25);
   LinearStep<Model> linear;
   for (std::size_t k = 0; k < nbMostSteps && halfBox > smallestBox; ++k) {
+    if (goal.outer == 0 && centerAway(model) > farthestInside) break;
     if (!linear.solve(points, goal, model, range, halfBox)) {
       halfBox /= 4;
       continue;

@@ -100,9 +100,10 @@ void bindForm(py::module_& module) {
              "0.585786\n"
              ">>> round(roundness(points, \"eFR_MaximumInscribed\").radius, 6)\n"
              "1.414214");
-  bindOne<3>(module, "sphericity", sphericity,
-             "Sphericity of points, an array of shape (n, 3), of any reference.\n\n"
-             "Zones and inscribed spheres are the best near the sphere of least squares.");
+  bindOne<3>(
+      module, "sphericity", sphericity,
+      "Sphericity of points, an array of shape (n, 3), of any reference.\n\n"
+      "Zones and circumscribed spheres are the best of all, inscribed ones the best near that of least squares.");
   bindOne<3>(module, "cylindricity", cylindricity,
              "Cylindricity of points, an array of shape (n, 3), of any reference; the best near the cylinder of least\n"
              "squares.");

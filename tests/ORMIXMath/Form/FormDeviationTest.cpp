@@ -141,20 +141,36 @@ TEST(FormDeviation, MinimumZonesEqualExhaustiveSearch) {
     const omReal64 noise = std::pow(10.0, -draw.uniform(0, 6));
     const std::size_t nbPoints = trial % 100 == 0 ? 20 : 5 + draw.below(7);
     for (const Form& f : forms()) {
-      // Every other set is a cloud of any shape. Spheres, whose zone is searched near other spheres, are near one.
       if (f.function == spatialStraightness || f.function == cylindricity) continue;
       const bool isSphere = f.function == sphericity;
-      const std::vector<omReal64> points = drawn(f, draw, isSphere ? 12 : nbPoints,
-                                                 isSphere         ? 0.01 * noise
-                                                 : trial % 2 == 0 ? 3
-                                                                  : noise);
-      if (isSphere && trial % 25 != 0) continue;
+      // Every other set is a cloud of any shape.
+      const std::vector<omReal64> points =
+          drawn(f, draw, isSphere && nbPoints < 20 ? 5 + nbPoints / 3 : nbPoints, trial % 2 == 0 ? 3 : noise);
       ASSERT_TRUE(f.function({points.data(), points.size() / f.dimension, f.dimension}, eFR_MinimumZone, form));
       const omReal64 expected = isSphere                  ? exhaustiveZone<3>(points)
                                 : f.function == roundness ? exhaustiveZone<2>(points)
                                                           : exhaustiveWidth(points, f.dimension);
       EXPECT_NEAR(form.deviation, expected, 1e-9) << f.name;
+      EXPECT_EQ(form.optimum, eFO_Global) << f.name;
     }
+  }
+}
+
+TEST(FormDeviation, EndsWhereVeryManyZonesAreAsNarrow) {
+  support::Random draw(1303);
+  const std::vector<omReal64> sphere = drawn(forms()[4], draw, 10000, 0);
+  FormDeviation form;
+  ASSERT_TRUE(flatness({sphere.data(), 10000, 3}, eFR_MinimumZone, form));
+  EXPECT_EQ(form.optimum, eFO_Local);
+  EXPECT_NEAR(form.deviation, 2, 0.01);
+  // The narrowest zone of a strip is between two lines, and every circle is farther away than the one before.
+  std::vector<omReal64> strip;
+  for (int i = 0; i < 3000; ++i)
+    strip.insert(strip.end(), {static_cast<omReal64>(i / 3), static_cast<omReal64>(i % 3)});
+  for (const eFormReference reference : {eFR_LeastSquares, eFR_MinimumZone}) {
+    ASSERT_TRUE(roundness({strip.data(), 3000, 2}, reference, form));
+    EXPECT_NEAR(form.deviation, 2, 2e-3);
+    EXPECT_NEAR(form.radius, (form.lowest + form.highest) / 2, 1);
   }
 }
 
