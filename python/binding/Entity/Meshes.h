@@ -12,6 +12,14 @@
 
 namespace ormix::python {
 
+/// \throw py::buffer_error (BufferError) if an array shows what moves when triangles are added or removed
+template <class T>
+void requireNoViewsOf(const geom::Mesh3d<T>& mesh) {
+  requireNoView(mesh.getVertexColl().data(), "vertices");
+  requireNoView(mesh.getVertexIndexColl().data(), "triangles");
+  requireNoView(mesh.getHalfEdgeColl().data(), "half-edges");
+}
+
 /// Rows of three or four indices as an array, read-only, without a copy.
 template <class Row>
 py::array viewOfIndices(boost::shared_ptr<const void> owner, const std::vector<Row>& rows) {

@@ -1,17 +1,19 @@
 #include "Transforms.h"
 
+#include "../Entity/Meshes.h"
 #include "../Frame/Views.h"
 #include "ApplyTransform.h"
 
 #include <ORMIXGeometry/Entity/2d/Polygon/Polygon2d.h>
 #include <ORMIXGeometry/Entity/2d/PolygonWithHoles/PolygonWithHoles2d.h>
 #include <ORMIXGeometry/Entity/2d/Shape/Shape2d.h>
-#include <ORMIXGeometry/Entity/3d/Mesh/Mesh3d.h>
 #include <ORMIXGeometry/Transform/2d/BaseGeometryTransform2d.h>
 #include <ORMIXGeometry/Transform/3d/BaseGeometryTransform3d.h>
 
 namespace ormix::python {
 namespace {
+
+using python::requireNoViewsOf;  // of meshes
 
 template <class T>
 void requireNoViewsOf(geom::Polygon2d<T>& polygon) {
@@ -27,12 +29,6 @@ void requireNoViewsOf(geom::PolygonWithHoles2d<T>& polygon) {
 void requireNoViewsOf(geom::Shape2d& shape) {
   for (const auto& polygon : shape.getPolygonWithHolesColl())
     if (polygon) requireNoViewsOf(*polygon);
-}
-template <class T>
-void requireNoViewsOf(geom::Mesh3d<T>& mesh) {
-  requireNoView(mesh.getVertexColl().data(), "vertices");
-  requireNoView(mesh.getVertexIndexColl().data(), "triangles");
-  requireNoView(mesh.getHalfEdgeColl().data(), "half-edges");
 }
 
 template <class List, class Entity>

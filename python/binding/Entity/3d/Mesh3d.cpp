@@ -11,14 +11,6 @@
 namespace ormix::python {
 namespace {
 
-// What adds or removes triangles moves these.
-template <class T>
-void requireNoViewOf(const geom::Mesh3d<T>& mesh) {
-  requireNoView(mesh.getVertexColl().data(), "vertices");
-  requireNoView(mesh.getVertexIndexColl().data(), "triangles");
-  requireNoView(mesh.getHalfEdgeColl().data(), "half-edges");
-}
-
 // Replaces the mesh and returns the triangles that got vertices of their own.
 template <class T>
 py::array_t<omUInt32> build(geom::Mesh3d<T>& mesh, const py::object& vertices, const py::object& triangles,
@@ -28,7 +20,7 @@ py::array_t<omUInt32> build(geom::Mesh3d<T>& mesh, const py::object& vertices, c
   const omUInt32* const first = indices.data();
   typename geom::Mesh3d<T>::IndexColl owners;
   const Changing changing;
-  requireNoViewOf(mesh);
+  requireNoViewsOf(mesh);
   check(mesh.build(std::move(points), {first, first + indices.size()}, policy, &owners), mesh.getClassName(),
         "triangles");
   return copyOf(owners);
@@ -39,7 +31,7 @@ void addTriangles(geom::Mesh3d<T>& mesh, const py::object& triangles) {
   const auto indices = matrixOf<omUInt32>(triangles, 3, "triangles");
   const auto rows = indices.template unchecked<2>();
   const Changing changing;
-  requireNoViewOf(mesh);
+  requireNoViewsOf(mesh);
   geom::Mesh3d<T> extended(mesh);
   extended.reserve(mesh.getNbVertices(), mesh.getNbTriangles() + static_cast<std::size_t>(rows.shape(0)));
   for (py::ssize_t i = 0; i < rows.shape(0); ++i)
@@ -51,7 +43,7 @@ void addTriangles(geom::Mesh3d<T>& mesh, const py::object& triangles) {
 template <class T>
 std::size_t addTriangle(geom::Mesh3d<T>& mesh, omUInt32 i0, omUInt32 i1, omUInt32 i2) {
   const Changing changing;
-  requireNoViewOf(mesh);
+  requireNoViewsOf(mesh);
   check(mesh.addTriangle(i0, i1, i2), mesh.getClassName());
   return mesh.getNbTriangles() - 1;
 }
@@ -111,7 +103,7 @@ void bindTopology(Class& entity) {
           "reverse_orientation",
           [](Mesh& self) {
             const Changing changing;
-            requireNoViewOf(self);
+            requireNoViewsOf(self);
             self.reverseOrientation();
           },
           "Turn every triangle, which exchanges inside and outside.");
@@ -165,7 +157,7 @@ void bindMesh3d(py::module_& module) {
                 "clear",
                 [](Mesh& self) {
                   const Changing changing;
-                  requireNoViewOf(self);
+                  requireNoViewsOf(self);
                   self.clear();
                 },
                 "Remove vertices and triangles.")
