@@ -64,13 +64,7 @@ void bindStatus(py::module_& module) {
       });
 }
 
-}  // namespace
-
-void bindFitReports(py::module_& module) {
-  bindEnumeration<eEstimationCode>(module, "Why an estimation failed, or that it did not.");
-  bindEnumeration<eFitMethod>(module, "What a fit minimises.");
-  bindEnumeration<eLoss>(module, "How much a residual costs.");
-  bindStatus(module);
+void bindReport(py::module_& module) {
   ClassOf<FitReport, BaseSerializationObject>(
       module, "FitReport",
       "What a fit found, how sure it is and how it came about, of `fit_circle(points, report=True)` and its like.\n\n"
@@ -128,6 +122,16 @@ void bindFitReports(py::module_& module) {
           "first"_a, "second"_a, "The correlation of two parameters, by their names or indices.")
       .def("__str__", [](const FitReport& self) { return toString(self); })
       .def("__repr__", [](const FitReport& self) { return "<FitReport " + toString(self) + '>'; });
+}
+
+}  // namespace
+
+void bindFitReports(py::module_& module) {
+  bindEnumeration<eEstimationCode>(module, "Why an estimation failed, or that it did not.");
+  bindEnumeration<eFitMethod>(module, "What a fit minimises.");
+  bindEnumeration<eLoss>(module, "How much a residual costs.");
+  bindStatus(module);
+  bindReport(module);
   module.def(
       "error_ellipse",
       [](const FitReport& report, const py::object& first, const py::object& second, omReal64 probability) {

@@ -179,7 +179,7 @@ py::object lineRows(const py::object& lines) {
   return std::move(rows);
 }
 
-void bindShapes(py::module_& module) {
+void bindPlanarShapes(py::module_& module) {
   using namespace geom;
   defineFit(
       module, "fit_circle", &fitWithOptions<Circle2dEstimator, Circle2d<omReal64>, fitCircle>,
@@ -210,6 +210,14 @@ void bindShapes(py::module_& module) {
       withOptions("The point of least squared distances to lines: a sequence of Line2d, or rows (theta, rho).\n\n"
                   "Error for lines that are parallel."),
       "lines"_a);
+  defineFit(module, "fit_arc", &fitWithOptions<Arc2dEstimator, Arc2d<omReal64>, fitArc>,
+            withOptions("The arc of least squared distances of points, an array of shape (n, 2), n >= 3, from its\n"
+                        "circle; it ends at the outermost of them. Error for points on a line."),
+            "points"_a);
+}
+
+void bindSpatialShapes(py::module_& module) {
+  using namespace geom;
   defineFit(module, "fit_plan", &fitWithOptions<Plan3dEstimator, Plan3d, fitPlan>,
             withOptions("The plane of least squared distances of points, an array of shape (n, 3), n >= 3.\n\n"
                         "Error for points without a preferred direction."),
@@ -219,10 +227,6 @@ void bindShapes(py::module_& module) {
       withOptions("The sphere of least squared algebraic residuals of points, an array of shape (n, 3), n >= 4.\n\n"
                   "Error for points that are coplanar."),
       "points"_a);
-  defineFit(module, "fit_arc", &fitWithOptions<Arc2dEstimator, Arc2d<omReal64>, fitArc>,
-            withOptions("The arc of least squared distances of points, an array of shape (n, 2), n >= 3, from its\n"
-                        "circle; it ends at the outermost of them. Error for points on a line."),
-            "points"_a);
   using Cylinder = Cylinder3d<omReal64>;
   defineFit(
       module, "fit_cylinder",
@@ -290,7 +294,8 @@ void bindTransforms(py::module_& module) {
 }  // namespace
 
 void bindFits(py::module_& module) {
-  bindShapes(module);
+  bindPlanarShapes(module);
+  bindSpatialShapes(module);
   bindTransforms(module);
 }
 
