@@ -25,8 +25,8 @@
 #include <ORMIXGeometry/Measure/2d/PixelMoments.h>
 #include <ORMIXGeometry/Measure/3d/AreaMsr3d.h>
 #include <ORMIXGeometry/Measure/3d/VolumeMsr3d.h>
-#include <ORMIXGeometry/Tools/RTree/RTree.h>
 #include <ORMIXGeometry/Tools/MeshSimplification/MeshSimplification.h>
+#include <ORMIXGeometry/Tools/RTree/RTree.h>
 #include <ORMIXGeometry/Tools/Stl/StlLoad.h>
 #include <ORMIXGeometry/Tools/Stl/StlSave.h>
 #include <ORMIXGeometry/Transform/2d/ConvexHullTransform2d.h>
@@ -44,6 +44,7 @@
 #include <array>
 #include <boost/numeric/ublas/matrix.hpp>
 #include <boost/numeric/ublas/vector.hpp>
+#include <cerrno>
 #include <cmath>
 #include <cstdint>
 #include <istream>
@@ -51,9 +52,11 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "../support/MemoryBuffer.h"
+#include "bench.hpp"
 
 namespace lut {
 
@@ -188,6 +191,46 @@ struct Fits<double> {
     return params;
   }
 };
+
+/// Robust fits of 10⁴ points of which half are outliers, which no template asks for: their rows are added to the groups
+/// of the program of fits, with the points of that, as they are read from single precision.
+struct RobustFits {
+  template <class Estimator>
+  static ormix::RealVector fit(const std::vector<data::P2<float>>& points) {
+    std::vector<double> values;
+    values.reserve(2 * points.size());
+    for (const auto& point : points) values.insert(values.end(), {point.x, point.y});
+    ormix::RobustOptions options;
+    options.threshold = 3;
+    ormix::RobustResult found;
+    Estimator estimator;
+    const ormix::BoolResult result =
+        robustEstimation(estimator, ormix::SampleView{values.data(), points.size(), 2}, options, found);
+    if (!result) throw std::runtime_error(result.getMessage());
+    return found.params;
+  }
+  static std::vector<data::P2<float>> circleWithOutliers(std::size_t nbPoints) {
+    data::Rng random(16);
+    std::vector<data::P2<float>> points;
+    for (const auto& point : data::circle<float>(nbPoints / 2, 17, 500, 1.0)) {
+      const auto x = static_cast<float>(random.uniform(19000, 21000));
+      points.push_back(point);
+      points.push_back({x, static_cast<float>(random.uniform(19000, 21000))});
+    }
+    return points;
+  }
+  static bool add() {
+    if (std::string_view(program_invocation_short_name) != "w04_fits") return false;
+    constexpr std::size_t nbPoints = 10000;
+    const auto line = data::line<float>(nbPoints, 15, 0.5);
+    const auto circle = circleWithOutliers(nbPoints);
+    bench::add("W4.robust_line_50/f32/10000", "LUT", [line] { return fit<ormix::geom::Line2dEstimator>(line); });
+    bench::add("W4.robust_circle_50/f32/10000", "LUT",
+               [circle] { return fit<ormix::geom::Circle2dEstimator>(circle); });
+    return true;
+  }
+};
+inline const bool s_hasRobustFits = RobustFits::add();
 
 /// Archives in memory: CBOR as the binary form, JSON as the text.
 template <>
