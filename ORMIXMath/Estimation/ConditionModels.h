@@ -11,6 +11,10 @@
 /// The models of fitConditions(): values that say what a sample must satisfy, f(sample) = 0, with the derivatives of f
 /// by the tangents, the directions in which the model can move, and by the values of the sample. All of them constant
 /// time. A value T is a number, or a vector of numbers, those of several samples.
+///
+/// Each has the numbers of its conditions, tangents and values of a sample (`s_nbConditions`, `s_nbTangents`,
+/// `s_sampleDimension`), `s_isAffine`, whether the derivatives by a sample depend on the model only, `evaluate`, which
+/// sets the Conditions of one sample, and `moved`, the model a step of the tangents away.
 
 namespace ormix {
 
@@ -41,7 +45,6 @@ struct LinearConditions {
   static constexpr std::size_t s_nbConditions = D;
   static constexpr std::size_t s_nbTangents = s_shift + D;
   static constexpr std::size_t s_sampleDimension = 2 * D;
-  /// Whether the conditions are affine in the sample, so that their derivatives by it depend on the model only.
   static constexpr bool s_isAffine = true;
   using Point = std::array<omReal64, D>;
 
