@@ -52,7 +52,7 @@ int sideOfFacet(const HullFacet& facet, const std::vector<SpatialPoint>& points,
 /// removed facet but above none of the new ones is inside: by the same exactness it can be above no facet that stayed,
 /// since on the way there it would cross the horizon, where a new facet's plane lies between those of its neighbours.
 /// What remains is flat faces cut in any way, with vertices that a later point has put inside a face or an edge: see
-/// mergedFacets().
+/// trianglesOfFaces().
 class HullConstruction {
  public:
   /// Finite coordinates of magnitudes that may be cubed without overflow. Keeps a reference.

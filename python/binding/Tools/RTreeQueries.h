@@ -17,7 +17,7 @@
 
 namespace ormix::python {
 
-/// Places of a query, of `s_nbPoints` points each.
+/// Places of a query, of `nbPoints` points each.
 template <std::size_t D, py::ssize_t nbPoints>
 class Places {
  public:
