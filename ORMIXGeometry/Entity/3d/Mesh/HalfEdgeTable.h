@@ -10,7 +10,7 @@ namespace ormix::geom {
 /// Finds the half-edge that runs from one vertex to another in expected constant time, whatever the valences: a table
 /// of half-edge indices, whose keys, the vertices, are looked up in the half-edges of the mesh. A half-edge is in the
 /// group of slots of its start vertex, and of vertices near each other so are the groups; where that is full, it is in
-/// a place chosen by a hash of both vertices, with linear probing. The table is a cache: a copy starts empty and is
+/// a place chosen by a hash of both vertices, with double hashing. The table is a cache: a copy starts empty and is
 /// filled again by `update`.
 class ORMIX_GEOMETRY_API HalfEdgeTable {
  public:
