@@ -32,6 +32,8 @@ class ByteInput {
   std::optional<omUInt64> remaining() {
     return _streamLeft ? std::optional<omUInt64>(*_streamLeft + buffered()) : measuredRemaining();
   }
+  /// Whether `peek` returns so many bytes without reading the stream; false until `remaining` was asked for once.
+  bool isAtHand(omUInt64 size) const { return _measured && size <= buffered(); }
   /// A lower bound of `remaining()`: bytes that can be read without waiting for them.
   omUInt64 available();
   /// Whether reading has failed for another reason than the end of the stream.

@@ -25,8 +25,42 @@ bool CborArrayReader::read() {
   return withScalar(_sink.scalar, [this](auto zero) { return readAs<decltype(zero)>(); });
 }
 
+// Fast path: the heads as CborOArchive writes them, in one piece, of an array of the wanted type whose numbers are at
+// hand. Consumes nothing of any other array, which `readAs` reads or refuses item by item.
+bool CborArrayReader::takeCanonicalHeads(omUInt64& size) {
+  constexpr std::size_t longest = 4 + 9 + 9 + 2 + 9;
+  constexpr unsigned isUnsigned = 0, isBytes = 2;
+  constexpr unsigned char shortTag = 0xD8, pair = 0x82;
+  static_assert(s_rowMajorTag < 256);
+  ByteInput& input = _entries.decoder.input;
+  if (!input.isAtHand(longest)) return false;
+  const unsigned char* const start = input.peek(longest);
+  const unsigned char* at = start;
+  omUInt64 nbRows = 0, nbColumns = 0;
+  if (_sink.nbColumns != 0) {
+    if (at[0] != shortTag || at[1] != s_rowMajorTag || at[2] != pair || at[3] != pair) return false;
+    at += 4;
+    if (!CborDecoder::takeHead(at, isUnsigned, nbRows) || !CborDecoder::takeHead(at, isUnsigned, nbColumns))
+      return false;
+    if (nbColumns != _sink.nbColumns) return false;
+  }
+  if (at[0] != shortTag || at[1] != typedArrayTag(_sink.scalar)) return false;
+  at += 2;
+  if (!CborDecoder::takeHead(at, isBytes, size)) return false;
+  const auto headSize = static_cast<std::size_t>(at - start);
+  if (size > s_archiveBlockSize || !input.isAtHand(headSize + size)) return false;
+  const std::size_t rowSize = scalarSize(_sink.scalar) * std::max<std::size_t>(_sink.nbColumns, 1);
+  if (size % rowSize != 0 || (_sink.nbColumns != 0 && size / rowSize != nbRows)) return false;
+  input.skip(headSize);
+  return true;
+}
+
 template <class T>
 bool CborArrayReader::readAs() {
+  if (omUInt64 size = 0; takeCanonicalHeads(size)) {
+    _sink.reserve(static_cast<std::size_t>(size) / (sizeof(T) * std::max<std::size_t>(_sink.nbColumns, 1)));
+    return readBytes<T>(size);
+  }
   const CborToken head = _entries.decoder.next();
   if (head.kind == eCborKind::Tag && head.number == s_rowMajorTag) {
     omUInt64 nbRows = 0;

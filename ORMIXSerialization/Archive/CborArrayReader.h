@@ -39,6 +39,7 @@ class CborArrayReader {
   template <class T>
   bool convert(const CborToken& number, T& result);
 
+  bool takeCanonicalHeads(omUInt64& size);
   bool readShape(omUInt64& nbRows);
   bool badShape(const char* found);
   bool truncated();

@@ -67,13 +67,6 @@ std::size_t headSize(unsigned char first) {
 
 bool isString(unsigned char first) { return (first >> 5) == 2 || (first >> 5) == 3; }
 
-/// An unsigned integer of 1, 2, 4 or 8 bytes, most significant byte first; eight bytes are read.
-omUInt64 bigEndian(const unsigned char* bytes, std::size_t size) {
-  omUInt64 bits;
-  std::memcpy(&bits, bytes, sizeof bits);
-  return __builtin_bswap64(bits) >> (64 - 8 * size);
-}
-
 }  // namespace
 
 std::size_t CborDecoder::decodeCommon(const unsigned char* bytes, CborToken& item) {

@@ -3,6 +3,7 @@
 #include <ORMIXSerialization/Archive/ByteInput.h>
 
 #include <cstdint>
+#include <cstring>
 
 namespace ormix {
 
@@ -73,11 +74,28 @@ class CborDecoder {
     return at && *at == 0xFF;
   }
 
+  /// Decodes the head of an item of this type (the upper bits of its first byte) whose argument is in it, and moves
+  /// `at` behind it; from nine bytes. False for another item.
+  static bool takeHead(const unsigned char*& at, unsigned type, omUInt64& argument) {
+    const unsigned info = *at & 31u;
+    if (*at >> 5 != type || info >= 28) return false;
+    const std::size_t size = info < 24 ? 0 : std::size_t{1} << (info - 24);
+    argument = size == 0 ? info : bigEndian(at + 1, size);
+    at += 1 + size;
+    return true;
+  }
+
   ByteInput input;  ///< the bytes after the items read so far
 
  private:
   static constexpr std::size_t s_longestHead = 9;  ///< bytes
 
+  /// An unsigned integer of 1, 2, 4 or 8 bytes, most significant byte first; eight bytes are read.
+  static omUInt64 bigEndian(const unsigned char* bytes, std::size_t size) {
+    omUInt64 bits;
+    std::memcpy(&bits, bytes, sizeof bits);
+    return __builtin_bswap64(bits) >> (64 - 8 * size);
+  }
   /// Decodes an item of one of the kinds that archives consist of, from `s_longestHead` bytes.
   /// \return the length of its head; 0 for an item of another kind
   static std::size_t decodeCommon(const unsigned char* bytes, CborToken& item);

@@ -39,6 +39,7 @@ bool CborEntries::expect(std::string_view key, eCborKind kind, const char* expec
 }
 
 bool CborEntries::canHold(std::string_view key, omUInt64 size) {
+  if (decoder.input.isAtHand(size)) return true;
   const auto remaining = decoder.input.remaining();
   if (!remaining || size <= *remaining) return true;
   return failure.set(Message::eSM_DeclaredTooLong, shownText(key), size, *remaining);
@@ -89,7 +90,7 @@ bool CborEntries::takeCanonicalStart(std::string_view key) {
   return true;
 }
 
-/// The same for an entry with any key, whose text is stored.
+/// The same for an entry with any key, whose text is stored; mostly it is that of the entry before.
 bool CborEntries::takeCanonicalStart() {
   const unsigned char* at = decoder.input.peek(3);
   if (!at || at[0] != s_onePairMap) return false;
@@ -99,7 +100,8 @@ bool CborEntries::takeCanonicalStart() {
   const std::size_t head = isShort ? 2 : 3;
   at = decoder.input.peek(head + size);
   if (!at) return false;
-  _key.assign(reinterpret_cast<const char*>(at + head), size);
+  if (_key.size() != size || std::memcmp(_key.data(), at + head, size) != 0)
+    _key.assign(reinterpret_cast<const char*>(at + head), size);
   decoder.input.skip(head + size);
   _lists.back().entryIndefinite = false;
   return true;
