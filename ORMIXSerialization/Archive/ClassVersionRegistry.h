@@ -20,6 +20,12 @@ class ORMIX_SERIALIZATION_API ClassVersionRegistry {
   /// The registered version, 0 when the class has none.
   omUInt32 getRegisterClassVersion(const std::string& className) const;
 
+  /// Whether `registerWithBases` was called for the class: one question where each of its base classes would take one.
+  bool isRegisteredWithBases(const std::string& className) const;
+  /// Says that the versions of the class and of all its base classes are registered. Nothing is remembered where
+  /// another class has taken the place of this one.
+  void registerWithBases(const std::string& className);
+
  protected:
   ClassVersionRegistry();
   ~ClassVersionRegistry();

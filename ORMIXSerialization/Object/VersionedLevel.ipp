@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ORMIXSerialization/Archive/BaseIArchive.h>
+#include <ORMIXSerialization/Archive/BaseOArchive.h>
 #include <ORMIXSerialization/Object/ClassVersion.h>
 #include <ORMIXSerialization/Object/VersionedLevel.h>
 
@@ -29,6 +31,29 @@ struct RegisteredName<Class<Argument>> {
   }
 };
 
+/// Whether objects of a class have nothing but class versions in an archive, which is so as long as `read` and `write`
+/// are those of levels.
+/// @{
+template <class Level>
+struct HasVersionsOnly : std::false_type {};
+template <>
+struct HasVersionsOnly<BaseSerializationObject> : std::true_type {};
+template <class Level>
+HasVersionsOnly<Level> readerOf(BoolResult (Level::*)(BaseIArchive&));
+template <class Level>
+HasVersionsOnly<Level> writerOf(BoolResult (Level::*)(BaseOArchive&) const);
+template <class Class>
+constexpr auto hasVersionsOnly(int) -> decltype(readerOf(&Class::read), writerOf(&Class::write), bool()) {
+  return decltype(readerOf(&Class::read))::value && decltype(writerOf(&Class::write))::value;
+}
+template <class Class>
+constexpr bool hasVersionsOnly(long) {
+  return false;  // functions that cannot be told
+}
+template <class Self, class Base>
+struct HasVersionsOnly<VersionedLevel<Self, Base>> : std::bool_constant<hasVersionsOnly<Base>(0)> {};
+/// @}
+
 }  // namespace detail
 
 // The initialization of a function-local static is thread-safe; later calls only read it.
@@ -51,14 +76,20 @@ const std::string& VersionedLevel<Self, Base>::getClassName() const {
 
 template <class Self, class Base>
 BoolResult VersionedLevel<Self, Base>::write(BaseOArchive& archive) const {
+  if (detail::hasVersionsOnly<Base>(0) && archive.isRegisteredWithBases(getTypeName())) return {};
   BoolResult result = Base::write(archive);
-  return result ? writeClassVersion(archive, getTypeName(), getVersion()) : result;
+  if (result) result = writeClassVersion(archive, getTypeName(), getVersion());
+  if (result) archive.registerWithBases(getTypeName());
+  return result;
 }
 
 template <class Self, class Base>
 BoolResult VersionedLevel<Self, Base>::read(BaseIArchive& archive) {
+  if (detail::hasVersionsOnly<Base>(0) && archive.isRegisteredWithBases(getTypeName())) return {};
   BoolResult result = Base::read(archive);
-  return result ? readClassVersion(archive, getTypeName(), getVersion(), Self::s_oldestClassVersion) : result;
+  if (result) result = readClassVersion(archive, getTypeName(), getVersion(), Self::s_oldestClassVersion);
+  if (result) archive.registerWithBases(getTypeName());
+  return result;
 }
 
 }  // namespace ormix
