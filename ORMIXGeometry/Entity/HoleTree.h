@@ -130,11 +130,8 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
     for (auto& hole : released) release(std::move(hole));
   }
 
-  /// Moves what an archive gave into a node, see `FieldAccess`.
-  static void adopt(HoleTree& node, HoleTree& read) {
-    read.linkHoles();
-    node.takeTree(read);
-  }
+  /// Links the holes that an archive gave, see `FieldAccess`.
+  static void complete(HoleTree& read) { read.linkHoles(); }
 
   /// Copies `source` into this node, which has no holes. Iterative: each pair of the list is a node to fill from
   /// another.

@@ -75,20 +75,48 @@ class ObjectSection {
   bool _open;
 };
 
+/// An object is unseen for the call of its `read` only, whether that has asked or not.
+class UnseenScope {
+ public:
+  UnseenScope(BaseIArchive& archive, const BaseSerializationObject* object) : _archive(archive) {
+    archive.setUnseen(object);
+  }
+  ~UnseenScope() { _archive.setUnseen(nullptr); }
+  UnseenScope(const UnseenScope&) = delete;
+  UnseenScope& operator=(const UnseenScope&) = delete;
+
+ private:
+  BaseIArchive& _archive;
+};
+
 using ObjectColl = std::vector<boost::shared_ptr<BaseSerializationObject>>;
 
-/// Appends a new object of the class of the next entry. Returns null at the end of the section and after a failure.
-__attribute__((noinline)) BaseSerializationObject* addNextObject(BaseIArchive& archive, std::string_view key,
-                                                                 bool (*isAllowed)(BaseSerializationObject&),
-                                                                 ObjectColl& objects, BoolResult& result) {
+/// `readUnseenObject`; inlined, as a function of its own would take stack for each level of nested objects.
+[[gnu::always_inline]] inline bool readInSection(BaseIArchive& archive,
+                                                 const boost::shared_ptr<BaseSerializationObject>& object,
+                                                 BoolResult& result) {
+  ObjectSection<BaseIArchive> section(archive, object->getClassName(), result);
+  if (!section.isOpen()) return false;
+  {
+    const UnseenScope unseen(archive, object.use_count() == 1 ? object.get() : nullptr);
+    result = object->read(archive);
+  }
+  if (result) section.close(result);
+  return static_cast<bool>(result);
+}
+
+/// Appends a new object of the class of the next entry. Returns false at the end of the section and after a failure.
+__attribute__((noinline)) bool addNextObject(BaseIArchive& archive, std::string_view key,
+                                             bool (*isAllowed)(BaseSerializationObject&), ObjectColl& objects,
+                                             BoolResult& result) {
   boost::shared_ptr<BaseSerializationObject> object = createNextObject(archive, key, result);
   if (object && !isAllowed(*object)) {
     result = wrongClass(key, object->getClassName());
-    return nullptr;
+    return false;
   }
-  if (!object) return nullptr;
+  if (!object) return false;
   objects.push_back(std::move(object));
-  return objects.back().get();
+  return true;
 }
 
 }  // namespace
@@ -112,13 +140,14 @@ BoolResult readObjectItem(BaseIArchive& archive, std::string_view key, BaseSeria
 bool readSharedObjects(BaseIArchive& archive, std::string_view key, bool (*isAllowed)(BaseSerializationObject&),
                        ObjectColl& objects, BoolResult& result) {
   if (!beginSection(archive, key, result)) return false;
-  while (BaseSerializationObject* object = addNextObject(archive, key, isAllowed, objects, result)) {
-    ObjectSection<BaseIArchive> section(archive, object->getClassName(), result);
-    if (section.isOpen()) result = object->read(archive);
-    if (result) section.close(result);
-    if (!result) return false;
-  }
+  while (addNextObject(archive, key, isAllowed, objects, result))
+    if (!readInSection(archive, objects.back(), result)) return false;
   return result && endSection(archive, result);
+}
+
+bool readUnseenObject(BaseIArchive& archive, const boost::shared_ptr<BaseSerializationObject>& object,
+                      BoolResult& result) {
+  return readInSection(archive, object, result);
 }
 
 boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive, std::string_view key,

@@ -62,6 +62,13 @@ ORMIX_SERIALIZATION_API BoolResult readObjectItem(BaseIArchive& archive, std::st
                                                   BaseSerializationObject& object);
 /// @}
 
+/// Reads an object that `createNextObject` has returned, in a section under the name of its class; directly into it
+/// where nobody else owns it, so that it is to be dropped when that fails.
+/// \return whether `result` is a success
+ORMIX_SERIALIZATION_API bool readUnseenObject(BaseIArchive& archive,
+                                              const boost::shared_ptr<BaseSerializationObject>& object,
+                                              BoolResult& result);
+
 /// A new object of the class whose name is the key of the next entry, which is not consumed. Null when there is none;
 /// `result` is then a failure, unless the section has no more entries.
 ORMIX_SERIALIZATION_API boost::shared_ptr<BaseSerializationObject> createNextObject(BaseIArchive& archive,

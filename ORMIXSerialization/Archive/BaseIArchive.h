@@ -61,6 +61,15 @@ class ORMIX_SERIALIZATION_API BaseIArchive : public ClassVersionRegistry {
     return _createdClasses.create(className);
   }
 
+  /// \name Reading into objects that nobody has seen, which may be left incomplete when that fails.
+  /// @{
+  /// The object, null for none, is dropped when its read fails, which is the next that is called. Only for one that
+  /// `createObject` of this archive has returned.
+  void setUnseen(const BaseSerializationObject* object) { _createdClasses.setUnseen(object); }
+  /// Whether this is that object. It is not any more afterwards.
+  bool takeUnseen(const BaseSerializationObject& object) { return _createdClasses.takeUnseen(object); }
+  /// @}
+
  protected:
   BaseIArchive() = default;
   BaseIArchive(const BaseIArchive&) = delete;

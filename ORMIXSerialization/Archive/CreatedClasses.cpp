@@ -39,6 +39,7 @@ struct CreatedClasses::Places {
   static constexpr std::size_t s_nbPlaces = 64;
   std::array<CreatedClass, s_nbPlaces> classes;
   omUInt64 nbUnregistered = 0;
+  const BaseSerializationObject* unseen = nullptr;
 
   /// Names mostly differ in their length or in the middle, between a namespace and the type of the coordinates. Where
   /// they do not, they share a place, and the later one takes it.
@@ -66,6 +67,16 @@ boost::shared_ptr<BaseSerializationObject> CreatedClasses::create(const std::str
     place = {className, creator, nullptr};
   }
   return toSerializable(place.creator(), place);
+}
+
+void CreatedClasses::setUnseen(const BaseSerializationObject* object) noexcept {
+  if (_places) _places->unseen = object;
+}
+
+bool CreatedClasses::takeUnseen(const BaseSerializationObject& object) noexcept {
+  if (!_places || _places->unseen != &object) return false;
+  _places->unseen = nullptr;
+  return true;
 }
 
 }  // namespace ormix::detail

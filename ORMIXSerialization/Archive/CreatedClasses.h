@@ -24,6 +24,12 @@ class ORMIX_SERIALIZATION_API CreatedClasses {
   /// \throw UnHandleException that names the class when it is not registered, or without a way to create it
   boost::shared_ptr<BaseSerializationObject> create(const std::string& className);
 
+  /// See BaseIArchive.
+  /// @{
+  void setUnseen(const BaseSerializationObject* object) noexcept;
+  bool takeUnseen(const BaseSerializationObject& object) noexcept;
+  /// @}
+
  private:
   struct Places;
   std::unique_ptr<Places> _places;

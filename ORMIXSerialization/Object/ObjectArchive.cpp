@@ -23,8 +23,7 @@ constexpr std::string_view s_unknownObjectKey = "(an object)";
 /// Reads the next object of the archive; null when `result` is a failure or there is none.
 SerializationObjectPtr readNext(BaseIArchive& archive, BoolResult& result) {
   SerializationObjectPtr object = detail::createNextObject(archive, s_unknownObjectKey, result);
-  if (object) result = detail::readObjectItem(archive, object->getClassName(), *object);
-  if (!result) return nullptr;
+  if (object && !detail::readUnseenObject(archive, object, result)) return nullptr;
   return object;
 }
 

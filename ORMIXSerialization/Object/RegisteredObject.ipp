@@ -35,16 +35,18 @@ struct FieldReader {
   }
 };
 
-/// A new object to read into. A large one is allocated on the heap, since reading of nested objects is recursive and
-/// would exhaust the stack.
+/// A new object to read into, unless none is needed. A large one is allocated on the heap, since reading of nested
+/// objects is recursive and would exhaust the stack.
 template <class Self, bool isLarge = (sizeof(Self) > 64)>
 struct StagedObject {
   Self object;
+  explicit StagedObject(bool) {}
   Self& operator*() { return object; }
 };
 template <class Self>
 struct StagedObject<Self, true> {
-  std::unique_ptr<Self> object{new Self()};
+  std::unique_ptr<Self> object;
+  explicit StagedObject(bool isNeeded) : object(isNeeded ? new Self() : nullptr) {}
   Self& operator*() { return *object; }
 };
 
@@ -54,11 +56,14 @@ ORMIX_SERIALIZATION_API BoolResult failedField(const std::string& className, con
 /// The same in place.
 ORMIX_SERIALIZATION_API void nameFailedField(const std::string& className, BoolResult& result);
 
-/// Validates an object that was read. Not inlined, so that its stack space is free while nested objects are read.
+/// Validates and completes an object that was read. Not inlined, so that its stack space is free while nested objects
+/// are read.
 template <class Self>
-__attribute__((noinline)) bool isValid(const Self& object, BoolResult& result) {
+__attribute__((noinline)) bool finishRead(Self& object, BoolResult& result) {
   result = FieldAccess::validate(object);
-  return static_cast<bool>(result);
+  if (!result) return false;
+  FieldAccess::complete(object);
+  return true;
 }
 
 }  // namespace detail
@@ -114,17 +119,20 @@ BoolResult RegisteredObject<Self, Base>::write(BaseOArchive& archive) const {
   return result;
 }
 
-// The fields are read into a new object, which replaces this one at the end: a failed read changes nothing.
+// The fields are read into a new object, which replaces this one at the end: a failed read changes nothing. One that
+// nobody has seen is dropped by the archive when its read fails.
 template <class Self, class Base>
 BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
-  detail::StagedObject<Self> staged;
-  BoolResult result = (*staged).VersionedLevel<Self, Base>::read(archive);
+  const bool isInPlace = !FieldAccess::hasAdopt<Self>() && archive.takeUnseen(*this);
+  detail::StagedObject<Self> staged(!isInPlace);
+  Self& read = isInPlace ? static_cast<Self&>(*this) : *staged;
+  BoolResult result = read.template VersionedLevel<Self, Base>::read(archive);
   if (!result) return result;
   detail::FieldReader reader{archive, result};
-  if (FieldAccess::visit(*staged, reader) && detail::isValid<Self>(*staged, result))
-    FieldAccess::adopt(static_cast<Self&>(*this), *staged);
-  else
+  if (!FieldAccess::visit(read, reader) || !detail::finishRead<Self>(read, result))
     detail::nameFailedField(this->getTypeName(), result);
+  else if (!isInPlace)
+    FieldAccess::adopt(static_cast<Self&>(*this), read);
   return result;
 }
 

@@ -135,11 +135,10 @@ BoolResult RTree<Item>::validate(const RTree& tree) {
 }
 
 template <class Item>
-void RTree<Item>::adopt(RTree& self, RTree& read) {
+void RTree<Item>::complete(RTree& read) {
   if (!read._removedColl.empty()) read._isRemoved.resize(read._itemColl.size());
   for (const omUInt64 index : read._removedColl) read._isRemoved[index] = true;
   read.pack();
-  self = std::move(read);
 }
 
 template <class Item>

@@ -181,7 +181,7 @@ class ORMIX_GEOMETRY_API RTree : public RegisteredObject<RTree<Item>, BaseSerial
     return item("_itemColl", self._itemColl) && item("_removedColl", self._removedColl);
   }
   static BoolResult validate(const RTree& tree);
-  static void adopt(RTree& self, RTree& read);
+  static void complete(RTree& read);
 
   template <class V>
   static Visitor toVisitor(V& visitor) {

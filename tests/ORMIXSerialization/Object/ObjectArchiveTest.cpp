@@ -253,6 +253,63 @@ TEST_F(ObjectArchive, AClassIsKnownAsLongAsItIsRegistered) {
   EXPECT_EQ(dynamic_cast<Disc&>(*readObject(reading.archive).getResult()).radius(), 1);
 }
 
+/// A class whose base class has fields, and that takes over what was read itself.
+class Coin : public RegisteredObject<Coin, Disc> {
+ public:
+  static constexpr const char* s_className = "sample::Coin";
+  omInt32 value = 0;
+  int nbAdopted = 0;
+  Coin() = default;
+  Coin(Disc disc, omInt32 v) : value(v) { static_cast<Disc&>(*this) = disc; }
+
+ private:
+  friend FieldAccess;
+  template <class S, class F>
+  static bool fields(S& self, F&& item) {
+    return item("value", self.value);
+  }
+  static void adopt(Coin& self, Coin& read) {
+    self = std::move(read);
+    ++self.nbAdopted;
+  }
+};
+
+/// What an archive remembers of classes must not skip the fields of base classes.
+TEST_F(ObjectArchive, BaseClassesMayHaveFields) {
+  DynamicObjectFactory& factory = DynamicObjectFactory::getInstance();
+  ASSERT_TRUE(factory.registerClass(Coin::getTypeName(), &Coin::createNewObject, &Coin::createSharedObject));
+  for (const char* name : {"coins.cbor", "coins.json"}) {
+    SerializationObjectPtrColl coins;
+    for (omInt32 i = 0; i < 3; ++i) coins.push_back(boost::make_shared<Coin>(Disc({1, 2}, i + 1), 10 * i));
+    EXPECT_SUCCESS(saveAll(path(name), coins));
+    const auto read = loadAll(path(name));
+    ASSERT_EQ(read.size(), 3u);
+    for (omInt32 i = 0; i < 3; ++i) {
+      const Coin& coin = dynamic_cast<Coin&>(*read[static_cast<std::size_t>(i)]);
+      EXPECT_TRUE(coin.radius() == i + 1 && coin.value == 10 * i && coin.nbAdopted == 1) << i;
+    }
+  }
+  ASSERT_TRUE(factory.unRegisterClass(Coin::getTypeName()));
+}
+
+/// An object that only the archive has may be read in place; one that a creator hands out again must not.
+TEST_F(ObjectArchive, AnObjectThatOthersOwnIsUnchangedByAFailure) {
+  static boost::shared_ptr<Disc> common;
+  common = boost::make_shared<Disc>(Vertex{3, 4}, 5);
+  DynamicObjectFactory& factory = DynamicObjectFactory::getInstance();
+  ASSERT_TRUE(factory.unRegisterClass(Disc::getTypeName()));
+  const auto createCommon = []() -> boost::shared_ptr<BaseDynamicObject> { return common; };
+  ASSERT_TRUE(factory.registerClass(Disc::getTypeName(), nullptr, createCommon));
+  const std::string bytes = archived<Cbor>([](BaseOArchive& archive) { writeObject(archive, Disc({1, 2}, 6)); });
+  std::istringstream cut(bytes.substr(0, bytes.rfind("_radius"))), whole(bytes);
+  EXPECT_THROW(loadAll(cut), ORMIXSerializationException);
+  EXPECT_TRUE(common->center().x == 3 && common->radius() == 5);
+  EXPECT_EQ(loadAll(whole).front(), common);
+  EXPECT_TRUE(common->center().x == 1 && common->radius() == 6);
+  ASSERT_TRUE(factory.unRegisterClass(Disc::getTypeName()));
+  ASSERT_TRUE(factory.registerClass(Disc::getTypeName(), &Disc::createNewObject, &Disc::createSharedObject));
+}
+
 TEST_F(ObjectArchive, ObjectsOfAnotherClassAreRefused) {
   const std::string bytes = archived<Json>([](BaseOArchive& archive) {
     archive.beginSection("branches");

@@ -116,11 +116,6 @@ BoolResult Skeleton2d::validate(const Skeleton2d& skeleton) {
   return true;
 }
 
-void Skeleton2d::adopt(Skeleton2d& skeleton, Skeleton2d& read) {
-  read.linkVertices();
-  skeleton = std::move(read);
-}
-
 void Skeleton2d::linkVertices() {
   for (std::size_t e = 0; e < _edgeColl.size(); ++e)
     for (const omUInt32 vertex : _edgeColl[e].vertices) _vertexColl[vertex].addEdgeIndex(static_cast<omUInt32>(e));

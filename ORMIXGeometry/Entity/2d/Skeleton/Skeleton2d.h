@@ -86,7 +86,7 @@ class ORMIX_GEOMETRY_API Skeleton2d : public Entity2d<Skeleton2d, BaseGeometryEn
            item("_partColl", self._partColl);
   }
   static BoolResult validate(const Skeleton2d& skeleton);
-  static void adopt(Skeleton2d& skeleton, Skeleton2d& read);
+  static void complete(Skeleton2d& read) { read.linkVertices(); }
   void linkVertices();
 
   VertexColl _vertexColl;

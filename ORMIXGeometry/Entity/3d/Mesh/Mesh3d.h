@@ -134,10 +134,7 @@ class ORMIX_GEOMETRY_API Mesh3d : public Entity3d<Mesh3d<T>, BaseTypedGeometryEn
     return item("_mesh3dType", self._mesh3dType) && item("_vertexColl", self._vertexColl) &&
            MeshTopology::fields(self._topology, item);
   }
-  static void adopt(Mesh3d& mesh, Mesh3d& read) {
-    read._topology.refresh();
-    mesh = std::move(read);
-  }
+  static void complete(Mesh3d& read) { read._topology.refresh(); }
   static BoolResult validate(const Mesh3d& mesh) { return mesh._topology.validate(mesh._vertexColl.size()); }
   template <class TOut, class TIn>
   friend void cast(const Mesh3d<TIn>& mesh, Mesh3d<TOut>& result);
