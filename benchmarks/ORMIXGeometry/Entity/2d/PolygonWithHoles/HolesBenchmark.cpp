@@ -44,6 +44,19 @@ boost::shared_ptr<Node> ours() {
   return root;
 }
 
+/// The same, of holes that are made together.
+boost::shared_ptr<Node> oursTogether() {
+  const auto root = boost::make_shared<Node>();
+  auto hole = root->addHoles(nbHoles);
+  for (std::size_t index = 0; index < nbHoles; ++index, ++hole) {
+    (*hole)->getExteriorPolygon().setPolygon2dType(geom::eP2DT_Interior);
+    auto& points = (*hole)->getExteriorPolygon().getPointColl();
+    points.reserve(5);
+    addSquare(index, [&points](omReal64 x, omReal64 y) { points.emplace_back(x, y); });
+  }
+  return root;
+}
+
 BoostPolygon boosts() {
   BoostPolygon polygon;
   polygon.inners().resize(nbHoles);
@@ -57,6 +70,9 @@ BoostPolygon boosts() {
 // Each row but that in place releases what it makes.
 void holesBuild(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(ours().get());
+}
+void holesBuildTogether(benchmark::State& state) {
+  for (auto _ : state) benchmark::DoNotOptimize(oursTogether().get());
 }
 void holesBuildBoost(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(boosts().inners().data());
@@ -106,6 +122,7 @@ void holesIntoNewBoost(benchmark::State& state) {
 
 // clang-format off
 BENCHMARK(holesBuild)->Unit(benchmark::kMillisecond);
+BENCHMARK(holesBuildTogether)->Unit(benchmark::kMillisecond);
 BENCHMARK(holesBuildBoost)->Unit(benchmark::kMillisecond);
 BENCHMARK(holesCopy)->Unit(benchmark::kMillisecond);
 BENCHMARK(holesCopyBoost)->Unit(benchmark::kMillisecond);
