@@ -97,7 +97,7 @@ bool AcontrarioLoop::refine(const SampleView& samples, RealVector& params) {
 
 /// Draws a minimal set of samples, makes the models through it the first of `_models` and returns their number.
 std::size_t AcontrarioLoop::drawModels() {
-  if (_near.isUsable() && _nbIterations % 2 == 0) {
+  if (_drawsNear && _nbIterations % 2 == 0) {
     _near.draw(_draw, _drawn);
     return estimateMinimal(copied({_partRows.data(), _partSize, _samples.dimension}));
   }
@@ -256,10 +256,8 @@ void AcontrarioLoop::take(Hypothesis& hypothesis) {
     improve(hypothesis);
     if (_near.isUsable() && evidence(hypothesis) < s_alike * evidence(_best)) drawNear(hypothesis);
   }
-  if (evidence(_best) < s_alike * evidence(hypothesis))
-    _nbFinds = 1;
-  else if (s_alike * evidence(_best) <= evidence(hypothesis))
-    ++_nbFinds;
+  const bool isMuchBetter = evidence(_best) < s_alike * evidence(hypothesis);
+  if (isMuchBetter || s_alike * evidence(_best) <= evidence(hypothesis)) _nbFinds = isMuchBetter ? 1 : _nbFinds + 1;
   if (!(hypothesis.loss < _best.loss)) return;
   std::swap(hypothesis, _best);
   const bool beatsChance = isSignificant();
@@ -269,7 +267,7 @@ void AcontrarioLoop::take(Hypothesis& hypothesis) {
   _nbFirstNeeded = std::max(_nbFirstNeeded, least > 0    ? static_cast<std::size_t>(std::ceil(least))
                                             : mean > 1.5 ? 1
                                                          : 0);
-  if (beatsChance) considerInliers();
+  if (beatsChance && (isMuchBetter || !_near.isUsable())) considerInliers();
 }
 
 /// Whether the best model beats chance in the part; sets its share of inliers in excess of chance.
@@ -329,8 +327,7 @@ bool AcontrarioLoop::leadsBack(std::size_t nbModels) {
   constexpr omReal64 enough = 0.25;
   for (std::size_t k = 0; k < nbModels; ++k) {
     _refit.params.swap(_models[k]);
-    if (_first.evaluate(_estimator, _refit.params) && score(_refit) && evidence(_refit) >= enough * evidence(_best))
-      return true;
+    if (isPromising(_refit.params) && score(_refit) && evidence(_refit) >= enough * evidence(_best)) return true;
   }
   return false;
 }
@@ -342,11 +339,10 @@ omReal64 AcontrarioLoop::nbDrawsNeeded() const {
   if (_near.isUsable() && static_cast<omReal64>(_nbFinds) >= -std::log1p(-_options.confidence)) return 1;
   omReal64 allInliers = _determinedShare;
   for (std::size_t k = 0; k < _drawn.size(); ++k) allInliers *= _bestShare;
-  // Every other draw is one from all.
-  if (_near.isUsable()) allInliers /= 2;
   if (allInliers >= 1) return 1;
   if (!(allInliers > 0)) return s_infinity;
-  return std::ceil(std::log1p(-_options.confidence) / std::log1p(-allInliers));
+  // Where neighbours are drawn every other draw is one from all.
+  return (_drawsNear ? 2 : 1) * std::ceil(std::log1p(-_options.confidence) / std::log1p(-allInliers));
 }
 
 /// Scores the trial and makes it the best, or of its epoch.
@@ -368,6 +364,7 @@ void AcontrarioLoop::search() {
   omReal64 nbNeeded = s_infinity;
   _end = eRO_IterationLimit;
   _epochBest.loss = s_infinity;
+  _drawsNear = false;
   for (std::size_t k = 0; k < _options.nbMaxIterations; ++k) {
     if (_options.progress) {
       _progress = std::max(_progress, std::min(static_cast<omReal64>(k) / std::min(nbNeeded, nbAllowed), 1.0));
@@ -383,6 +380,8 @@ void AcontrarioLoop::search() {
       _trial.params.swap(_models[m]);
       consider(rawBest, nbNeeded);
     }
+    // What is easy was found among all.
+    if (k == s_epoch) _drawsNear = _near.isUsable() && !(_bestShare > 0);
     // By accident none of the first may be an inlier.
     if (k == s_longEpoch && !(_bestShare > 0)) _nbFirstNeeded = 0;
     const std::size_t epoch = _bestShare > 0 && !_near.isUsable() ? s_longEpoch : s_epoch;

@@ -79,7 +79,8 @@ class AcontrarioLoop {
   ModelDistances _rest;
   std::vector<omReal64> _squares;  ///< of the part, of the hypothesis that was scored last
   ScaleScore _byScale;
-  NeighbourDraw _near;              ///< of the part; not usable where models are not local
+  NeighbourDraw _near;  ///< of the part; not usable where models are not local
+  bool _drawsNear = false;
   std::vector<RealVector> _models;  ///< the last ones through a minimal set
   std::size_t _nbFirstNeeded = 0;
   Hypothesis _trial, _refit, _inner, _best, _epochBest;

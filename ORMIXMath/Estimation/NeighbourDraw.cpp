@@ -29,12 +29,20 @@ const std::vector<std::size_t>& NeighbourDraw::nearestTo(std::size_t sample) {
   }
   // The sample itself before its copies; of equal distances the first, for the same draws everywhere.
   _squares[sample] = -1;
-  const auto end = nearest.begin() + static_cast<std::ptrdiff_t>(_sizes.back()) + 1;
-  std::partial_sort(nearest.begin(), end, nearest.end(), [this](std::size_t i, std::size_t k) {
+  const auto isNearer = [this](std::size_t i, std::size_t k) {
     return _squares[i] != _squares[k] ? _squares[i] < _squares[k] : i < k;
-  });
-  nearest.erase(end, nearest.end());
-  nearest.erase(nearest.begin());
+  };
+  // Of every size the same ones in the same order everywhere, but not by distance.
+  auto from = nearest.begin();
+  for (const std::size_t size : _sizes) {
+    const auto end = nearest.begin() + static_cast<std::ptrdiff_t>(size) + 1;
+    if (end == from) continue;
+    std::nth_element(from, end - 1, nearest.end(), isNearer);
+    std::sort(from, end);
+    from = end;
+  }
+  nearest.erase(from, nearest.end());
+  nearest.erase(std::find(nearest.begin(), nearest.end(), sample));
   return nearest;
 }
 

@@ -30,7 +30,7 @@ class NeighbourDraw {
   SampleView _samples;
   std::array<std::size_t, s_nbSizes> _sizes{};
   std::size_t _turn = 0;
-  std::vector<std::vector<std::size_t>> _nearest;  ///< by distance; empty where not yet found
+  std::vector<std::vector<std::size_t>> _nearest;  ///< by size of neighbourhood; empty where not yet found
   std::vector<omReal64> _squares;
 };
 

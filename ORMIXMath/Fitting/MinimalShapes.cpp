@@ -137,10 +137,11 @@ using Turn = std::array<omReal64, 2>;  // cosine and sine
 
 /// A zero of the cubic between two turns where it has the values, of different signs.
 Turn zeroBetween(const AxisConic& conic, const Turn& from, const Turn& to, omReal64 atFrom, omReal64 atTo) {
-  const omReal64 negligible = 1e-11 * (std::abs(atFrom) + std::abs(atTo));
+  const omReal64 negligible = 1e-9 * (std::abs(atFrom) + std::abs(atTo));
   omReal64 low = 0, high = 1;
   Turn turn = from;
-  // False position, the value at the end that stays halved.
+  // False position; the value at an end that stays twice is halved (the Illinois method).
+  int lastMoved = 0;
   for (int round = 0; round < 12; ++round) {
     const omReal64 t = low + (high - low) * atFrom / (atFrom - atTo);
     turn = {from[0] + (to[0] - from[0]) * t, from[1] + (to[1] - from[1]) * t};
@@ -151,11 +152,13 @@ Turn zeroBetween(const AxisConic& conic, const Turn& from, const Turn& to, omRea
     if ((value < 0) == (atFrom < 0)) {
       low = t;
       atFrom = value;
-      atTo /= 2;
+      if (lastMoved == 1) atTo /= 2;
+      lastMoved = 1;
     } else {
       high = t;
       atTo = value;
-      atFrom /= 2;
+      if (lastMoved == 2) atFrom /= 2;
+      lastMoved = 2;
     }
   }
   return turn;
