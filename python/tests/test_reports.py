@@ -76,6 +76,9 @@ def test_uncertainty_goes_on():
         report.standard_uncertainty("radius")
     with pytest.raises(IndexError):
         report.standard_uncertainty(2)
+    for wrong, error in ((1.5, TypeError), (None, TypeError), (2**80, IndexError)):
+        with pytest.raises(error):
+            report.standard_uncertainty(wrong)
 
 
 def test_estimators_say_why():

@@ -24,8 +24,10 @@ py::array_t<bool> flagsOf(const std::vector<bool>& flags) {
 // The index of a parameter that is given by its index, from the end where it is negative, or by its name.
 std::size_t indexOf(const FitReport& report, const py::object& parameter) {
   if (!py::isinstance<py::str>(parameter)) {
+    if (PyIndex_Check(parameter.ptr()) == 0) throw py::type_error("parameter: its name or index was wanted");
     const auto nb = static_cast<py::ssize_t>(report.params.size());
-    const auto index = py::cast<py::ssize_t>(parameter);
+    const py::ssize_t index = PyNumber_AsSsize_t(parameter.ptr(), PyExc_IndexError);
+    if (PyErr_Occurred() != nullptr) throw py::error_already_set();
     if (index < -nb || index >= nb) throw py::index_error("there is no parameter " + std::to_string(index));
     return static_cast<std::size_t>(index < 0 ? index + nb : index);
   }
