@@ -68,34 +68,47 @@ template <class Values, class T, std::size_t... Lane>
   (include(least[Lane], most[Lane], low[(first + Lane) % 3], high[(first + Lane) % 3]), ...);
 }
 
-/// D vectors of N lanes hold a whole number of points; the last ones may overlap those before them. Answers the sum of
-/// all coordinates of reals, which is finite only where all of them are.
-template <std::size_t N, std::size_t D, class T>
+/// So many bytes hold a whole number of points.
+template <std::size_t D>
+constexpr std::size_t nbBytesOfBlock = 32 * D;
+
+/// Block by block in vectors of so many bytes; the last block may overlap the one before it. Answers the sum of all
+/// coordinates of reals, which is finite only where all of them are.
+template <std::size_t NbBytes, std::size_t D, class T>
 [[gnu::always_inline]] inline T growToBlocks(const T* coords, std::size_t nbValues, T* low, T* high) {
+  constexpr std::size_t N = NbBytes / sizeof(T);
+  constexpr std::size_t nbVectors = nbBytesOfBlock<D> / NbBytes;
+  constexpr std::size_t nbInBlock = nbVectors * N;
   using Values = ormix::detail::Vector<T, N>;
   using Stored = ormix::detail::StoredVector<T, N>;
-  Values least[D], most[D], sum[D];
-#pragma GCC unroll 3
-  for (std::size_t v = 0; v < D; ++v) least[v] = most[v] = sum[v] = *reinterpret_cast<const Stored*>(coords + v * N);
-  const T* const last = coords + (nbValues - D * N);
+  Values least[nbVectors], most[nbVectors], sum[nbVectors];
+#pragma GCC unroll 6
+  for (std::size_t v = 0; v < nbVectors; ++v)
+    least[v] = most[v] = sum[v] = *reinterpret_cast<const Stored*>(coords + v * N);
+  const T* const last = coords + (nbValues - nbInBlock);
   for (const T* block = coords; block != last;) {
-    block = last - block < std::ptrdiff_t(D * N) ? last : block + D * N;
-#pragma GCC unroll 3
-    for (std::size_t v = 0; v < D; ++v) {
+    block = last - block < std::ptrdiff_t(nbInBlock) ? last : block + nbInBlock;
+#pragma GCC unroll 6
+    for (std::size_t v = 0; v < nbVectors; ++v) {
       const Values from = *reinterpret_cast<const Stored*>(block + v * N);
       least[v] = lesser<T, N>(from, least[v]);
       most[v] = greater<T, N>(from, most[v]);
       if constexpr (std::is_floating_point_v<T>) sum[v] += from;
     }
   }
-  if constexpr (D == 2)
-    includeLanes2d<N, T>(lesser<T, N>(least[0], least[1]), greater<T, N>(most[0], most[1]), low, high);
-  else
-    for (std::size_t v = 0; v < D; ++v)
+  if constexpr (D == 2) {
+    for (std::size_t v = 1; v < nbVectors; ++v) {
+      least[0] = lesser<T, N>(least[v], least[0]);
+      most[0] = greater<T, N>(most[v], most[0]);
+    }
+    includeLanes2d<N, T>(least[0], most[0], low, high);
+  } else {
+    for (std::size_t v = 0; v < nbVectors; ++v)
       includeLanes3d(least[v], most[v], low, high, v * N, std::make_index_sequence<N>());
+  }
   T total{};
   if constexpr (std::is_floating_point_v<T>) {
-    for (std::size_t v = 1; v < D; ++v) sum[0] += sum[v];
+    for (std::size_t v = 1; v < nbVectors; ++v) sum[0] += sum[v];
     for (std::size_t lane = 0; lane < N; ++lane) total += sum[0][lane];
   }
   return total;
@@ -104,7 +117,7 @@ template <std::size_t N, std::size_t D, class T>
 #if defined(__x86_64__)
 template <std::size_t D, class T>
 [[gnu::target("avx2")]] T growToBlocksAvx2(const T* coords, std::size_t nbValues, T* low, T* high) {
-  return growToBlocks<32 / sizeof(T), D>(coords, nbValues, low, high);
+  return growToBlocks<32, D>(coords, nbValues, low, high);
 }
 #endif
 
@@ -113,15 +126,15 @@ template <std::size_t D, class T>
 template <std::size_t D, class T>
 bool growToRun(const T* coords, std::size_t nbPoints, T* low, T* high) {
   const std::size_t nbValues = D * nbPoints;
-  if (nbValues < D * (32 / sizeof(T))) {
+  if (nbValues * sizeof(T) < nbBytesOfBlock<D>) {
     for (std::size_t at = 0; at < nbValues; ++at) include(coords[at], coords[at], low[at % D], high[at % D]);
     return areFinite(coords, nbValues);
   }
 #if defined(__x86_64__)
   const T sum = __builtin_cpu_supports("avx2") ? growToBlocksAvx2<D>(coords, nbValues, low, high)
-                                               : growToBlocks<32 / sizeof(T), D>(coords, nbValues, low, high);
+                                               : growToBlocks<16, D>(coords, nbValues, low, high);
 #else
-  const T sum = growToBlocks<32 / sizeof(T), D>(coords, nbValues, low, high);
+  const T sum = growToBlocks<16, D>(coords, nbValues, low, high);
 #endif
   // A sum of finite numbers may overflow.
   return sum * T(0) == 0 || areFinite(coords, nbValues);
