@@ -113,8 +113,13 @@ template <std::size_t D>
     feet.length[i] = std::sqrt(square);
     feet.distance[i] = t[i] * feet.length[i];
   }
-  for (std::size_t i = 0; i < nb; ++i) {
-    if (std::abs(change[i]) <= settled && t[i] > lowest) continue;
+  const auto isFound = [&](std::size_t i) __attribute__((always_inline)) {
+    return (std::abs(change[i]) <= settled) & (t[i] > lowest);
+  };
+  std::size_t nbFound = 0;
+  for (std::size_t i = 0; i < nb; ++i) nbFound += isFound(i);
+  for (std::size_t i = 0; nbFound < nb && i < nb; ++i) {
+    if (isFound(i)) continue;
     std::array<omReal64, D> point;
     std::array<omReal64, D> radii;
     for (std::size_t k = 0; k < D; ++k) {
