@@ -30,9 +30,11 @@ ORMIX_MATH_API SpatialNearestPair triangleRoundNearestPair(const SpatialTriangle
 ///
 /// Frustums that are apart from it, to 1e-12 of the sizes: both are convex, and a plane that separates them by the
 /// distance proves it (Gilbert1988). Tori by a search over the angle of their circle, certain to 1e-12 of the sizes;
-/// where the distance hardly changes along the circle, as of coaxial ones, to 1e-9 of its radius. Surfaces in one
-/// another by the same search over rims and normals; a surface in the tube of a torus by one over its surface, certain
-/// to 1e-9. The distance is 0 where the surfaces cross. Searches keep at most 2^16 cells.
+/// where the distance hardly changes along the circle, as of nearly coaxial ones, to 1e-9 of its radius. Surfaces in
+/// one another by the same search over rims and normals; a surface in the tube of a torus by one over that surface,
+/// certain to 1e-9 of the tube. The distance is 0 where the surfaces cross. Searches end at 2^16 cells with the best
+/// pair seen, which is not certain then: of surfaces in a tube that are nearly parallel to it all over. Some
+/// microseconds, up to a few tenths of a second at that end.
 ORMIX_MATH_API SpatialNearestPair ellipsoidRoundNearestPair(const SpatialEllipsoid& ellipsoid, const RoundSolid& solid,
                                                             bool isFilled);
 
