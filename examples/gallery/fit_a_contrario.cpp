@@ -13,10 +13,12 @@ int main() {
   std::vector<Point2dData<double>> points;
   for (int i = 0; i < 200; ++i) {
     const double angle = 6.2831853 * uniform(), radius = 6 + 0.1 * (uniform() + uniform() - 1);
-    if (i % 10 < 3)
+    if (i % 10 < 3) {
       points.emplace_back(2 + radius * std::cos(angle), 1 + radius * std::sin(angle));
-    else
-      points.emplace_back(24 * uniform() - 12, 24 * uniform() - 12);
+    } else {
+      const double y = 24 * uniform() - 12;
+      points.emplace_back(24 * uniform() - 12, y);
+    }
   }
 
   Circle2dEstimator estimator;

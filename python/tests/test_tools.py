@@ -1,5 +1,7 @@
 """Indexes, distances, contacts, location, extents and skeletons, against numpy and each other."""
 
+from functools import partial
+
 import numpy as np
 import pytest
 
@@ -96,6 +98,8 @@ HOSTILE = [
     (og.locate, (og.Polygon2d(RING), np.zeros((2, 3))), ValueError),
     (og.compute_skeleton, (og.Polygon2d([[0, 0], [2, 2], [2, 0], [0, 2]]),), og.Error),
     (og.SvgWriter().draw, (3,), TypeError),
+    (partial(og.SvgWriter().draw_mesh, values=[1, 2]), (og.quick_hull(np.eye(4, 3)),), og.Error),
+    (partial(og.SvgWriter().draw_mesh, values=np.eye(4)), (og.quick_hull(np.eye(4, 3)),), ValueError),
     (og.to_html, (3,), TypeError),
     (og.SvgWriter().draw, (og.Circle2d((NAN, 0), 1),), og.Error),
 ]

@@ -67,13 +67,28 @@ template <class T>
 void bindDrawMesh(py::class_<SvgWriter>& writer) {
   writer.def(
       "draw_mesh",
-      [](SvgWriter& self, const geom::Mesh3d<T>& mesh, const geom::Point3dData<omReal64>& towardsViewer) {
+      [](SvgWriter& self, const geom::Mesh3d<T>& mesh, const geom::Point3dData<omReal64>& towardsViewer,
+         const py::object& values, const std::optional<std::pair<omReal64, omReal64>>& scale) {
         geom::MeshViewOptions options;
         options.towardsViewer = towardsViewer;
+        if (!values.is_none()) {
+          const auto numbers = numbersOf<omReal64>(values, "values");
+          if (numbers.ndim() != 1) throw py::value_error("values: one number a vertex was wanted");
+          options.values.assign(numbers.data(), numbers.data() + numbers.size());
+          options.scale =
+              scale ? geom::ColourScale(scale->first, scale->second) : geom::ColourScale::over(options.values);
+        }
         check(geom::drawMesh(self, mesh, options), "SvgWriter", "mesh");
       },
-      "mesh"_a, "towards_viewer"_a = geom::MeshViewOptions().towardsViewer,
-      "Add a mesh in orthographic projection, seen from a direction.");
+      "mesh"_a, "towards_viewer"_a = geom::MeshViewOptions().towardsViewer, py::kw_only(), "values"_a = py::none(),
+      "scale"_a = py::none(),
+      "Add a mesh in orthographic projection, seen from a direction.\n\n"
+      "`values`, one a vertex, are shown as colours over `scale`, a pair of the lowest and the highest, or over all "
+      "of\n"
+      "them: from blue over grey at 0 to red where they are of both signs, else from violet to yellow. Error for\n"
+      "another number of values.\n\n"
+      ">>> mesh = quick_hull([[0, 0, 0], [1, 0, 0], [0, 1, 0], [0, 0, 1]])\n"
+      ">>> SvgWriter().draw_mesh(mesh, values=mesh.vertices[:, 2], scale=(0, 2))");
 }
 
 }  // namespace
