@@ -68,7 +68,9 @@ struct FormDeviation {
   eFormReference reference = eFR_LeastSquares;  ///< What it is measured from.
   omReal64 deviation = 0;                       ///< Not negative: `highest` less `lowest`; of straightness in space the
                                                 ///< diameter of the cylinder around the points.
-  /// A point of the line or plane, the centre of the circle or sphere, or a point of the axis.
+  /// A point of the line or plane, the centre of the circle or sphere, or a point of the axis. A centre of least
+  /// squares that is farther away than 10⁶ times the extent of the points, as of points along a line, is moved to
+  /// there: beyond, distances differ by rounding only.
   SpatialPoint point{0, 0, 0};
   /// Of length 1: of the line or axis, or the normal of the plane; 0 of circles and spheres.
   SpatialPoint direction{0, 0, 0};

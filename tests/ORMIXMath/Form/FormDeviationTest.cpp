@@ -116,7 +116,7 @@ omReal64 exhaustiveZone(const std::vector<omReal64>& points) {
       }
       if (!solveSmall<n>(a, b, n)) continue;
       omReal64 low = support::s_infinity, high = 0;
-      for (std::size_t i = 0; i < nbPoints; ++i) {
+      for (std::size_t i = 0; i < nbPoints && high - low < best; ++i) {
         omReal64 square = 0;
         for (std::size_t d = 0; d < D; ++d) square += std::pow(points[D * i + d] - b[d], 2);
         low = std::min(low, std::sqrt(square));
