@@ -205,6 +205,8 @@ class ZoneSearch {
   }
 
   void improve(Model model) {
+    // A descent is some twenty passes.
+    _nbLooks += 2 * _points.size();
     if (Space::canDescend(model)) descendMinimax(_points, {1, 1}, model);
     const DistanceRange range = rangeOf(model, _points);
     if (range.highest - range.lowest < _least) setBest(model);
