@@ -3,6 +3,7 @@
 #include <ORMIXMath/Transform/PointRun.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace ormix::detail {
 namespace {
@@ -74,11 +75,29 @@ std::size_t findUndefined(const Map& map, const T* points, std::size_t nbPoints)
   return findUndefinedByImages(map, points, nbPoints);
 }
 
+/// The number of points before the first one at a cache line, none where there is no such point: the widest stores
+/// take twice as long across two lines.
+template <std::size_t nbCoordinates, class T>
+std::size_t nbToCacheLine(const T* points, std::size_t nbPoints) {
+  constexpr std::uintptr_t cacheLine = 64;
+  for (std::size_t nb = 0; nb < std::min<std::size_t>(nbPoints, cacheLine / sizeof(T)); ++nb)
+    if (reinterpret_cast<std::uintptr_t>(points + nbCoordinates * nb) % cacheLine == 0) return nb;
+  return 0;
+}
+
 /// The quarters of a run that the near caches do not hold are mapped side by side, block by block, as processors fetch
-/// several streams faster than one.
+/// several streams faster than one. Of homographies the divisions take longer than any stores.
 template <class Map, class T>
 void mapQuarters(const Map& map, const T* points, T* images, std::size_t nbPoints) {
   constexpr std::size_t n = s_nbCoordinates<Map>;
+  if constexpr (std::is_same_v<Map, AffineCoefficients2d> || std::is_same_v<Map, AffineCoefficients3d>) {
+    if (const std::size_t nbAhead = nbToCacheLine<n>(images, nbPoints); nbAhead > 0) {
+      mapBlock<false>(map, points, images, nbAhead);
+      points += n * nbAhead;
+      images += n * nbAhead;
+      nbPoints -= nbAhead;
+    }
+  }
   constexpr std::size_t nbInNearCaches = 1048576 / (n * sizeof(T));
   const std::size_t quarter = nbPoints > nbInNearCaches ? nbPoints / (4 * nbInBlock) * nbInBlock : 0;
   for (std::size_t done = 0; done < quarter; done += nbInBlock)
