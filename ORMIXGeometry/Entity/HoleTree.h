@@ -80,7 +80,8 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
     if (nbBefore + nbHoles > _holes.capacity()) _holes.reserve(std::max(nbBefore + nbHoles, 2 * _holes.capacity()));
     detail::NodeBlocks<Node> nodes(nbHoles);
     try {
-      while (_holes.size() != nbBefore + nbHoles) appendHole(nodes);
+      while (_holes.size() != nbBefore + nbHoles) _holes.push_back(nodes.make());
+      linkHoles(nbBefore);
     } catch (const std::bad_alloc&) {
       _holes.resize(nbBefore);
       throw;
@@ -151,12 +152,14 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
           continue;
         }
         const HoleTree<NodeIn, ExteriorIn>& below = *hole;
-        HoleTree& copy = to->appendHole(nodes);
+        to->_holes.push_back(nodes.make());
+        HoleTree& copy = *to->_holes.back();
         if (below.hasHoles())
           pending.emplace_back(&below, &copy);
         else
           cast(below._exterior, copy._exterior);
       }
+      to->linkHoles();
     }
   }
 
@@ -208,21 +211,14 @@ class HoleTree : public boost::enable_shared_from_this<Node> {
       _parent.given = parent;
   }
 
-  /// Appends a new hole whose parent is this node; there is room for it.
-  HoleTree& appendHole(detail::NodeBlocks<Node>& nodes) {
-    const boost::shared_ptr<Anchor>& link = anchor();
-    _holes.push_back(nodes.make());
-    HoleTree& hole = *_holes.back();
-    hole._parent.anchor = link;
-    return hole;
-  }
-
-  /// Makes this node the parent of its holes.
-  void linkHoles() {
-    if (_holes.empty()) return;
+  /// Makes this node the parent of its holes from the given one on. Called when all are made: the anchor, which mostly
+  /// has the place of a former one, then lies behind them, where malloc() keeps it and so does not give the memory
+  /// before it back to the system. Made before them, it let copies that come and go take twice the time.
+  void linkHoles(std::size_t first = 0) {
+    if (first == _holes.size()) return;
     const ParentLink link{anchor(), {}};
-    for (const auto& hole : _holes)
-      if (hole) static_cast<HoleTree&>(*hole)._parent = link;
+    for (std::size_t hole = first; hole < _holes.size(); ++hole)
+      if (_holes[hole]) static_cast<HoleTree&>(*_holes[hole])._parent = link;
   }
 
   /// Whether this node is somewhere below `root`. Linear in that tree for a node that may be a hole.
