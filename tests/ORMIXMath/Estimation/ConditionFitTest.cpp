@@ -106,6 +106,7 @@ TYPED_TEST(ConditionModels, HaveTheCovarianceOfAllTheirRows) {
       omReal64 square = 0;
       for (std::size_t r = 0; r < K; ++r) {
         for (std::size_t k = 0; k < N; ++k) qr.block(k)[r] = at.byTangent[r][k];
+        qr.block(N)[r] = at.values[r];
         square += at.values[r] * at.values[r];
       }
       qr.fold(K);
