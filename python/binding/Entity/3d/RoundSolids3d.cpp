@@ -7,11 +7,77 @@
 #include <ORMIXGeometry/Entity/3d/Line/Line3d.h>
 #include <ORMIXGeometry/Entity/3d/Torus/Torus3d.h>
 
+#include <tuple>
+
 namespace ormix::python {
 
 namespace {
 
 using Direction = geom::Point3dData<omReal64>;
+
+/// A unit vector, which stays one whatever the type of the coordinates.
+struct Unit {
+  Direction direction;
+};
+
+/// What the constructors take, in their order.
+/// @{
+template <class T>
+auto partsOf(const geom::Cylinder3d<T>& c) {
+  return std::make_tuple(c.getPoint0(), c.getPoint1(), c.getRadius());
+}
+template <class T>
+auto partsOf(const geom::Cone3d<T>& c) {
+  return std::make_tuple(c.getPoint0(), c.getPoint1(), c.getRadius0(), c.getRadius1());
+}
+template <class T>
+auto partsOf(const geom::Torus3d<T>& t) {
+  return std::make_tuple(t.center(), Unit{t.getAxis()}, t.getMajorRadius(), t.getMinorRadius());
+}
+template <class T>
+auto partsOf(const geom::Circle3d<T>& c) {
+  return std::make_tuple(c.center(), Unit{c.getNormal()}, c.getRadius());
+}
+/// @}
+
+/// A part with coordinates of another type.
+template <class TOut, class Part>
+auto castPart(const Part& part) {
+  if constexpr (std::is_arithmetic_v<Part>)
+    return castScalar<TOut>(part);
+  else if constexpr (std::is_same_v<Part, Unit>)
+    return part.direction;
+  else
+    return geom::cast<TOut>(part);
+}
+
+template <class PythonClass, class... Parts, class... Names>
+void bindConstructor(PythonClass& entity, const std::tuple<Parts...>& /*parts*/, const Names&... names) {
+  entity.def(py::init<const std::conditional_t<std::is_same_v<Parts, Unit>, Direction, Parts>&...>(), names...);
+}
+
+/// What all classes have that are made of parts: the constructor, a comparison, and the conversion to other types.
+template <template <class> class Solid, class T, class PythonClass, class... Names>
+void bindParts(PythonClass& entity, const char* compareDoc, const Names&... names) {
+  using Entity = Solid<T>;
+  using Parts = decltype(partsOf(std::declval<const Entity&>()));
+  bindConstructor(entity, Parts(partsOf(Entity())), names...);
+  if constexpr (std::is_same_v<std::tuple_element_t<1, Parts>, Unit>)
+    entity.def(
+        "compare",
+        [](const Entity& a, const Entity& b, T tolerance, omReal64 angleTolerance) {
+          return geom::compare(a, b, tolerance, angleTolerance);
+        },
+        "other"_a, "tolerance"_a, "angle_tolerance"_a, compareDoc);
+  else
+    entity.def(
+        "compare", [](const Entity& a, const Entity& b, T tolerance) { return geom::compare(a, b, tolerance); },
+        "other"_a, "tolerance"_a, compareDoc);
+  bindAsType(entity, [](const auto& from, auto to) {
+    using TOut = decltype(to);
+    return std::apply([](const auto&... parts) { return Solid<TOut>(castPart<TOut>(parts)...); }, partsOf(from));
+  });
+}
 
 /// Area, volume and distances, which all solids have.
 template <class PythonClass>
@@ -46,20 +112,11 @@ void bindCylinder3d(py::module_& module) {
       [](auto& entity, auto coordinate) {
         using T = decltype(coordinate);
         using Cylinder = geom::Cylinder3d<T>;
-        using Point = geom::Point3dData<T>;
-        entity.def(py::init<const Point&, const Point&, T>(), "point0"_a, "point1"_a, "radius"_a)
-            .def(
-                "compare",
-                [](const Cylinder& a, const Cylinder& b, T tolerance) { return geom::compare(a, b, tolerance); },
-                "other"_a, "tolerance"_a, "Whether both centers and the radii differ by at most the tolerance.");
+        bindParts<geom::Cylinder3d, T>(entity, "Whether both centers and the radii differ by at most the tolerance.",
+                                       "point0"_a, "point1"_a, "radius"_a);
         bindEnds(entity);
         bindField(entity, "radius", &Cylinder::getRadius, &Cylinder::setRadius, "The radius of both discs.");
         bindSolid(entity);
-        bindAsType(entity, [](const auto& c, auto to) {
-          using TOut = decltype(to);
-          return geom::Cylinder3d<TOut>(geom::cast<TOut>(c.getPoint0()), geom::cast<TOut>(c.getPoint1()),
-                                        castScalar<TOut>(c.getRadius()));
-        });
       });
 }
 
@@ -72,21 +129,13 @@ void bindCone3d(py::module_& module) {
       [](auto& entity, auto coordinate) {
         using T = decltype(coordinate);
         using Cone = geom::Cone3d<T>;
-        using Point = geom::Point3dData<T>;
-        entity.def(py::init<const Point&, const Point&, T, T>(), "point0"_a, "point1"_a, "radius0"_a, "radius1"_a)
-            .def(
-                "compare", [](const Cone& a, const Cone& b, T tolerance) { return geom::compare(a, b, tolerance); },
-                "other"_a, "tolerance"_a, "Whether centers and radii differ by at most the tolerance.")
-            .def_property_readonly("half_angle", &Cone::getHalfAngle, "The angle between axis and side, in radians.");
+        bindParts<geom::Cone3d, T>(entity, "Whether centers and radii differ by at most the tolerance.", "point0"_a,
+                                   "point1"_a, "radius0"_a, "radius1"_a);
+        entity.def_property_readonly("half_angle", &Cone::getHalfAngle, "The angle between axis and side, in radians.");
         bindEnds(entity);
         bindField(entity, "radius0", &Cone::getRadius0, &Cone::setRadius0, "The radius of the first disc.");
         bindField(entity, "radius1", &Cone::getRadius1, &Cone::setRadius1, "The radius of the second disc.");
         bindSolid(entity);
-        bindAsType(entity, [](const auto& c, auto to) {
-          using TOut = decltype(to);
-          return geom::Cone3d<TOut>(geom::cast<TOut>(c.getPoint0()), geom::cast<TOut>(c.getPoint1()),
-                                    castScalar<TOut>(c.getRadius0()), castScalar<TOut>(c.getRadius1()));
-        });
       });
 }
 
@@ -100,27 +149,14 @@ void bindTorus3d(py::module_& module) {
       [](auto& entity, auto coordinate) {
         using T = decltype(coordinate);
         using Torus = geom::Torus3d<T>;
-        using Point = geom::Point3dData<T>;
-        entity
-            .def(py::init<const Point&, const Direction&, T, T>(), "center"_a, "axis"_a, "major_radius"_a,
-                 "minor_radius"_a)
-            .def(
-                "compare",
-                [](const Torus& a, const Torus& b, T tolerance, omReal64 angleTolerance) {
-                  return geom::compare(a, b, tolerance, angleTolerance);
-                },
-                "other"_a, "tolerance"_a, "angle_tolerance"_a,
-                "Whether centers and radii differ by at most a tolerance, and axes by an angle in radians.");
+        bindParts<geom::Torus3d, T>(
+            entity, "Whether centers and radii differ by at most a tolerance, and axes by an angle in radians.",
+            "center"_a, "axis"_a, "major_radius"_a, "minor_radius"_a);
         bindField(entity, "center", &Torus::center, &Torus::setCenter, "The center, (x, y, z).");
         bindField(entity, "axis", &Torus::getAxis, &Torus::setAxis, "The axis, a unit vector.");
         bindField(entity, "major_radius", &Torus::getMajorRadius, &Torus::setMajorRadius, "The radius of the circle.");
         bindField(entity, "minor_radius", &Torus::getMinorRadius, &Torus::setMinorRadius, "The radius of the tube.");
         bindSolid(entity);
-        bindAsType(entity, [](const auto& t, auto to) {
-          using TOut = decltype(to);
-          return geom::Torus3d<TOut>(geom::cast<TOut>(t.center()), t.getAxis(), castScalar<TOut>(t.getMajorRadius()),
-                                     castScalar<TOut>(t.getMinorRadius()));
-        });
       });
 }
 
@@ -134,24 +170,14 @@ void bindCircle3d(py::module_& module) {
       [](auto& entity, auto coordinate) {
         using T = decltype(coordinate);
         using Circle = geom::Circle3d<T>;
-        using Point = geom::Point3dData<T>;
-        entity.def(py::init<const Point&, const Direction&, T>(), "center"_a, "normal"_a, "radius"_a)
-            .def_property_readonly("length", &Circle::length, "The length of the circle.")
-            .def("distance", &Circle::distance, "point"_a, "The distance of a point (x, y, z) from the curve.")
-            .def(
-                "compare",
-                [](const Circle& a, const Circle& b, T tolerance, omReal64 angleTolerance) {
-                  return geom::compare(a, b, tolerance, angleTolerance);
-                },
-                "other"_a, "tolerance"_a, "angle_tolerance"_a,
-                "Whether centers and radii differ by at most a tolerance, and normals by an angle in radians.");
+        bindParts<geom::Circle3d, T>(
+            entity, "Whether centers and radii differ by at most a tolerance, and normals by an angle in radians.",
+            "center"_a, "normal"_a, "radius"_a);
+        entity.def_property_readonly("length", &Circle::length, "The length of the circle.")
+            .def("distance", &Circle::distance, "point"_a, "The distance of a point (x, y, z) from the curve.");
         bindField(entity, "center", &Circle::center, &Circle::setCenter, "The center, (x, y, z).");
         bindField(entity, "normal", &Circle::getNormal, &Circle::setNormal, "The normal, a unit vector.");
         bindField(entity, "radius", &Circle::getRadius, &Circle::setRadius, "The radius.");
-        bindAsType(entity, [](const auto& c, auto to) {
-          using TOut = decltype(to);
-          return geom::Circle3d<TOut>(geom::cast<TOut>(c.center()), c.getNormal(), castScalar<TOut>(c.getRadius()));
-        });
       });
 }
 
