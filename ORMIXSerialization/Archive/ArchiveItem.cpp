@@ -75,7 +75,7 @@ class ObjectSection {
   bool _open;
 };
 
-/// An object is unseen for the call of its `read` only, whether that has asked or not.
+/// Lets an object be filled directly by the call of its `read`, and by no later one, whether that has asked or not.
 class UnseenScope {
  public:
   UnseenScope(BaseIArchive& archive, const BaseSerializationObject* object) : _archive(archive) {

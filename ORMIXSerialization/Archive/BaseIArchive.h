@@ -61,12 +61,12 @@ class ORMIX_SERIALIZATION_API BaseIArchive : public ClassVersionRegistry {
     return _createdClasses.create(className);
   }
 
-  /// \name Reading into objects that nobody has seen, which may be left incomplete when that fails.
+  /// \name Reading directly into a new object, which may be left incomplete when that fails.
   /// @{
-  /// The object, null for none, is dropped when its read fails, which is the next that is called. Only for one that
-  /// `createObject` of this archive has returned.
+  /// Names the object, null for none, whose `read` is the next call and may fill it directly: no pointer to it exists
+  /// outside this archive, which releases it when that fails. Only for one that `createObject` has returned.
   void setUnseen(const BaseSerializationObject* object) { _createdClasses.setUnseen(object); }
-  /// Whether this is that object. It is not any more afterwards.
+  /// Whether this is the object that setUnseen() named; true once.
   bool takeUnseen(const BaseSerializationObject& object) { return _createdClasses.takeUnseen(object); }
   /// @}
 

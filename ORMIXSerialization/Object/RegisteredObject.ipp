@@ -119,8 +119,8 @@ BoolResult RegisteredObject<Self, Base>::write(BaseOArchive& archive) const {
   return result;
 }
 
-// The fields are read into a new object, which replaces this one at the end: a failed read changes nothing. One that
-// nobody has seen is dropped by the archive when its read fails.
+// The fields are read into a new object, which replaces this one at the end: a failed read changes nothing. An
+// object that only the archive has is filled directly: the archive releases it when its read fails.
 template <class Self, class Base>
 BoolResult RegisteredObject<Self, Base>::read(BaseIArchive& archive) {
   const bool isInPlace = !FieldAccess::hasAdopt<Self>() && archive.takeUnseen(*this);
